@@ -1,0 +1,21 @@
+# Installs the CMake package: find_package(vrn_qt2 CONFIG) gives vrn::qt2,
+# vrn::units and the companions, pinned to the Qt that they were built with.
+
+include(CMakePackageConfigHelpers)
+
+set(vrn_package_dir "${CMAKE_INSTALL_LIBDIR}/cmake/vrn_qt2")
+configure_package_config_file(
+    "${CMAKE_CURRENT_LIST_DIR}/vrn_qt2Config.cmake.in"
+    "${CMAKE_CURRENT_BINARY_DIR}/vrn_qt2Config.cmake"
+    INSTALL_DESTINATION "${vrn_package_dir}"
+)
+write_basic_package_version_file(
+    "${CMAKE_CURRENT_BINARY_DIR}/vrn_qt2ConfigVersion.cmake"
+    COMPATIBILITY SameMinorVersion
+)
+install(EXPORT vrn_qt2Targets NAMESPACE vrn:: DESTINATION "${vrn_package_dir}")
+install(FILES
+    "${CMAKE_CURRENT_BINARY_DIR}/vrn_qt2Config.cmake"
+    "${CMAKE_CURRENT_BINARY_DIR}/vrn_qt2ConfigVersion.cmake"
+    DESTINATION "${vrn_package_dir}"
+)

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <vrn/q/vrn_q_export.h>
+
+/// Look-ups by unit index, for values that are held in the internal length
+/// unit, the metre.
+///
+/// A unit index is an id of the unit catalogue: 13 m, 14 dm, 15 cm, 16 mm,
+/// 213 ft, 214 in; 1001 is the length of the active unit system. An index that
+/// is not known is reported through the assertion facility and answered as the
+/// metre without a label.
+
+namespace vrn::q {
+
+/// Values of the parameter `which` of vrn_get_unitd.
+enum UnitFactor
+{
+    UnitSizeInMetres = 0, ///< Metres in one display unit.
+    DisplayToInternal = 1, ///< Takes a number in the display unit to the internal unit.
+};
+
+} // namespace vrn::q
+
+/// The factor that `which` names, see vrn::q::UnitFactor. Never zero.
+VRN_Q_EXPORT double vrn_get_unitd(int unit, int which);
+
+/// The number of decimals to show in the unit. `which` is always 1.
+VRN_Q_EXPORT int vrn_get_unit_precision(int unit, int which);
+
+/// Writes the unit's label as zero-terminated UTF-8 into `buffer`, at most
+/// `limit` bytes and the zero, and returns non-zero. Returns 0 and leaves the
+/// buffer alone where there is no label, or where it does not fit. `which` is
+/// always 1.
+VRN_Q_EXPORT int vrn_get_unit_label(int unit, int which, char* buffer, int limit);

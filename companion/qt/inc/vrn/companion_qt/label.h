@@ -1,0 +1,15 @@
+#pragma once
+
+#include <vrn/companion_qt/vrn_companion_qt_export.h>
+
+#include <QLabel>
+
+/// A QLabel by the companion's name.
+class VRN_COMPANION_QT_EXPORT VRN_QT_Label : public QLabel
+{
+    Q_OBJECT
+
+public:
+    using QLabel::QLabel;
+    ~VRN_QT_Label() override;
+};

@@ -1,0 +1,3 @@
+#include <vrn/companion_qt/label.h>
+
+VRN_QT_Label::~VRN_QT_Label() = default;

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <vrn/qt/i_validator.h>
+
+#include <deque>
+#include <memory>
+
+namespace vrn::qt {
+
+/// Tries several validators in order; the first that accepts a text answers for
+/// it, and the first that formats a value to a non-empty text formats it.
+///
+/// The chain asks its members for `validate` and `reformat` alone. A member's
+/// clamping at the end of editing and a member's postfix play no part in a
+/// chain; the chain's own postfix does.
+///
+/// All members write to the same value. It is not restored between them, so
+/// after a refusal it holds what the last member left there. An empty chain
+/// refuses every text.
+struct VRN_QT2_EXPORT ChainedValidator : public IValidator
+{
+    explicit ChainedValidator(std::deque<std::unique_ptr<IValidator>> members);
+    ~ChainedValidator() override;
+
+    bool validate(const QString& text, boost::any& value, const std::bitset<32>& flags) override;
+    QString reformat(const boost::any& value, const std::bitset<32>& flags) override;
+
+private:
+    std::deque<std::unique_ptr<IValidator>> m_members;
+};
+
+} // namespace vrn::qt

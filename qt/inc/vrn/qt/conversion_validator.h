@@ -1,0 +1,39 @@
+#pragma once
+
+#include <vrn/qt/forward_validator.h>
+
+namespace vrn::qt {
+
+/// Edits a value in another form than the one it is kept in, such as an angle
+/// kept in radian and typed in degree.
+///
+///     auto angle = boost::make_shared<ConversionValidator>(degrees);
+///     angle->setConversionFn(radianToDegree, degreeToRadian);
+///
+/// The functions change the value in place. The first works on a copy before
+/// the target formats it, so the caller's value is never changed; the second
+/// works on what the target has parsed, and runs only if the target accepted
+/// the text. Either may be empty. The type in the `boost::any` is whatever the
+/// second function leaves there.
+struct VRN_QT2_EXPORT ConversionValidator : public ForwardValidator
+{
+    explicit ConversionValidator(IValidator::pointer target);
+    ~ConversionValidator() override;
+
+    void setConversionFn(std::function<void(boost::any&)> toDisplayFn,
+        std::function<void(boost::any&)> fromDisplayFn);
+
+    bool validate(const QString& text, boost::any& value, const std::bitset<32>& flags) override;
+    bool validateWhenFinished(
+        const QString& text, boost::any& value, const std::bitset<32>& flags) override;
+    QString reformat(const boost::any& value, const std::bitset<32>& flags) override;
+    QString reformatForDisplay(const boost::any& value, const std::bitset<32>& flags) override;
+
+private:
+    boost::any toDisplay(const boost::any& value) const;
+
+    std::function<void(boost::any&)> m_toDisplayFn;
+    std::function<void(boost::any&)> m_fromDisplayFn;
+};
+
+} // namespace vrn::qt

@@ -1,0 +1,49 @@
+#pragma once
+
+#include <vrn/qt/i_validator.h>
+
+namespace vrn::qt {
+
+/// A length that is typed in one unit and kept in the internal length unit, the
+/// metre. The value is a `double`.
+///
+/// A bare number is in the field's own unit, given by its unit index (see
+/// <vrn/q/unit_index.h>). Behind a number "m", "dm", "cm" and "mm" are
+/// understood in every field; any other text there makes `validate` and
+/// `validateWhenFinished` throw vrn::units::UnknownUnit. It is the one
+/// exception that a text can cause in a validator.
+///
+/// Text that is no number and ends before a unit comes is accepted as 0.0: it
+/// runs out after digits, at most one punctuation mark, and digits, as "1,5"
+/// does in the C locale. Text without a number before the unit is refused.
+///
+/// The range is in metres; it is applied at the end of editing and in
+/// formatting, as in DoubleEditValidator.
+struct VRN_QT2_EXPORT DistanceEditValidator : public IValidator
+{
+    /// The number of decimals is the unit's. Asserts "m_min < m_max" and
+    /// "m_decimals >= 0" and keeps what was given.
+    DistanceEditValidator(int unit, double min, double max, bool zeroIfEmpty);
+    ~DistanceEditValidator() override;
+
+    /// True: empty text means no value. False: it means 0.0.
+    void setEmptyValueAllowed(bool allowed);
+    /// Whether formatted values carry the unit's label, as in "1.500 m".
+    void showUnitPostfix(bool show);
+
+    bool validate(const QString& text, boost::any& value, const std::bitset<32>& flags) override;
+    bool validateWhenFinished(
+        const QString& text, boost::any& value, const std::bitset<32>& flags) override;
+    QString reformat(const boost::any& value, const std::bitset<32>& flags) override;
+
+private:
+    int m_decimals;
+    double m_min;
+    double m_max;
+    int m_unit;
+    bool m_zeroIfEmpty;
+    bool m_emptyAllowed = false;
+    bool m_showUnitPostfix = false;
+};
+
+} // namespace vrn::qt

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <vrn/qt/i_validator.h>
+
+namespace vrn::qt {
+
+/// Passes every operation on to another validator, which can be exchanged while
+/// a control holds this one.
+///
+/// Without a target it refuses every text and formats every value as an empty
+/// string. Its own postfix is not used: the target's is.
+struct VRN_QT2_EXPORT ForwardValidator : public IValidator
+{
+    explicit ForwardValidator(IValidator::pointer target);
+    ~ForwardValidator() override;
+
+    IValidator* getValidator() const;
+    void setValidator(IValidator::pointer target);
+
+    bool validate(const QString& text, boost::any& value, const std::bitset<32>& flags) override;
+    bool validateWhenFinished(
+        const QString& text, boost::any& value, const std::bitset<32>& flags) override;
+    QString reformat(const boost::any& value, const std::bitset<32>& flags) override;
+    QString reformatForDisplay(const boost::any& value, const std::bitset<32>& flags) override;
+
+private:
+    IValidator::pointer m_target;
+};
+
+} // namespace vrn::qt

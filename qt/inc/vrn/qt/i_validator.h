@@ -1,0 +1,85 @@
+#pragma once
+
+#include <vrn/qt/vrn_qt2_export.h>
+
+#include <boost/any.hpp>
+#include <boost/noncopyable.hpp>
+#include <boost/shared_ptr.hpp>
+
+#include <QString>
+
+#include <bitset>
+#include <cstddef>
+#include <functional>
+
+namespace vrn::qt {
+
+/// Bits of the flags argument that every validator operation takes. Bits 1 to
+/// 31 have no meaning and are handed on unchanged.
+enum ValidationFlag : std::size_t
+{
+    /// Set: numbers are read and written in the user's locale, a default
+    /// constructed QLocale. Clear: in the C locale, with a decimal point
+    /// whatever the user's settings. Controls always pass it clear.
+    ValidationFlagUserLocale = 0,
+};
+
+/// Turns the text that a user types into a typed value, and such a value back
+/// into text.
+///
+/// Every line edit, editable enum box, item delegate and table cell has one. An
+/// implementation names the one type that it puts into the `boost::any` and
+/// never puts there a convertible one instead; an empty `boost::any` stands for
+/// the absence of a value.
+///
+///     boost::any value;
+///     if (validator->validateWhenFinished(text, value, {}))
+///         model.setSpan(boost::any_cast<double>(value));
+///
+/// Bad text is refused with `false`, never with an exception. To make a
+/// validator of your own, implement `validate` and `reformat`, and override
+/// `validateWhenFinished` if the end of editing asks for more than a keystroke.
+///
+/// A validator holds configuration that is set before use and no state that
+/// changes while it validates. It belongs to the GUI thread.
+struct VRN_QT2_EXPORT IValidator : public boost::noncopyable
+{
+    using pointer = boost::shared_ptr<IValidator>;
+
+    virtual ~IValidator();
+
+    /// Called on every keystroke. Returns whether `text` is acceptable so far,
+    /// and puts the value that it stands for into `value`. What `value` holds
+    /// after a refusal is the implementation's matter.
+    virtual bool validate(const QString& text, boost::any& value, const std::bitset<32>& flags) = 0;
+
+    /// Called when editing ends: the place to bring a value into its range. By
+    /// default the same as `validate`.
+    virtual bool validateWhenFinished(
+        const QString& text, boost::any& value, const std::bitset<32>& flags);
+
+    /// The text to edit `value` by. A value of a foreign type is reported
+    /// through the assertion facility and yields an empty string.
+    virtual QString reformat(const boost::any& value, const std::bitset<32>& flags) = 0;
+
+    /// The text to show `value` by where it is not edited: that of `reformat`,
+    /// with a blank and the postfix behind it if one is set.
+    virtual QString reformatForDisplay(const boost::any& value, const std::bitset<32>& flags);
+
+    /// A hint for the user who has typed `text` so far; empty without a hint
+    /// function.
+    QString getEditHint(const QString& text) const;
+    void setEditHintFunction(std::function<QString(const QString&)> hint);
+
+    /// Text shown behind a value for display only, such as a unit.
+    void setPostfix(const QString& postfix);
+
+protected:
+    IValidator();
+
+private:
+    QString m_postfix;
+    std::function<QString(const QString&)> m_editHint;
+};
+
+} // namespace vrn::qt

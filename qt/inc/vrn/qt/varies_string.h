@@ -1,0 +1,14 @@
+#pragma once
+
+#include <vrn/qt/vrn_qt2_export.h>
+
+#include <QString>
+
+namespace vrn::qt {
+
+/// The translated "*VARIES*", which a control shows for a selection of objects
+/// whose values differ. The one source of this text: compare with it, never
+/// with the literal.
+VRN_QT2_EXPORT QString getVariesString();
+
+} // namespace vrn::qt

@@ -1,0 +1,63 @@
+#pragma once
+
+#include <vrn/qt/value_history.h>
+#include <vrn/qt/vrn_qt2_export.h>
+
+#include <boost/function.hpp>
+#include <boost/shared_ptr.hpp>
+
+#include <QLineEdit>
+
+class QToolButton;
+
+namespace vrn::qt::detail {
+
+class EditHintPopup;
+class HistoryPopup;
+
+/// The QLineEdit of a SimpleLineEdit: a line edit with a window for hints and
+/// one for earlier values below it, and at most one tool button inside.
+///
+/// The popups are built when the edit first gets the focus, or first has a hint
+/// to show; a form of hundreds of edits does not pay for windows that nobody
+/// sees.
+class VRN_QT2_EXPORT LineEditImpl : public QLineEdit
+{
+    Q_OBJECT
+
+public:
+    explicit LineEditImpl(unsigned int options, QWidget* parent = nullptr);
+    ~LineEditImpl() override;
+
+    /// See SimpleLineEdit::addButton.
+    QToolButton* addButton(
+        const boost::function<QString(const QString&)>& fn, const QPixmap& pixmap);
+
+    void setValueHistory(boost::shared_ptr<vrn::ValueHistory> history);
+
+    /// Shows `hint` below the edit if it has the focus, and hides the window of
+    /// hints if `hint` is empty.
+    void showEditHint(const QString& hint);
+
+protected:
+    bool event(QEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+
+private Q_SLOTS:
+    void onHistoryItemSelected(const QString& text);
+    void onClicked1();
+
+private:
+    void buildPopups();
+    void placeButton();
+    int frameWidth() const;
+
+    HistoryPopup* m_historyPopup = nullptr;
+    EditHintPopup* m_hintPopup = nullptr;
+    boost::shared_ptr<vrn::ValueHistory> m_history;
+    unsigned int m_options;
+    QToolButton* m_btn1 = nullptr;
+    boost::function<QString(const QString&)> m_buttonFunction;
+};
+
+} // namespace vrn::qt::detail

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <vrn/qt/vrn_qt2_export.h>
+
+#include <QWidget>
+
+#include "qt_compat_p.h"
+
+namespace vrn::qt::detail {
+
+/// A small translucent window that belongs to an edit: shown while the edit has
+/// the focus, hidden when it loses it. The edit owns it.
+///
+/// It is a window of its own that never takes the activation or the focus, so
+/// that typing goes on in the edit while it stands.
+class VRN_QT2_EXPORT PopupBase : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit PopupBase(QWidget* owner);
+    ~PopupBase() override;
+
+    bool eventFilter(QObject* watched, QEvent* event) override;
+    void setVisible(bool visible) override;
+
+protected:
+    bool event(QEvent* event) override;
+    void showEvent(QShowEvent* event) override;
+    void enterEvent(compat::EnterEvent* event) override;
+    void leaveEvent(QEvent* event) override;
+
+private:
+    QWidget* m_owner;
+};
+
+} // namespace vrn::qt::detail

@@ -1,0 +1,102 @@
+#include <vrn/qt/double_edit_validator.h>
+
+#include <vrn/assert/smart_assert.h>
+
+#include "validators/locale_for_flags_p.h"
+
+namespace vrn::qt {
+
+DoubleEditValidator::DoubleEditValidator() = default;
+
+DoubleEditValidator::DoubleEditValidator(double min, double max)
+    : m_min(min)
+    , m_max(max)
+{ }
+
+DoubleEditValidator::DoubleEditValidator(int precision, double min, double max, bool zeroIfEmpty)
+    : m_precision(precision)
+    , m_min(min)
+    , m_max(max)
+    , m_zeroIfEmpty(zeroIfEmpty)
+{
+    VRN_ASSERT(m_min < m_max)("m_min", m_min)("m_max", m_max);
+    VRN_ASSERT(m_precision >= 0)("m_precision", m_precision);
+}
+
+DoubleEditValidator::~DoubleEditValidator() = default;
+
+void DoubleEditValidator::setMinimum(double min)
+{
+    m_min = min;
+}
+
+void DoubleEditValidator::setMaximum(double max)
+{
+    m_max = max;
+}
+
+void DoubleEditValidator::setRange(double min, double max)
+{
+    VRN_ASSERT(min < max)("min", min)("max", max);
+    m_min = min;
+    m_max = max;
+}
+
+void DoubleEditValidator::setPrecision(int precision)
+{
+    m_precision = precision;
+}
+
+void DoubleEditValidator::setEmptyValueAllowed(bool allowed)
+{
+    m_emptyAllowed = allowed;
+    m_zeroIfEmpty = !allowed;
+}
+
+bool DoubleEditValidator::validate(
+    const QString& text, boost::any& value, const std::bitset<32>& flags)
+{
+    if (m_emptyAllowed && text.isEmpty()) {
+        value.clear();
+        return true;
+    }
+    if (m_zeroIfEmpty && text.isEmpty()) {
+        value = 0.0;
+        return true;
+    }
+    bool ok = false;
+    const double number = localeForFlags(flags).toDouble(text, &ok);
+    // Qt hands out an infinity along with the refusal of "1e999".
+    value = ok ? number : 0.0;
+    return ok;
+}
+
+bool DoubleEditValidator::validateWhenFinished(
+    const QString& text, boost::any& value, const std::bitset<32>& flags)
+{
+    if (!validate(text, value, flags))
+        return false;
+    if (auto* number = boost::any_cast<double>(&value)) {
+        if (m_min > *number)
+            *number = m_min;
+        else if (m_max < *number)
+            *number = m_max;
+    }
+    return true;
+}
+
+QString DoubleEditValidator::reformat(const boost::any& value, const std::bitset<32>& flags)
+{
+    if (m_emptyAllowed && value.empty())
+        return QString();
+    const auto* number = boost::any_cast<double>(&value);
+    if (!number) {
+        VRN_ASSERT(value.type() == typeid(double))("value.type().name()", value.type().name());
+        return QString();
+    }
+    // Written so that not-a-number comes out as the minimum.
+    const double shown = !(m_min <= *number) ? m_min : !(*number <= m_max) ? m_max : *number;
+    return localeForFlags(flags).toString(shown, 'f', m_precision);
+}
+
+} // namespace vrn::qt
