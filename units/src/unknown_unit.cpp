@@ -6,7 +6,7 @@ inline namespace v1 {
 UnknownUnit::UnknownUnit(const std::string& unit)
     : std::runtime_error("Unknown unit \"" + unit + "\".")
     , m_unit(unit)
-{ }
+{}
 
 UnknownUnit::~UnknownUnit() = default;
 

@@ -49,7 +49,7 @@ AssertHandler set_assert_handler(AssertHandler handler)
 
 SmartAssertContext::SmartAssertContext(AssertReport report)
     : m_report(std::move(report))
-{ }
+{}
 
 SmartAssertContext::~SmartAssertContext()
 {

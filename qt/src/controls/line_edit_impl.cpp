@@ -51,7 +51,7 @@ const char* const buttonIcon[] = {
 LineEditImpl::LineEditImpl(unsigned int options, QWidget* parent)
     : QLineEdit(parent)
     , m_options(options)
-{ }
+{}
 
 LineEditImpl::~LineEditImpl() = default;
 

@@ -155,7 +155,7 @@ bool SimpleLineEdit::vetoValidation(const QString& /*text*/)
     return false;
 }
 
-void SimpleLineEdit::onValidated(const QString& /*text*/, const boost::any& /*value*/) { }
+void SimpleLineEdit::onValidated(const QString& /*text*/, const boost::any& /*value*/) {}
 
 void SimpleLineEdit::onTextEdited(const QString& text)
 {

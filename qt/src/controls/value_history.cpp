@@ -10,7 +10,7 @@ namespace vrn {
 ValueHistory::ValueHistory(const std::wstring& key, boost::shared_ptr<IValueHistoryStorage> storage)
     : m_key(key)
     , m_storage(std::move(storage))
-{ }
+{}
 
 boost::shared_ptr<ValueHistory> ValueHistory::create(
     const std::wstring& storageName, const std::wstring& key)

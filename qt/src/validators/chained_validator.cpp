@@ -7,7 +7,7 @@ namespace vrn::qt {
 
 ChainedValidator::ChainedValidator(std::deque<std::unique_ptr<IValidator>> members)
     : m_members(std::move(members))
-{ }
+{}
 
 ChainedValidator::~ChainedValidator() = default;
 

@@ -6,7 +6,7 @@ namespace vrn::qt {
 
 ConversionValidator::ConversionValidator(IValidator::pointer target)
     : ForwardValidator(std::move(target))
-{ }
+{}
 
 ConversionValidator::~ConversionValidator() = default;
 

@@ -11,7 +11,7 @@ DoubleEditValidator::DoubleEditValidator() = default;
 DoubleEditValidator::DoubleEditValidator(double min, double max)
     : m_min(min)
     , m_max(max)
-{ }
+{}
 
 DoubleEditValidator::DoubleEditValidator(int precision, double min, double max, bool zeroIfEmpty)
     : m_precision(precision)

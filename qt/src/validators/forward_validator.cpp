@@ -6,7 +6,7 @@ namespace vrn::qt {
 
 ForwardValidator::ForwardValidator(IValidator::pointer target)
     : m_target(std::move(target))
-{ }
+{}
 
 ForwardValidator::~ForwardValidator() = default;
 

@@ -4,7 +4,7 @@
 
 namespace vrn::qt {
 
-template<typename T>
+template <typename T>
 IntegerValidator<T>::IntegerValidator(T min, T max, bool zeroIfEmpty)
     : m_min(min)
     , m_max(max)
@@ -13,17 +13,17 @@ IntegerValidator<T>::IntegerValidator(T min, T max, bool zeroIfEmpty)
     VRN_ASSERT(min <= max)("min", min)("max", max);
 }
 
-template<typename T>
+template <typename T>
 IntegerValidator<T>::~IntegerValidator() = default;
 
-template<typename T>
+template <typename T>
 void IntegerValidator<T>::setEmptyValueAllowed(bool allowed)
 {
     m_emptyAllowed = allowed;
     m_zeroIfEmpty = !allowed;
 }
 
-template<typename T>
+template <typename T>
 bool IntegerValidator<T>::validate(
     const QString& text, boost::any& value, const std::bitset<32>& /*flags*/)
 {
@@ -38,7 +38,7 @@ bool IntegerValidator<T>::validate(
     return ok;
 }
 
-template<typename T>
+template <typename T>
 bool IntegerValidator<T>::validateWhenFinished(
     const QString& text, boost::any& value, const std::bitset<32>& flags)
 {
@@ -53,7 +53,7 @@ bool IntegerValidator<T>::validateWhenFinished(
     return ok;
 }
 
-template<typename T>
+template <typename T>
 QString IntegerValidator<T>::reformat(const boost::any& value, const std::bitset<32>& /*flags*/)
 {
     if (m_emptyAllowed && value.empty())

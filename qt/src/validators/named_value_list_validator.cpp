@@ -8,11 +8,11 @@ namespace vrn::qt {
 
 NamedValueListValidator::NamedValueListValidator(const NamedValueList& list)
     : m_list(list)
-{ }
+{}
 
 NamedValueListValidator::NamedValueListValidator(NamedValueList&& list)
     : m_list(std::move(list))
-{ }
+{}
 
 NamedValueListValidator::~NamedValueListValidator() = default;
 

@@ -25,10 +25,10 @@ public:
     TextIterator() = default;
     explicit TextIterator(const wchar_t* position)
         : iterator_adaptor_(position)
-    { }
+    {}
 };
 
-template<typename Char>
+template <typename Char>
 void toUpper(std::basic_string<Char>& text)
 {
     const std::locale global;
@@ -58,7 +58,7 @@ class StringEditValidator::Pattern
 public:
     explicit Pattern(const std::wstring& expression)
         : m_regex(expression)
-    { }
+    {}
 
     bool isOfGlobalLocale() const { return m_regex.getloc() == std::locale(); }
 

@@ -15,7 +15,7 @@ namespace vrn::qt {
 ///
 /// Unlike in DoubleEditValidator, empty text gives no value also where it
 /// counts as zero; the missing value is then shown as "0".
-template<typename T>
+template <typename T>
 struct IntegerValidator : public IValidator
 {
     using value_type = T;

@@ -58,7 +58,7 @@ public:
     SmartAssertContext(const SmartAssertContext&) = delete;
     SmartAssertContext& operator=(const SmartAssertContext&) = delete;
 
-    template<typename Value>
+    template <typename Value>
     SmartAssertContext& operator()(const char* name, const Value& value)
     {
         std::ostringstream text;
@@ -96,7 +96,7 @@ namespace detail {
 /// loosely than the calls that add value pairs.
 struct Discard
 {
-    void operator&(const SmartAssertContext&) const { }
+    void operator&(const SmartAssertContext&) const {}
 };
 
 } // namespace detail
