@@ -1,0 +1,28 @@
+# vrn_add_test(<name> [X11] [SOURCES <file>...] [LIBRARIES <target>...] [ENVIRONMENT <NAME=value>...])
+#
+# A Qt Test program from <name>.cpp and the further SOURCES, linked with the test
+# support and the LIBRARIES. It runs offscreen; with X11 it runs on an X server
+# of its own under a window manager and has the ctest label "x11".
+function(vrn_add_test name)
+    cmake_parse_arguments(arg "X11" "" "SOURCES;LIBRARIES;ENVIRONMENT" ${ARGN})
+    add_executable(${name} ${name}.cpp ${arg_SOURCES})
+    vrn_configure_target(${name})
+    vrn_use_qt(${name})
+    # Tests are written with plain literals where a reader wants plain text.
+    target_compile_options(${name} PRIVATE
+        -UQT_NO_CAST_FROM_ASCII -UQT_NO_CAST_TO_ASCII -UQT_NO_CAST_FROM_BYTEARRAY)
+    target_link_libraries(${name} PRIVATE vrn_test_support ${arg_LIBRARIES})
+    if(arg_X11)
+        add_test(NAME ${name} COMMAND
+            "${vrn_qt2_SOURCE_DIR}/tests/support/run-x11" "$<TARGET_FILE:${name}>")
+        set_tests_properties(${name} PROPERTIES LABELS x11 TIMEOUT 300)
+        set(environment "QT_QPA_PLATFORM=xcb")
+    else()
+        add_test(NAME ${name} COMMAND ${name})
+        set_tests_properties(${name} PROPERTIES TIMEOUT 300)
+        set(environment "QT_QPA_PLATFORM=offscreen")
+    endif()
+    # One outcome on every machine: no locale, style or scaling of its user.
+    set_tests_properties(${name} PROPERTIES ENVIRONMENT
+        "${environment};LC_ALL=C.UTF-8;QT_STYLE_OVERRIDE=fusion;QT_SCALE_FACTOR=1;QT_QPA_PLATFORMTHEME=;${arg_ENVIRONMENT}")
+endfunction()

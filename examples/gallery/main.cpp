@@ -1,0 +1,74 @@
+#include <QCommandLineParser>
+#include <QLocale>
+#include <QTextStream>
+#include <QTimer>
+
+#include "gallery_application.h"
+#include "gallery_window.h"
+#include "page.h"
+
+using namespace gallery;
+
+namespace {
+
+constexpr int usageError = 2;
+
+int listPages()
+{
+    QTextStream out(stdout);
+    for (const Page& page : pages())
+        out << page.name << '\t' << page.title << '\n';
+    return EXIT_SUCCESS;
+}
+
+int complain(const QString& message)
+{
+    QTextStream(stderr) << "vrn-gallery: " << message << '\n';
+    return usageError;
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    GalleryApplication application(argc, argv);
+    application.setApplicationName(QStringLiteral("vrn-gallery"));
+
+    const QCommandLineOption listOption(
+        QStringLiteral("list"), QStringLiteral("Print the names of the pages."));
+    const QCommandLineOption pageOption(QStringLiteral("page"),
+        QStringLiteral("Show the page NAME first."), QStringLiteral("NAME"));
+    const QCommandLineOption screenshotOption(QStringLiteral("screenshot"),
+        QStringLiteral("Save a picture of the window and quit."), QStringLiteral("FILE"));
+    const QCommandLineOption localeOption(QStringLiteral("locale"),
+        QStringLiteral("Use the locale NAME, such as de_DE, as the user's."),
+        QStringLiteral("NAME"));
+    QCommandLineParser parser;
+    parser.setApplicationDescription(QStringLiteral("The controls of vrn_qt2, to be tried out."));
+    parser.addHelpOption();
+    parser.addOptions({listOption, pageOption, screenshotOption, localeOption});
+    parser.process(application);
+
+    if (parser.isSet(listOption))
+        return listPages();
+    if (parser.isSet(localeOption))
+        QLocale::setDefault(QLocale(parser.value(localeOption)));
+
+    GalleryWindow window;
+    QObject::connect(
+        &application, &GalleryApplication::exceptionCaught, &window, &GalleryWindow::showException);
+    if (parser.isSet(pageOption) && !window.showPage(parser.value(pageOption)))
+        return complain(QStringLiteral("no page \"%1\", see --list").arg(parser.value(pageOption)));
+    window.show();
+
+    if (parser.isSet(screenshotOption)) {
+        const QString file = parser.value(screenshotOption);
+        // Once the first paint is through.
+        QTimer::singleShot(0, &window, [&window, file] {
+            const bool saved = window.grab().save(file);
+            QCoreApplication::exit(
+                saved ? EXIT_SUCCESS : complain(QStringLiteral("cannot write ") + file));
+        });
+    }
+    return QCoreApplication::exec();
+}

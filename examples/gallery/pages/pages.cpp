@@ -1,0 +1,24 @@
+#include "page.h"
+
+#include "pages/line_edits_page.h"
+
+namespace gallery {
+namespace {
+
+template <typename PageWidget>
+QWidget* make(QWidget* parent)
+{
+    return new PageWidget(parent);
+}
+
+} // namespace
+
+const std::vector<Page>& pages()
+{
+    static const std::vector<Page> all = {
+        {QStringLiteral("line-edits"), QStringLiteral("Line edits"), &make<LineEditsPage>},
+    };
+    return all;
+}
+
+} // namespace gallery

@@ -1,0 +1,43 @@
+#include "value_text.h"
+
+#include <string>
+#include <utility>
+
+namespace gallery {
+namespace {
+
+// The name and the text of a type that the validators of the gallery produce.
+std::pair<QString, QString> describe(const boost::any& value)
+{
+    if (value.empty())
+        return {QStringLiteral("(no value)"), QString()};
+    if (const auto* number = boost::any_cast<double>(&value))
+        return {QStringLiteral("double"), QString::number(*number, 'g', 17)};
+    if (const auto* number = boost::any_cast<int>(&value))
+        return {QStringLiteral("int"), QString::number(*number)};
+    if (const auto* number = boost::any_cast<unsigned int>(&value))
+        return {QStringLiteral("unsigned int"), QString::number(*number)};
+    if (const auto* number = boost::any_cast<unsigned short>(&value))
+        return {QStringLiteral("unsigned short"), QString::number(*number)};
+    if (const auto* text = boost::any_cast<std::wstring>(&value))
+        return {QStringLiteral("std::wstring"),
+            QStringLiteral("L\"%1\"").arg(QString::fromStdWString(*text))};
+    if (const auto* text = boost::any_cast<std::string>(&value))
+        return {QStringLiteral("std::string"),
+            QStringLiteral("\"%1\"").arg(QString::fromStdString(*text))};
+    return {QString::fromLatin1(value.type().name()), QStringLiteral("?")};
+}
+
+} // namespace
+
+QString valueText(const boost::any& value)
+{
+    return describe(value).second;
+}
+
+QString typeText(const boost::any& value)
+{
+    return describe(value).first;
+}
+
+} // namespace gallery

@@ -1,0 +1,82 @@
+#include <vrn/q/unit_index.h>
+
+#include "support/test_main.h"
+#include "support/test_object.h"
+
+#include <array>
+#include <cstring>
+
+class TestUnitIndex : public vrn::test::TestObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void knownUnits_data()
+    {
+        QTest::addColumn<int>("unit");
+        QTest::addColumn<double>("metres");
+        QTest::addColumn<int>("precision");
+        QTest::addColumn<QString>("label");
+
+        QTest::newRow("metre") << 13 << 1.0 << 3 << "m";
+        QTest::newRow("decimetre") << 14 << 0.1 << 3 << "dm";
+        QTest::newRow("centimetre") << 15 << 0.01 << 1 << "cm";
+        QTest::newRow("millimetre") << 16 << 0.001 << 0 << "mm";
+        QTest::newRow("foot") << 213 << 0.3048 << 3 << "ft";
+        QTest::newRow("inch") << 214 << 0.0254 << 3 << "in";
+        QTest::newRow("length of the active system") << 1001 << 1.0 << 3 << "m";
+    }
+
+    void knownUnits()
+    {
+        QFETCH(int, unit);
+        QFETCH(double, metres);
+        QFETCH(int, precision);
+        QFETCH(QString, label);
+
+        QCOMPARE(vrn_get_unitd(unit, 0), metres);
+        QCOMPARE(vrn_get_unitd(unit, 1), metres);
+        QCOMPARE(vrn_get_unit_precision(unit, 1), precision);
+        std::array<char, 32> buffer{};
+        QVERIFY(vrn_get_unit_label(unit, 1, buffer.data(), 31) != 0);
+        QCOMPARE(QString::fromUtf8(buffer.data()), label);
+    }
+
+    void aFootIsTwelveInches() { QCOMPARE(vrn_get_unitd(213, 0), 12 * vrn_get_unitd(214, 0)); }
+
+    void anUnknownUnitIsReportedAndAnsweredAsTheMetre()
+    {
+        expectAssert("isKnownUnitIndex", {"unit"});
+        QCOMPARE(vrn_get_unitd(-7, 1), 1.0);
+        expectAssert("isKnownUnitIndex", {"unit"});
+        QCOMPARE(vrn_get_unit_precision(-7, 1), 3);
+    }
+
+    void anUnknownUnitHasNoLabel()
+    {
+        std::array<char, 32> buffer;
+        buffer.fill('x');
+        expectAssert("isKnownUnitIndex", {"unit"});
+        QCOMPARE(vrn_get_unit_label(-7, 1, buffer.data(), 31), 0);
+        QCOMPARE(buffer[0], 'x');
+    }
+
+    void aLabelThatDoesNotFitIsNotWritten()
+    {
+        std::array<char, 32> buffer;
+        buffer.fill('x');
+        QCOMPARE(vrn_get_unit_label(16, 1, buffer.data(), 1), 0);
+        QCOMPARE(buffer[0], 'x');
+        QVERIFY(vrn_get_unit_label(16, 1, buffer.data(), 2) != 0);
+        QCOMPARE(std::strlen(buffer.data()), std::size_t(2));
+    }
+
+    void anotherFactorThanTheTwoIsReported()
+    {
+        expectAssert("which == UnitSizeInMetres || which == DisplayToInternal", {"which"});
+        QCOMPARE(vrn_get_unitd(15, 2), 0.01);
+    }
+};
+
+VRN_TEST_MAIN(TestUnitIndex)
+#include "tst_unit_index.moc"
