@@ -11,3 +11,4 @@
 #include <vrn/qt/integer_validator.h>
 #include <vrn/qt/named_value_list_validator.h>
 #include <vrn/qt/string_edit_validator.h>
+#include <vrn/qt/unit_validator.h>

@@ -1,0 +1,70 @@
+#pragma once
+
+#include <vrn/qt/i_validator.h>
+#include <vrn/units/context.h>
+
+#include <boost/optional.hpp>
+
+#include <limits>
+
+namespace vrn::qt {
+
+/// A physical quantity with its unit. The value is a
+/// `vrn::units::IConverter::quantity`.
+///
+///     auto span = boost::make_shared<UnitValidator>(
+///         vrn::units::get_active_input_context(), vrn::units::UnitId::GEO_LENGTH);
+///     span->set_maximum(20.0); // metres, whatever unit is typed and shown
+///
+/// The id is a unit, or a unit set such as GEO_LENGTH. Values have this id; under
+/// a unit set their number is in the base scale (m, kN, t, sec and products of
+/// them), and so are minimum and maximum. Text may name any unit that fits; a
+/// bare number is in the display unit, and that is how values are shown.
+///
+/// While the user types, a quantity out of range is accepted; the end of editing
+/// clamps it, and formatting clamps again. A refused text leaves a quantity of
+/// zero in the value.
+///
+/// The validator has a copy of its context: a later change of the active system
+/// or its overrides does not reach it. An id that the context does not know makes
+/// its operations throw std::invalid_argument with "Invalid unit id.", and a
+/// display unit of another kind makes `reformat` throw one with "Incompatible
+/// units.".
+struct VRN_QT2_EXPORT UnitValidator : public IValidator
+{
+    using UnitId = vrn::units::UnitId::UnitId;
+
+    /// set_unit_id must follow before any use. Without it, the validator reports
+    /// an assertion and works on bare numbers.
+    explicit UnitValidator(vrn::units::Context context);
+    UnitValidator(vrn::units::Context context, UnitId unit_id);
+    ~UnitValidator() override;
+
+    UnitId get_unit_id() const;
+    void set_unit_id(UnitId unit_id);
+
+    void set_minimum(const double& minimum);
+    void set_maximum(const double& maximum);
+
+    /// True: empty text means no value. False, the default: it means zero.
+    void setEmptyValueAllowed(bool allowed);
+
+    bool validate(const QString& text, boost::any& value, const std::bitset<32>& flags) override;
+    bool validateWhenFinished(
+        const QString& text, boost::any& value, const std::bitset<32>& flags) override;
+    /// The quantity in its display unit, with the label: "12.500 kN/m2". A
+    /// postfix plays no part here.
+    QString reformat(const boost::any& value, const std::bitset<32>& flags) override;
+
+private:
+    double clamped(double value) const;
+
+    vrn::units::Context m_context;
+    boost::optional<UnitId> m_unit_id;
+    bool m_empty_is_zero = true;
+    bool m_empty_allowed = false;
+    double m_minimum = std::numeric_limits<double>::lowest();
+    double m_maximum = std::numeric_limits<double>::max();
+};
+
+} // namespace vrn::qt

@@ -1,0 +1,101 @@
+#include <vrn/qt/unit_validator.h>
+
+#include <vrn/assert/smart_assert.h>
+
+#include "validators/locale_for_flags_p.h"
+
+#include <utility>
+
+namespace vrn::qt {
+
+namespace units = vrn::units;
+
+UnitValidator::UnitValidator(units::Context context)
+    : m_context(std::move(context))
+{}
+
+UnitValidator::UnitValidator(units::Context context, UnitId unit_id)
+    : m_context(std::move(context))
+    , m_unit_id(unit_id)
+{}
+
+UnitValidator::~UnitValidator() = default;
+
+UnitValidator::UnitId UnitValidator::get_unit_id() const
+{
+    VRN_ASSERT(m_unit_id);
+    return m_unit_id.get_value_or(units::UnitId::BLANK);
+}
+
+void UnitValidator::set_unit_id(UnitId unit_id)
+{
+    m_unit_id = unit_id;
+}
+
+void UnitValidator::set_minimum(const double& minimum)
+{
+    m_minimum = minimum;
+}
+
+void UnitValidator::set_maximum(const double& maximum)
+{
+    m_maximum = maximum;
+}
+
+void UnitValidator::setEmptyValueAllowed(bool allowed)
+{
+    m_empty_allowed = allowed;
+    m_empty_is_zero = !allowed;
+}
+
+bool UnitValidator::validate(const QString& text, boost::any& value, const std::bitset<32>& flags)
+{
+    if (m_empty_allowed && text.isEmpty()) {
+        value.clear();
+        return true;
+    }
+    const UnitId unit_id = get_unit_id();
+    if (m_empty_is_zero && text.isEmpty()) {
+        value = units::IConverter::quantity{unit_id, 0.0};
+        return true;
+    }
+    const auto parsed = m_context.parse(text.toStdWString(), unit_id, stdLocaleForFlags(flags));
+    value = parsed.get_value_or({unit_id, 0.0});
+    return parsed.has_value();
+}
+
+bool UnitValidator::validateWhenFinished(
+    const QString& text, boost::any& value, const std::bitset<32>& flags)
+{
+    if (!validate(text, value, flags))
+        return false;
+    if (auto* quantity = boost::any_cast<units::IConverter::quantity>(&value))
+        quantity->value = clamped(quantity->value);
+    return true;
+}
+
+QString UnitValidator::reformat(const boost::any& value, const std::bitset<32>& flags)
+{
+    if (m_empty_allowed && value.empty())
+        return QString();
+    const auto* held = boost::any_cast<units::IConverter::quantity>(&value);
+    if (!held) {
+        VRN_ASSERT(value.type() == typeid(units::IConverter::quantity));
+        return QString();
+    }
+    units::IConverter::quantity shown = *held;
+    shown.value = clamped(shown.value);
+    return QString::fromStdWString(m_context.format(shown, stdLocaleForFlags(flags)));
+}
+
+// Written so that not-a-number comes out as the minimum.
+double UnitValidator::clamped(double value) const
+{
+    if (!(value >= m_minimum))
+        return m_minimum;
+    if (!(value <= m_maximum))
+        return m_maximum;
+    return value;
+}
+
+} // namespace vrn::qt
