@@ -1,9 +1,10 @@
 #include "formatting/feet_and_fractional_inches_parser_p.h"
 
 #include "formatting/number_writer_p.h"
-#include "formatting/utf8_p.h"
 
 #include <vrn/assert/smart_assert.h>
+
+#include <boost/locale/encoding_utf.hpp>
 
 #include <sstream>
 
@@ -47,7 +48,8 @@ std::wstring FeetAndFractionalInchesParser::format(
 
     const double lifted = value + whole_number_lift;
     if (!fits_32_bits(lifted)) {
-        const auto symbol = from_utf8(m_unit_provider->get_symbol(UnitId::FOOT));
+        const auto symbol = boost::locale::conv::utf_to_utf<wchar_t>(
+            m_unit_provider->get_symbol(UnitId::FOOT));
         return write_fixed(value, precision, symbol, locale);
     }
     const auto feet = static_cast<std::int32_t>(lifted);

@@ -14,8 +14,7 @@ FractionalInchesParser::FractionalInchesParser(const IUnitProvider* unit_provide
     , m_converter(converter)
 {}
 
-std::wstring FractionalInchesParser::format(
-    IConverter::quantity q, const std::locale& locale) const
+std::wstring FractionalInchesParser::format(IConverter::quantity q, const std::locale& locale) const
 {
     if (!m_converter->can_convert(q.unit_id, UnitId::INCH)) {
         VRN_ASSERT(m_converter->can_convert(q.unit_id, UnitId::INCH))("q.unit_id", q.unit_id);

@@ -28,14 +28,13 @@ constexpr std::int32_t most_decimals = 1074;
 /// As many decimals as the buffer has room for behind any double.
 constexpr std::int32_t most_quick_decimals = 128;
 
-void append_fixed(
-    std::wstring& text, double v, std::int32_t precision, const std::locale& locale)
+void append_fixed(std::wstring& text, double v, std::int32_t precision, const std::locale& locale)
 {
     if (precision <= most_quick_decimals && is_classic(locale)) {
         constexpr std::size_t sign_digits_and_point = 311;
         std::array<char, sign_digits_and_point + most_quick_decimals> buffer;
-        const auto written = std::to_chars(buffer.data(), buffer.data() + buffer.size(), v,
-            std::chars_format::fixed, precision);
+        const auto written = std::to_chars(
+            buffer.data(), buffer.data() + buffer.size(), v, std::chars_format::fixed, precision);
         text.append(buffer.data(), written.ptr);
         return;
     }

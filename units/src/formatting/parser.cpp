@@ -1,7 +1,8 @@
 #include "formatting/parser_p.h"
 
 #include "formatting/number_writer_p.h"
-#include "formatting/utf8_p.h"
+
+#include <boost/locale/encoding_utf.hpp>
 
 #include <algorithm>
 
@@ -21,7 +22,7 @@ std::wstring Parser::format(IConverter::quantity q, const std::locale& locale) c
 {
     const UnitId::UnitId display_unit = m_format_provider->get_unit(q.unit_id);
     const double value = m_converter->convert(q, display_unit).value;
-    const std::wstring label = from_utf8(label_of(q.unit_id, display_unit));
+    const auto label = boost::locale::conv::utf_to_utf<wchar_t>(label_of(q.unit_id, display_unit));
     std::int32_t precision = m_format_provider->get_precision(q.unit_id);
     if (precision < 0)
         precision = 3;

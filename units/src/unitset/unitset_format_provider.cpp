@@ -114,8 +114,7 @@ boost::optional<std::string> UnitsetFormatProvider::get_label(UnitId::UnitId id)
     return boost::none;
 }
 
-void UnitsetFormatProvider::set_label(
-    UnitId::UnitId id, const boost::optional<std::string>& label)
+void UnitsetFormatProvider::set_label(UnitId::UnitId id, const boost::optional<std::string>& label)
 {
     UnitFormat& format = override_of(id);
     if (label)
