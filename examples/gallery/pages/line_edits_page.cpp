@@ -1,6 +1,5 @@
 #include "pages/line_edits_page.h"
 
-#include <vrn/companion_qt/label.h>
 #include <vrn/qt/simple_line_edit.h>
 #include <vrn/qt/validators.h>
 #include <vrn/qt/value_history.h>
@@ -12,6 +11,7 @@
 #include <QLineEdit>
 
 #include "gallery_application.h"
+#include "pages/caption_column.h"
 #include "value_text.h"
 
 #include <algorithm>
@@ -140,7 +140,10 @@ LineEditsPage::LineEditsPage(QWidget* parent)
     addRow(tr("Steel &grade"), steelGrade(), 235.0, tr("S235, S275, S355 or (none)"));
     addRow(tr("Number or &auto"), numberOrAuto(), std::string("auto"), tr("a number, or auto"));
     addRow(tr("Ang&le in degree"), degreesOfRadian(), pi / 4, tr("kept in radian"));
-    alignCaptions();
+    std::vector<SimpleLineEdit*> edits;
+    for (const Row& row : m_rows)
+        edits.push_back(row.edit);
+    alignCaptions(edits);
     m_grid->setRowStretch(m_grid->rowCount(), 1);
     setFocusProxy(m_rows.front().edit);
 
@@ -194,22 +197,6 @@ void LineEditsPage::addHeader()
     m_grid->setColumnStretch(0, 3);
     m_grid->setColumnStretch(1, 2);
     m_grid->setHorizontalSpacing(18);
-}
-
-void LineEditsPage::alignCaptions()
-{
-    std::vector<VRN_QT_Label*> captions;
-    int width = 0;
-    for (const Row& row : m_rows) {
-        for (VRN_QT_Label* label : row.edit->findChildren<VRN_QT_Label*>()) {
-            if (label->buddy() != row.edit->edit())
-                continue;
-            captions.push_back(label);
-            width = std::max(width, label->sizeHint().width());
-        }
-    }
-    for (VRN_QT_Label* caption : captions)
-        caption->setMinimumWidth(width);
 }
 
 void LineEditsPage::refresh(const Row& row)

@@ -37,7 +37,6 @@ private:
     vrn::qt::SimpleLineEdit* addRow(const QString& caption, vrn::qt::IValidator::pointer validator,
         const boost::any& value, const QString& explanation);
     void addHeader();
-    void alignCaptions();
     static void refresh(const Row& row);
 
     QGridLayout* m_grid;

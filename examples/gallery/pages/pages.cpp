@@ -1,6 +1,7 @@
 #include "page.h"
 
 #include "pages/line_edits_page.h"
+#include "pages/quantities_page.h"
 
 namespace gallery {
 namespace {
@@ -17,6 +18,7 @@ const std::vector<Page>& pages()
 {
     static const std::vector<Page> all = {
         {QStringLiteral("line-edits"), QStringLiteral("Line edits"), &make<LineEditsPage>},
+        {QStringLiteral("quantities"), QStringLiteral("Quantities"), &make<QuantitiesPage>},
     };
     return all;
 }

@@ -1,0 +1,186 @@
+#include "pages/quantities_page.h"
+
+#include <vrn/qt/simple_line_edit.h>
+#include <vrn/qt/unit_validator.h>
+#include <vrn/qt/value_history.h>
+
+#include <boost/make_shared.hpp>
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QGridLayout>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QVBoxLayout>
+
+#include "pages/caption_column.h"
+
+#include <map>
+
+namespace gallery {
+namespace {
+
+using namespace vrn::qt;
+using vrn::units::Context;
+using vrn::units::UnitFormat;
+using Quantity = vrn::units::IConverter::quantity;
+namespace UnitId = vrn::units::UnitId;
+
+// Sixteenths of an inch, as on a folding rule.
+constexpr int inchFraction = 16;
+
+// Lets a control read and write numbers as its user does elsewhere. Controls
+// ask for the C locale always; whoever wants another says so in a validator.
+struct UserLocaleValidator : public ForwardValidator
+{
+    using ForwardValidator::ForwardValidator;
+
+    bool validate(const QString& text, boost::any& value, const std::bitset<32>& flags) override
+    {
+        return ForwardValidator::validate(text, value, withUserLocale(flags));
+    }
+    bool validateWhenFinished(
+        const QString& text, boost::any& value, const std::bitset<32>& flags) override
+    {
+        return ForwardValidator::validateWhenFinished(text, value, withUserLocale(flags));
+    }
+    QString reformat(const boost::any& value, const std::bitset<32>& flags) override
+    {
+        return ForwardValidator::reformat(value, withUserLocale(flags));
+    }
+
+private:
+    static std::bitset<32> withUserLocale(std::bitset<32> flags)
+    {
+        return flags.set(ValidationFlagUserLocale);
+    }
+};
+
+} // namespace
+
+QuantitiesPage::QuantitiesPage(QWidget* parent)
+    : QWidget(parent)
+    , m_system(new QComboBox)
+    , m_userLocale(new QCheckBox(tr("Numbers of the user's &locale")))
+    , m_feetAndInches(new QCheckBox(tr("Lengths in &feet and inches")))
+    , m_grid(new QGridLayout)
+{
+    auto* layout = new QVBoxLayout(this);
+    layout->addWidget(createChoices());
+    layout->addLayout(m_grid);
+    layout->addStretch(1);
+
+    m_grid->addWidget(new QLabel(tr("<b>Field</b>")), 0, 0);
+    m_grid->addWidget(new QLabel(tr("<b>Value in the base scale</b>")), 0, 1);
+    m_grid->setColumnMinimumWidth(0, fontMetrics().averageCharWidth() * 60);
+    m_grid->setColumnMinimumWidth(1, fontMetrics().averageCharWidth() * 30);
+    m_grid->setColumnStretch(0, 1);
+    m_grid->setHorizontalSpacing(18);
+
+    m_rows.reserve(12); // the slots of a row hold its address
+    addRow(UnitId::GEO_LENGTH, tr("Span"), 7.62);
+    addRow(UnitId::GEO_AREA, tr("Floor area"), 148.65);
+    addRow(UnitId::SECT_LENGTH, tr("Section height"), 0.3);
+    addRow(UnitId::SECT_AREA, tr("Section area"), 0.0149);
+    addRow(UnitId::BEAM_NFORCE, tr("Normal force"), -412.5);
+    addRow(UnitId::BEAM_BENDING, tr("Bending moment"), 186.25);
+    addRow(UnitId::LOAD_LINE, tr("Line load"), 12.5);
+    addRow(UnitId::LOAD_AREA, tr("Area load"), 3.5);
+    addRow(UnitId::MAT_STRESS, tr("Yield strength"), 355000.0);
+    addRow(UnitId::MAT_MODULE, tr("Modulus of elasticity"), 2.1e8);
+    addRow(UnitId::ANGLE, tr("Roof pitch"), 0.6108652381980153);
+    addRow(UnitId::VELOCITY, tr("Wind speed"), 25.0);
+
+    std::vector<SimpleLineEdit*> edits;
+    for (const Row& row : m_rows)
+        edits.push_back(row.edit);
+    alignCaptions(edits);
+    setFocusProxy(edits.front());
+    rebuildValidators();
+}
+
+QWidget* QuantitiesPage::createChoices()
+{
+    for (int system = 0; system < 10; ++system) {
+        m_system->addItem(system < 8 ? tr("System %1, metric").arg(system)
+                                     : tr("System %1, US customary").arg(system));
+    }
+    connect(m_system, QOverload<int>::of(&QComboBox::currentIndexChanged), this,
+        &QuantitiesPage::rebuildValidators);
+    connect(m_userLocale, &QCheckBox::toggled, this, &QuantitiesPage::rebuildValidators);
+    connect(m_feetAndInches, &QCheckBox::toggled, this, &QuantitiesPage::rebuildValidators);
+
+    auto* choices = new QWidget;
+    auto* layout = new QHBoxLayout(choices);
+    layout->setContentsMargins(0, 0, 0, 0);
+    auto* label = new QLabel(tr("&Unit system"));
+    label->setBuddy(m_system);
+    layout->addWidget(label);
+    layout->addWidget(m_system);
+    layout->addSpacing(18);
+    layout->addWidget(m_userLocale);
+    layout->addWidget(m_feetAndInches);
+    layout->addStretch(1);
+    return choices;
+}
+
+void QuantitiesPage::addRow(UnitId::UnitId kind, const QString& caption, double baseValue)
+{
+    auto validator = boost::make_shared<ForwardValidator>(nullptr);
+    auto* edit = SimpleLineEdit::create(
+        this, caption, boost::shared_ptr<IValidator>(validator), 0, ExpandHorizontal);
+    edit->setValueHistory(vrn::ValueHistory::create(L"gallery", caption.toStdWString()));
+    auto* label = new QLabel;
+    label->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    const int line = m_grid->rowCount();
+    m_grid->addWidget(edit, line, 0);
+    m_grid->addWidget(label, line, 1);
+
+    m_rows.push_back({kind, Quantity{kind, baseValue}, validator, edit, label});
+    Row& row = m_rows.back();
+    connect(edit, &SimpleLineEdit::valueChanged, this, [this, &row] { takeOver(row); });
+}
+
+// The one place where a value changes: its user has entered another.
+void QuantitiesPage::takeOver(Row& row)
+{
+    if (!row.edit->isValueValid()) {
+        row.baseValue->setText(tr("refused"));
+        return;
+    }
+    // Leaving a field untouched must not round its value to what is shown.
+    if (row.edit->edit()->text() != row.validator->reformat(row.value, 0)) {
+        row.value = row.edit->getValue();
+        row.edit->addCurrentValueToValueHistory();
+    }
+    row.baseValue->setNum(boost::any_cast<const Quantity&>(row.value).value);
+}
+
+void QuantitiesPage::rebuildValidators()
+{
+    const Context context = chosenContext();
+    for (Row& row : m_rows) {
+        IValidator::pointer validator = boost::make_shared<UnitValidator>(context, row.kind);
+        if (m_userLocale->isChecked())
+            validator = boost::make_shared<UserLocaleValidator>(validator);
+        row.validator->setValidator(validator);
+        row.edit->setValue(row.value);
+        row.baseValue->setText(
+            QString::number(boost::any_cast<const Quantity&>(row.value).value, 'g', 17));
+    }
+}
+
+Context QuantitiesPage::chosenContext() const
+{
+    std::map<std::int32_t, UnitFormat> overrides;
+    if (m_feetAndInches->isChecked()) {
+        UnitFormat feetAndInches;
+        feetAndInches.unit_id = UnitId::FOOT_AND_FRACTIONAL_INCH;
+        feetAndInches.precision = inchFraction;
+        overrides[UnitId::GEO_LENGTH] = feetAndInches;
+    }
+    return Context(m_system->currentIndex(), overrides);
+}
+
+} // namespace gallery
