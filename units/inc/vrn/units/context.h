@@ -1,0 +1,68 @@
+#pragma once
+
+#include <vrn/units/converter.h>
+#include <vrn/units/unitset_format_provider.h>
+#include <vrn/units/varnelik_unit_provider.h>
+
+#include <locale>
+
+namespace vrn::units {
+inline namespace v1 {
+
+/// The unit library in one value: units, formats and conversion, and the way
+/// between quantities and text.
+///
+///     Context context(8); // the first of the US customary systems
+///     const auto length = context.parse(L"1' 6''", UnitId::GEO_LENGTH, std::locale("C"));
+///     // length->value is 0.4572, in metres
+///     context.format(*length, std::locale("C")); // L"1.50 ft"
+///
+/// A copy is independent of its original, so a change of the one is not seen by
+/// the other. Reading is safe from any thread, as long as nobody changes the
+/// formats.
+class VRN_UNITS_EXPORT Context
+{
+public:
+    /// For the parameters see UnitsetFormatProvider.
+    explicit Context(
+        std::int32_t system_index = 0, std::map<std::int32_t, UnitFormat> overrides = {});
+    ~Context();
+
+    Context(const Context& other);
+    /// Leaves `other` without overrides, in the same system.
+    Context(Context&& other);
+    Context& operator=(const Context& other);
+    Context& operator=(Context&& other);
+
+    const VarnelikUnitProvider& unit_provider() const noexcept { return m_unit_provider; }
+    const UnitsetFormatProvider& format_provider() const noexcept { return m_format_provider; }
+    UnitsetFormatProvider& format_provider() noexcept { return m_format_provider; }
+    const Converter& converter() const noexcept { return m_converter; }
+
+    /// Reads a quantity of `unit_id`, a unit or a unit set. A number without a
+    /// unit is in the display unit of `unit_id`. The result has the id `unit_id`;
+    /// it is empty where the text is no quantity, or one of another kind.
+    boost::optional<IConverter::quantity> parse(
+        const std::wstring& text, UnitId::UnitId unit_id, const std::locale& locale) const;
+
+    /// Writes `q` in its display unit.
+    std::wstring format(IConverter::quantity q, const std::locale& locale) const;
+
+    /// The code of the dimension of the unit in which `unit_id` is shown. Throws
+    /// std::invalid_argument with "Invalid unit id." where `unit_id` or the unit
+    /// in which it is shown is not known.
+    std::uint32_t get_display_dimension(UnitId::UnitId unit_id) const;
+
+private:
+    boost::optional<IConverter::quantity> read(
+        const std::wstring& text, UnitId::UnitId unit_id, const std::locale& locale) const;
+    boost::optional<IConverter::quantity> finish(
+        IConverter::quantity parsed, UnitId::UnitId unit_id) const;
+
+    VarnelikUnitProvider m_unit_provider;
+    UnitsetFormatProvider m_format_provider;
+    Converter m_converter; ///< Points at m_unit_provider of the same object.
+};
+
+} // namespace v1
+} // namespace vrn::units

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <vrn/units/unit_id.h>
+#include <vrn/units/vrn_units_export.h>
+
+namespace vrn::units {
+inline namespace v1 {
+
+/// Takes values from one unit to another.
+class VRN_UNITS_EXPORT IConverter
+{
+public:
+    /// A number and what it is measured in. Under the id of a unit set the value
+    /// is in the base scale.
+    struct quantity
+    {
+        UnitId::UnitId unit_id = UnitId::BLANK;
+        double value = 0.0;
+    };
+
+    virtual ~IConverter();
+
+    /// Between two units: whether they measure the same. Between a unit and a
+    /// unit set: whether the set lists the unit. Two different sets never convert.
+    virtual bool can_convert(UnitId::UnitId from, UnitId::UnitId to) const = 0;
+
+    /// The same quantity under `unit_id`. Throws std::invalid_argument with
+    /// "Incompatible units." where can_convert says no.
+    virtual quantity convert(quantity q, UnitId::UnitId unit_id) const = 0;
+
+    /// The value of `q` in the base scale.
+    virtual double to_base(quantity q) const = 0;
+
+    /// The quantity under `unit_id` whose value in the base scale is `value`.
+    virtual quantity from_base(double value, UnitId::UnitId unit_id) const = 0;
+};
+
+} // namespace v1
+} // namespace vrn::units

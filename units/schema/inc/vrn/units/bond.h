@@ -1,0 +1,106 @@
+#pragma once
+
+#ifdef VRN_USE_SYSTEM_BOND
+
+#include <bond/core/bond.h>
+#include <bond/core/exception.h>
+
+#else
+
+#include <vrn/units/vrn_units_export.h>
+
+#include <exception>
+#include <string>
+#include <utility>
+
+/// The few names of Bond that the unit library's types use, for builds without
+/// Bond. Configure with VRN_USE_SYSTEM_BOND to take Bond's own.
+namespace bond {
+
+/// Root of Bond's exceptions.
+class VRN_UNITS_EXPORT Exception : public std::exception
+{
+public:
+    explicit Exception(std::string message)
+        : m_message(std::move(message))
+    {}
+
+    const char* what() const noexcept override { return m_message.c_str(); }
+
+private:
+    std::string m_message;
+};
+
+/// Thrown where a record is used against its schema.
+class VRN_UNITS_EXPORT CoreException : public Exception
+{
+public:
+    using Exception::Exception;
+};
+
+/// A field that may hold nothing. To read a nothing is an error.
+template <typename T>
+class maybe
+{
+public:
+    maybe() = default;
+    explicit maybe(T value)
+        : m_is_nothing(false)
+        , m_value(std::move(value))
+    {}
+
+    maybe& operator=(T value)
+    {
+        m_value = std::move(value);
+        m_is_nothing = false;
+        return *this;
+    }
+
+    bool is_nothing() const noexcept { return m_is_nothing; }
+
+    void set_nothing()
+    {
+        m_value = T();
+        m_is_nothing = true;
+    }
+
+    /// Makes the field hold a value, a default one at first, and gives access to it.
+    T& set_value()
+    {
+        m_is_nothing = false;
+        return m_value;
+    }
+    void set_value(T value) { *this = std::move(value); }
+
+    /// Throws CoreException where there is no value.
+    const T& value() const
+    {
+        require_value();
+        return m_value;
+    }
+    T& value()
+    {
+        require_value();
+        return m_value;
+    }
+
+    friend bool operator==(const maybe& left, const maybe& right)
+    {
+        return left.m_is_nothing == right.m_is_nothing && left.m_value == right.m_value;
+    }
+    friend bool operator!=(const maybe& left, const maybe& right) { return !(left == right); }
+
+private:
+    void require_value() const
+    {
+        if (m_is_nothing)
+            throw CoreException("Field value is 'nothing'");
+    }
+
+    bool m_is_nothing = true;
+    T m_value = T(); ///< Blank while the field is nothing.
+};
+
+} // namespace bond
+
+#endif
