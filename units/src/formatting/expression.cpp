@@ -1,4 +1,4 @@
-#include "expression_p.h"
+#include "formatting/expression_p.h"
 
 #include <vrn/assert/smart_assert.h>
 
@@ -156,16 +156,25 @@ private:
     Symbols symbol_set()
     {
         if (!skip(L'['))
-            return skip(L'.') ? all & ~set_of(symbols::line_break) : symbol();
+            return plain_symbol();
         const bool negated = skip(L'^');
         Symbols set = 0;
         while (m_good && !skip(L']')) {
-            require(!at_end());
+            // A "-" elsewhere would make a range.
+            require(!at_end() && (peek() != L'-' || m_text.substr(m_at, 2) == L"-]"));
             set |= symbol();
         }
         return negated ? all & ~set : set;
     }
 
+    Symbols plain_symbol()
+    {
+        // A quantifier with nothing before it.
+        require(peek() != L'+');
+        return skip(L'.') ? all & ~set_of(symbols::line_break) : symbol();
+    }
+
+    /// One character or an escape.
     Symbols symbol()
     {
         const bool escaped = skip(L'\\');
@@ -175,7 +184,10 @@ private:
         if (escaped && character == L's')
             return white_space;
         const Symbol symbol = symbol_of(character);
-        require(symbol < symbols::named.size());
+        // Letters and digits have other meanings behind a "\\".
+        const bool is_punctuation = std::wstring_view(L".,/-+'").find(character)
+            != std::wstring_view::npos;
+        require(symbol < symbols::named.size() && (!escaped || is_punctuation));
         return set_of(symbol);
     }
 

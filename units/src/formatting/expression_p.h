@@ -1,6 +1,6 @@
 #pragma once
 
-#include "subject_p.h"
+#include "formatting/subject_p.h"
 
 #include <array>
 #include <cstddef>

@@ -1,6 +1,6 @@
-#include "number_reader_p.h"
+#include "formatting/number_reader_p.h"
 
-#include "expression_p.h"
+#include "formatting/expression_p.h"
 
 #include <boost/container/small_vector.hpp>
 

@@ -1,4 +1,4 @@
-#include "quantity_grammar_p.h"
+#include "formatting/quantity_grammar_p.h"
 
 #include <algorithm>
 #include <string>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "expression_p.h"
+#include "formatting/expression_p.h"
 
 #include <string_view>
 #include <vector>

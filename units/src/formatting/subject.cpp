@@ -1,4 +1,4 @@
-#include "subject_p.h"
+#include "formatting/subject_p.h"
 
 #include <array>
 
