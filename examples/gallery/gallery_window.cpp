@@ -19,7 +19,7 @@ GalleryWindow::GalleryWindow(QWidget* parent)
         m_titles->addItem(page.title);
         m_stack->addWidget(page.create(nullptr));
     }
-    m_titles->setMaximumWidth(160);
+    m_titles->setMinimumWidth(fontMetrics().averageCharWidth() * 18);
     connect(m_titles, &QListWidget::currentRowChanged, m_stack, &QStackedWidget::setCurrentIndex);
     m_titles->setCurrentRow(0);
 

@@ -188,6 +188,9 @@ void LineEditsPage::addHeader()
         auto* label = new QLabel(QStringLiteral("<b>%1</b>").arg(title), this);
         m_grid->addWidget(label, 0, column++);
     }
+    // Room for the caption, some twenty characters and a unit.
+    m_grid->setColumnMinimumWidth(0, fontMetrics().averageCharWidth() * 55);
+    m_grid->setColumnMinimumWidth(1, fontMetrics().averageCharWidth() * 26);
     m_grid->setColumnStretch(0, 3);
     m_grid->setColumnStretch(1, 2);
     m_grid->setHorizontalSpacing(18);

@@ -29,9 +29,14 @@ bool PopupGroup::eventFilter(QObject* watched, QEvent* event)
     if (watched == m_edit
         && (type == QEvent::Move || type == QEvent::Resize || type == QEvent::FocusIn))
         reposition();
-    // The final size of a popup is known only after it was shown.
-    if (type == QEvent::Show && holds(watched))
+    if (watched == m_edit->window() && type == QEvent::Move)
+        reposition();
+    if (type == QEvent::Show && holds(watched)) {
+        // The popups are windows of their own: nobody else moves them along.
+        m_edit->window()->installEventFilter(this);
+        // The final size of a popup is known only after it was shown.
         QTimer::singleShot(0, this, &PopupGroup::reposition);
+    }
     return QObject::eventFilter(watched, event);
 }
 

@@ -13,7 +13,8 @@ class QLineEdit;
 namespace vrn::qt::detail {
 
 /// Stacks popups below a line edit, in the order in which they were added, with
-/// a gap of 5 pixels between them. A popup of height 0 keeps its gap.
+/// a gap of 5 pixels between them. A popup of height 0 keeps its gap. They follow
+/// the edit wherever its window goes.
 class VRN_QT2_EXPORT PopupGroup : public QObject
 {
     Q_OBJECT

@@ -30,9 +30,9 @@ public:
 
     Context(const Context& other);
     /// Leaves `other` without overrides, in the same system.
-    Context(Context&& other);
+    Context(Context&& other) noexcept;
     Context& operator=(const Context& other);
-    Context& operator=(Context&& other);
+    Context& operator=(Context&& other) noexcept;
 
     const VarnelikUnitProvider& unit_provider() const noexcept { return m_unit_provider; }
     const UnitsetFormatProvider& format_provider() const noexcept { return m_format_provider; }

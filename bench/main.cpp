@@ -1,0 +1,31 @@
+#include <benchmark/benchmark.h>
+
+#include <QApplication>
+
+#include <cstdlib>
+#include <iterator>
+#include <vector>
+
+#include "comparison.h"
+
+namespace bench {
+void addLineEditComparisons();
+void addValidatorComparisons();
+} // namespace bench
+
+// vrn-bench [FILTER]: prints what this library costs beside what it replaces.
+int main(int argc, char** argv)
+{
+    QApplication application(argc, argv);
+
+    // Rounds of both sides alternate, so that a busy machine hurts both alike.
+    char interleave[] = "--benchmark_enable_random_interleaving=true";
+    char shortRounds[] = "--benchmark_min_time=0.05";
+    std::vector<char*> arguments = {argv[0], interleave, shortRounds};
+    int count = static_cast<int>(arguments.size());
+    benchmark::Initialize(&count, arguments.data());
+
+    bench::addValidatorComparisons();
+    bench::addLineEditComparisons();
+    return bench::run(argc > 1 ? argv[1] : "") ? EXIT_SUCCESS : EXIT_FAILURE;
+}

@@ -1,0 +1,63 @@
+#include <vrn/companion_qt/translator.h>
+
+#include <QApplication>
+#include <QLocale>
+
+#include "support/test_object.h"
+
+#include <memory>
+
+// Needs application objects of its own: keys announced before one exists are
+// taken up by the next.
+class TestTranslator : public vrn::test::TestObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase() { QLocale::setDefault(QLocale(QStringLiteral("de_DE"))); }
+
+    void cleanup()
+    {
+        m_application.reset();
+        TestObject::cleanup();
+    }
+
+    void aKeyAnnouncedBeforeTheApplicationIsTakenUpByIt()
+    {
+        QVERIFY(VRN_QT_InitTranslator("vrn_test"));
+        QCOMPARE(QObject::tr("Beam"), QString("Beam"));
+        startApplication();
+        QCOMPARE(QObject::tr("Beam"), QString::fromUtf8("Träger"));
+    }
+
+    void theNextApplicationHasItToo()
+    {
+        startApplication();
+        QCOMPARE(QObject::tr("Beam"), QString::fromUtf8("Träger"));
+    }
+
+    void aKeyWithoutAFileIsNoError()
+    {
+        startApplication();
+        QVERIFY(VRN_QT_InitTranslator("vrn_nobody_has_this"));
+        QCOMPARE(QObject::tr("Column"), QString("Column"));
+    }
+
+private:
+    void startApplication()
+    {
+        static int argc = 1;
+        static char name[] = "tst_translator";
+        static char* argv[] = {name, nullptr};
+        m_application = std::make_unique<QCoreApplication>(argc, argv);
+    }
+
+    std::unique_ptr<QCoreApplication> m_application;
+};
+
+int main(int argc, char** argv)
+{
+    TestTranslator test;
+    return QTest::qExec(&test, argc, argv);
+}
+#include "tst_translator.moc"

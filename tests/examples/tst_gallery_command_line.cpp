@@ -1,0 +1,58 @@
+#include <QImage>
+#include <QProcess>
+#include <QTemporaryDir>
+
+#include "support/test_main.h"
+#include "support/test_object.h"
+
+class TestGalleryCommandLine : public vrn::test::TestObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void listNamesThePages()
+    {
+        QCOMPARE(run({"--list"}), 0);
+        QVERIFY(m_output.contains("line-edits\tLine edits\n"));
+    }
+
+    void screenshotSavesThePageAndQuits()
+    {
+        const QTemporaryDir folder;
+        const QString file = folder.filePath("page.png");
+        QCOMPARE(run({"--page", "line-edits", "--locale", "de_DE", "--screenshot", file}), 0);
+        const QImage image(file);
+        QVERIFY(image.width() > 600);
+        QVERIFY(image.height() > 300);
+    }
+
+    void aScreenshotThatCannotBeWrittenIsAnError()
+    {
+        QCOMPARE(run({"--screenshot", "/no/such/folder/page.png"}), 2);
+        QVERIFY(m_errors.contains("/no/such/folder/page.png"));
+    }
+
+    void anUnknownPageIsAnError()
+    {
+        QCOMPARE(run({"--page", "moonlight"}), 2);
+        QVERIFY(m_errors.contains("moonlight"));
+    }
+
+private:
+    int run(const QStringList& arguments)
+    {
+        QProcess process;
+        process.start(QStringLiteral(VRN_GALLERY), arguments);
+        if (!process.waitForFinished())
+            return -1;
+        m_output = QString::fromUtf8(process.readAllStandardOutput());
+        m_errors = QString::fromUtf8(process.readAllStandardError());
+        return process.exitCode();
+    }
+
+    QString m_output;
+    QString m_errors;
+};
+
+VRN_TEST_MAIN(TestGalleryCommandLine)
+#include "tst_gallery_command_line.moc"

@@ -1,0 +1,268 @@
+#include <vrn/qt/simple_line_edit.h>
+
+#include <QImage>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QScreen>
+#include <QSignalSpy>
+
+#include "gallery_application.h"
+#include "gallery_window.h"
+#include "support/test_object.h"
+#include "support/x11_input.h"
+
+#include <memory>
+
+using namespace vrn::test;
+using vrn::qt::SimpleLineEdit;
+
+namespace {
+
+// How many pixels of the edit on the screen are red and how many are black.
+struct Ink
+{
+    int red = 0;
+    int black = 0;
+};
+
+Ink inkOf(const QLineEdit* edit)
+{
+    const QRect area(edit->mapToGlobal(QPoint(3, 3)), edit->size() - QSize(6, 6));
+    const QImage image =
+        edit->screen()->grabWindow(0, area.x(), area.y(), area.width(), area.height()).toImage();
+    Ink ink;
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x) {
+            const QColor pixel = image.pixelColor(x, y);
+            if (pixel.red() > 200 && pixel.green() < 60 && pixel.blue() < 60)
+                ++ink.red;
+            if (pixel.red() < 60 && pixel.green() < 60 && pixel.blue() < 60)
+                ++ink.black;
+        }
+    }
+    return ink;
+}
+
+} // namespace
+
+// Drives the page of line edits by keys and clicks of the X server.
+class TestGalleryLineEdits : public TestObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init()
+    {
+        TestObject::init();
+        m_window = std::make_unique<gallery::GalleryWindow>();
+        QVERIFY(m_window->showPage(QStringLiteral("line-edits")));
+        m_window->show();
+        QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
+        // The cursor bar would count as black ink.
+        QApplication::setCursorFlashTime(0);
+    }
+
+    void cleanup()
+    {
+        m_window.reset();
+        TestObject::cleanup();
+    }
+
+    void aRefusedTextIsRedAndAGoodOneIsBlack()
+    {
+        SimpleLineEdit* number = focusField("Number");
+        replaceText("12x");
+        QTRY_COMPARE(number->edit()->text(), QString("12x"));
+        QVERIFY(!number->isValueValid());
+        QTRY_VERIFY(inkOf(number->edit()).red > 20);
+
+        x11::press({"BackSpace"});
+        QTRY_COMPARE(number->edit()->text(), QString("12"));
+        QVERIFY(number->isValueValid());
+        QTRY_COMPARE(inkOf(number->edit()).red, 0);
+        QVERIFY(inkOf(number->edit()).black > 20);
+    }
+
+    void enterClampsAndFormats()
+    {
+        SimpleLineEdit* number = focusField("Number");
+        QSignalSpy changed(number, &SimpleLineEdit::valueChanged);
+        replaceText("1e9");
+        QTRY_COMPARE(number->edit()->text(), QString("1e9"));
+        QVERIFY(number->isValueValid());
+        QCOMPARE(changed.count(), 0);
+
+        x11::press({"Return"});
+        QTRY_COMPARE(number->edit()->text(), QString("100.000"));
+        QCOMPARE(changed.count(), 1);
+        QCOMPARE(number->getValue(), boost::any(100.0));
+    }
+
+    void aRefusedTextStaysWhenTheFieldIsLeft()
+    {
+        SimpleLineEdit* number = focusField("Number");
+        QSignalSpy changed(number, &SimpleLineEdit::valueChanged);
+        replaceText("wide");
+        x11::press({"Tab"});
+        QTRY_VERIFY(!number->edit()->hasFocus());
+        QCOMPARE(number->edit()->text(), QString("wide"));
+        QVERIFY(!number->isValueValid());
+        QCOMPARE(changed.count(), 1);
+    }
+
+    void aHintStandsBelowTheFieldWhileTheFocusStaysInIt()
+    {
+        SimpleLineEdit* number = focusField("Number");
+        x11::type("1");
+        QTRY_VERIFY(popup(number, "vrn::qt::detail::EditHintPopup"));
+        const QWidget* hint = popup(number, "vrn::qt::detail::EditHintPopup");
+        QTRY_COMPARE(hint->pos(), number->edit()->mapToGlobal(QPoint(0, number->edit()->height())));
+        x11::type("7");
+        QTRY_VERIFY(number->edit()->text().endsWith("17"));
+        QVERIFY(hint->isVisible());
+        QVERIFY(hasKeyboard(number));
+    }
+
+    void theHistoryOffersTheLastFiveAndAClickTakesOneOver()
+    {
+        SimpleLineEdit* number = focusField("Integer");
+        for (const char* entry : {"1", "2", "3", "4", "5", "6"}) {
+            replaceText(entry);
+            x11::press({"Return"});
+            QTRY_COMPARE(number->edit()->text(), QString(entry));
+        }
+        x11::press({"Tab"});
+        QTRY_VERIFY(!number->edit()->hasFocus());
+        QTRY_VERIFY(!popup(number, "vrn::qt::detail::HistoryPopup"));
+        x11::press({"shift+Tab"});
+        QTRY_VERIFY(number->edit()->hasFocus());
+        QTRY_VERIFY(popup(number, "vrn::qt::detail::HistoryPopup"));
+
+        const QWidget* history = popup(number, "vrn::qt::detail::HistoryPopup");
+        auto* list = history->findChild<QListWidget*>();
+        QStringList offered;
+        for (int row = 0; row < list->count(); ++row)
+            offered << list->item(row)->text();
+        QCOMPARE(offered, QStringList({"6", "5", "4", "3", "2"}));
+        // It stands below the hint with a gap, all of it on the screen.
+        QTRY_VERIFY(history->y() > number->edit()->mapToGlobal(QPoint()).y());
+        QVERIFY(number->edit()->screen()->geometry().contains(history->geometry()));
+
+        QSignalSpy changed(number, &SimpleLineEdit::valueChanged);
+        const QRect third = list->visualItemRect(list->item(2));
+        x11::click(list->viewport()->mapToGlobal(third.center()));
+        QTRY_COMPARE(number->edit()->text(), QString("4"));
+        QCOMPARE(changed.count(), 1);
+        QCOMPARE(number->getValue(), boost::any(4));
+        QVERIFY(hasKeyboard(number));
+
+        x11::type("9");
+        QTRY_COMPARE(number->edit()->text(), QString("49"));
+    }
+
+    void anEmptyHistoryIsNoDotOnTheScreen()
+    {
+        SimpleLineEdit* angle = focusField("Angle in degree");
+        for (const QWidget* window : QApplication::topLevelWidgets()) {
+            if (window->parentWidget() != angle->edit())
+                continue;
+            QCOMPARE(window->size(), QSize(0, 0));
+            const bool mapped = window->isVisible()
+                && !window->testAttribute(Qt::WA_DontShowOnScreen);
+            QVERIFY2(!mapped, window->metaObject()->className());
+        }
+    }
+
+    void popupsFollowTheWindow()
+    {
+        SimpleLineEdit* number = focusField("Number");
+        x11::type("1");
+        QTRY_VERIFY(popup(number, "vrn::qt::detail::EditHintPopup"));
+        const QWidget* hint = popup(number, "vrn::qt::detail::EditHintPopup");
+        m_window->move(m_window->pos() + QPoint(40, 60));
+        QTRY_COMPARE(hint->pos(), number->edit()->mapToGlobal(QPoint(0, number->edit()->height())));
+    }
+
+    void popupsHideWhenAnotherWindowIsActivated()
+    {
+        SimpleLineEdit* number = focusField("Number");
+        x11::type("1");
+        QTRY_VERIFY(popup(number, "vrn::qt::detail::EditHintPopup"));
+        QWidget other;
+        other.resize(100, 100);
+        other.show();
+        QVERIFY(QTest::qWaitForWindowActive(&other));
+        QTRY_VERIFY(!popup(number, "vrn::qt::detail::EditHintPopup"));
+        QVERIFY(!popup(number, "vrn::qt::detail::HistoryPopup"));
+    }
+
+    void anUnknownUnitIsShownAndTheFieldGoesOn()
+    {
+        QString message;
+        connect(qobject_cast<gallery::GalleryApplication*>(qApp),
+            &gallery::GalleryApplication::exceptionCaught, this,
+            [&message](const QString& text) { message = text; });
+        SimpleLineEdit* distance = focusField("Distance in m");
+        replaceText("2 yd");
+        QTRY_COMPARE(distance->edit()->text(), QString("2 yd"));
+        QVERIFY(message.contains("yd"));
+        QVERIFY(!distance->isValueValid());
+        QTRY_VERIFY(inkOf(distance->edit()).red > 20);
+
+        replaceText("150 cm");
+        x11::press({"Return"});
+        QTRY_COMPARE(distance->edit()->text(), QString("1.500"));
+        QVERIFY(distance->isValueValid());
+    }
+
+private:
+    // The field whose edit has that accessible name, with the focus in it.
+    SimpleLineEdit* focusField(const QString& caption)
+    {
+        SimpleLineEdit* found = nullptr;
+        for (auto* field : m_window->findChildren<SimpleLineEdit*>()) {
+            if (field->edit()->accessibleName() == caption)
+                found = field;
+        }
+        if (!found)
+            qFatal("no field %s", qPrintable(caption));
+        x11::click(found->edit()->mapToGlobal(found->edit()->rect().center()));
+        [&] { QTRY_VERIFY(hasKeyboard(found)); }();
+        return found;
+    }
+
+    void replaceText(const QString& text)
+    {
+        x11::press({"ctrl+a"});
+        x11::type(text);
+    }
+
+    // Whether what is typed next goes into this field.
+    bool hasKeyboard(SimpleLineEdit* field) const
+    {
+        return QApplication::focusWidget() == field->edit()
+            && x11::activeWindow() == m_window->winId();
+    }
+
+    // The popup of that class below the field, if it is on the screen.
+    static const QWidget* popup(SimpleLineEdit* field, const char* className)
+    {
+        for (const QWidget* window : QApplication::topLevelWidgets()) {
+            if (window->parentWidget() == field->edit() && window->inherits(className)
+                && window->isVisible() && !window->testAttribute(Qt::WA_DontShowOnScreen))
+                return window;
+        }
+        return nullptr;
+    }
+
+    std::unique_ptr<gallery::GalleryWindow> m_window;
+};
+
+int main(int argc, char** argv)
+{
+    gallery::GalleryApplication application(argc, argv);
+    TestGalleryLineEdits test;
+    return QTest::qExec(&test, argc, argv);
+}
+#include "tst_gallery_line_edits.moc"

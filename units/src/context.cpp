@@ -1,0 +1,119 @@
+#include <vrn/units/context.h>
+
+#include "definitions/unit_records_p.h"
+#include "formatting/feet_and_fractional_inches_parser_p.h"
+#include "formatting/fractional_inches_parser_p.h"
+#include "formatting/parser_p.h"
+
+#include <stdexcept>
+#include <utility>
+
+namespace vrn::units {
+inline namespace v1 {
+
+Context::Context(std::int32_t system_index, std::map<std::int32_t, UnitFormat> overrides)
+    : m_format_provider(system_index, std::move(overrides))
+{
+    m_converter.set_unit_provider(&m_unit_provider);
+}
+
+Context::~Context() = default;
+
+Context::Context(const Context& other)
+    : m_format_provider(other.m_format_provider)
+{
+    m_converter.set_unit_provider(&m_unit_provider);
+}
+
+Context::Context(Context&& other) noexcept
+    : m_format_provider(std::move(other.m_format_provider))
+{
+    m_converter.set_unit_provider(&m_unit_provider);
+}
+
+// In an assignment the formats alone change hands: each converter stays with the
+// provider of its own object.
+Context& Context::operator=(const Context& other)
+{
+    m_format_provider = other.m_format_provider;
+    return *this;
+}
+
+Context& Context::operator=(Context&& other) noexcept
+{
+    m_format_provider = std::move(other.m_format_provider);
+    return *this;
+}
+
+boost::optional<IConverter::quantity> Context::parse(
+    const std::wstring& text, UnitId::UnitId unit_id, const std::locale& locale) const
+{
+    auto parsed = read(text, unit_id, locale);
+    if (!parsed)
+        return boost::none;
+    if (parsed->unit_id == UnitId::DIMENSIONLESS)
+        parsed->unit_id = m_format_provider.get_unit(unit_id);
+    return finish(*parsed, unit_id);
+}
+
+boost::optional<IConverter::quantity> Context::read(
+    const std::wstring& text, UnitId::UnitId unit_id, const std::locale& locale) const
+{
+    const auto dimension = get_display_dimension(unit_id);
+    if (dimension == get_display_dimension(UnitId::FEET_AND_FRACTIONAL_INCHES)) {
+        const FeetAndFractionalInchesParser parser(
+            &m_unit_provider, &m_format_provider, &m_converter);
+        if (const auto parsed = parser.parse(text, locale))
+            return parsed;
+    }
+    if (dimension == get_display_dimension(UnitId::FRACTIONAL_INCHES)) {
+        const FractionalInchesParser parser(&m_unit_provider, &m_format_provider, &m_converter);
+        if (const auto parsed = parser.parse(text, locale))
+            return parsed;
+    }
+    return Parser(&m_unit_provider, &m_format_provider, &m_converter).parse(text, locale);
+}
+
+// One symbol may serve several kinds: text is read as the first unit that carries
+// the symbol, and here another unit of the same symbol may take its place.
+boost::optional<IConverter::quantity> Context::finish(
+    IConverter::quantity parsed, UnitId::UnitId unit_id) const
+{
+    if (m_converter.can_convert(parsed.unit_id, unit_id))
+        return m_converter.convert(parsed, unit_id);
+    const auto* group = get_same_symbol_groups().find(parsed.unit_id);
+    if (!group)
+        return boost::none;
+    for (const UnitId::UnitId member : *group) {
+        if (m_converter.can_convert(member, unit_id))
+            return m_converter.convert({member, parsed.value}, unit_id);
+    }
+    return boost::none;
+}
+
+std::wstring Context::format(IConverter::quantity q, const std::locale& locale) const
+{
+    switch (m_format_provider.get_unit(q.unit_id)) {
+    case UnitId::FEET_AND_FRACTIONAL_INCHES:
+        return FeetAndFractionalInchesParser(&m_unit_provider, &m_format_provider, &m_converter)
+            .format(q, locale);
+    case UnitId::FRACTIONAL_INCHES:
+        return FractionalInchesParser(&m_unit_provider, &m_format_provider, &m_converter)
+            .format(q, locale);
+    default:
+        return Parser(&m_unit_provider, &m_format_provider, &m_converter).format(q, locale);
+    }
+}
+
+std::uint32_t Context::get_display_dimension(UnitId::UnitId unit_id) const
+{
+    if (m_format_provider.is_known(unit_id)) {
+        const UnitId::UnitId display_unit = m_format_provider.get_unit(unit_id);
+        if (m_unit_provider.is_known(display_unit))
+            return m_unit_provider.get_dimension(display_unit);
+    }
+    throw std::invalid_argument("Invalid unit id.");
+}
+
+} // namespace v1
+} // namespace vrn::units

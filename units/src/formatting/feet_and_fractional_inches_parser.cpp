@@ -1,0 +1,64 @@
+#include "formatting/feet_and_fractional_inches_parser_p.h"
+
+#include "formatting/number_writer_p.h"
+
+#include <vrn/assert/smart_assert.h>
+
+#include <boost/locale/encoding_utf.hpp>
+
+#include <sstream>
+
+namespace vrn::units {
+inline namespace v1 {
+namespace {
+
+constexpr double foot = 0.3048;
+constexpr double inch = 0.0254;
+
+/// Whether truncation gives a number that a 32-bit integer holds.
+bool fits_32_bits(double v)
+{
+    return v > -0x1p31 - 1.0 && v < 0x1p31;
+}
+
+} // namespace
+
+FeetAndFractionalInchesParser::FeetAndFractionalInchesParser(const IUnitProvider* unit_provider,
+    const IFormatProvider* format_provider, const IConverter* converter)
+    : m_unit_provider(unit_provider)
+    , m_format_provider(format_provider)
+    , m_converter(converter)
+{}
+
+// Inches that round up to a foot stay inches, as in "1' 12 ''", and a negative length
+// has a sign on both parts. The text is meant to be so, although what is negative is
+// not read back.
+std::wstring FeetAndFractionalInchesParser::format(
+    IConverter::quantity q, const std::locale& locale) const
+{
+    if (!m_converter->can_convert(q.unit_id, UnitId::FOOT)) {
+        VRN_ASSERT(m_converter->can_convert(q.unit_id, UnitId::FOOT))("q.unit_id", q.unit_id);
+        return {};
+    }
+    const double value = m_converter->convert(q, UnitId::FOOT).value;
+    std::int32_t precision = m_format_provider->get_precision(q.unit_id);
+    VRN_ASSERT(precision >= 0)("precision", precision);
+    if (precision < 0)
+        precision = 4;
+
+    const double lifted = value + whole_number_lift;
+    if (!fits_32_bits(lifted)) {
+        const auto symbol = boost::locale::conv::utf_to_utf<wchar_t>(
+            m_unit_provider->get_symbol(UnitId::FOOT));
+        return write_fixed(value, precision, symbol, locale);
+    }
+    const auto feet = static_cast<std::int32_t>(lifted);
+    const double inches = (value - feet) * foot / inch;
+    // The feet are not written in the locale of the call; only the fraction is.
+    std::wostringstream text;
+    text << feet << L"' " << write_fraction(inches, precision, L"''", locale);
+    return text.str();
+}
+
+} // namespace v1
+} // namespace vrn::units

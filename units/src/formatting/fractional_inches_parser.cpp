@@ -1,0 +1,32 @@
+#include "formatting/fractional_inches_parser_p.h"
+
+#include "formatting/number_writer_p.h"
+
+#include <vrn/assert/smart_assert.h>
+
+namespace vrn::units {
+inline namespace v1 {
+
+FractionalInchesParser::FractionalInchesParser(const IUnitProvider* unit_provider,
+    const IFormatProvider* format_provider, const IConverter* converter)
+    : m_unit_provider(unit_provider)
+    , m_format_provider(format_provider)
+    , m_converter(converter)
+{}
+
+std::wstring FractionalInchesParser::format(IConverter::quantity q, const std::locale& locale) const
+{
+    if (!m_converter->can_convert(q.unit_id, UnitId::INCH)) {
+        VRN_ASSERT(m_converter->can_convert(q.unit_id, UnitId::INCH))("q.unit_id", q.unit_id);
+        return {};
+    }
+    const double inches = m_converter->convert(q, UnitId::INCH).value;
+    std::int32_t precision = m_format_provider->get_precision(q.unit_id);
+    VRN_ASSERT(precision >= 0)("precision", precision);
+    if (precision < 0)
+        precision = 4;
+    return write_fraction(inches, precision, L"''", locale);
+}
+
+} // namespace v1
+} // namespace vrn::units

@@ -1,0 +1,138 @@
+#include "formatting/number_writer_p.h"
+
+#include <vrn/assert/smart_assert.h>
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <cmath>
+#include <cstddef>
+#include <iomanip>
+#include <numeric>
+#include <sstream>
+
+namespace vrn::units {
+inline namespace v1 {
+namespace {
+
+/// In the classic locale `std::to_chars` writes what a stream writes: both are
+/// correctly rounded, neither groups digits. It is many times faster.
+bool is_classic(const std::locale& locale)
+{
+    return locale == std::locale::classic();
+}
+
+/// No double has a digit other than 0 behind this many decimals.
+constexpr std::int32_t most_decimals = 1074;
+
+/// As many decimals as the buffer has room for behind any double.
+constexpr std::int32_t most_quick_decimals = 128;
+
+void append_fixed(std::wstring& text, double v, std::int32_t precision, const std::locale& locale)
+{
+    if (precision <= most_quick_decimals && is_classic(locale)) {
+        constexpr std::size_t sign_digits_and_point = 311;
+        std::array<char, sign_digits_and_point + most_quick_decimals> buffer;
+        const auto written = std::to_chars(
+            buffer.data(), buffer.data() + buffer.size(), v, std::chars_format::fixed, precision);
+        text.append(buffer.data(), written.ptr);
+        return;
+    }
+    std::wostringstream stream;
+    stream.imbue(locale);
+    // The stream puts all digits on the stack, however many are asked for; the
+    // zeros at the end need no stream.
+    stream << std::fixed << std::setprecision(std::min(precision, most_decimals)) << v;
+    text += stream.str();
+    if (precision > most_decimals && std::isfinite(v))
+        text.append(static_cast<std::size_t>(precision - most_decimals), stream.widen('0'));
+}
+
+void append_integer(std::wstring& text, std::int64_t number, const std::locale& locale)
+{
+    if (is_classic(locale)) {
+        text += std::to_wstring(number);
+        return;
+    }
+    std::wostringstream stream;
+    stream.imbue(locale);
+    stream << number;
+    text += stream.str();
+}
+
+void append_label(std::wstring& text, const std::wstring& label)
+{
+    if (!label.empty()) {
+        text += L' ';
+        text += label;
+    }
+}
+
+/// Whether truncation gives a number that a 64-bit integer holds.
+bool fits_64_bits(double v)
+{
+    return v >= -0x1p63 && v < 0x1p63;
+}
+
+} // namespace
+
+std::wstring write_fixed(
+    double v, std::int32_t precision, const std::wstring& label, const std::locale& locale)
+{
+    std::wstring text;
+    append_fixed(text, v, precision, locale);
+    append_label(text, label);
+    return text;
+}
+
+std::wstring write_scientific(
+    double v, std::int32_t precision, const std::wstring& label, const std::locale& locale)
+{
+    if (!std::isfinite(v))
+        return write_fixed(v, precision, label, locale);
+    // A zero, whatever its sign, has the mantissa 0.
+    const int exponent = v == 0.0 ? 0 : static_cast<int>(std::log10(std::abs(v)));
+    const double mantissa = v == 0.0 ? 0.0 : v / std::pow(10.0, exponent);
+    std::wstring text;
+    append_fixed(text, mantissa, precision, locale);
+    text += L'e';
+    append_integer(text, exponent, locale);
+    append_label(text, label);
+    return text;
+}
+
+std::wstring write_fraction(
+    double v, std::int32_t p, const std::wstring& label, const std::locale& locale)
+{
+    VRN_ASSERT(p > 0)("p", p);
+    const double lifted = v + whole_number_lift;
+    if (p <= 0 || !fits_64_bits(lifted))
+        return write_fixed(v, p, label, locale);
+
+    auto whole = static_cast<std::int64_t>(lifted);
+    const double fraction = std::abs(v - static_cast<double>(whole));
+    std::int64_t numerator = std::llround(p * fraction);
+    const std::int64_t divisor = std::gcd(numerator, std::int64_t{p});
+    const std::int64_t denominator = p / divisor;
+    numerator /= divisor;
+    if (denominator == 1) {
+        whole += whole < 0 ? -numerator : numerator;
+        numerator = 0;
+    }
+
+    std::wstring text;
+    if (whole != 0 || numerator == 0)
+        append_integer(text, whole, locale);
+    if (whole != 0 && numerator != 0)
+        text += L' ';
+    if (numerator != 0) {
+        append_integer(text, numerator, locale);
+        text += L'/';
+        append_integer(text, denominator, locale);
+    }
+    append_label(text, label);
+    return text;
+}
+
+} // namespace v1
+} // namespace vrn::units

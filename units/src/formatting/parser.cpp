@@ -1,0 +1,56 @@
+#include "formatting/parser_p.h"
+
+#include "formatting/number_writer_p.h"
+
+#include <boost/locale/encoding_utf.hpp>
+
+#include <algorithm>
+
+namespace vrn::units {
+inline namespace v1 {
+
+IParser::~IParser() = default;
+
+Parser::Parser(const IUnitProvider* unit_provider, const IFormatProvider* format_provider,
+    const IConverter* converter)
+    : m_unit_provider(unit_provider)
+    , m_format_provider(format_provider)
+    , m_converter(converter)
+{}
+
+std::wstring Parser::format(IConverter::quantity q, const std::locale& locale) const
+{
+    const UnitId::UnitId display_unit = m_format_provider->get_unit(q.unit_id);
+    const double value = m_converter->convert(q, display_unit).value;
+    const auto label = boost::locale::conv::utf_to_utf<wchar_t>(label_of(q.unit_id, display_unit));
+    std::int32_t precision = m_format_provider->get_precision(q.unit_id);
+    if (precision < 0)
+        precision = 3;
+    switch (m_format_provider->get_format(q.unit_id)) {
+    case 0:
+        return write_fixed(value, precision, label, locale);
+    case 1:
+        return write_scientific(value, precision, label, locale);
+    case 2:
+        return write_fraction(value, precision, label, locale);
+    default:
+        return {};
+    }
+}
+
+// A label can only choose among the spellings that the unit has, or hide the unit;
+// any other text is ignored.
+std::string Parser::label_of(UnitId::UnitId id, UnitId::UnitId display_unit) const
+{
+    if (const auto label = m_format_provider->get_label(id)) {
+        if (label->empty())
+            return {};
+        const auto& spellings = m_unit_provider->get_alternative_symbols(display_unit);
+        if (std::find(spellings.begin(), spellings.end(), *label) != spellings.end())
+            return *label;
+    }
+    return m_unit_provider->get_symbol(display_unit);
+}
+
+} // namespace v1
+} // namespace vrn::units

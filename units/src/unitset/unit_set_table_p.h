@@ -1,0 +1,14 @@
+#pragma once
+
+#include <vrn/units/catalogue.h>
+
+#include <array>
+
+namespace vrn::units {
+inline namespace v1 {
+
+/// All unit sets, by rising id.
+extern const std::array<UnitSetRow, 135> unitSetTable;
+
+} // namespace v1
+} // namespace vrn::units
