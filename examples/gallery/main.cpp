@@ -51,8 +51,11 @@ int main(int argc, char** argv)
 
     if (parser.isSet(listOption))
         return listPages();
-    if (parser.isSet(localeOption))
+    if (parser.isSet(localeOption)) {
+        // Plain numbers go by QLocale, quantities by the standard library.
         QLocale::setDefault(QLocale(parser.value(localeOption)));
+        qputenv("LC_ALL", parser.value(localeOption).toLatin1() + ".UTF-8");
+    }
 
     GalleryWindow window;
     QObject::connect(

@@ -1,5 +1,7 @@
 #include "value_text.h"
 
+#include <QLocale>
+
 #include <string>
 #include <utility>
 
@@ -12,7 +14,7 @@ std::pair<QString, QString> describe(const boost::any& value)
     if (value.empty())
         return {QStringLiteral("(no value)"), QString()};
     if (const auto* number = boost::any_cast<double>(&value))
-        return {QStringLiteral("double"), QString::number(*number, 'g', 17)};
+        return {QStringLiteral("double"), QString::number(*number, 'g', QLocale::FloatingPointShortest)};
     if (const auto* number = boost::any_cast<int>(&value))
         return {QStringLiteral("int"), QString::number(*number)};
     if (const auto* number = boost::any_cast<unsigned int>(&value))

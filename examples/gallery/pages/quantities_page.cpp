@@ -6,9 +6,11 @@
 
 #include <boost/make_shared.hpp>
 
+#include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QGridLayout>
+#include <QGroupBox>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
@@ -29,6 +31,8 @@ namespace UnitId = vrn::units::UnitId;
 
 // Sixteenths of an inch, as on a folding rule.
 constexpr int inchFraction = 16;
+
+constexpr int systemCount = 10;
 
 // Lets a control read and write numbers as its user does elsewhere. Controls
 // ask for the C locale always; whoever wants another says so in a validator.
@@ -65,15 +69,18 @@ QuantitiesPage::QuantitiesPage(QWidget* parent)
     , m_userLocale(new QCheckBox(tr("Numbers of the user's &locale")))
     , m_feetAndInches(new QCheckBox(tr("Lengths in &feet and inches")))
     , m_grid(new QGridLayout)
+    , m_overview(new QGroupBox)
 {
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(createChoices());
     layout->addLayout(m_grid);
+    layout->addSpacing(9);
+    layout->addWidget(createOverview());
     layout->addStretch(1);
 
     m_grid->addWidget(new QLabel(tr("<b>Field</b>")), 0, 0);
     m_grid->addWidget(new QLabel(tr("<b>Value in the base scale</b>")), 0, 1);
-    m_grid->setColumnMinimumWidth(0, fontMetrics().averageCharWidth() * 60);
+    m_grid->setColumnMinimumWidth(0, fontMetrics().averageCharWidth() * 50);
     m_grid->setColumnMinimumWidth(1, fontMetrics().averageCharWidth() * 30);
     m_grid->setColumnStretch(0, 1);
     m_grid->setHorizontalSpacing(18);
@@ -98,11 +105,17 @@ QuantitiesPage::QuantitiesPage(QWidget* parent)
     alignCaptions(edits);
     setFocusProxy(edits.front());
     rebuildValidators();
+    connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* focused) {
+        for (std::size_t row = 0; row < m_rows.size(); ++row) {
+            if (m_rows[row].edit->edit() == focused)
+                showInAllSystems(row);
+        }
+    });
 }
 
 QWidget* QuantitiesPage::createChoices()
 {
-    for (int system = 0; system < 10; ++system) {
+    for (int system = 0; system < systemCount; ++system) {
         m_system->addItem(system < 8 ? tr("System %1, metric").arg(system)
                                      : tr("System %1, US customary").arg(system));
     }
@@ -123,6 +136,19 @@ QWidget* QuantitiesPage::createChoices()
     layout->addWidget(m_feetAndInches);
     layout->addStretch(1);
     return choices;
+}
+
+QWidget* QuantitiesPage::createOverview()
+{
+    auto* layout = new QGridLayout(m_overview);
+    constexpr int columns = 5;
+    for (int system = 0; system < systemCount; ++system) {
+        auto* label = new QLabel;
+        label->setTextInteractionFlags(Qt::TextSelectableByMouse);
+        layout->addWidget(label, system / columns, system % columns);
+        m_inSystem.push_back(label);
+    }
+    return m_overview;
 }
 
 void QuantitiesPage::addRow(UnitId::UnitId kind, const QString& caption, double baseValue)
@@ -154,33 +180,52 @@ void QuantitiesPage::takeOver(Row& row)
         row.value = row.edit->getValue();
         row.edit->addCurrentValueToValueHistory();
     }
-    row.baseValue->setNum(boost::any_cast<const Quantity&>(row.value).value);
+    showBaseValue(row);
+    showInAllSystems(m_shownRow);
 }
 
 void QuantitiesPage::rebuildValidators()
 {
-    const Context context = chosenContext();
+    const Context context = contextOf(m_system->currentIndex());
     for (Row& row : m_rows) {
         IValidator::pointer validator = boost::make_shared<UnitValidator>(context, row.kind);
         if (m_userLocale->isChecked())
             validator = boost::make_shared<UserLocaleValidator>(validator);
         row.validator->setValidator(validator);
         row.edit->setValue(row.value);
-        row.baseValue->setText(
-            QString::number(boost::any_cast<const Quantity&>(row.value).value, 'g', 17));
+        showBaseValue(row);
+    }
+    showInAllSystems(m_shownRow);
+}
+
+void QuantitiesPage::showBaseValue(const Row& row)
+{
+    const double value = boost::any_cast<const Quantity&>(row.value).value;
+    row.baseValue->setText(QString::number(value, 'g', QLocale::FloatingPointShortest));
+}
+
+void QuantitiesPage::showInAllSystems(std::size_t index)
+{
+    m_shownRow = index;
+    const Row& row = m_rows[index];
+    m_overview->setTitle(tr("%1 in all systems").arg(row.edit->edit()->accessibleName()));
+    for (int system = 0; system < systemCount; ++system) {
+        UnitValidator validator(contextOf(system), row.kind);
+        m_inSystem[static_cast<std::size_t>(system)]->setText(
+            QStringLiteral("%1:  %2").arg(system).arg(validator.reformat(row.value, 0)));
     }
 }
 
-Context QuantitiesPage::chosenContext() const
+Context QuantitiesPage::contextOf(int system) const
 {
     std::map<std::int32_t, UnitFormat> overrides;
     if (m_feetAndInches->isChecked()) {
         UnitFormat feetAndInches;
-        feetAndInches.unit_id = UnitId::FOOT_AND_FRACTIONAL_INCH;
+        feetAndInches.unit_id = UnitId::FEET_AND_FRACTIONAL_INCHES;
         feetAndInches.precision = inchFraction;
         overrides[UnitId::GEO_LENGTH] = feetAndInches;
     }
-    return Context(m_system->currentIndex(), overrides);
+    return Context(system, overrides);
 }
 
 } // namespace gallery

@@ -13,6 +13,7 @@
 class QCheckBox;
 class QComboBox;
 class QGridLayout;
+class QGroupBox;
 class QLabel;
 
 namespace vrn::qt {
@@ -45,16 +46,22 @@ private:
     };
 
     QWidget* createChoices();
+    QWidget* createOverview();
     void addRow(vrn::units::UnitId::UnitId kind, const QString& caption, double baseValue);
     void takeOver(Row& row);
     void rebuildValidators();
-    vrn::units::Context chosenContext() const;
+    static void showBaseValue(const Row& row);
+    void showInAllSystems(std::size_t index);
+    vrn::units::Context contextOf(int system) const;
 
     QComboBox* m_system;
     QCheckBox* m_userLocale;
     QCheckBox* m_feetAndInches;
     QGridLayout* m_grid;
     std::vector<Row> m_rows;
+    QGroupBox* m_overview; ///< One value in all systems: that of m_shownRow.
+    std::vector<QLabel*> m_inSystem;
+    std::size_t m_shownRow = 0;
 };
 
 } // namespace gallery
