@@ -7,7 +7,10 @@ struct OneWay : vrn::qt::IValidator
 {
     bool validate(const QString&, boost::any&, const std::bitset<32>&) override { return true; }
 #if !MUST_NOT_COMPILE
-    QString reformat(const boost::any&, const std::bitset<32>&) override { return {}; }
+    QString reformat(const boost::any&, const std::bitset<32>&) override
+    {
+        return {};
+    }
 #endif
 };
 
