@@ -258,6 +258,32 @@ private Q_SLOTS:
         QCOMPARE(m_log, QStringList("1.reformat"));
     }
 
+    void aNullMemberIsReportedAndLeftOut()
+    {
+        auto one = member("1", false, 1);
+        auto two = member("2", true, 2);
+        two->formatted = "two";
+        expectAssert("missing == m_members.end()", {"missing"});
+        ChainedValidator chain(chainOf(std::unique_ptr<RecordingValidator>(), std::move(one),
+            std::unique_ptr<RecordingValidator>(), std::move(two)));
+        QCOMPARE(asserts().last().values.at(0).second, std::string("2"));
+        boost::any value;
+        QVERIFY(chain.validate("text", value, noFlags));
+        QCOMPARE(value, boost::any(2));
+        QCOMPARE(chain.reformat(1.5, noFlags), QString("two"));
+        QCOMPARE(m_log, QStringList({"1.validate", "2.validate", "1.reformat", "2.reformat"}));
+    }
+
+    void aChainOfNullMembersIsEmpty()
+    {
+        expectAssert("missing == m_members.end()", {"missing"});
+        ChainedValidator chain(chainOf(std::unique_ptr<RecordingValidator>()));
+        boost::any value = 7;
+        QVERIFY(!chain.validate("text", value, noFlags));
+        QCOMPARE(value, boost::any(7));
+        QVERIFY(chain.reformat(1.5, noFlags).isEmpty());
+    }
+
     void theChainOwnsItsMembers()
     {
         struct Doomed : public RecordingValidator
