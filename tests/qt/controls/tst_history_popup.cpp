@@ -86,6 +86,12 @@ private Q_SLOTS:
         QCOMPARE(f.list->sizePolicy().verticalPolicy(), QSizePolicy::Fixed);
     }
 
+    void aClickLeavesTheFocusInTheField()
+    {
+        const Fixture f({});
+        QCOMPARE(f.list->focusPolicy(), Qt::NoFocus);
+    }
+
     void showingListsTheValuesNewestFirst_data()
     {
         QTest::addColumn<QStringList>("added");

@@ -178,6 +178,17 @@ private Q_SLOTS:
         QCOMPARE(f.below(), f.window.mapToGlobal(QPoint(40, 50 + 60)));
     }
 
+    void shownPopupsFollowTheWindow()
+    {
+        Fixture f;
+        f.popups[0]->show();
+        QTRY_COMPARE(f.positions(), f.stacked());
+        const QPoint before = f.below();
+        f.window.move(180, 150);
+        QTRY_COMPARE(f.below(), before + QPoint(80, 50));
+        QTRY_COMPARE(f.positions(), f.stacked());
+    }
+
     // Only then has a popup the size that it will have.
     void aPopupThatIsShownRepositionsAfterTheShow_data()
     {
