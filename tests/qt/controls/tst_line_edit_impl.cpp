@@ -39,7 +39,8 @@ QPixmap square(int size)
 
 int frameWidthOf(const QLineEdit& edit, unsigned int options)
 {
-    return options & 1 ? 0 : edit.style()->pixelMetric(QStyle::PM_DefaultFrameWidth, nullptr, &edit);
+    return options & 1 ? 0
+                       : edit.style()->pixelMetric(QStyle::PM_DefaultFrameWidth, nullptr, &edit);
 }
 
 boost::shared_ptr<vrn::ValueHistory> historyOf(const std::vector<std::wstring>& values)
@@ -107,7 +108,8 @@ private Q_SLOTS:
         else
             QCOMPARE(button->iconSize(), button->icon().availableSizes().value(0));
         QCOMPARE(button->cursor().shape(), Qt::ArrowCursor);
-        QCOMPARE(button->styleSheet(), QString("QToolButton { border: none; padding: 0; margin: 0; }"));
+        QCOMPARE(
+            button->styleSheet(), QString("QToolButton { border: none; padding: 0; margin: 0; }"));
         QVERIFY(!button->isHidden());
 
         const QSize size = button->sizeHint();
@@ -181,10 +183,18 @@ private Q_SLOTS:
         QTest::addColumn<QString>("before");
         QTest::addColumn<QString>("result");
         QTest::addColumn<QString>("selected");
-        QTest::newRow("another text is taken and selected") << "12" << "34" << "34";
-        QTest::newRow("the same text changes nothing") << "12" << "12" << "";
-        QTest::newRow("an empty text is taken too") << "12" << "" << "";
-        QTest::newRow("an empty field can be filled") << "" << "34" << "34";
+        QTest::newRow("another text is taken and selected") << "12"
+                                                            << "34"
+                                                            << "34";
+        QTest::newRow("the same text changes nothing") << "12"
+                                                       << "12"
+                                                       << "";
+        QTest::newRow("an empty text is taken too") << "12"
+                                                    << ""
+                                                    << "";
+        QTest::newRow("an empty field can be filled") << ""
+                                                      << "34"
+                                                      << "34";
     }
 
     void aClickReplacesTheText()
@@ -340,10 +350,9 @@ private Q_SLOTS:
         QTest::keyClicks(field->edit(), "1");
         form.leave();
         form.enter();
-        QCoreApplication::processEvents();
         QVERIFY(hint->height() > 0);
-        QCOMPARE(hint->pos(), below());
-        QCOMPARE(history->pos(), below() + QPoint(0, hint->height() + 5));
+        QTRY_COMPARE(hint->pos(), below());
+        QTRY_COMPARE(history->pos(), below() + QPoint(0, hint->height() + 5));
     }
 
     void theHintOfAFieldThatNeverHadTheFocusIsKept()

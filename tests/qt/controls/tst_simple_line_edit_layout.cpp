@@ -96,14 +96,14 @@ private Q_SLOTS:
         QTest::addColumn<QString>("caption");
         QTest::addColumn<bool>("withButton");
         QTest::addColumn<Parts>("parts");
-        QTest::newRow("the edit and a hidden unit") << "" << false << Parts{"edit", "label '' hidden"};
+        QTest::newRow("the edit and a hidden unit")
+            << "" << false << Parts{"edit", "label '' hidden"};
         QTest::newRow("a caption comes first")
             << "Span" << false << Parts{"label 'Span'", "edit", "label '' hidden"};
         QTest::newRow("a button comes last")
             << "" << true << Parts{"edit", "label '' hidden", "button '...'"};
-        QTest::newRow("all of them") << "Span" << true
-                                     << Parts{"label 'Span'", "edit", "label '' hidden",
-                                            "button '...'"};
+        QTest::newRow("all of them")
+            << "Span" << true << Parts{"label 'Span'", "edit", "label '' hidden", "button '...'"};
     }
 
     void partsStandInOrder()
@@ -150,7 +150,8 @@ private Q_SLOTS:
         QFETCH(bool, horizontal);
         // The enumeration has two values; the range of its type has more.
         const auto value = static_cast<ExpandDirection>(direction & 3);
-        const QScopedPointer<SimpleLineEdit> field(createField("Span", [] {}, 0, value));
+        const QScopedPointer<SimpleLineEdit> field(createField(
+            "Span", [] {}, 0, value));
         QCOMPARE(qobject_cast<QHBoxLayout*>(field->layout()) != nullptr, horizontal);
         QCOMPARE(qobject_cast<QVBoxLayout*>(field->layout()) != nullptr, !horizontal);
         QCOMPARE(field->layout()->contentsMargins(), QMargins(2, 2, 2, 2));
@@ -189,9 +190,12 @@ private Q_SLOTS:
     {
         QTest::addColumn<QString>("caption");
         QTest::addColumn<QString>("name");
-        QTest::newRow("plain") << "Span" << "Span";
-        QTest::newRow("with a shortcut") << "&Span" << "Span";
-        QTest::newRow("with an ampersand") << "Nuts && bolts" << "Nuts & bolts";
+        QTest::newRow("plain") << "Span"
+                               << "Span";
+        QTest::newRow("with a shortcut") << "&Span"
+                                         << "Span";
+        QTest::newRow("with an ampersand") << "Nuts && bolts"
+                                           << "Nuts & bolts";
     }
 
     void theCaptionNamesTheEdit()
@@ -244,11 +248,16 @@ private Q_SLOTS:
         QTest::addColumn<QString>("caption");
         QTest::addColumn<QString>("unit");
         QTest::addColumn<bool>("withButton");
-        QTest::newRow("the edit alone") << "" << "" << false;
-        QTest::newRow("with a unit") << "" << "kN/m2" << false;
-        QTest::newRow("with a caption") << "Distance of supports" << "" << false;
-        QTest::newRow("with caption and unit") << "Span" << "m" << false;
-        QTest::newRow("the button has no part in it") << "Span" << "m" << true;
+        QTest::newRow("the edit alone") << ""
+                                        << "" << false;
+        QTest::newRow("with a unit") << ""
+                                     << "kN/m2" << false;
+        QTest::newRow("with a caption") << "Distance of supports"
+                                        << "" << false;
+        QTest::newRow("with caption and unit") << "Span"
+                                               << "m" << false;
+        QTest::newRow("the button has no part in it") << "Span"
+                                                      << "m" << true;
     }
 
     void sizeHints()
@@ -277,10 +286,9 @@ private Q_SLOTS:
     void theWidthFactorHasNoEffect_data()
     {
         QTest::addColumn<double>("factor");
-        for (const double factor : {0.0, 0.001, 0.5, 1.0, 50.0, 1000.0, -1.0,
-                 std::numeric_limits<double>::infinity(),
-                 -std::numeric_limits<double>::infinity(),
-                 std::numeric_limits<double>::quiet_NaN()})
+        for (const double factor :
+            {0.0, 0.001, 0.5, 1.0, 50.0, 1000.0, -1.0, std::numeric_limits<double>::infinity(),
+                -std::numeric_limits<double>::infinity(), std::numeric_limits<double>::quiet_NaN()})
             QTest::newRow(qPrintable(QString::number(factor))) << factor;
     }
 

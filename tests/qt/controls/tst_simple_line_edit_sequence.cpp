@@ -87,8 +87,8 @@ private Q_SLOTS:
         std::mt19937 random(usedSeed);
         const auto below = [&](unsigned int limit) { return int(random() % limit); };
 
-        Form form;
         vrn::test::Log log;
+        Form form;
         auto* field = new HookedLineEdit(nullptr, boost::make_shared<DigitsValidator>(), &log);
         form.open(field);
         const auto* unit = qobject_cast<QLabel*>(field->layout()->itemAt(1)->widget());
@@ -174,8 +174,8 @@ private:
     template <typename Actual, typename Expected>
     static void compare(const Actual& actual, const Expected& expected, const QString& where)
     {
-        const QString text = QString("%1: %2 instead of %3")
-                                 .arg(where, print(actual), print(Actual(expected)));
+        const QString text =
+            QString("%1: %2 instead of %3").arg(where, print(actual), print(Actual(expected)));
         QVERIFY2(actual == expected, qPrintable(text));
     }
 

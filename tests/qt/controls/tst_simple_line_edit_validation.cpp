@@ -82,7 +82,8 @@ private Q_SLOTS:
         QTest::addColumn<QString>("styleSheet");
 
         const Action enter = pressing(Qt::Key_Return);
-        QTest::newRow("nothing: not valid yet") << inOrder({}) << 0 << false << "" << "";
+        QTest::newRow("nothing: not valid yet") << inOrder({}) << 0 << false << ""
+                                                << "";
         QTest::newRow("a good number is black") << typing("12") << 0 << true << "12" << blackText();
         QTest::newRow("a refused text is red") << typing("1x") << 0 << false << "1x" << redText();
         QTest::newRow("a refused text that is mended is black again")
@@ -94,8 +95,8 @@ private Q_SLOTS:
             << typing("1e9") << 0 << true << "1e9" << blackText();
         QTest::newRow("Enter clamps and formats a number out of range")
             << inOrder({typing("1e9"), enter}) << 1 << true << "100.00" << blackText();
-        QTest::newRow("Enter formats a number") << inOrder({typing("1.5"), enter}) << 1 << true
-                                                << "1.50" << blackText();
+        QTest::newRow("Enter formats a number")
+            << inOrder({typing("1.5"), enter}) << 1 << true << "1.50" << blackText();
         QTest::newRow("the Enter of the number pad ends editing too")
             << inOrder({typing("1.5"), pressing(Qt::Key_Enter)}) << 1 << true << "1.50"
             << blackText();
@@ -111,18 +112,21 @@ private Q_SLOTS:
             << enter << 1 << true << "0.00" << blackText();
         QTest::newRow("the text of a varying selection is a text like any other")
             << typing("*VARIES*") << 0 << false << "*VARIES*" << redText();
-        QTest::newRow("a decimal comma is refused") << typing("1,5") << 0 << false << "1,5"
-                                                    << redText();
+        QTest::newRow("a decimal comma is refused")
+            << typing("1,5") << 0 << false << "1,5" << redText();
         QTest::newRow("setValue reports nothing and sets no colour")
-            << setting(1.5) << 0 << true << "1.50" << "";
+            << setting(1.5) << 0 << true << "1.50"
+            << "";
         QTest::newRow("setValue clamps by way of formatting")
-            << setting(1e9) << 0 << true << "100.00" << "";
+            << setting(1e9) << 0 << true << "100.00"
+            << "";
         QTest::newRow("setValue leaves the red of the text before it")
             << inOrder({typing("1x"), setting(1.5)}) << 0 << true << "1.50" << redText();
         QTest::newRow("setValue and Enter report once")
             << inOrder({setting(1.5), enter}) << 1 << true << "1.50" << blackText();
         QTest::newRow("a text set by the application is not validated")
-            << settingText("1x") << 0 << false << "1x" << "";
+            << settingText("1x") << 0 << false << "1x"
+            << "";
         QTest::newRow("a text set by the application is validated at Enter")
             << inOrder({settingText("1x"), enter}) << 1 << false << "1x" << redText();
         QTest::newRow("a text set behind a good one does not change its validity")
@@ -190,7 +194,8 @@ private Q_SLOTS:
         log.clear();
         field->edit()->setText("x");
         field->onEditingFinished();
-        QCOMPARE(log, Log({"veto x", "validate x", "hint x", "veto x", "finish x", "valueChanged"}));
+        QCOMPARE(
+            log, Log({"veto x", "validate x", "hint x", "veto x", "finish x", "valueChanged"}));
     }
 
     void theResultIsInPlaceWhenTheSignalComes()
@@ -209,6 +214,29 @@ private Q_SLOTS:
         QCOMPARE(text, QString("100.00"));
         QVERIFY(valid);
         QCOMPARE(value, boost::any(100.0));
+    }
+
+    void aRefusalAtTheEndAloneIsRed()
+    {
+        struct Strict : public DigitsValidator
+        {
+            bool validateWhenFinished(const QString& /*text*/, boost::any& /*value*/,
+                const std::bitset<32>& /*f*/) override
+            {
+                return false;
+            }
+        };
+        const QScopedPointer<SimpleLineEdit> field(
+            SimpleLineEdit::create(nullptr, {}, new Strict, 0, ExpandHorizontal));
+        QSignalSpy valueChanged(field.data(), &SimpleLineEdit::valueChanged);
+        field->edit()->setText("12");
+        field->onTextEdited("12");
+        QVERIFY(field->isValueValid());
+        field->onEditingFinished();
+        QVERIFY(!field->isValueValid());
+        QCOMPARE(field->edit()->styleSheet(), redText());
+        QCOMPARE(field->edit()->text(), QString("12"));
+        QCOMPARE(valueChanged.count(), 1);
     }
 
     void aVetoLeavesEverythingAsItWas()
