@@ -2,16 +2,11 @@
 
 #include <QTest>
 
+#include "support/time_limit.h"
+
 #include <ctime>
 
 namespace vrn::test {
-
-/// The longest that any answer to a keystroke may take, whatever was pasted.
-#if defined(__SANITIZE_ADDRESS__)
-inline constexpr double keystrokeMilliseconds = 10 * 50.0;
-#else
-inline constexpr double keystrokeMilliseconds = 50.0;
-#endif
 
 /// Fails the running test if `operation` takes longer than a keystroke may.
 ///
@@ -26,11 +21,11 @@ void verifyTakesAKeystroke(const char* name, Operation&& operation)
         const std::clock_t start = std::clock();
         operation();
         milliseconds = 1e3 * static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC;
-        if (milliseconds <= keystrokeMilliseconds)
+        if (milliseconds <= timeLimitMs())
             return;
     }
     const QByteArray report = QByteArray(name) + " took " + QByteArray::number(milliseconds)
-        + " ms, more than " + QByteArray::number(keystrokeMilliseconds);
+        + " ms, more than " + QByteArray::number(timeLimitMs());
     QTest::qFail(report.constData(), __FILE__, __LINE__);
 }
 

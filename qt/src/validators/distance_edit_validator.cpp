@@ -4,11 +4,10 @@
 #include <vrn/q/unit_index.h>
 #include <vrn/units/unknown_unit.h>
 
-#include <boost/optional.hpp>
-
 #include "validators/locale_for_flags_p.h"
 
 #include <array>
+#include <optional>
 
 namespace vrn::qt {
 namespace {
@@ -46,7 +45,7 @@ int endOfNumber(const QString& text)
 
 // Reads a number with a unit behind it, as metres. Text that ends with the
 // number is zero metres and no refusal.
-boost::optional<double> parseMetres(const QString& text)
+std::optional<double> parseMetres(const QString& text)
 {
     const int end = endOfNumber(text);
     if (end == text.size())
@@ -54,7 +53,7 @@ boost::optional<double> parseMetres(const QString& text)
     bool ok = false;
     const double number = text.left(end).toDouble(&ok);
     if (!ok)
-        return boost::none;
+        return std::nullopt;
     return number * metresPer(text.mid(end).trimmed());
 }
 
@@ -113,7 +112,7 @@ bool DistanceEditValidator::validate(
         return true;
     }
     value = 0.0;
-    const boost::optional<double> metres = parseMetres(text.trimmed());
+    const std::optional<double> metres = parseMetres(text.trimmed());
     if (!metres)
         return false;
     value = toInternal * (*metres / vrn_get_unitd(m_unit, UnitSizeInMetres));
