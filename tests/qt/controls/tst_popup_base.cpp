@@ -348,6 +348,17 @@ private Q_SLOTS:
         QVERIFY(!isOnScreen(&popup));
     }
 
+    // A size that is set before there is a native window takes another way in Qt.
+    void sizedToNothingBeforeItsFirstShowItIsNotOnTheScreen()
+    {
+        QLineEdit owner;
+        SizedPopup popup(&owner);
+        popup.hint = QSize(0, 0);
+        popup.resize(0, 0);
+        popup.show();
+        QVERIFY(!isOnScreen(&popup));
+    }
+
     void itComesAndGoesWithItsContent()
     {
         QLineEdit owner;
