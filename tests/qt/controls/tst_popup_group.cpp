@@ -295,6 +295,24 @@ private Q_SLOTS:
         edit.move(5, 5);
     }
 
+    // The hint stood empty, so its show() is none that Qt would tell of.
+    void aHintThatComesLaterMovesTheHistoryDown()
+    {
+        QLineEdit edit;
+        auto* hint = new EditHintPopup(&edit);
+        auto* history = new HistoryPopup(&edit);
+        auto* group = new PopupGroup(&edit);
+        group->add(hint);
+        group->add(history);
+        const QPoint below = edit.mapToGlobal(QPoint(0, edit.height()));
+        hint->show();
+        QTRY_COMPARE(history->pos(), below + QPoint(0, 5));
+        hint->setHint("from 1 to 100");
+        hint->show();
+        QVERIFY(hint->height() > 0);
+        QTRY_COMPARE(history->pos(), below + QPoint(0, hint->height() + 5));
+    }
+
     void theHintStandsAboveTheHistory()
     {
         LineEditForm form;
