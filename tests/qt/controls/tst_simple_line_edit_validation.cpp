@@ -216,7 +216,8 @@ private Q_SLOTS:
         QCOMPARE(value, boost::any(100.0));
     }
 
-    void aRefusalAtTheEndAloneIsRed()
+    // The colour is that of the last keystroke's validation.
+    void aRefusalAtTheEndAloneKeepsTheColour()
     {
         struct Strict : public DigitsValidator
         {
@@ -234,7 +235,7 @@ private Q_SLOTS:
         QVERIFY(field->isValueValid());
         field->onEditingFinished();
         QVERIFY(!field->isValueValid());
-        QCOMPARE(field->edit()->styleSheet(), redText());
+        QCOMPARE(field->edit()->styleSheet(), blackText());
         QCOMPARE(field->edit()->text(), QString("12"));
         QCOMPARE(valueChanged.count(), 1);
     }
