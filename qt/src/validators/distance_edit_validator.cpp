@@ -5,6 +5,7 @@
 #include <vrn/units/unknown_unit.h>
 
 #include "validators/locale_for_flags_p.h"
+#include "validators/to_double_p.h"
 
 #include <array>
 #include <optional>
@@ -51,7 +52,9 @@ std::optional<double> parseMetres(const QString& text)
     if (end == text.size())
         return 0.0;
     bool ok = false;
-    const double number = text.left(end).toDouble(&ok);
+    // As bytes, for the reason that toDouble() has: what is no ASCII character
+    // is no part of a number in the C locale either.
+    const double number = text.left(end).toLatin1().toDouble(&ok);
     if (!ok)
         return std::nullopt;
     return number * metresPer(text.mid(end).trimmed());
@@ -106,7 +109,7 @@ bool DistanceEditValidator::validate(
     }
     const double toInternal = vrn_get_unitd(m_unit, DisplayToInternal);
     bool ok = false;
-    const double number = localeForFlags(flags).toDouble(text, &ok);
+    const double number = toDouble(localeForFlags(flags), text, &ok);
     if (ok) {
         value = toInternal * number;
         return true;

@@ -3,6 +3,7 @@
 #include <vrn/assert/smart_assert.h>
 
 #include "validators/locale_for_flags_p.h"
+#include "validators/to_double_p.h"
 
 namespace vrn::qt {
 
@@ -65,7 +66,7 @@ bool DoubleEditValidator::validate(
         return true;
     }
     bool ok = false;
-    const double number = localeForFlags(flags).toDouble(text, &ok);
+    const double number = toDouble(localeForFlags(flags), text, &ok);
     // Qt hands out an infinity along with the refusal of "1e999".
     value = ok ? number : 0.0;
     return ok;

@@ -552,6 +552,12 @@ private Q_SLOTS:
         QTest::addColumn<QString>("text");
         for (const auto& [name, text] : vrn::test::hostileTexts())
             QTest::newRow(name) << text;
+        const QString digits(1024 * 1024, '7');
+        QTest::newRow("a mebi of digits and a unit") << digits + " mm";
+        QTest::newRow("a mebi of zeros and a unit") << QString(digits.size(), '0') + "5 mm";
+        QTest::newRow("a number and a mebi of blanks") << "5" + QString(digits.size(), ' ') + "mm";
+        QTest::newRow("digits of the Arabic script and a unit")
+            << QString::fromUtf8("\u0661\u0662 mm");
     }
 
     // Only a number with an unknown text behind it may throw; every text that
@@ -570,6 +576,8 @@ private Q_SLOTS:
             {"nan", notANumber},
             {"inf", infinity},
             {"minus inf", -infinity},
+            {"a mebi of zeros and a unit", 0.005},
+            {"a number and a mebi of blanks", 0.005},
         };
         static const QHash<QByteArray, QByteArray> thrown = {
             {"a zero character inside", QByteArray("\0002", 2)},
