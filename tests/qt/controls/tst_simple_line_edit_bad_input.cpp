@@ -13,6 +13,7 @@
 #include <QSignalSpy>
 
 #include <ctime>
+#include <optional>
 
 using namespace vrn::qt;
 using vrn::test::blackText;
@@ -20,6 +21,7 @@ using vrn::test::CatchingApplication;
 using vrn::test::Form;
 using vrn::test::hostileTexts;
 using vrn::test::redText;
+using vrn::test::ThroughQt;
 
 namespace {
 
@@ -174,6 +176,9 @@ private Q_SLOTS:
         QFETCH(IValidator::pointer, validator);
         QFETCH(bool, mayThrow);
         QFETCH(QString, text);
+        std::optional<ThroughQt> throughQt;
+        if (mayThrow)
+            throughQt.emplace();
         for (const Way& way : ways) {
             Form form;
             SimpleLineEdit* field = SimpleLineEdit::create(
@@ -259,6 +264,9 @@ private Q_SLOTS:
         SimpleLineEdit* field = SimpleLineEdit::create(nullptr, {}, validator, 0, ExpandHorizontal);
         form.open(field);
         QLineEdit plain;
+        std::optional<ThroughQt> throughQt;
+        if (mayThrow)
+            throughQt.emplace();
         CatchingApplication::instance().caught.clear();
         for (const QChar c : text.left(50)) {
             for (QLineEdit* edit : {field->edit(), &plain}) {

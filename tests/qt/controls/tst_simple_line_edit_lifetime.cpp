@@ -22,6 +22,7 @@ using vrn::test::CatchingApplication;
 using vrn::test::DigitsValidator;
 using vrn::test::Form;
 using vrn::test::redText;
+using vrn::test::ThroughQt;
 
 namespace {
 
@@ -225,6 +226,7 @@ private Q_SLOTS:
     {
         QFETCH(QString, operation);
         QFETCH(Step, act);
+        const ThroughQt throughQt;
         Form form;
         const auto validator = boost::make_shared<ThrowingValidator>(operation);
         SimpleLineEdit* field = SimpleLineEdit::create(nullptr, {}, validator, 0, ExpandHorizontal);
@@ -270,6 +272,7 @@ private Q_SLOTS:
 
     void anUnknownUnitIsRedUntilItIsMended()
     {
+        const ThroughQt throughQt;
         Form form;
         constexpr int metre = 13;
         SimpleLineEdit* field = SimpleLineEdit::create(
@@ -301,6 +304,7 @@ private Q_SLOTS:
 
     void throwingButtonFunctionsLeaveTheControlUsable()
     {
+        const ThroughQt throughQt;
         Form form;
         SimpleLineEdit* field = SimpleLineEdit::create(
             nullptr, {}, boost::make_shared<DigitsValidator>(), &throwHere, 0, ExpandHorizontal);
