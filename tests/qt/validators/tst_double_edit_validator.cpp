@@ -272,6 +272,17 @@ private Q_SLOTS:
         QCOMPARE(validator.reformat(lowest, noFlags), c.toString(lowest, 'f', 0));
     }
 
+    void aBillionDecimalsAreAsManyAsThereCanBe()
+    {
+        DoubleEditValidator validator;
+        validator.setPrecision(std::numeric_limits<int>::max());
+        QString text;
+        vrn::test::verifyTakesAKeystroke("reformat",
+            [&] { text = validator.reformat(std::numeric_limits<double>::denorm_min(), noFlags); });
+        QCOMPARE(text.size(), 1076); // "0." and the decimals of the smallest double
+        QVERIFY(text.endsWith("625"));
+    }
+
     void theDecimals_data()
     {
         QTest::addColumn<int>("precision");
