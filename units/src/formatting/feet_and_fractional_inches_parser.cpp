@@ -1,6 +1,7 @@
 #include "formatting/feet_and_fractional_inches_parser_p.h"
 
 #include "formatting/number_writer_p.h"
+#include "formatting/quantity_reader_p.h"
 
 #include <vrn/assert/smart_assert.h>
 
@@ -29,6 +30,12 @@ FeetAndFractionalInchesParser::FeetAndFractionalInchesParser(const IUnitProvider
     , m_format_provider(format_provider)
     , m_converter(converter)
 {}
+
+boost::optional<IConverter::quantity> FeetAndFractionalInchesParser::parse(
+    const std::wstring& text, const std::locale& locale) const
+{
+    return detail::read_feet_and_inches(text, locale);
+}
 
 // Inches that round up to a foot stay inches, as in "1' 12 ''", and a negative length
 // has a sign on both parts. The text is meant to be so, although what is negative is

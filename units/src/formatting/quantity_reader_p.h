@@ -1,0 +1,26 @@
+#pragma once
+
+#include "formatting/symbol_map_p.h"
+
+#include <vrn/units/i_converter.h>
+
+#include <boost/optional.hpp>
+
+#include <locale>
+#include <string_view>
+
+namespace vrn::units::detail {
+
+/// The quantity that `text` is by the grammars of QuantityGrammar, in their order,
+/// or nothing. A number without a unit is a quantity of UnitId::DIMENSIONLESS.
+boost::optional<IConverter::quantity> read_quantity(
+    std::wstring_view text, const std::locale& locale, const SymbolMap& symbols);
+
+/// The length that `text` is in feet and inches, as "1' 3 1/2''" or "1ft 3in",
+/// under UnitId::FOOT, or nothing. Both marks must be there; a number that is
+/// missing, or is none, is 0. The sign of the feet does not reach the inches, which
+/// may not be negative: "-1' 6''" is half a foot below zero.
+boost::optional<IConverter::quantity> read_feet_and_inches(
+    std::wstring_view text, const std::locale& locale);
+
+} // namespace vrn::units::detail

@@ -1,0 +1,50 @@
+#include "formatting/subject_p.h"
+
+#include <array>
+
+namespace vrn::units::detail {
+namespace {
+
+constexpr std::size_t ascii_count = 128;
+
+constexpr std::array<Symbol, ascii_count> make_ascii_symbols()
+{
+    std::array<Symbol, ascii_count> table{};
+    for (Symbol& symbol : table)
+        symbol = symbols::other;
+    for (wchar_t character = L'0'; character <= L'9'; ++character)
+        table[static_cast<std::size_t>(character)] = symbols::digit;
+    for (const wchar_t character : std::wstring_view(L" \t\v\f"))
+        table[static_cast<std::size_t>(character)] = symbols::blank;
+    for (const wchar_t character : std::wstring_view(L"\n\r"))
+        table[static_cast<std::size_t>(character)] = symbols::line_break;
+    for (std::size_t i = 0; i < symbols::named.size(); ++i)
+        table[static_cast<std::size_t>(symbols::named[i])] = static_cast<Symbol>(i);
+    return table;
+}
+
+constexpr std::array<Symbol, ascii_count> ascii_symbols = make_ascii_symbols();
+
+} // namespace
+
+Symbol symbol_of(wchar_t character)
+{
+    const auto code = static_cast<std::uint32_t>(character);
+    return code < ascii_count ? ascii_symbols[code] : symbols::other;
+}
+
+Subject::Subject(std::wstring_view text)
+    : m_text(text)
+    , m_symbols(text.size() + 1, boost::container::default_init)
+    , m_trail(text.size() + 1, boost::container::default_init)
+{
+    Symbol* symbol = m_symbols.data();
+    for (const wchar_t character : text) {
+        *symbol = symbol_of(character);
+        m_present |= Symbols{1} << *symbol;
+        ++symbol;
+    }
+    *symbol = symbols::end;
+}
+
+} // namespace vrn::units::detail

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <vrn/units/i_unit_provider.h>
+
+#include <cstddef>
+#include <deque>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+
+namespace vrn::units::detail {
+
+/// The spellings of all units that a provider knows, as they are typed.
+///
+/// Where units share a spelling, the first in the order of the provider's ids has
+/// it. Spellings are compared exactly: "KN" is no unit.
+class SymbolMap
+{
+public:
+    explicit SymbolMap(const IUnitProvider& provider);
+
+    // The keys are views of m_spellings.
+    SymbolMap(const SymbolMap&) = delete;
+    SymbolMap& operator=(const SymbolMap&) = delete;
+
+    std::optional<UnitId::UnitId> find(std::wstring_view spelling) const;
+
+private:
+    void add_unit(const IUnitProvider& provider, UnitId::UnitId id);
+    void add(std::wstring spelling, UnitId::UnitId id);
+
+    std::deque<std::wstring> m_spellings;
+    std::unordered_map<std::wstring_view, UnitId::UnitId> m_ids;
+    std::size_t m_longest = 0;
+};
+
+} // namespace vrn::units::detail
