@@ -20,8 +20,8 @@ public:
     using Entry = std::pair<UnitId::UnitId, Value>;
 
     IdMap() = default;
-    IdMap(IdMap&&) = default;
-    IdMap& operator=(IdMap&&) = default;
+    IdMap(IdMap&&) noexcept = default;
+    IdMap& operator=(IdMap&&) noexcept = default;
 
     /// `id` is not negative and not yet in the map.
     void emplace(UnitId::UnitId id, Value value)
