@@ -18,8 +18,8 @@ using vrn::test::ReferenceQuantityReader;
 
 namespace {
 
-constexpr std::size_t longest_compared = 40;
-constexpr std::size_t longest_repeated = 1U << 16U;
+constexpr std::size_t longestCompared = 40;
+constexpr std::size_t longestRepeated = 1U << 12U;
 
 using Quantity = boost::optional<IConverter::quantity>;
 
@@ -27,9 +27,9 @@ bool same(const Quantity& left, const Quantity& right)
 {
     if (!left || !right)
         return !left && !right;
-    const bool both_are_no_number = left->value != left->value && right->value != right->value;
+    const bool bothAreNoNumber = left->value != left->value && right->value != right->value;
     return left->unit_id == right->unit_id
-        && (both_are_no_number
+        && (bothAreNoNumber
             || std::memcmp(&left->value, &right->value, sizeof left->value) == 0);
 }
 
@@ -62,7 +62,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     std::wstring text = boost::locale::conv::utf_to_utf<wchar_t>(bytes, bytes + size);
     const Quantity quantity = detail::read_quantity(text, locale, symbols);
     const Quantity length = detail::read_feet_and_inches(text, locale);
-    if (text.size() <= longest_compared) {
+    if (text.size() <= longestCompared) {
         require_same("quantities", quantity, reference.read(text, locale));
         require_same(
             "feet and inches", length, ReferenceQuantityReader::read_feet_and_inches(text, locale));
@@ -70,7 +70,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 
     // A matcher that backtracks would not come back from this.
     if (!text.empty() && size % 16 == 0) {
-        while (text.size() < longest_repeated)
+        while (text.size() < longestRepeated)
             text += text;
         detail::read_quantity(text, locale, symbols);
         detail::read_feet_and_inches(text, locale);
