@@ -51,13 +51,18 @@ const Expression& fraction()
 
 } // namespace
 
-std::wstring_view trim(std::wstring_view text)
+std::wstring_view trim_left(std::wstring_view text)
 {
     while (!text.empty() && is_white_space(text.front()))
         text.remove_prefix(1);
+    return text;
+}
+
+std::wstring_view trim(std::wstring_view text)
+{
     while (!text.empty() && is_white_space(text.back()))
         text.remove_suffix(1);
-    return text;
+    return trim_left(text);
 }
 
 NumberReader::NumberReader(const std::locale& locale)

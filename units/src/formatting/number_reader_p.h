@@ -6,7 +6,10 @@
 
 namespace vrn::units::detail {
 
-/// `text` without the white space of the classic locale at its ends.
+/// `text` without the white space of the classic locale at its beginning.
+std::wstring_view trim_left(std::wstring_view text);
+
+/// `text` without the white space of the classic locale at both ends.
 std::wstring_view trim(std::wstring_view text);
 
 /// Reads numbers as they are written in a locale.

@@ -64,10 +64,8 @@ boost::optional<IConverter::quantity> read_usual_quantity(
     const std::size_t length = plain_number_length(text);
     if (length == 0)
         return boost::none;
-    const std::wstring_view word = trim(text.substr(length));
-    // A unit does not close a text that ends in a blank.
-    if (!word.empty() && word.end() != text.end())
-        return boost::none;
+    // A blank behind the unit is left to the grammars: no word has one.
+    const std::wstring_view word = trim_left(text.substr(length));
     const std::optional<UnitId::UnitId> unit = word.empty() ? UnitId::DIMENSIONLESS
                                                             : symbols.find_word(word);
     if (!unit)
