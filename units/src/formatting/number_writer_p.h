@@ -25,7 +25,8 @@ std::wstring write_scientific(
     double v, std::int32_t precision, const std::wstring& label, const std::locale& locale);
 
 /// As a whole number and a fraction with the denominator `p`, reduced: "2 1/2 in".
-/// The sign of a value between -1 and 0 is lost.
+/// The sign of a value from -1 to 0 is lost. A value just below a whole number is
+/// pulled up to it; where `p` is beyond 256, the distance may then count as a part.
 ///
 /// Values that no 64-bit integer holds are written in fixed notation. So are all
 /// values, and "p > 0" is asserted, where `p` is no denominator.
