@@ -5,7 +5,6 @@
 #include <boost/container/small_vector.hpp>
 
 #include <charconv>
-#include <optional>
 #include <sstream>
 #include <string>
 #include <system_error>
@@ -23,32 +22,6 @@ bool can_stand_in_decimal(wchar_t character)
 {
     return (character >= L'0' && character <= L'9') || character == L'.' || character == L'-'
         || character == L'+' || character == L'e' || character == L'E';
-}
-
-/// The quick way for the classic locale, where a text is a decimal number from
-/// end to end. The stream takes in just such a text whole, and both conversions
-/// round to the nearest double. Anything else is left to the stream: a number
-/// that breaks off, as in "1e", one that overflows or underflows, and all that
-/// depends on a locale.
-std::optional<double> read_plain_decimal(std::wstring_view text, const std::locale& locale)
-{
-    constexpr std::size_t short_text = 64;
-
-    if (locale != std::locale::classic())
-        return std::nullopt;
-    boost::container::small_vector<char, short_text> narrow(
-        text.size(), boost::container::default_init);
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        if (!can_stand_in_decimal(text[i]))
-            return std::nullopt;
-        narrow[i] = static_cast<char>(text[i]);
-    }
-    double value = 0;
-    const char* const end = narrow.data() + narrow.size();
-    const auto [behind, error] = std::from_chars(narrow.data(), end, value);
-    if (error != std::errc() || behind != end)
-        return std::nullopt;
-    return value;
 }
 
 double extract_from_stream(std::wstring_view text, const std::locale& locale)
@@ -77,6 +50,31 @@ std::wstring_view trim(std::wstring_view text)
     while (!text.empty() && is_white_space(text.back()))
         text.remove_suffix(1);
     return text;
+}
+
+// A stream skips white space before a number and ends at white space behind it. It
+// takes in what remains here from end to end, and both conversions round to the
+// nearest double.
+std::optional<double> read_plain_decimal(std::wstring_view text, const std::locale& locale)
+{
+    constexpr std::size_t short_text = 64;
+
+    if (locale != std::locale::classic())
+        return std::nullopt;
+    text = trim(text);
+    boost::container::small_vector<char, short_text> narrow(
+        text.size(), boost::container::default_init);
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        if (!can_stand_in_decimal(text[i]))
+            return std::nullopt;
+        narrow[i] = static_cast<char>(text[i]);
+    }
+    double value = 0;
+    const char* const end = narrow.data() + narrow.size();
+    const auto [behind, error] = std::from_chars(narrow.data(), end, value);
+    if (error != std::errc() || behind != end)
+        return std::nullopt;
+    return value;
 }
 
 double read_stream_number(std::wstring_view text, const std::locale& locale)
