@@ -163,7 +163,9 @@ private Q_SLOTS:
             for (const Display& display : displaysOf(row, system)) {
                 for (int i = 0; i < 4; ++i)
                     checkReadBack(display, randomNumber());
-                checkReadBack(display, 0.0);
+                // Each exception comes up, whatever the seed.
+                for (const double shown : {0.0, 1.998, -0.5, -1.5, 1234.5})
+                    checkReadBack(display, shown);
                 if (QTest::currentTestFailed())
                     return;
             }
