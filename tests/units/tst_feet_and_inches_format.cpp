@@ -1,3 +1,4 @@
+#include "punctuation.h"
 #include "support/test_main.h"
 #include "support/test_object.h"
 #include "unit_test_support.h"
@@ -112,7 +113,7 @@ private Q_SLOTS:
     void theLocaleReachesTheFractionAlone()
     {
         const Context context = contextOf(UnitId::INCH, 215, 2000);
-        QCOMPARE(formatted(context, UnitId::INCH, 12 * 1234 + 0.0005, germanLocale()),
+        QCOMPARE(formatted(context, UnitId::INCH, 12 * 1234 + 0.0005, Punctuation::german()),
             "1234' 1/2.000 ''");
     }
 

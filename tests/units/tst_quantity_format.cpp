@@ -1,3 +1,4 @@
+#include "punctuation.h"
 #include "support/test_main.h"
 #include "support/test_object.h"
 #include "unit_test_support.h"
@@ -185,7 +186,7 @@ private Q_SLOTS:
         QFETCH(int, format);
         QFETCH(QString, text);
 
-        QCOMPARE(written(value, precision, format, germanLocale()), text);
+        QCOMPARE(written(value, precision, format, Punctuation::german()), text);
     }
 
     void moreDigitsThanANumberHasAreZeros_data()
@@ -205,7 +206,7 @@ private Q_SLOTS:
         QFETCH(bool, german);
 
         const QString text = written(
-            1234.5, precision, 0, german ? germanLocale() : std::locale::classic());
+            1234.5, precision, 0, german ? Punctuation::german() : std::locale::classic());
         const QString zeros(precision - 1, QLatin1Char('0'));
         QVERIFY(text == (german ? "1.234,5" : "1234.5") + zeros + " kN");
     }

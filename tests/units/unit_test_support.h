@@ -33,20 +33,6 @@ inline vrn::units::UnitFormat unitFormat(int unit, int precision, int format = 0
     return result;
 }
 
-/// A decimal comma, a dot between each three digits: as in German, on any machine.
-class GermanPunctuation : public std::numpunct<wchar_t>
-{
-protected:
-    wchar_t do_decimal_point() const override { return L','; }
-    wchar_t do_thousands_sep() const override { return L'.'; }
-    std::string do_grouping() const override { return "\3"; }
-};
-
-inline std::locale germanLocale()
-{
-    return {std::locale::classic(), new GermanPunctuation};
-}
-
 /// The text of the exception that `call` throws, which must be of exactly the type
 /// `Exception`; null where it throws none.
 template <typename Exception, typename Call>

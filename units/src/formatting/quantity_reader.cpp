@@ -55,7 +55,7 @@ std::size_t plain_number_length(std::wstring_view text)
 ///   first or the second unit of the grammar finds it there, closing the text, and
 ///   the same unit glued to the number has the word for its group.
 boost::optional<IConverter::quantity> read_usual_quantity(
-    std::wstring_view text, const std::locale& locale, const SymbolMap& symbols)
+    std::wstring_view text, const NumberReader& numbers, const SymbolMap& symbols)
 {
     constexpr std::size_t longest = 64;
 
@@ -64,22 +64,20 @@ boost::optional<IConverter::quantity> read_usual_quantity(
     const std::size_t length = plain_number_length(text);
     if (length == 0)
         return boost::none;
-    const std::wstring_view word = trim(text.substr(length));
-    // A unit does not close a text that ends in a blank.
-    if (!word.empty() && word.end() != text.end())
-        return boost::none;
+    // A blank behind the unit is left to the grammars: no word has one.
+    const std::wstring_view word = trim_left(text.substr(length));
     const std::optional<UnitId::UnitId> unit = word.empty() ? UnitId::DIMENSIONLESS
                                                             : symbols.find_word(word);
     if (!unit)
         return boost::none;
-    const std::optional<double> value = read_plain_decimal(text.substr(0, length), locale);
+    const std::optional<double> value = numbers.read_plain_decimal(text.substr(0, length));
     if (!value)
         return boost::none;
     return IConverter::quantity{*unit, *value};
 }
 
 boost::optional<IConverter::quantity> read_by_grammar(const QuantityGrammar& grammar, Subject& text,
-    const std::locale& locale, const SymbolMap& symbols)
+    const NumberReader& numbers, const SymbolMap& symbols)
 {
     Groups groups;
     // Which unit closes the text does not matter to the pairs: each such unit
@@ -89,12 +87,12 @@ boost::optional<IConverter::quantity> read_by_grammar(const QuantityGrammar& gra
             if (!pair.match(text, groups))
                 continue;
             if (const std::optional<UnitId::UnitId> unit = symbols.find(trim(groups[1])))
-                return IConverter::quantity{*unit, read_number(trim(groups[0]), locale)};
+                return IConverter::quantity{*unit, numbers.read(trim(groups[0]))};
         }
     }
     for (const Expression& number : grammar.numbers()) {
         if (number.match(text, groups))
-            return IConverter::quantity{UnitId::DIMENSIONLESS, read_number(groups[0], locale)};
+            return IConverter::quantity{UnitId::DIMENSIONLESS, numbers.read(groups[0])};
     }
     return boost::none;
 }
@@ -116,13 +114,14 @@ const Expression& feet_and_inch_words()
 boost::optional<IConverter::quantity> read_quantity(
     std::wstring_view text, const std::locale& locale, const SymbolMap& symbols)
 {
-    if (const auto quantity = read_usual_quantity(text, locale, symbols))
+    const NumberReader numbers(locale);
+    if (const auto quantity = read_usual_quantity(text, numbers, symbols))
         return quantity;
     Subject subject(text);
     boost::optional<IConverter::quantity> quantity = read_by_grammar(
-        QuantityGrammar::exponent(), subject, locale, symbols);
+        QuantityGrammar::exponent(), subject, numbers, symbols);
     if (!quantity)
-        quantity = read_by_grammar(QuantityGrammar::decimal(), subject, locale, symbols);
+        quantity = read_by_grammar(QuantityGrammar::decimal(), subject, numbers, symbols);
     return quantity;
 }
 
@@ -137,8 +136,9 @@ boost::optional<IConverter::quantity> read_feet_and_inches(
     if (!feet_and_inch_marks().match(subject, groups)
         && !feet_and_inch_words().match(subject, groups))
         return boost::none;
-    const double feet = read_number(trim(groups[0]), locale);
-    const double inches = read_number(trim(groups[1]), locale);
+    const NumberReader numbers(locale);
+    const double feet = numbers.read(trim(groups[0]));
+    const double inches = numbers.read(trim(groups[1]));
     // Not-a-number is refused as well.
     if (!(inches >= 0))
         return boost::none;
