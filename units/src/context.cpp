@@ -108,12 +108,11 @@ std::wstring Context::format(IConverter::quantity q, const std::locale& locale) 
 
 std::uint32_t Context::get_display_dimension(UnitId::UnitId unit_id) const
 {
-    if (m_format_provider.is_known(unit_id)) {
-        const UnitId::UnitId display_unit = m_format_provider.get_unit(unit_id);
-        if (m_unit_provider.is_known(display_unit))
-            return m_unit_provider.get_dimension(display_unit);
-    }
-    throw std::invalid_argument("Invalid unit id.");
+    // Throws the same where the id is not known.
+    const UnitId::UnitId display_unit = m_format_provider.get_unit(unit_id);
+    if (!m_unit_provider.is_known(display_unit))
+        throw std::invalid_argument("Invalid unit id.");
+    return m_unit_provider.get_dimension(display_unit);
 }
 
 std::string Context::get_display_label(UnitId::UnitId unit_id) const
