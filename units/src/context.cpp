@@ -48,7 +48,7 @@ Context& Context::operator=(Context&& other) noexcept
 }
 
 boost::optional<IConverter::quantity> Context::parse(
-    const std::wstring& text, UnitId::UnitId unit_id, const std::locale& locale) const
+    std::wstring_view text, UnitId::UnitId unit_id, const std::locale& locale) const
 {
     auto parsed = read(text, unit_id, locale);
     if (!parsed)
@@ -59,7 +59,7 @@ boost::optional<IConverter::quantity> Context::parse(
 }
 
 boost::optional<IConverter::quantity> Context::read(
-    const std::wstring& text, UnitId::UnitId unit_id, const std::locale& locale) const
+    std::wstring_view text, UnitId::UnitId unit_id, const std::locale& locale) const
 {
     const auto dimension = get_display_dimension(unit_id);
     if (dimension == get_display_dimension(UnitId::FEET_AND_FRACTIONAL_INCHES)) {

@@ -4,11 +4,19 @@
 
 #include "validators/locale_for_flags_p.h"
 
+#include <boost/container/small_vector.hpp>
+
 #include <utility>
 
 namespace vrn::qt {
 
 namespace units = vrn::units;
+
+namespace {
+
+constexpr std::size_t usualTextLength = 64;
+
+} // namespace
 
 UnitValidator::UnitValidator(units::Context context)
     : m_context(std::move(context))
@@ -59,7 +67,13 @@ bool UnitValidator::validate(const QString& text, boost::any& value, const std::
         value = units::IConverter::quantity{unit_id, 0.0};
         return true;
     }
-    const auto parsed = m_context.parse(text.toStdWString(), unit_id, stdLocaleForFlags(flags));
+    // No text has more wide characters than it has units of UTF-16. Those of a usual
+    // text take no memory from the heap.
+    boost::container::small_vector<wchar_t, usualTextLength> wide(
+        static_cast<std::size_t>(text.size()), boost::container::default_init);
+    const int length = text.toWCharArray(wide.data());
+    const auto parsed = m_context.parse(
+        {wide.data(), static_cast<std::size_t>(length)}, unit_id, stdLocaleForFlags(flags));
     value = parsed.get_value_or({unit_id, 0.0});
     return parsed.has_value();
 }
