@@ -16,6 +16,20 @@ namespace {
 
 constexpr std::size_t usualTextLength = 64;
 
+// Symbols of units lie in the basic plane, where a wide character is a QChar.
+// QString::fromStdWString() prepares for the others and takes several times as long.
+QString toQString(const std::wstring& text)
+{
+    QString result(static_cast<int>(text.size()), Qt::Uninitialized);
+    QChar* out = result.data();
+    for (const wchar_t character : text) {
+        if (static_cast<char32_t>(character) > 0xFFFF)
+            return QString::fromStdWString(text);
+        *out++ = QChar(static_cast<ushort>(character));
+    }
+    return result;
+}
+
 } // namespace
 
 UnitValidator::UnitValidator(units::Context context)
@@ -99,7 +113,7 @@ QString UnitValidator::reformat(const boost::any& value, const std::bitset<32>& 
     }
     units::IConverter::quantity shown = *held;
     shown.value = clamped(shown.value);
-    return QString::fromStdWString(m_context.format(shown, stdLocaleForFlags(flags)));
+    return toQString(m_context.format(shown, stdLocaleForFlags(flags)));
 }
 
 // Written so that not-a-number comes out as the minimum.
