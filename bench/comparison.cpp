@@ -12,13 +12,36 @@ namespace bench {
 namespace {
 
 constexpr int repetitions = 15;
-constexpr const char* oursSuffix = " | ours";
-constexpr const char* theirsSuffix = " | theirs";
 
 std::vector<Comparison>& comparisons()
 {
     static std::vector<Comparison> all;
     return all;
+}
+
+std::vector<TimeLimit>& timeLimits()
+{
+    static std::vector<TimeLimit> all;
+    return all;
+}
+
+std::vector<std::string>& notes()
+{
+    static std::vector<std::string> all;
+    return all;
+}
+
+// What has a name with `filter` in it, taken away from `all`: widgets in the rounds
+// must not outlive the application object.
+template <typename Each>
+std::vector<Each> take(std::vector<Each>& all, const std::string& filter)
+{
+    std::vector<Each> chosen;
+    for (Each& each : std::exchange(all, {})) {
+        if (each.name.find(filter) != std::string::npos)
+            chosen.push_back(std::move(each));
+    }
+    return chosen;
 }
 
 // Keeps the time of each repetition, by the name of its benchmark.
@@ -53,6 +76,17 @@ double median(std::vector<double> times)
     return times[times.size() / 2];
 }
 
+// One text may stand against several alternatives.
+std::string oursOf(const Comparison& comparison)
+{
+    return comparison.name + " | ours, against " + comparison.alternative;
+}
+
+std::string theirsOf(const Comparison& comparison)
+{
+    return comparison.name + " | " + comparison.alternative;
+}
+
 std::string readable(double nanoseconds)
 {
     const std::pair<double, const char*> scales[] = {{1e9, "s"}, {1e6, "ms"}, {1e3, "us"}};
@@ -75,36 +109,14 @@ void registerRounds(const std::string& name, const std::function<void()>& round)
     })->Repetitions(repetitions);
 }
 
-} // namespace
-
-void add(Comparison comparison)
+bool printComparisons(const std::vector<Comparison>& chosen, const Collector& times)
 {
-    comparisons().push_back(std::move(comparison));
-}
-
-bool run(const std::string& filter)
-{
-    std::vector<Comparison> chosen;
-    // Widgets in the comparisons must not outlive the application object.
-    for (Comparison& comparison : std::exchange(comparisons(), {})) {
-        if (comparison.name.find(filter) != std::string::npos)
-            chosen.push_back(std::move(comparison));
-    }
-    for (const Comparison& comparison : chosen) {
-        registerRounds(comparison.name + oursSuffix, comparison.ours);
-        registerRounds(comparison.name + theirsSuffix, comparison.theirs);
-    }
-
-    Collector times;
-    benchmark::RunSpecifiedBenchmarks(&times);
-    benchmark::ClearRegisteredBenchmarks();
-
     bool allWithin = true;
     std::printf("| what | against | ours | theirs | ratio (median) | ratio (min) | bound | |\n");
     std::printf("|---|---|---|---|---|---|---|---|\n");
     for (const Comparison& comparison : chosen) {
-        const std::vector<double>& ours = times.of(comparison.name + oursSuffix);
-        const std::vector<double>& theirs = times.of(comparison.name + theirsSuffix);
+        const std::vector<double>& ours = times.of(oursOf(comparison));
+        const std::vector<double>& theirs = times.of(theirsOf(comparison));
         const double ratio = median(ours) / median(theirs);
         const bool within = ratio <= comparison.bound;
         allWithin = allWithin && within;
@@ -113,6 +125,64 @@ bool run(const std::string& filter)
             readable(median(theirs)).c_str(), ratio, minimum(ours) / minimum(theirs),
             comparison.bound, within ? "within" : "OVER");
     }
+    return allWithin;
+}
+
+bool printTimeLimits(const std::vector<TimeLimit>& chosen, const Collector& times)
+{
+    bool allWithin = true;
+    std::printf("\n| what | time (median) | time (min) | limit | |\n");
+    std::printf("|---|---|---|---|---|\n");
+    for (const TimeLimit& limit : chosen) {
+        const std::vector<double>& rounds = times.of(limit.name);
+        const bool within = median(rounds) <= 1e6 * limit.milliseconds;
+        allWithin = allWithin && within;
+        std::printf("| %s | %s | %s | %s | %s |\n", limit.name.c_str(),
+            readable(median(rounds)).c_str(), readable(minimum(rounds)).c_str(),
+            readable(1e6 * limit.milliseconds).c_str(), within ? "within" : "OVER");
+    }
+    return allWithin;
+}
+
+} // namespace
+
+void add(Comparison comparison)
+{
+    comparisons().push_back(std::move(comparison));
+}
+
+void add(TimeLimit limit)
+{
+    timeLimits().push_back(std::move(limit));
+}
+
+void note(std::string text)
+{
+    notes().push_back(std::move(text));
+}
+
+bool run(const std::string& filter)
+{
+    const std::vector<Comparison> chosen = take(comparisons(), filter);
+    const std::vector<TimeLimit> limited = take(timeLimits(), filter);
+    for (const Comparison& comparison : chosen) {
+        registerRounds(oursOf(comparison), comparison.ours);
+        registerRounds(theirsOf(comparison), comparison.theirs);
+    }
+    for (const TimeLimit& limit : limited)
+        registerRounds(limit.name, limit.round);
+
+    Collector times;
+    benchmark::RunSpecifiedBenchmarks(&times);
+    benchmark::ClearRegisteredBenchmarks();
+
+    bool allWithin = true;
+    if (!chosen.empty())
+        allWithin = printComparisons(chosen, times);
+    if (!limited.empty())
+        allWithin = printTimeLimits(limited, times) && allWithin;
+    for (const std::string& text : notes())
+        std::printf("\n%s.\n", text.c_str());
     return allWithin;
 }
 

@@ -16,10 +16,23 @@ struct Comparison
     std::function<void()> theirs; ///< The same work done the other way.
 };
 
-void add(Comparison comparison);
+/// Work that must be done in a given time, where nothing does the same.
+struct TimeLimit
+{
+    std::string name;
+    double milliseconds; ///< The time that must not be exceeded.
+    std::function<void()> round;
+};
 
-/// Runs the comparisons whose names contain `filter` and prints a table of
-/// them. Returns whether every median ratio is within its bound.
+void add(Comparison comparison);
+void add(TimeLimit limit);
+
+/// A line for the reader below the tables, such as what could not be compared.
+void note(std::string text);
+
+/// Runs what has a name that contains `filter` and prints a table of the
+/// comparisons and one of the time limits. Returns whether every median is within
+/// its bound.
 bool run(const std::string& filter);
 
 } // namespace bench

@@ -10,6 +10,7 @@
 
 namespace bench {
 void addLineEditComparisons();
+void addUnitComparisons();
 void addValidatorComparisons();
 } // namespace bench
 
@@ -27,5 +28,6 @@ int main(int argc, char** argv)
 
     bench::addValidatorComparisons();
     bench::addLineEditComparisons();
+    bench::addUnitComparisons();
     return bench::run(argc > 1 ? argv[1] : "") ? EXIT_SUCCESS : EXIT_FAILURE;
 }

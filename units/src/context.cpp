@@ -1,5 +1,6 @@
 #include <vrn/units/context.h>
 
+#include "definitions/unit_facts_p.h"
 #include "definitions/unit_records_p.h"
 #include "formatting/display_label_p.h"
 #include "formatting/feet_and_fractional_inches_parser_p.h"
@@ -47,7 +48,7 @@ Context& Context::operator=(Context&& other) noexcept
 }
 
 boost::optional<IConverter::quantity> Context::parse(
-    const std::wstring& text, UnitId::UnitId unit_id, const std::locale& locale) const
+    std::wstring_view text, UnitId::UnitId unit_id, const std::locale& locale) const
 {
     auto parsed = read(text, unit_id, locale);
     if (!parsed)
@@ -58,7 +59,7 @@ boost::optional<IConverter::quantity> Context::parse(
 }
 
 boost::optional<IConverter::quantity> Context::read(
-    const std::wstring& text, UnitId::UnitId unit_id, const std::locale& locale) const
+    std::wstring_view text, UnitId::UnitId unit_id, const std::locale& locale) const
 {
     const auto dimension = get_display_dimension(unit_id);
     if (dimension == get_display_dimension(UnitId::FEET_AND_FRACTIONAL_INCHES)) {
@@ -80,14 +81,14 @@ boost::optional<IConverter::quantity> Context::read(
 boost::optional<IConverter::quantity> Context::finish(
     IConverter::quantity parsed, UnitId::UnitId unit_id) const
 {
-    if (m_converter.can_convert(parsed.unit_id, unit_id))
-        return m_converter.convert(parsed, unit_id);
+    if (const auto converted = m_converter.try_convert(parsed, unit_id))
+        return converted;
     const auto* group = get_same_symbol_groups().find(parsed.unit_id);
     if (!group)
         return boost::none;
     for (const UnitId::UnitId member : *group) {
-        if (m_converter.can_convert(member, unit_id))
-            return m_converter.convert({member, parsed.value}, unit_id);
+        if (const auto converted = m_converter.try_convert({member, parsed.value}, unit_id))
+            return converted;
     }
     return boost::none;
 }
@@ -108,11 +109,10 @@ std::wstring Context::format(IConverter::quantity q, const std::locale& locale) 
 
 std::uint32_t Context::get_display_dimension(UnitId::UnitId unit_id) const
 {
-    if (m_format_provider.is_known(unit_id)) {
-        const UnitId::UnitId display_unit = m_format_provider.get_unit(unit_id);
-        if (m_unit_provider.is_known(display_unit))
-            return m_unit_provider.get_dimension(display_unit);
-    }
+    // Throws the same where the id is not known.
+    const UnitId::UnitId display_unit = m_format_provider.get_unit(unit_id);
+    if (const UnitFacts* facts = get_unit_facts().find(display_unit))
+        return facts->dimension;
     throw std::invalid_argument("Invalid unit id.");
 }
 

@@ -4,11 +4,33 @@
 
 #include "validators/locale_for_flags_p.h"
 
+#include <boost/container/small_vector.hpp>
+
 #include <utility>
 
 namespace vrn::qt {
 
 namespace units = vrn::units;
+
+namespace {
+
+constexpr std::size_t usualTextLength = 64;
+
+// Symbols of units lie in the basic plane, where a wide character is a QChar.
+// QString::fromStdWString() prepares for the others and takes several times as long.
+QString toQString(const std::wstring& text)
+{
+    QString result(static_cast<int>(text.size()), Qt::Uninitialized);
+    QChar* out = result.data();
+    for (const wchar_t character : text) {
+        if (static_cast<char32_t>(character) > 0xFFFF)
+            return QString::fromStdWString(text);
+        *out++ = QChar(static_cast<ushort>(character));
+    }
+    return result;
+}
+
+} // namespace
 
 UnitValidator::UnitValidator(units::Context context)
     : m_context(std::move(context))
@@ -59,7 +81,13 @@ bool UnitValidator::validate(const QString& text, boost::any& value, const std::
         value = units::IConverter::quantity{unit_id, 0.0};
         return true;
     }
-    const auto parsed = m_context.parse(text.toStdWString(), unit_id, stdLocaleForFlags(flags));
+    // No text has more wide characters than it has units of UTF-16. Those of a usual
+    // text take no memory from the heap.
+    boost::container::small_vector<wchar_t, usualTextLength> wide(
+        static_cast<std::size_t>(text.size()), boost::container::default_init);
+    const int length = text.toWCharArray(wide.data());
+    const auto parsed = m_context.parse(
+        {wide.data(), static_cast<std::size_t>(length)}, unit_id, stdLocaleForFlags(flags));
     value = parsed.get_value_or({unit_id, 0.0});
     return parsed.has_value();
 }
@@ -85,7 +113,7 @@ QString UnitValidator::reformat(const boost::any& value, const std::bitset<32>& 
     }
     units::IConverter::quantity shown = *held;
     shown.value = clamped(shown.value);
-    return QString::fromStdWString(m_context.format(shown, stdLocaleForFlags(flags)));
+    return toQString(m_context.format(shown, stdLocaleForFlags(flags)));
 }
 
 // Written so that not-a-number comes out as the minimum.

@@ -73,22 +73,33 @@ bool Converter::can_convert(UnitId::UnitId from, UnitId::UnitId to) const
     return units.get_dimension(from) == units.get_dimension(to);
 }
 
-IConverter::quantity Converter::convert(quantity q, UnitId::UnitId unit_id) const
+boost::optional<IConverter::quantity> Converter::try_convert(
+    quantity q, UnitId::UnitId unit_id) const
 {
     const IUnitProvider& units = unit_provider();
     if (has_tables(units)) {
         const IdMap<UnitFacts>& table = get_unit_facts();
         const UnitFacts* from = table.find(q.unit_id);
         const UnitFacts* to = table.find(unit_id);
-        if (from && to && are_compatible(q.unit_id, *from, unit_id, *to))
-            return {unit_id, converted(q.value, from->factor, to->factor)};
+        // What is not known is left to the provider to refuse.
+        if (from && to) {
+            if (!are_compatible(q.unit_id, *from, unit_id, *to))
+                return boost::none;
+            return quantity{unit_id, converted(q.value, from->factor, to->factor)};
+        }
     }
-    if (!can_convert(q.unit_id, unit_id)) {
-        VRN_ASSERT(can_convert(q.unit_id, unit_id))
-        ("q.unit_id", q.unit_id)("unit_id", unit_id);
-        throw std::invalid_argument("Incompatible units.");
-    }
-    return {unit_id, converted(q.value, units.get_factor(q.unit_id), units.get_factor(unit_id))};
+    if (!can_convert(q.unit_id, unit_id))
+        return boost::none;
+    return quantity{
+        unit_id, converted(q.value, units.get_factor(q.unit_id), units.get_factor(unit_id))};
+}
+
+IConverter::quantity Converter::convert(quantity q, UnitId::UnitId unit_id) const
+{
+    if (const auto result = try_convert(q, unit_id))
+        return *result;
+    VRN_ASSERT(can_convert(q.unit_id, unit_id))("q.unit_id", q.unit_id)("unit_id", unit_id);
+    throw std::invalid_argument("Incompatible units.");
 }
 
 double Converter::to_base(quantity q) const

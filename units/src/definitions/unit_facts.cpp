@@ -5,7 +5,6 @@
 
 namespace vrn::units {
 inline namespace v1 {
-namespace {
 
 IdMap<UnitFacts> make_unit_facts()
 {
@@ -21,14 +20,6 @@ IdMap<UnitFacts> make_unit_facts()
         const std::uint32_t dimension = facts.find(units.front())->dimension;
         facts.emplace(id, {1.0, dimension, &units, &no_symbol, nullptr});
     }
-    return facts;
-}
-
-} // namespace
-
-const IdMap<UnitFacts>& get_unit_facts()
-{
-    static const IdMap<UnitFacts> facts = make_unit_facts();
     return facts;
 }
 

@@ -20,8 +20,15 @@ struct UnitFacts
     const std::vector<std::string>* alternative_symbols; ///< Null for a unit set.
 };
 
-/// All units, then all unit sets, each in table order.
-const IdMap<UnitFacts>& get_unit_facts();
+IdMap<UnitFacts> make_unit_facts();
+
+/// All units, then all unit sets, each in table order. Inline, for it is asked several
+/// times at each keystroke.
+inline const IdMap<UnitFacts>& get_unit_facts()
+{
+    static const IdMap<UnitFacts> facts = make_unit_facts();
+    return facts;
+}
 
 } // namespace v1
 } // namespace vrn::units

@@ -30,7 +30,7 @@ FeetAndFractionalInchesParser::FeetAndFractionalInchesParser(const IUnitProvider
 {}
 
 boost::optional<IConverter::quantity> FeetAndFractionalInchesParser::parse(
-    const std::wstring& text, const std::locale& locale) const
+    std::wstring_view text, const std::locale& locale) const
 {
     return detail::read_feet_and_inches(text, locale);
 }

@@ -19,7 +19,7 @@ FractionalInchesParser::FractionalInchesParser(const IUnitProvider* unit_provide
 // reach Parser, which knows "''" as a spelling of the inch and takes fractions.
 // Were they read here, any word before "in" would pass for the number 0.
 boost::optional<IConverter::quantity> FractionalInchesParser::parse(
-    const std::wstring& /*text*/, const std::locale& /*locale*/) const
+    std::wstring_view /*text*/, const std::locale& /*locale*/) const
 {
     return boost::none;
 }

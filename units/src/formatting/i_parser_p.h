@@ -6,6 +6,7 @@
 
 #include <locale>
 #include <string>
+#include <string_view>
 
 namespace vrn::units {
 inline namespace v1 {
@@ -19,7 +20,7 @@ public:
     /// The quantity that `text` is, or nothing. A number without a unit is a
     /// quantity of UnitId::DIMENSIONLESS.
     virtual boost::optional<IConverter::quantity> parse(
-        const std::wstring& text, const std::locale& locale) const = 0;
+        std::wstring_view text, const std::locale& locale) const = 0;
 
     /// `q` in the display unit of its id.
     virtual std::wstring format(IConverter::quantity q, const std::locale& locale) const = 0;

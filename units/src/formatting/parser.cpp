@@ -22,7 +22,7 @@ Parser::Parser(const IUnitProvider* unit_provider, const IFormatProvider* format
 {}
 
 boost::optional<IConverter::quantity> Parser::parse(
-    const std::wstring& text, const std::locale& locale) const
+    std::wstring_view text, const std::locale& locale) const
 {
     VRN_ASSERT(m_unit_provider != nullptr);
     if (m_unit_provider == nullptr)

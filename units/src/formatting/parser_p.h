@@ -18,7 +18,7 @@ public:
         const IConverter* converter);
 
     boost::optional<IConverter::quantity> parse(
-        const std::wstring& text, const std::locale& locale) const override;
+        std::wstring_view text, const std::locale& locale) const override;
     std::wstring format(IConverter::quantity q, const std::locale& locale) const override;
 
 private:

@@ -131,6 +131,12 @@ boost::optional<IConverter::quantity> read_feet_and_inches(
     constexpr double foot = 0.3048;
     constexpr double inch = 0.0254;
 
+    // Both expressions end in one of these and blanks, which spares other lengths the
+    // match.
+    const std::wstring_view content = trim(text);
+    if (content.empty() || (content.back() != L'\'' && content.back() != L'n'))
+        return boost::none;
+
     Subject subject(text);
     Groups groups;
     if (!feet_and_inch_marks().match(subject, groups)

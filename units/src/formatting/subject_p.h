@@ -2,8 +2,10 @@
 
 #include <boost/container/small_vector.hpp>
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
+#include <string>
 #include <string_view>
 
 namespace vrn::units::detail {
@@ -33,8 +35,39 @@ inline constexpr std::size_t count = first_unnamed + 6;
 
 } // namespace symbols
 
+inline constexpr std::size_t ascii_count = 128;
+
+constexpr std::size_t code_of(wchar_t character)
+{
+    return std::char_traits<wchar_t>::to_int_type(character);
+}
+
+constexpr std::array<Symbol, ascii_count> make_ascii_symbols()
+{
+    std::array<Symbol, ascii_count> table{};
+    for (Symbol& symbol : table)
+        symbol = symbols::other;
+    for (wchar_t character = L'0'; character <= L'9'; ++character)
+        table[code_of(character)] = symbols::digit;
+    for (const wchar_t character : std::wstring_view(L" \t\v\f"))
+        table[code_of(character)] = symbols::blank;
+    for (const wchar_t character : std::wstring_view(L"\n\r"))
+        table[code_of(character)] = symbols::line_break;
+    for (std::size_t i = 0; i < symbols::named.size(); ++i)
+        table[code_of(symbols::named[i])] = static_cast<Symbol>(i);
+    return table;
+}
+
+inline constexpr std::array<Symbol, ascii_count> ascii_symbols = make_ascii_symbols();
+
 /// The symbol of a character.
-Symbol symbol_of(wchar_t character);
+inline Symbol symbol_of(wchar_t character)
+{
+    const std::size_t code = code_of(character);
+    if (code < ascii_count)
+        return ascii_symbols[code];
+    return code == 0x2028 || code == 0x2029 ? symbols::separator : symbols::other;
+}
 
 /// A text made ready for expressions: its characters as symbols, and the working
 /// memory that all expressions tried on it share. Only a text beyond 64

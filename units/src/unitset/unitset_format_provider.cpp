@@ -18,8 +18,10 @@ const UnitFormat* find_default_format(std::int32_t system_index, UnitId::UnitId 
     if (!defaults_of_one_unit)
         return nullptr;
     const auto index = static_cast<std::uint32_t>(system_index);
+    if (index < defaults_of_one_unit->size())
+        return &(*defaults_of_one_unit)[index];
     VRN_ASSERT(index < defaults_of_one_unit->size())("system_index", system_index)("id", id);
-    return index < defaults_of_one_unit->size() ? &(*defaults_of_one_unit)[index] : nullptr;
+    return nullptr;
 }
 
 bool is_unit_id(UnitId::UnitId id)
@@ -46,7 +48,10 @@ UnitsetFormatProvider::UnitsetFormatProvider(
 const UnitFormat* UnitsetFormatProvider::find_entry(UnitId::UnitId id) const
 {
     const auto found = m_overrides.find(id);
-    return found != m_overrides.end() ? &found->second : find_default_format(m_system_index, id);
+    if (found != m_overrides.end())
+        return &found->second;
+    // A unit has no default of a system.
+    return is_unit_id(id) ? nullptr : find_default_format(m_system_index, id);
 }
 
 UnitFormat& UnitsetFormatProvider::override_of(UnitId::UnitId id)

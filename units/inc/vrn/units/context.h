@@ -5,6 +5,8 @@
 #include <vrn/units/varnelik_unit_provider.h>
 
 #include <locale>
+#include <string>
+#include <string_view>
 
 namespace vrn::units {
 inline namespace v1 {
@@ -43,7 +45,7 @@ public:
     /// unit is in the display unit of `unit_id`. The result has the id `unit_id`;
     /// it is empty where the text is no quantity, or one of another kind.
     boost::optional<IConverter::quantity> parse(
-        const std::wstring& text, UnitId::UnitId unit_id, const std::locale& locale) const;
+        std::wstring_view text, UnitId::UnitId unit_id, const std::locale& locale) const;
 
     /// Writes `q` in its display unit.
     std::wstring format(IConverter::quantity q, const std::locale& locale) const;
@@ -59,7 +61,7 @@ public:
 
 private:
     boost::optional<IConverter::quantity> read(
-        const std::wstring& text, UnitId::UnitId unit_id, const std::locale& locale) const;
+        std::wstring_view text, UnitId::UnitId unit_id, const std::locale& locale) const;
     boost::optional<IConverter::quantity> finish(
         IConverter::quantity parsed, UnitId::UnitId unit_id) const;
 

@@ -3,6 +3,8 @@
 #include <vrn/units/i_converter.h>
 #include <vrn/units/i_unit_provider.h>
 
+#include <boost/optional.hpp>
+
 namespace vrn::units {
 inline namespace v1 {
 
@@ -21,6 +23,8 @@ public:
 
     bool can_convert(UnitId::UnitId from, UnitId::UnitId to) const override;
     quantity convert(quantity q, UnitId::UnitId unit_id) const override;
+    /// As convert, but gives nothing where can_convert says no.
+    boost::optional<quantity> try_convert(quantity q, UnitId::UnitId unit_id) const;
     double to_base(quantity q) const override;
     quantity from_base(double value, UnitId::UnitId unit_id) const override;
 

@@ -1,0 +1,667 @@
+#include <vrn/qt/unit_validator.h>
+
+#include "quantity_in.h"
+#include "support/hostile_texts.h"
+#include "support/test_main.h"
+#include "support/test_object.h"
+#include "support/time_limit.h"
+
+#include <QLocale>
+#include <QMap>
+
+#include <algorithm>
+#include <ctime>
+#include <limits>
+#include <stdexcept>
+
+using vrn::qt::IValidator;
+using vrn::qt::UnitValidator;
+using vrn::test::numberIn;
+using vrn::units::Context;
+using vrn::units::UnitFormat;
+using Quantity = vrn::units::IConverter::quantity;
+
+namespace UnitId = vrn::units::UnitId;
+
+Q_DECLARE_METATYPE(std::bitset<32>)
+
+namespace {
+
+constexpr double lowest = std::numeric_limits<double>::lowest();
+constexpr double highest = std::numeric_limits<double>::max();
+constexpr double infinity = std::numeric_limits<double>::infinity();
+constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
+
+const std::bitset<32> noFlags;
+const std::bitset<32> allButUserLocale = ~std::bitset<32>(1U << vrn::qt::ValidationFlagUserLocale);
+
+// Systems of the tables: metres, millimetres, feet.
+constexpr int metric = 0;
+constexpr int millimetric = 6;
+constexpr int customary = 8;
+
+UnitId::UnitId unitId(int id)
+{
+    return static_cast<UnitId::UnitId>(id);
+}
+
+UnitFormat format(int unit, int precision, int notation = 0)
+{
+    UnitFormat result;
+    result.unit_id = unitId(unit);
+    result.precision = precision;
+    result.format = notation;
+    return result;
+}
+
+// The message of the std::invalid_argument that `call` throws.
+template <typename Call>
+QString refusalOf(Call call)
+{
+    try {
+        call();
+    } catch (const std::invalid_argument& exception) {
+        return QString::fromUtf8(exception.what());
+    }
+    return QStringLiteral("nothing was thrown");
+}
+
+// The promise is one of an optimised build; without it a walk along a mebi takes
+// several times as long.
+constexpr double timeLimit()
+{
+#if defined(__OPTIMIZE__)
+    return vrn::test::timeLimitMs();
+#else
+    return 4.0 * vrn::test::timeLimitMs();
+#endif
+}
+
+// The processor time of the call, so that a busy machine does not count, as the
+// quickest of three.
+template <typename Call>
+double millisecondsOf(Call call)
+{
+    double quickest = infinity;
+    for (int run = 0; run < 3; ++run) {
+        const std::clock_t start = std::clock();
+        call();
+        const double seconds = static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC;
+        quickest = std::min(quickest, 1e3 * seconds);
+    }
+    return quickest;
+}
+
+} // namespace
+
+// The user's locale of Qt has a decimal comma throughout: what reads it without
+// being told to fails here.
+class TestUnitValidator : public vrn::test::TestObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase() { QLocale::setDefault(QLocale(QLocale::German, QLocale::Germany)); }
+
+    void anEmptyText_data()
+    {
+        QTest::addColumn<QList<bool>>("emptyAllowed");
+        QTest::addColumn<boost::any>("number");
+        const boost::any zero = 0.0;
+        const boost::any none = QString("empty");
+        QTest::newRow("is zero by default") << QList<bool>{} << zero;
+        QTest::newRow("is no value where that is allowed") << QList<bool>{true} << none;
+        QTest::newRow("is zero where no value is allowed") << QList<bool>{false} << zero;
+        QTest::newRow("is zero again where it is allowed no more")
+            << QList<bool>{true, false} << zero;
+    }
+
+    void anEmptyText()
+    {
+        QFETCH(QList<bool>, emptyAllowed);
+        QFETCH(boost::any, number);
+        UnitValidator validator(Context(metric), UnitId::GEO_LENGTH);
+        for (const bool allowed : emptyAllowed)
+            validator.setEmptyValueAllowed(allowed);
+        for (const QString& text : {QString(""), QString()}) {
+            boost::any value = 7;
+            QVERIFY(validator.validate(text, value, noFlags));
+            QCOMPARE(numberIn(value, UnitId::GEO_LENGTH), number);
+            value = 7;
+            QVERIFY(validator.validateWhenFinished(text, value, noFlags));
+            QCOMPARE(numberIn(value, UnitId::GEO_LENGTH), number);
+        }
+    }
+
+    void blanksAreNotEmpty_data()
+    {
+        QTest::addColumn<bool>("emptyAllowed");
+        QTest::newRow("where an empty text is zero") << false;
+        QTest::newRow("where an empty text is no value") << true;
+    }
+
+    void blanksAreNotEmpty()
+    {
+        QFETCH(bool, emptyAllowed);
+        UnitValidator validator(Context(metric), UnitId::GEO_LENGTH);
+        validator.setEmptyValueAllowed(emptyAllowed);
+        boost::any value = 7;
+        QVERIFY(!validator.validate("  ", value, noFlags));
+        QCOMPARE(numberIn(value, UnitId::GEO_LENGTH), boost::any(0.0));
+    }
+
+    void theZeroOfAnEmptyTextIsClamped()
+    {
+        UnitValidator validator(Context(metric), UnitId::GEO_LENGTH);
+        validator.set_minimum(5.0);
+        boost::any value;
+        QVERIFY(validator.validate("", value, noFlags));
+        QCOMPARE(numberIn(value, UnitId::GEO_LENGTH), boost::any(0.0));
+        QVERIFY(validator.validateWhenFinished("", value, noFlags));
+        QCOMPARE(numberIn(value, UnitId::GEO_LENGTH), boost::any(5.0));
+    }
+
+    void noValueIsNotClamped()
+    {
+        UnitValidator validator(Context(metric), UnitId::GEO_LENGTH);
+        validator.setEmptyValueAllowed(true);
+        validator.set_minimum(5.0);
+        boost::any value = 7;
+        QVERIFY(validator.validateWhenFinished("", value, noFlags));
+        QVERIFY(value.empty());
+    }
+
+    // Numbers under a unit set are in the base scale, under a unit in that unit.
+    void aTextIsReadAsAQuantity_data()
+    {
+        QTest::addColumn<int>("system");
+        QTest::addColumn<int>("id");
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<double>("number");
+        QTest::newRow("a bare number is in the display unit")
+            << metric << int(UnitId::GEO_LENGTH) << "12" << 12.0;
+        QTest::newRow("a bare number is in the display unit of the system")
+            << millimetric << int(UnitId::GEO_LENGTH) << "12" << 0.012;
+        QTest::newRow("a bare number is in feet")
+            << customary << int(UnitId::GEO_LENGTH) << "12" << 3.6576;
+        QTest::newRow("the dash counts as no unit")
+            << millimetric << int(UnitId::GEO_LENGTH) << "12 -" << 0.012;
+        QTest::newRow("a unit counts more than the display unit")
+            << millimetric << int(UnitId::GEO_LENGTH) << "12 m" << 12.0;
+        QTest::newRow("a unit needs no blank")
+            << metric << int(UnitId::GEO_LENGTH) << "12mm" << 0.012;
+        QTest::newRow("a customary unit in a metric system")
+            << metric << int(UnitId::GEO_LENGTH) << "3.25 ft" << 0.9906;
+        QTest::newRow("feet and inches in a metric system")
+            << metric << int(UnitId::GEO_LENGTH) << "1' 6''" << 0.4572;
+        QTest::newRow("feet, inches and a fraction")
+            << customary << int(UnitId::GEO_LENGTH) << "1' 3 1/2''" << 0.3937;
+        QTest::newRow("a fraction") << metric << int(UnitId::GEO_LENGTH) << "1 1/2 m" << 1.5;
+        QTest::newRow("a negative number") << metric << int(UnitId::GEO_LENGTH) << "-1.5" << -1.5;
+        QTest::newRow("blanks around a bare number")
+            << metric << int(UnitId::GEO_LENGTH) << " 12 " << 12.0;
+        QTest::newRow("a unit with a slash")
+            << metric << int(UnitId::LOAD_AREA) << "12 kN/m2" << 12.0;
+        QTest::newRow("a unit of another scale")
+            << metric << int(UnitId::LOAD_AREA) << "2 MPa" << 2000.0;
+        QTest::newRow("an exponent") << metric << int(UnitId::LOAD_POINT) << "1.5e3 kN" << 1500.0;
+        QTest::newRow("a symbol beyond ASCII")
+            << metric << int(UnitId::ANGLE) << QString::fromUtf8("180 °") << 3.141592653589793;
+        QTest::newRow("a symbol that another kind has, too")
+            << metric << int(UnitId::NOM_WEIGHT) << "24 kN/m3" << 24.0;
+        QTest::newRow("a symbol whose first unit has another scale")
+            << metric << int(UnitId::X_PRESSURE) << "2 bar" << 200000.0;
+        QTest::newRow("a unit is kept as it is")
+            << metric << int(UnitId::MILLIMETRE) << "12" << 12.0;
+        QTest::newRow("a unit takes others of its dimension")
+            << metric << int(UnitId::MILLIMETRE) << "1.2 dm" << 120.0;
+        QTest::newRow("a denominator of zero")
+            << metric << int(UnitId::GEO_LENGTH) << "1/0" << infinity;
+        QTest::newRow("zero divided by zero")
+            << metric << int(UnitId::GEO_LENGTH) << "0/0" << notANumber;
+    }
+
+    void aTextIsReadAsAQuantity()
+    {
+        QFETCH(int, system);
+        QFETCH(int, id);
+        QFETCH(QString, text);
+        QFETCH(double, number);
+        UnitValidator validator(Context(system), unitId(id));
+        UnitValidator optional(Context(system), unitId(id));
+        optional.setEmptyValueAllowed(true);
+        for (UnitValidator* each : {&validator, &optional}) {
+            boost::any value = QString("before");
+            QVERIFY(each->validate(text, value, noFlags));
+            const boost::any read = numberIn(value, id);
+            const double* got = boost::any_cast<double>(&read);
+            QVERIFY2(got, qPrintable(vrn::test::describe(read)));
+            QCOMPARE(*got, number);
+        }
+    }
+
+    void aTextIsRefused_data()
+    {
+        QTest::addColumn<int>("system");
+        QTest::addColumn<int>("id");
+        QTest::addColumn<QString>("text");
+        const auto length = int(UnitId::GEO_LENGTH);
+        QTest::newRow("that names no unit") << metric << length << "5 xyz";
+        QTest::newRow("in capitals") << metric << int(UnitId::LOAD_POINT) << "5 KN";
+        QTest::newRow("with a unit of another kind") << metric << length << "5 kN";
+        QTest::newRow("with a length that the kind does not list") << metric << length << "5 dm";
+        QTest::newRow("of a unit alone") << metric << length << "m";
+        QTest::newRow("of a dash alone") << metric << length << "-";
+        QTest::newRow("of a reciprocal unit alone")
+            << metric << int(UnitId::GEO_CURVATURE) << "1/m";
+        QTest::newRow("with a blank behind the unit") << metric << length << "5 m ";
+        QTest::newRow("of words") << metric << length << "five metres";
+        QTest::newRow("of two numbers") << metric << length << "1 2";
+        QTest::newRow("with a hyphen between feet and inches")
+            << customary << length << "1'-3 1/2''";
+        QTest::newRow("of feet and inches for a force")
+            << customary << int(UnitId::LOAD_POINT) << "1' 6''";
+        // The display unit in this system is one that the kind does not list.
+        QTest::newRow("with a display unit that its kind does not list")
+            << 7 << int(UnitId::MAT_ELSUP_M3) << "5 Nmm/m2";
+        QTest::newRow("without a unit for such a kind") << 7 << int(UnitId::MAT_ELSUP_M3) << "5";
+    }
+
+    void aTextIsRefused()
+    {
+        QFETCH(int, system);
+        QFETCH(int, id);
+        QFETCH(QString, text);
+        UnitValidator validator(Context(system), unitId(id));
+        validator.set_minimum(1.0);
+        for (const bool emptyAllowed : {false, true}) {
+            validator.setEmptyValueAllowed(emptyAllowed);
+            boost::any value = QString("before");
+            QVERIFY(!validator.validate(text, value, noFlags));
+            QCOMPARE(numberIn(value, id), boost::any(0.0));
+            // Nor is the zero of a refusal clamped.
+            value = QString("before");
+            QVERIFY(!validator.validateWhenFinished(text, value, noFlags));
+            QCOMPARE(numberIn(value, id), boost::any(0.0));
+        }
+    }
+
+    void theDecimalPointIsThatOfTheCLocale_data()
+    {
+        QTest::addColumn<std::bitset<32>>("flags");
+        QTest::newRow("without flags") << noFlags;
+        QTest::newRow("with all flags but that of the user's locale") << allButUserLocale;
+    }
+
+    void theDecimalPointIsThatOfTheCLocale()
+    {
+        QFETCH(std::bitset<32>, flags);
+        UnitValidator validator(Context(metric), UnitId::GEO_LENGTH);
+        boost::any value;
+        QVERIFY(validator.validate("1.5 m", value, flags));
+        QCOMPARE(numberIn(value, UnitId::GEO_LENGTH), boost::any(1.5));
+        QCOMPARE(validator.reformat(value, flags), QString("1.500 m"));
+        // The comma ends the number.
+        QVERIFY(validator.validate("1,5", value, flags));
+        QCOMPARE(numberIn(value, UnitId::GEO_LENGTH), boost::any(1.0));
+        QVERIFY(validator.validateWhenFinished("1,5 m", value, flags));
+        QCOMPARE(numberIn(value, UnitId::GEO_LENGTH), boost::any(1.0));
+    }
+
+    void theEndOfEditingClamps_data()
+    {
+        QTest::addColumn<double>("minimum");
+        QTest::addColumn<double>("maximum");
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<double>("typed");
+        QTest::addColumn<double>("clamped");
+        QTest::newRow("to the maximum") << lowest << 10.0 << "20 m" << 20.0 << 10.0;
+        QTest::newRow("to the minimum") << -10.0 << highest << "-20 m" << -20.0 << -10.0;
+        QTest::newRow("nothing within the range") << -10.0 << 10.0 << "2 m" << 2.0 << 2.0;
+        QTest::newRow("nothing on the maximum") << -10.0 << 10.0 << "10 m" << 10.0 << 10.0;
+        QTest::newRow("nothing on the minimum") << -10.0 << 10.0 << "-10 m" << -10.0 << -10.0;
+        QTest::newRow("in the base scale, whatever is shown and typed")
+            << lowest << 1.0 << "2000 mm" << 2.0 << 1.0;
+        QTest::newRow("what is typed without a unit") << lowest << 1.0 << "2000" << 2.0 << 1.0;
+        QTest::newRow("what is no number to the minimum")
+            << -3.0 << 10.0 << "0/0 m" << notANumber << -3.0;
+        QTest::newRow("infinity to the maximum")
+            << lowest << highest << "1/0 m" << infinity << highest;
+        QTest::newRow("minus infinity to the minimum")
+            << lowest << highest << "-1/0 m" << -infinity << lowest;
+        QTest::newRow("to the minimum first, where it is above the maximum")
+            << 10.0 << 5.0 << "7 m" << 7.0 << 10.0;
+        QTest::newRow("to the maximum then, where it is below the minimum")
+            << 10.0 << 5.0 << "20 m" << 20.0 << 5.0;
+    }
+
+    void theEndOfEditingClamps()
+    {
+        QFETCH(double, minimum);
+        QFETCH(double, maximum);
+        QFETCH(QString, text);
+        QFETCH(double, typed);
+        QFETCH(double, clamped);
+        UnitValidator validator(Context(millimetric), UnitId::GEO_LENGTH);
+        validator.set_minimum(minimum);
+        validator.set_maximum(maximum);
+        boost::any value;
+        QVERIFY(validator.validate(text, value, noFlags));
+        QCOMPARE(numberIn(value, UnitId::GEO_LENGTH), boost::any(typed));
+        QVERIFY(validator.validateWhenFinished(text, value, noFlags));
+        QCOMPARE(numberIn(value, UnitId::GEO_LENGTH), boost::any(clamped));
+    }
+
+    void aValueOutOfRangeIsShownClampedAndKept_data()
+    {
+        QTest::addColumn<double>("number");
+        QTest::addColumn<QString>("text");
+        QTest::newRow("above the maximum") << 20.0 << "10.000 m";
+        QTest::newRow("below the minimum") << -20.0 << "-10.000 m";
+        QTest::newRow("no number") << notANumber << "-10.000 m";
+        QTest::newRow("infinity") << infinity << "10.000 m";
+        QTest::newRow("within the range") << 2.5 << "2.500 m";
+    }
+
+    void aValueOutOfRangeIsShownClampedAndKept()
+    {
+        QFETCH(double, number);
+        QFETCH(QString, text);
+        UnitValidator validator(Context(metric), UnitId::GEO_LENGTH);
+        validator.set_minimum(-10.0);
+        validator.set_maximum(10.0);
+        const boost::any value = Quantity{UnitId::GEO_LENGTH, number};
+        QCOMPARE(validator.reformat(value, noFlags), text);
+        QCOMPARE(numberIn(value, UnitId::GEO_LENGTH), boost::any(number));
+    }
+
+    void aQuantityIsShownInTheDisplayUnit_data()
+    {
+        QTest::addColumn<int>("system");
+        QTest::addColumn<int>("id");
+        QTest::addColumn<double>("number");
+        QTest::addColumn<QString>("text");
+        QTest::newRow("metres") << metric << int(UnitId::GEO_LENGTH) << 0.5 << "0.500 m";
+        QTest::newRow("millimetres") << millimetric << int(UnitId::GEO_LENGTH) << 0.5 << "500 mm";
+        QTest::newRow("feet") << customary << int(UnitId::GEO_LENGTH) << 0.3048 << "1.00 ft";
+        QTest::newRow("a unit with a slash")
+            << metric << int(UnitId::LOAD_AREA) << 12.5 << "12.50 kN/m2";
+        QTest::newRow("a unit itself, with its own digits")
+            << metric << int(UnitId::KILONEWTON_PER_SQUARE_METRE) << 12.5 << "12.500 kN/m2";
+        QTest::newRow("a symbol beyond ASCII")
+            << metric << int(UnitId::ANGLE) << 3.141592653589793 << QString::fromUtf8("180.0 °");
+        QTest::newRow("scientific notation")
+            << metric << int(UnitId::THERMAL_EXP) << 1.2e-5 << "0.120e-4 1/K";
+        QTest::newRow("a large number without grouping")
+            << metric << int(UnitId::GEO_LENGTH) << 1234567.0 << "1234567.000 m";
+    }
+
+    void aQuantityIsShownInTheDisplayUnit()
+    {
+        QFETCH(int, system);
+        QFETCH(int, id);
+        QFETCH(double, number);
+        QFETCH(QString, text);
+        UnitValidator validator(Context(system), unitId(id));
+        for (const std::bitset<32>& flags : {noFlags, allButUserLocale})
+            QCOMPARE(validator.reformat(Quantity{unitId(id), number}, flags), text);
+    }
+
+    void aQuantityOfAnotherIdIsShownByItsOwn()
+    {
+        UnitValidator validator(Context(metric), UnitId::GEO_LENGTH);
+        QCOMPARE(validator.reformat(Quantity{UnitId::FOOT, 2.5}, noFlags), QString("2.500 ft"));
+        QCOMPARE(
+            validator.reformat(Quantity{UnitId::LOAD_AREA, 2.5}, noFlags), QString("2.50 kN/m2"));
+    }
+
+    void aTypedUnitComesBackInTheDisplayUnit()
+    {
+        UnitValidator validator(Context(millimetric), UnitId::GEO_LENGTH);
+        for (const char* const text : {"1.5 m", "1500 mm", "0.0015 km", "150 cm", "1500"}) {
+            boost::any value;
+            QVERIFY2(validator.validateWhenFinished(text, value, noFlags), text);
+            QCOMPARE(validator.reformat(value, noFlags), QString("1500 mm"));
+        }
+    }
+
+    void overridesOfTheContextReachTheTexts()
+    {
+        const Context eighths(
+            metric, {{UnitId::GEO_LENGTH, format(UnitId::FEET_AND_FRACTIONAL_INCHES, 8)}});
+        UnitValidator validator(eighths, UnitId::GEO_LENGTH);
+        boost::any value;
+        QVERIFY(validator.validate("1' 3 1/2''", value, noFlags));
+        const QString shown = validator.reformat(value, noFlags);
+        QCOMPARE(shown, QString("1' 3 1/2 ''"));
+        boost::any again;
+        QVERIFY(validator.validate(shown, again, noFlags));
+        QCOMPARE(numberIn(again, UnitId::GEO_LENGTH), numberIn(value, UnitId::GEO_LENGTH));
+    }
+
+    void noValueIsShownAsEmptyTextWhereAllowed()
+    {
+        UnitValidator validator(Context(metric), UnitId::GEO_LENGTH);
+        validator.setEmptyValueAllowed(true);
+        QCOMPARE(validator.reformat(boost::any(), noFlags), QString(""));
+    }
+
+    void aValueThatIsNoQuantityIsReported_data()
+    {
+        QTest::addColumn<bool>("emptyAllowed");
+        QTest::addColumn<boost::any>("value");
+        QTest::newRow("no value where it is not allowed") << false << boost::any();
+        QTest::newRow("a double") << false << boost::any(1.5);
+        QTest::newRow("a double where no value is allowed") << true << boost::any(1.5);
+        QTest::newRow("a text") << false << boost::any(QString("1.5 m"));
+        QTest::newRow("an id without a number") << true << boost::any(UnitId::GEO_LENGTH);
+    }
+
+    void aValueThatIsNoQuantityIsReported()
+    {
+        QFETCH(bool, emptyAllowed);
+        QFETCH(boost::any, value);
+        UnitValidator validator(Context(metric), UnitId::GEO_LENGTH);
+        validator.setEmptyValueAllowed(emptyAllowed);
+        expectAssert("value.type() == typeid(units::IConverter::quantity)");
+        QCOMPARE(validator.reformat(value, noFlags), QString(""));
+    }
+
+    void thePostfixIsForDisplay()
+    {
+        UnitValidator validator(Context(metric), UnitId::GEO_LENGTH);
+        validator.setPostfix("each");
+        const boost::any value = Quantity{UnitId::GEO_LENGTH, 2.0};
+        QCOMPARE(validator.reformat(value, noFlags), QString("2.000 m"));
+        QCOMPARE(validator.reformatForDisplay(value, noFlags), QString("2.000 m each"));
+    }
+
+    void theIdCanBeSetLater()
+    {
+        UnitValidator validator{Context(metric)};
+        validator.set_unit_id(UnitId::LOAD_AREA);
+        QCOMPARE(validator.get_unit_id(), UnitId::LOAD_AREA);
+        boost::any value;
+        QVERIFY(validator.validate("3 kN/m2", value, noFlags));
+        QCOMPARE(numberIn(value, UnitId::LOAD_AREA), boost::any(3.0));
+        validator.set_unit_id(UnitId::GEO_LENGTH);
+        QCOMPARE(validator.get_unit_id(), UnitId::GEO_LENGTH);
+        QVERIFY(!validator.validate("3 kN/m2", value, noFlags));
+        QCOMPARE(numberIn(value, UnitId::GEO_LENGTH), boost::any(0.0));
+    }
+
+    void withoutAnIdBareNumbersAreRead()
+    {
+        UnitValidator validator{Context(metric)};
+        boost::any value;
+        expectAssert("m_unit_id");
+        QCOMPARE(validator.get_unit_id(), UnitId::BLANK);
+        expectAssert("m_unit_id");
+        QVERIFY(validator.validate("12", value, noFlags));
+        QCOMPARE(numberIn(value, UnitId::BLANK), boost::any(12.0));
+        expectAssert("m_unit_id");
+        QVERIFY(!validator.validate("12 m", value, noFlags));
+        QCOMPARE(numberIn(value, UnitId::BLANK), boost::any(0.0));
+        expectAssert("m_unit_id");
+        QVERIFY(validator.validate("", value, noFlags));
+        QCOMPARE(numberIn(value, UnitId::BLANK), boost::any(0.0));
+        validator.setEmptyValueAllowed(true);
+        QVERIFY(validator.validate("", value, noFlags));
+        QVERIFY(value.empty());
+    }
+
+    void anUnknownIdThrows_data()
+    {
+        QTest::addColumn<int>("id");
+        QTest::addColumn<QString>("whenReformatted");
+        QTest::newRow("no unit set") << 1035 << "Invalid unit id.";
+        QTest::newRow("behind all unit sets") << 99999 << "Invalid unit id.";
+        QTest::newRow("negative") << -1 << "Invalid unit id.";
+        // The formats answer for all ids below 1000; the missing unit shows in its factor.
+        QTest::newRow("no unit") << 12 << "unit_id";
+    }
+
+    void anUnknownIdThrows()
+    {
+        QFETCH(int, id);
+        QFETCH(QString, whenReformatted);
+        UnitValidator validator(Context(metric), unitId(id));
+        boost::any value;
+        const QString invalid = "Invalid unit id.";
+        QCOMPARE(refusalOf([&] { validator.validate("12", value, noFlags); }), invalid);
+        QCOMPARE(refusalOf([&] { validator.validateWhenFinished("x", value, noFlags); }), invalid);
+        QCOMPARE(refusalOf([&] {
+            validator.reformat(Quantity{unitId(id), 1.0}, noFlags);
+        }),
+            whenReformatted);
+        // An empty text is no matter of the context.
+        QVERIFY(validator.validate("", value, noFlags));
+        QCOMPARE(numberIn(value, id), boost::any(0.0));
+        validator.setEmptyValueAllowed(true);
+        QVERIFY(validator.validate("", value, noFlags));
+        QVERIFY(value.empty());
+    }
+
+    void aDisplayUnitOfAnotherKindThrowsWhenShown()
+    {
+        const Context forces(metric, {{UnitId::GEO_LENGTH, format(UnitId::KILONEWTON, 2)}});
+        UnitValidator validator(forces, UnitId::GEO_LENGTH);
+        expectAssert("can_convert(q.unit_id, unit_id)", {"q.unit_id", "unit_id"});
+        QCOMPARE(refusalOf([&] {
+            validator.reformat(Quantity{UnitId::GEO_LENGTH, 1.0}, noFlags);
+        }),
+            QString("Incompatible units."));
+        // A number without a unit would be in that unit, so it is refused.
+        boost::any value;
+        QVERIFY(!validator.validate("1", value, noFlags));
+        QCOMPARE(numberIn(value, UnitId::GEO_LENGTH), boost::any(0.0));
+        QVERIFY(validator.validate("1 m", value, noFlags));
+        QCOMPARE(numberIn(value, UnitId::GEO_LENGTH), boost::any(1.0));
+    }
+
+    void aLaterChangeOfTheContextDoesNotReachIt()
+    {
+        Context context(metric);
+        UnitValidator validator(context, UnitId::GEO_LENGTH);
+        context.format_provider().set_unit(UnitId::GEO_LENGTH, UnitId::MILLIMETRE);
+        const boost::any value = Quantity{UnitId::GEO_LENGTH, 2.0};
+        QCOMPARE(validator.reformat(value, noFlags), QString("2.000 m"));
+        context = Context(customary);
+        QCOMPARE(validator.reformat(value, noFlags), QString("2.000 m"));
+    }
+
+    void itOutlivesItsContext()
+    {
+        boost::shared_ptr<IValidator> validator;
+        {
+            const Context context(customary);
+            validator.reset(new UnitValidator(context, UnitId::GEO_LENGTH));
+        }
+        boost::any value;
+        QVERIFY(validator->validate("1 ft", value, noFlags));
+        QCOMPARE(numberIn(value, UnitId::GEO_LENGTH), boost::any(0.3048));
+        QCOMPARE(validator->reformat(value, noFlags), QString("1.00 ft"));
+    }
+
+    // What of the hostile texts is a number after all; the others are refused.
+    void aHostileText_data()
+    {
+        QTest::addColumn<int>("id");
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<bool>("accepted");
+        QTest::addColumn<double>("number");
+        const QMap<QByteArray, double> numbers = {
+            {"a mebi of the digit 7", highest},
+            {"a mebi of zeros", 0.0},
+            {"a mebi of points", 0.0},
+            {"a mebi of commas", 0.0},
+            {"a number with a mebi of decimals", 1.0 / 3.0},
+            {"1e999", highest},
+            {"-1e999", lowest},
+            {"1e-999", 0.0},
+            {"a number beyond 64 bits", 1e20},
+        };
+        // Feet and inches, each of them missing.
+        QMap<QByteArray, double> lengths = numbers;
+        lengths["a mebi of apostrophes"] = 0.0;
+        for (const auto& [name, text] : vrn::test::hostileTexts()) {
+            QTest::newRow(QByteArray("for a length: " + name))
+                << int(UnitId::GEO_LENGTH) << text << lengths.contains(name) << lengths[name];
+            QTest::newRow(QByteArray("for a load: " + name))
+                << int(UnitId::LOAD_AREA) << text << numbers.contains(name) << numbers.value(name);
+        }
+    }
+
+    void aHostileText()
+    {
+        QFETCH(int, id);
+        QFETCH(QString, text);
+        QFETCH(bool, accepted);
+        QFETCH(double, number);
+        UnitValidator validator(Context(metric), unitId(id));
+        boost::any value = QString("before");
+        const double keystroke = millisecondsOf(
+            [&] { QCOMPARE(validator.validate(text, value, noFlags), accepted); });
+        QCOMPARE(numberIn(value, id), boost::any(number));
+        value = QString("before");
+        const double end = millisecondsOf(
+            [&] { QCOMPARE(validator.validateWhenFinished(text, value, noFlags), accepted); });
+        QCOMPARE(numberIn(value, id), boost::any(number));
+        QVERIFY2(keystroke < timeLimit(), QByteArray::number(keystroke));
+        QVERIFY2(end < timeLimit(), QByteArray::number(end));
+    }
+
+    void anyNumberCanBeShown_data()
+    {
+        QTest::addColumn<double>("number");
+        QTest::newRow("the highest") << highest;
+        QTest::newRow("the lowest") << lowest;
+        QTest::newRow("the smallest") << std::numeric_limits<double>::denorm_min();
+        QTest::newRow("infinity") << infinity;
+        QTest::newRow("minus infinity") << -infinity;
+        QTest::newRow("no number") << notANumber;
+        QTest::newRow("minus zero") << -0.0;
+    }
+
+    void anyNumberCanBeShown()
+    {
+        QFETCH(double, number);
+        const int fraction = 2;
+        const Context contexts[] = {Context(metric),
+            Context(metric, {{UnitId::GEO_LENGTH, format(UnitId::FEET_AND_FRACTIONAL_INCHES, 16)}}),
+            Context(metric, {{UnitId::GEO_LENGTH, format(UnitId::FRACTIONAL_INCHES, 16)}}),
+            Context(metric, {{UnitId::GEO_LENGTH, format(UnitId::FOOT, 16, fraction)}})};
+        for (const Context& context : contexts) {
+            UnitValidator validator(context, UnitId::GEO_LENGTH);
+            QString text;
+            const double time = millisecondsOf([&] {
+                text = validator.reformat(Quantity{UnitId::GEO_LENGTH, number}, noFlags);
+            });
+            QVERIFY(!text.isEmpty());
+            QVERIFY2(time < timeLimit(), QByteArray::number(time));
+        }
+    }
+};
+
+VRN_TEST_MAIN(TestUnitValidator)
+#include "tst_unit_validator.moc"
