@@ -1,6 +1,7 @@
 #include <vrn/units/context.h>
 
 #include "definitions/unit_records_p.h"
+#include "formatting/display_label_p.h"
 #include "formatting/feet_and_fractional_inches_parser_p.h"
 #include "formatting/fractional_inches_parser_p.h"
 #include "formatting/parser_p.h"
@@ -113,6 +114,11 @@ std::uint32_t Context::get_display_dimension(UnitId::UnitId unit_id) const
             return m_unit_provider.get_dimension(display_unit);
     }
     throw std::invalid_argument("Invalid unit id.");
+}
+
+std::string Context::get_display_label(UnitId::UnitId unit_id) const
+{
+    return display_label(m_unit_provider, m_format_provider, unit_id);
 }
 
 } // namespace v1

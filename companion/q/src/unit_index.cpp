@@ -1,43 +1,72 @@
 #include <vrn/q/unit_index.h>
 
 #include <vrn/assert/smart_assert.h>
+#include <vrn/q/input_context.h>
 
 #include <algorithm>
-#include <array>
-#include <string_view>
+#include <optional>
+#include <string>
 
 namespace {
 
-struct UnitIndexRow
+using namespace vrn::units;
+
+/// What an index says of the unit in which lengths are typed and shown.
+struct LengthUnit
 {
-    int index;
-    double metres;
-    int precision;
-    std::string_view label;
+    double metres = 1.0;
+    int precision = 3;
+    std::string label;
 };
 
-// The international foot is 0.3048 m and the inch 0.0254 m, both exactly.
-// clang-format off
-constexpr std::array<UnitIndexRow, 7> unitIndexRows {{
-    {   13, 1.0,    3, "m"  },
-    {   14, 0.1,    3, "dm" },
-    {   15, 0.01,   1, "cm" },
-    {   16, 0.001,  0, "mm" },
-    {  213, 0.3048, 3, "ft" },
-    {  214, 0.0254, 3, "in" },
-    { 1001, 1.0,    3, "m"  },
-}};
-// clang-format on
-
-constexpr UnitIndexRow unknownUnit{0, 1.0, 3, {}};
-
-const UnitIndexRow& rowOf(int unit)
+/// A unit set is shown as the application has chosen; a unit is its own, with its
+/// defaults.
+const Context& context_of(UnitId::UnitId id)
 {
-    const auto row = std::find_if(unitIndexRows.begin(), unitIndexRows.end(),
-        [unit](const UnitIndexRow& candidate) { return candidate.index == unit; });
-    const bool isKnownUnitIndex = row != unitIndexRows.end();
-    VRN_ASSERT(isKnownUnitIndex)("unit", unit);
-    return isKnownUnitIndex ? *row : unknownUnit;
+    static const Context defaults;
+    return id >= UnitId::GEO_DISTANCE ? get_active_input_context() : defaults;
+}
+
+/// The precision of feet and inches with fractions is a denominator, and their
+/// symbol a pattern; as plain numbers they are feet and inches.
+UnitId::UnitId plain_number_unit(UnitId::UnitId unit)
+{
+    switch (unit) {
+    case UnitId::FEET_AND_FRACTIONAL_INCHES:
+        return UnitId::FOOT;
+    case UnitId::FRACTIONAL_INCHES:
+        return UnitId::INCH;
+    default:
+        return unit;
+    }
+}
+
+bool is_length(const Context& context, UnitId::UnitId unit)
+{
+    const VarnelikUnitProvider& units = context.unit_provider();
+    return units.is_known(unit) && units.get_dimension(unit) == units.get_dimension(UnitId::METRE);
+}
+
+std::optional<LengthUnit> find_length_unit(UnitId::UnitId id)
+{
+    const Context& context = context_of(id);
+    if (!context.format_provider().is_known(id))
+        return std::nullopt;
+    const UnitId::UnitId shown = context.format_provider().get_unit(id);
+    if (!is_length(context, shown))
+        return std::nullopt;
+    if (const UnitId::UnitId plain = plain_number_unit(shown); plain != shown)
+        return find_length_unit(plain);
+    return LengthUnit{context.unit_provider().get_factor(shown),
+        context.format_provider().get_precision(id), context.get_display_label(id)};
+}
+
+LengthUnit length_unit(int index)
+{
+    const std::optional<LengthUnit> unit = find_length_unit(static_cast<UnitId::UnitId>(index));
+    const bool isKnownUnitIndex = unit.has_value();
+    VRN_ASSERT(isKnownUnitIndex)("unit", index);
+    return unit.value_or(LengthUnit{});
 }
 
 } // namespace
@@ -47,17 +76,17 @@ double vrn_get_unitd(int unit, int which)
     using namespace vrn::q;
     VRN_ASSERT(which == UnitSizeInMetres || which == DisplayToInternal)("which", which);
     // The internal unit is the metre, so both factors are one number.
-    return rowOf(unit).metres;
+    return length_unit(unit).metres;
 }
 
 int vrn_get_unit_precision(int unit, int /*which*/)
 {
-    return rowOf(unit).precision;
+    return length_unit(unit).precision;
 }
 
 int vrn_get_unit_label(int unit, int /*which*/, char* buffer, int limit)
 {
-    const std::string_view label = rowOf(unit).label;
+    const std::string label = length_unit(unit).label;
     if (label.empty() || static_cast<int>(label.size()) > limit)
         return 0;
     *std::copy(label.begin(), label.end(), buffer) = '\0';

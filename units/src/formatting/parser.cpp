@@ -1,5 +1,6 @@
 #include "formatting/parser_p.h"
 
+#include "formatting/display_label_p.h"
 #include "formatting/number_writer_p.h"
 #include "formatting/quantity_reader_p.h"
 
@@ -8,7 +9,6 @@
 
 #include <boost/locale/encoding_utf.hpp>
 
-#include <algorithm>
 #include <typeinfo>
 
 namespace vrn::units {
@@ -43,7 +43,8 @@ std::wstring Parser::format(IConverter::quantity q, const std::locale& locale) c
 {
     const UnitId::UnitId display_unit = m_format_provider->get_unit(q.unit_id);
     const double value = m_converter->convert(q, display_unit).value;
-    const auto label = boost::locale::conv::utf_to_utf<wchar_t>(label_of(q.unit_id, display_unit));
+    const auto label = boost::locale::conv::utf_to_utf<wchar_t>(
+        display_label(*m_unit_provider, *m_format_provider, q.unit_id));
     std::int32_t precision = m_format_provider->get_precision(q.unit_id);
     if (precision < 0)
         precision = 3;
@@ -57,20 +58,6 @@ std::wstring Parser::format(IConverter::quantity q, const std::locale& locale) c
     default:
         return {};
     }
-}
-
-// A label can only choose among the spellings that the unit has, or hide the unit;
-// any other text is ignored.
-std::string Parser::label_of(UnitId::UnitId id, UnitId::UnitId display_unit) const
-{
-    if (const auto label = m_format_provider->get_label(id)) {
-        if (label->empty())
-            return {};
-        const auto& spellings = m_unit_provider->get_alternative_symbols(display_unit);
-        if (std::find(spellings.begin(), spellings.end(), *label) != spellings.end())
-            return *label;
-    }
-    return m_unit_provider->get_symbol(display_unit);
 }
 
 } // namespace v1

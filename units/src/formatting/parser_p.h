@@ -22,8 +22,6 @@ public:
     std::wstring format(IConverter::quantity q, const std::locale& locale) const override;
 
 private:
-    std::string label_of(UnitId::UnitId id, UnitId::UnitId display_unit) const;
-
     const IUnitProvider* m_unit_provider;
     const IFormatProvider* m_format_provider;
     const IConverter* m_converter;

@@ -53,6 +53,10 @@ public:
     /// in which it is shown is not known.
     std::uint32_t get_display_dimension(UnitId::UnitId unit_id) const;
 
+    /// What stands behind the values of `unit_id`, in UTF-8: as a rule the symbol of
+    /// its display unit. Empty where the unit is hidden.
+    std::string get_display_label(UnitId::UnitId unit_id) const;
+
 private:
     boost::optional<IConverter::quantity> read(
         const std::wstring& text, UnitId::UnitId unit_id, const std::locale& locale) const;

@@ -5,10 +5,12 @@
 /// Look-ups by unit index, for values that are held in the internal length
 /// unit, the metre.
 ///
-/// A unit index is an id of the unit catalogue: 13 m, 14 dm, 15 cm, 16 mm,
-/// 213 ft, 214 in; 1001 is the length of the active unit system. An index that
-/// is not known is reported through the assertion facility and answered as the
-/// metre without a label.
+/// A unit index is a vrn::units::UnitId: a unit of length, such as 13 for the metre
+/// or 213 for the foot, or a kind of length, as 1001 for GEO_LENGTH. A kind is
+/// answered from the active context (see <vrn/q/input_context.h>) and as it is shown
+/// there. Units of feet and inches with fractions are answered as plain feet and
+/// inches. Any other index is reported through the assertion facility and answered
+/// as the metre without a label.
 
 namespace vrn::q {
 
