@@ -68,11 +68,14 @@ private:
     void add_settings(CLI::App& app)
     {
         app.add_option("--system", m_settings.system, "Unit system, 0 to 9")
+            ->type_name("N")
             ->check(CLI::Range(0, 9));
-        app.add_option("--locale", m_settings.locale, "Locale of the texts, C if not given");
+        app.add_option("--locale", m_settings.locale, "Locale of the texts, C if not given")
+            ->type_name("NAME");
         app.add_option("--override", m_settings.overrides,
-               "How a kind is shown: KIND:unit=UNIT,precision=N,format=N,label=TEXT")
-            ->allow_extra_args(false);
+               "How a kind is shown, as KIND:unit=UNIT,precision=N,format=N,label=TEXT")
+            ->allow_extra_args(false)
+            ->type_name("RULE");
     }
 
     CLI::App& add_command(
@@ -85,10 +88,13 @@ private:
 
     void add_kind(CLI::App& app)
     {
-        app.add_option("KIND", m_kind, "Id, or name such as GEO_LENGTH")->required();
+        app.add_option("KIND", m_kind, "Id, or name such as GEO_LENGTH")->type_name("")->required();
     }
 
-    void add_text(CLI::App& app) { app.add_option("TEXT", m_text, "A quantity")->required(); }
+    void add_text(CLI::App& app)
+    {
+        app.add_option("TEXT", m_text, "A quantity")->type_name("")->required();
+    }
 
     void add_convert()
     {
@@ -98,7 +104,7 @@ private:
         });
         add_settings(app);
         add_text(app);
-        app.add_option("UNIT", m_unit, "Id or symbol")->required();
+        app.add_option("UNIT", m_unit, "Id or symbol")->type_name("")->required();
     }
 
     void add_parse()
@@ -124,7 +130,7 @@ private:
         });
         add_settings(app);
         add_kind(app);
-        app.add_option("VALUE", m_value, "A number in the base scale")->required();
+        app.add_option("VALUE", m_value, "A number in the base scale")->type_name("")->required();
     }
 
     void add_show()
@@ -151,6 +157,7 @@ private:
             return ExitAnswered;
         });
         app.add_option("TABLE", m_table, "units, kinds or systems")
+            ->type_name("")
             ->required()
             ->check(CLI::IsMember({"units", "kinds", "systems"}));
         app.add_flag("--json", m_as_json, "As JSON");

@@ -136,9 +136,8 @@ void write_table(
 
 void write_system_columns(std::ostream& output)
 {
-    constexpr std::array telling_kinds{std::string_view("GEO_LENGTH"), std::string_view("GEO_AREA"),
-        std::string_view("BEAM_NFORCE"), std::string_view("LOAD_AREA"),
-        std::string_view("MAT_STRESS"), std::string_view("TEMP_GRADIENT")};
+    constexpr std::array<std::string_view, 7> telling_kinds{"GEO_LENGTH", "GEO_THICKNESS",
+        "SECT_AREA", "REINF_TOTAL", "BEAM_NFORCE", "LOAD_AREA", "MAT_STRESS"};
 
     std::unordered_map<std::int32_t, std::string> symbols;
     for (const auto& unit : units::list_units())

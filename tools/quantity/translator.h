@@ -25,11 +25,17 @@ public:
     std::string format(Quantity quantity) const;
     /// Reads and writes again, in the display unit.
     std::optional<std::string> show(const std::string& text, UnitId kind) const;
-    /// Shows the text in the first of the units that it can be read as.
+    /// Shows the text in the first of the units that it converts to.
+    ///
+    /// One that shares a kind with the unit of the text goes before one of equal
+    /// dimension alone: the catalogue has units of one dimension and two base scales,
+    /// such as the "W" beside "kW" and the "W" beside "MW".
     std::optional<std::string> convert(
         const std::string& text, const std::vector<UnitId>& units) const;
 
 private:
+    std::optional<Quantity> parse_by_kind(const std::string& text, UnitId kind, UnitId unit) const;
+
     units::Context m_context;
     std::locale m_locale;
 };
