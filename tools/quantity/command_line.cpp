@@ -43,7 +43,7 @@ class CommandLine
 public:
     CommandLine()
     {
-        m_app.require_subcommand(1);
+        m_app.require_subcommand(0, 1);
         add_settings(m_app);
         add_convert();
         add_parse();
@@ -57,6 +57,8 @@ public:
     int run(int argc, char** argv)
     {
         m_app.parse(argc, argv);
+        if (!m_command)
+            throw UsageError("a command is missing; --help lists them");
         return m_command();
     }
 
