@@ -163,10 +163,10 @@ private Q_SLOTS:
     {
         const auto units = readTable("units.tsv");
         const auto unitLines = linesOf("units");
-        QCOMPARE(unitLines.size(), units.size());
+        QCOMPARE(int(unitLines.size()), int(units.size()));
         for (int i = 0; i < units.size(); ++i) {
             const auto columns = unitLines[i].split('\t');
-            QCOMPARE(columns.size(), 7);
+            QCOMPARE(int(columns.size()), 7);
             QCOMPARE(columns[0], units[i][0]);
             QCOMPARE(columns[1], unquoted(units[i][5]));
             QCOMPARE(columns[3].toDouble(), units[i][4].toDouble());
@@ -183,12 +183,12 @@ private Q_SLOTS:
     void columnsOfSystemsTellThemApart()
     {
         QStringList lines = linesOf("systems");
-        QCOMPARE(lines.size(), 10);
+        QCOMPARE(int(lines.size()), 10);
         QVERIFY(lines[0].startsWith("0\tm\t"));
         QVERIFY(lines[8].startsWith("8\tft\t"));
         for (QString& line : lines)
             line = line.section('\t', 1);
-        QCOMPARE(lines.removeDuplicates(), 0);
+        QCOMPARE(int(lines.removeDuplicates()), 0);
     }
 
 private:

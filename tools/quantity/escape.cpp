@@ -54,16 +54,16 @@ std::string unescape(std::string_view text)
 {
     std::string plain;
     plain.reserve(text.size());
-    for (auto at = text.begin(); at != text.end(); ++at) {
-        if (*at != '\\') {
-            plain += *at;
-            continue;
-        }
-        if (++at == text.end())
+    for (;;) {
+        const auto backslash = text.find('\\');
+        plain += text.substr(0, backslash);
+        if (backslash == std::string_view::npos)
+            return plain;
+        if (backslash + 1 == text.size())
             throw UsageError("a backslash ends the text");
-        plain += character_of(*at);
+        plain += character_of(text[backslash + 1]);
+        text.remove_prefix(backslash + 2);
     }
-    return plain;
 }
 
 } // namespace vrn::quantity_tool

@@ -34,7 +34,7 @@ std::optional<std::string_view> LineReader::next()
 
 bool LineReader::read_more()
 {
-    constexpr std::size_t portion = 64 * 1024;
+    constexpr std::size_t portion = 65536;
 
     m_before_wait();
     const auto old_size = m_buffer.size();

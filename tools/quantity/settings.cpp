@@ -11,7 +11,6 @@
 namespace vrn::quantity_tool {
 namespace {
 
-using units::UnitFormat;
 using units::UnitId::UnitId;
 
 std::vector<std::string> split(std::string_view text, char separator)

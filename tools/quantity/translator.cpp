@@ -44,9 +44,9 @@ std::vector<Translator::UnitId> kinds_that_take(Translator::UnitId unit)
 
 } // namespace
 
-Translator::Translator(units::Context context, std::locale locale)
+Translator::Translator(units::Context context, const std::locale& locale)
     : m_context(std::move(context))
-    , m_locale(std::move(locale))
+    , m_locale(locale)
 {}
 
 std::optional<Translator::Quantity> Translator::parse(const std::string& text, UnitId kind) const

@@ -19,7 +19,7 @@ public:
     using Quantity = units::IConverter::quantity;
     using UnitId = units::UnitId::UnitId;
 
-    Translator(units::Context context, std::locale locale);
+    Translator(units::Context context, const std::locale& locale);
 
     std::optional<Quantity> parse(const std::string& text, UnitId kind) const;
     std::string format(Quantity quantity) const;
