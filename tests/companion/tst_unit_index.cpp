@@ -24,6 +24,9 @@ private Q_SLOTS:
         QTest::newRow("millimetre") << 16 << 0.001 << 0 << "mm";
         QTest::newRow("foot") << 213 << 0.3048 << 3 << "ft";
         QTest::newRow("inch") << 214 << 0.0254 << 3 << "in";
+        QTest::newRow("kilometre") << 11 << 1000.0 << 3 << "km";
+        QTest::newRow("mile") << 211 << 1609.344 << 3 << "mi";
+        QTest::newRow("yard") << 212 << 0.9144 << 3 << "yd";
         QTest::newRow("length of the active system") << 1001 << 1.0 << 3 << "m";
     }
 

@@ -26,6 +26,7 @@ constexpr Symbols set_of(Symbol symbol)
 }
 
 constexpr Symbols all = set_of(symbols::end) - 1;
+constexpr Symbols line_ends = set_of(symbols::line_break) | set_of(symbols::separator);
 constexpr Symbols white_space = set_of(symbols::blank) | set_of(symbols::line_break);
 
 } // namespace
@@ -171,7 +172,7 @@ private:
     {
         // A quantifier with nothing before it.
         require(peek() != L'+');
-        return skip(L'.') ? all & ~set_of(symbols::line_break) : symbol();
+        return skip(L'.') ? all & ~line_ends : symbol();
     }
 
     /// One character or an escape.

@@ -30,7 +30,9 @@ constexpr std::array<Symbol, ascii_count> ascii_symbols = make_ascii_symbols();
 Symbol symbol_of(wchar_t character)
 {
     const auto code = static_cast<std::uint32_t>(character);
-    return code < ascii_count ? ascii_symbols[code] : symbols::other;
+    if (code < ascii_count)
+        return ascii_symbols[code];
+    return code == 0x2028 || code == 0x2029 ? symbols::separator : symbols::other;
 }
 
 Subject::Subject(std::wstring_view text)

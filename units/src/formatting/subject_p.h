@@ -9,8 +9,8 @@
 namespace vrn::units::detail {
 
 /// What an expression sees of a character. The expressions of this library name
-/// a dozen characters; all others differ in being a digit, white space, a line
-/// break or none of these, as the classic locale has it.
+/// a dozen characters; all others differ in being a digit, white space, the end
+/// of a line or none of these, as the classic locale has it.
 using Symbol = std::uint8_t;
 
 /// A set of symbols: bit n stands for symbol n.
@@ -24,10 +24,12 @@ inline constexpr std::wstring_view named = L"1.,/-+eE'ftin";
 inline constexpr Symbol first_unnamed = static_cast<Symbol>(named.size());
 inline constexpr Symbol digit = first_unnamed; ///< A digit other than '1'.
 inline constexpr Symbol blank = first_unnamed + 1; ///< White space within a line.
-inline constexpr Symbol line_break = first_unnamed + 2; ///< "\n" and "\r".
-inline constexpr Symbol other = first_unnamed + 3;
-inline constexpr Symbol end = first_unnamed + 4; ///< Behind the last character.
-inline constexpr std::size_t count = first_unnamed + 5;
+inline constexpr Symbol line_break = first_unnamed + 2; ///< "\n" and "\r", white space too.
+/// U+2028 and U+2029: they end a line, but are no white space of the classic locale.
+inline constexpr Symbol separator = first_unnamed + 3;
+inline constexpr Symbol other = first_unnamed + 4;
+inline constexpr Symbol end = first_unnamed + 5; ///< Behind the last character.
+inline constexpr std::size_t count = first_unnamed + 6;
 
 } // namespace symbols
 

@@ -1,0 +1,26 @@
+# Passes if the README shows examples/first_field as it is built, and if every
+# file that the documentation links to is there.
+cmake_minimum_required(VERSION 3.25)
+get_filename_component(root "${CMAKE_CURRENT_LIST_DIR}/../.." ABSOLUTE)
+
+file(READ "${root}/README.md" readme)
+file(READ "${root}/examples/first_field/main.cpp" program)
+string(FIND "${readme}" "```cpp\n${program}```" position)
+if(position EQUAL -1)
+    message(SEND_ERROR "README.md does not show examples/first_field/main.cpp as it stands")
+endif()
+
+file(GLOB documents "${root}/*.md" "${root}/docs/*.md")
+foreach(document IN LISTS documents)
+    get_filename_component(folder "${document}" DIRECTORY)
+    file(READ "${document}" text)
+    # A list with brackets in its elements would not be taken apart.
+    string(REPLACE "](" "@link:" text "${text}")
+    string(REGEX MATCHALL "@link:[^)#]+" links "${text}")
+    foreach(link IN LISTS links)
+        string(REPLACE "@link:" "" target "${link}")
+        if(NOT target MATCHES "^https?:" AND NOT EXISTS "${folder}/${target}")
+            message(SEND_ERROR "${document} links to ${target}, which is not there")
+        endif()
+    endforeach()
+endforeach()

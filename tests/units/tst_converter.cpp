@@ -1,0 +1,197 @@
+#include "support/test_main.h"
+#include "support/test_object.h"
+#include "unit_test_support.h"
+
+#include <cmath>
+#include <limits>
+#include <stdexcept>
+
+using namespace vrn::test;
+using namespace vrn::units;
+
+class TestConverter : public TestObject
+{
+    Q_OBJECT
+
+private:
+    VarnelikUnitProvider m_units;
+
+    Converter converter() const
+    {
+        Converter result;
+        result.set_unit_provider(&m_units);
+        return result;
+    }
+
+private Q_SLOTS:
+    void saysWhatConverts_data()
+    {
+        QTest::addColumn<int>("from");
+        QTest::addColumn<int>("to");
+        QTest::addColumn<bool>("converts");
+
+        QTest::newRow("a unit to itself") << 13 << 13 << true;
+        QTest::newRow("an unknown unit to itself") << 12 << 12 << true;
+        QTest::newRow("a set to itself") << 1001 << 1001 << true;
+        QTest::newRow("units of one dimension") << 11 << 213 << true;
+        QTest::newRow("units of two dimensions") << 13 << 22 << false;
+        QTest::newRow("units of one symbol and two dimensions") << 202 << 6 << false;
+        QTest::newRow("a listed unit to its set") << 13 << 1001 << true;
+        QTest::newRow("a set to a unit that it lists") << 1001 << 13 << true;
+        QTest::newRow("a length that the set does not list") << 14 << 1001 << false;
+        QTest::newRow("a set to a length that it does not list") << 1001 << 14 << false;
+        QTest::newRow("two sets of length") << 1000 << 1001 << false;
+        QTest::newRow("a display unit to its set where listed") << 215 << 1001 << true;
+        QTest::newRow("a display unit to a set that does not list it") << 215 << 1006 << false;
+        QTest::newRow("a default unit that its set does not list") << 189 << 1100 << false;
+        QTest::newRow("a set to a default unit that it does not list") << 1182 << 54 << false;
+    }
+
+    void saysWhatConverts()
+    {
+        QFETCH(int, from);
+        QFETCH(int, to);
+        QFETCH(bool, converts);
+
+        QCOMPARE(converter().can_convert(unitId(from), unitId(to)), converts);
+    }
+
+    void anUnknownUnitIsRefused_data()
+    {
+        QTest::addColumn<int>("from");
+        QTest::addColumn<int>("to");
+
+        QTest::newRow("from a gap") << 12 << 13;
+        QTest::newRow("to a gap") << 13 << 12;
+        QTest::newRow("to a gap from a set") << 1001 << 12;
+        QTest::newRow("from a negative id") << -1 << 13;
+        QTest::newRow("to the highest id") << 13 << std::numeric_limits<int>::max();
+    }
+
+    void anUnknownUnitIsRefused()
+    {
+        QFETCH(int, from);
+        QFETCH(int, to);
+
+        QCOMPARE(thrownText<std::invalid_argument>(
+                     [&] { converter().can_convert(unitId(from), unitId(to)); }),
+            "unit_id");
+    }
+
+    void anUnknownUnitHasNoFactorEvenToItself()
+    {
+        QCOMPARE(thrownText<std::invalid_argument>([&] {
+            converter().convert({unitId(12), 1.0}, unitId(12));
+        }),
+            "unit_id");
+    }
+
+    void converts_data()
+    {
+        QTest::addColumn<int>("from");
+        QTest::addColumn<double>("value");
+        QTest::addColumn<int>("to");
+        QTest::addColumn<double>("expected");
+
+        QTest::newRow("feet to the set in base scale") << 213 << 1.0 << 1001 << 0.3048;
+        QTest::newRow("the set in base scale to millimetres") << 1001 << 0.012 << 16 << 12.0;
+        QTest::newRow("kips to kilonewtons") << 262 << 2.0 << 62 << 8.89644323;
+        QTest::newRow("a negative value") << 16 << -5.0 << 13 << -0.005;
+        QTest::newRow("zero degrees Celsius are zero degrees Fahrenheit")
+            << 202 << 0.0 << 204 << 0.0;
+        QTest::newRow("twenty degrees Celsius are twenty kelvins") << 6 << 20.0 << 209 << 20.0;
+        QTest::newRow("a difference of nine degrees Fahrenheit")
+            << 204 << 9.0 << 201 << 5.0000000004;
+    }
+
+    void converts()
+    {
+        QFETCH(int, from);
+        QFETCH(double, value);
+        QFETCH(int, to);
+        QFETCH(double, expected);
+
+        const auto result = converter().convert({unitId(from), value}, unitId(to));
+        QCOMPARE(int(result.unit_id), to);
+        QCOMPARE(result.value, expected);
+    }
+
+    void theReciprocalOfTheFactorIsMultiplied()
+    {
+        // A division gives another last digit here.
+        const volatile double foot = 0.3048;
+        const volatile double inch = 0.0254;
+        int different = 0;
+        for (int value = 1; value <= 1000; ++value) {
+            const double product = foot * value;
+            const volatile double reciprocal = 1.0 / inch;
+            const auto result = converter().convert({UnitId::FOOT, double(value)}, UnitId::INCH);
+            QVERIFY(result.value == product * reciprocal);
+            different += result.value != product / inch ? 1 : 0;
+        }
+        QVERIFY(different > 0);
+    }
+
+    void whatHasNoNumberConvertsToNone()
+    {
+        const double infinite = std::numeric_limits<double>::infinity();
+        const double none = std::numeric_limits<double>::quiet_NaN();
+        QCOMPARE(converter().convert({UnitId::FOOT, -infinite}, UnitId::METRE).value, -infinite);
+        QVERIFY(std::isnan(converter().convert({UnitId::FOOT, none}, UnitId::METRE).value));
+    }
+
+    void incompatibleUnitsAreReportedAndRefused()
+    {
+        expectAssert("can_convert(q.unit_id, unit_id)", {"q.unit_id", "unit_id"});
+        QCOMPARE(thrownText<std::invalid_argument>([&] {
+            converter().convert({UnitId::GEO_LENGTH, 5.0}, UnitId::GEO_DISTANCE);
+        }),
+            "Incompatible units.");
+        QCOMPARE(asserts().last().values.at(0).second, std::string("1001"));
+        QCOMPARE(asserts().last().values.at(1).second, std::string("1000"));
+    }
+
+    void toBaseAndFromBaseUseTheFactor()
+    {
+        QCOMPARE(converter().to_base({UnitId::INCH, 10.0}), 0.254);
+        QCOMPARE(converter().to_base({UnitId::GEO_LENGTH, 10.0}), 10.0);
+        const auto inches = converter().from_base(0.254, UnitId::INCH);
+        QCOMPARE(int(inches.unit_id), 214);
+        // A true division, other than in convert().
+        QVERIFY(inches.value == 0.254 / 0.0254);
+    }
+
+    void withoutAProviderNothingConverts()
+    {
+        const Converter alone;
+        using Error = std::logic_error;
+        const QString text = "No unit provider set.";
+        QCOMPARE(thrownText<Error>([&] { alone.can_convert(UnitId::METRE, UnitId::METRE); }), text);
+        QCOMPARE(thrownText<Error>([&] {
+            alone.convert({UnitId::METRE, 1.0}, UnitId::METRE);
+        }),
+            text);
+        QCOMPARE(thrownText<Error>([&] { alone.to_base({UnitId::METRE, 1.0}); }), text);
+        QCOMPARE(thrownText<Error>([&] { alone.from_base(1.0, UnitId::METRE); }), text);
+    }
+
+    void thereAndBackIsWithinFourUnitsInTheLastPlace()
+    {
+        const auto records = list_units();
+        for (const UnitRecord& from : records) {
+            for (const UnitRecord& to : records) {
+                if (!converter().can_convert(from.id, to.id))
+                    continue;
+                const double value = 1.0 / 3.0;
+                const auto back = converter().convert(
+                    converter().convert({from.id, value}, to.id), from.id);
+                const double ulp = std::nextafter(value, 1.0) - value;
+                QVERIFY2(std::abs(back.value - value) <= 4 * ulp,
+                    (from.symbol + " to " + to.symbol).c_str());
+            }
+        }
+    }
+};
+
+VRN_TEST_MAIN(TestConverter)
+#include "tst_converter.moc"

@@ -1,0 +1,256 @@
+#include "formatting/number_reader_p.h"
+#include "punctuation.h"
+#include "quantity_text_generator.h"
+#include "reference_quantity_reader.h"
+
+#include "support/test_main.h"
+#include "support/test_object.h"
+
+#include <cstring>
+#include <limits>
+#include <random>
+#include <utility>
+
+using namespace vrn::units::detail;
+using vrn::test::Punctuation;
+
+namespace {
+
+constexpr std::size_t mebi = 1024 * 1024;
+constexpr double infinity = std::numeric_limits<double>::infinity();
+constexpr double not_a_number = std::numeric_limits<double>::quiet_NaN();
+constexpr double greatest = std::numeric_limits<double>::max();
+
+/// Whether both have the same bits, or both are not-a-number.
+bool identical(double left, double right)
+{
+    return (left != left && right != right) || std::memcmp(&left, &right, sizeof left) == 0;
+}
+
+const std::vector<std::pair<const char*, std::locale>>& locales()
+{
+    static const std::vector<std::pair<const char*, std::locale>> list = {
+        {"classic", std::locale::classic()},
+        {"C by its name", std::locale("C")},
+        {"German", Punctuation::german()},
+        {"Swiss", Punctuation::swiss()},
+        {"French", Punctuation::french()},
+        {"Indian", Punctuation::indian()},
+        {"classic marks", Punctuation::locale(L'.', L',', "")},
+        {"e as the separator", Punctuation::locale(L'.', L'e', "\1")},
+        {"minus as the point", Punctuation::locale(L'-', L'+', "\2")},
+    };
+    return list;
+}
+
+std::locale locale_named(const QByteArray& name)
+{
+    for (const auto& [known, locale] : locales()) {
+        if (name == known)
+            return locale;
+    }
+    qFatal("no such locale");
+}
+
+void add_locale_rows()
+{
+    QTest::addColumn<QByteArray>("locale");
+    for (const auto& entry : locales())
+        QTest::newRow(entry.first) << QByteArray(entry.first);
+}
+
+} // namespace
+
+class TestNumberReader : public vrn::test::TestObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void readsWhatAStreamExtracts_data()
+    {
+        QTest::addColumn<QByteArray>("locale");
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<double>("value");
+        const auto row = [](const char* name, const char* locale, const char* text, double value) {
+            QTest::newRow(name) << QByteArray(locale) << QString::fromUtf8(text) << value;
+        };
+        row("a whole number", "classic", "12", 12);
+        row("a decimal", "classic", "12.5", 12.5);
+        row("an exponent", "classic", "1.5e3", 1500);
+        row("an exponent with a sign", "classic", "1.5E+3", 1500);
+        row("no digit before the point", "classic", ".5", 0.5);
+        row("no digit behind the point", "classic", "5.", 5);
+        row("a minus sign", "classic", "-5", -5);
+        row("minus zero", "classic", "-0", -0.0);
+        row("a plus sign", "classic", "+5", 5);
+        row("nothing", "classic", "", 0);
+        row("a point alone", "classic", ".", 0);
+        row("a word", "classic", "kN", 0);
+        row("infinity in words", "classic", "inf", 0);
+        row("not-a-number in words", "classic", "nan", 0);
+        row("a hexadecimal number", "classic", "0x10", 0);
+        row("a comma ends the number", "classic", "1,5", 1);
+        row("a second point ends the number", "classic", "1.2.3", 1.2);
+        row("a blank ends the number", "classic", "1 2", 1);
+        row("blanks before the number", "classic", " \t\n12", 12);
+        row("text behind the number", "classic", "12 kN", 12);
+        row("an exponent that breaks off", "classic", "1e", 0);
+        row("an exponent that breaks off behind its sign", "classic", "1e+", 0);
+        row("two minus signs", "classic", "--1", 0);
+        row("an overflow", "classic", "1e999", greatest);
+        row("an overflow below zero", "classic", "-1e999", -greatest);
+        row("an underflow", "classic", "1e-999", 0);
+        row("an underflow below zero", "classic", "-1e-999", -0.0);
+        row("the least double", "classic", "5e-324", 5e-324);
+        row("half of the least double", "classic", "2e-324", 0);
+        row("the greatest double", "classic", "1.7976931348623157e308", greatest);
+        row("rounded to the greatest double", "classic", "1.7976931348623158e308", greatest);
+        row("halfway between two doubles", "classic", "9007199254740993", 9007199254740992);
+        row("digits of another script", "classic", "\u0661", 0);
+        row("a decimal comma", "German", "1,5", 1.5);
+        row("groups", "German", "1.234.567,5", 1234567.5);
+        row("a group of the wrong size", "German", "1.5", 15);
+        row("a group of blanks", "French", "1 234,5", 1234.5);
+        row("a group of apostrophes", "Swiss", "1'234.5", 1234.5);
+        row("groups of two sizes", "Indian", "12,34,567.8", 1234567.8);
+    }
+    void readsWhatAStreamExtracts()
+    {
+        QFETCH(QByteArray, locale);
+        QFETCH(QString, text);
+        QFETCH(double, value);
+        const std::wstring wide = text.toStdWString();
+        const double read = read_stream_number(wide, locale_named(locale));
+        QVERIFY2(identical(read, value), QByteArray::number(read, 'g', 17));
+        QVERIFY(identical(vrn::test::reference_stream_number(wide, locale_named(locale)), value));
+    }
+
+    void readsFractions_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<double>("value");
+        const auto row = [](const char* name, const char* text, double value) {
+            QTest::newRow(name) << QString::fromUtf8(text) << value;
+        };
+        row("a fraction", "1/2", 0.5);
+        row("a negative fraction", "-1/2", -0.5);
+        row("a whole part", "1 1/2", 1.5);
+        row("a negative whole part", "-1 1/2", -1.5);
+        row("a sign behind the whole part", "1 -1/2", -1.5);
+        row("two signs are one", "-1 -1/2", -1.5);
+        row("a tabulator behind the whole part", "3\t1/4", 3.25);
+        row("a denominator of 0", "1/0", infinity);
+        row("a negative fraction of 0", "-1/0", -infinity);
+        row("0 of 0", "0/0", not_a_number);
+        row("a whole part and 0 of 0", "5 0/00", not_a_number);
+        row("no numerator", "/2", 0);
+        row("a blank before the slash ends the number", "1 /2", 1);
+        row("a blank behind the slash ends the number", "1/ 2", 1);
+        row("a blank before it ends the fraction", " 1/2", 1);
+        row("a decimal numerator ends it", "1.5/2", 1.5);
+        row("two slashes", "1/2/3", 1);
+        row("no fraction at all", "2.5", 2.5);
+    }
+    void readsFractions()
+    {
+        QFETCH(QString, text);
+        QFETCH(double, value);
+        const double read = read_number(text.toStdWString(), std::locale::classic());
+        QVERIFY2(identical(read, value), QByteArray::number(read, 'g', 17));
+    }
+
+    // The quick way for the classic locale and the slow one must not differ in one bit.
+    void agreesWithAStreamOnRandomTexts_data() { add_locale_rows(); }
+    void agreesWithAStreamOnRandomTexts()
+    {
+        QFETCH(QByteArray, locale);
+        const std::locale where = locale_named(locale);
+        constexpr std::uint32_t seed = 20240611;
+        qInfo("seed %u", seed);
+        std::mt19937 random(seed);
+        const std::wstring characters = L"0123456789012345678901234567890123456789....,,''-+eE /";
+        for (int i = 0; i < 20000; ++i) {
+            std::wstring text;
+            for (std::size_t length = random() % (random() % 4 == 0 ? 30 : 7); length > 0; --length)
+                text += characters[random() % characters.size()];
+            const double stream = read_stream_number(text, where);
+            const double number = read_number(text, where);
+            if (!identical(stream, vrn::test::reference_stream_number(text, where))
+                || !identical(number, vrn::test::reference_number(text, where)))
+                QFAIL(qPrintable(QString::fromStdWString(text)));
+        }
+    }
+
+    void agreesWithAStreamOnEachDoubleItWrites()
+    {
+        constexpr std::uint32_t seed = 7;
+        qInfo("seed %u", seed);
+        std::mt19937_64 random(seed);
+        for (int i = 0; i < 20000; ++i) {
+            const std::uint64_t bits = random();
+            double value = 0;
+            std::memcpy(&value, &bits, sizeof value);
+            if (value - value != 0)
+                continue;
+            const std::wstring text =
+                QString::number(value, 'g', static_cast<int>(1 + random() % 20)).toStdWString();
+            const double read = read_stream_number(text, std::locale::classic());
+            if (!identical(read, vrn::test::reference_stream_number(text, std::locale::classic())))
+                QFAIL(qPrintable(QString::fromStdWString(text)));
+        }
+    }
+
+    void readsAMebi_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<double>("value");
+        const auto repeated = [](char character) {
+            return QString(int{mebi}, QLatin1Char(character));
+        };
+        QTest::newRow("of digits") << repeated('7') << greatest;
+        QTest::newRow("of zeros") << repeated('0') << 0.0;
+        QTest::newRow("of zeros before a digit") << repeated('0') + "5" << 5.0;
+        QTest::newRow("of decimals") << "0." + repeated('3') << 1.0 / 3;
+        QTest::newRow("of zeros behind the point") << "0." + repeated('0') + "1" << 0.0;
+        QTest::newRow("of blanks") << repeated(' ') << 0.0;
+        QTest::newRow("of points") << repeated('.') << 0.0;
+        QTest::newRow("of letters behind a number") << "5" + repeated('e') << 0.0;
+        QTest::newRow("of digits in the numerator") << repeated('7') + "/2" << greatest / 2;
+        QTest::newRow("of digits in the denominator") << "2/" + repeated('7') << 2 / greatest;
+        QTest::newRow("of blanks behind the whole part") << "1" + repeated(' ') + "1/2" << 1.5;
+    }
+    void readsAMebi()
+    {
+        QFETCH(QString, text);
+        QFETCH(double, value);
+        QVERIFY(identical(read_number(text.toStdWString(), std::locale::classic()), value));
+    }
+
+    void trimsWhiteSpaceOfTheClassicLocale_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QString>("trimmed");
+        QTest::newRow("none") << "a b"
+                              << "a b";
+        QTest::newRow("both ends") << " \t\n\v\f\ra b\r\f\v\n\t "
+                                   << "a b";
+        QTest::newRow("blanks alone") << "  "
+                                      << "";
+        QTest::newRow("an empty text") << ""
+                                       << "";
+        QTest::newRow("a blank that does not break") << "\u00a0a"
+                                                     << "\u00a0a";
+        QTest::newRow("a line separator") << "a\u2028"
+                                          << "a\u2028";
+    }
+    void trimsWhiteSpaceOfTheClassicLocale()
+    {
+        QFETCH(QString, text);
+        QFETCH(QString, trimmed);
+        const std::wstring wide = text.toStdWString();
+        QCOMPARE(QString::fromStdWString(std::wstring(trim(wide))), trimmed);
+    }
+};
+
+VRN_TEST_MAIN(TestNumberReader)
+#include "tst_number_reader.moc"

@@ -1,0 +1,422 @@
+#include "formatting/quantity_reader_p.h"
+#include "punctuation.h"
+#include "reference_quantity_reader.h"
+
+#include <vrn/units/catalogue.h>
+#include <vrn/units/context.h>
+
+#include "support/hostile_texts.h"
+#include "support/test_main.h"
+#include "support/test_object.h"
+
+#include <cmath>
+#include <limits>
+#include <map>
+#include <stdexcept>
+
+using namespace vrn::units;
+using vrn::test::Punctuation;
+using vrn::test::ReferenceQuantityReader;
+
+namespace {
+
+constexpr std::size_t mebi = 1024 * 1024;
+constexpr int none = -1;
+constexpr double infinity = std::numeric_limits<double>::infinity();
+constexpr double not_a_number = std::numeric_limits<double>::quiet_NaN();
+
+/// Equal to the last digit but one, to spare the rows the rounding of sums.
+bool nearly(double left, double right)
+{
+    if (std::isnan(left) || std::isnan(right))
+        return std::isnan(left) && std::isnan(right);
+    return left == right || std::abs(left - right) <= 1e-15 * std::abs(right);
+}
+
+int unit_of(const boost::optional<IConverter::quantity>& quantity)
+{
+    return quantity ? static_cast<int>(quantity->unit_id) : none;
+}
+
+void add_quantity_columns()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<double>("value");
+    QTest::addColumn<int>("unit");
+}
+
+void add_row(const char* name, const char* text, double value, int unit)
+{
+    QTest::newRow(name) << QString::fromUtf8(text) << value << unit;
+}
+
+void add_refused_row(const char* name, const char* text)
+{
+    add_row(name, text, 0, none);
+}
+
+/// Units that an application brings along: ids, symbols and more spellings.
+class OtherUnits : public IUnitProvider
+{
+public:
+    struct Unit
+    {
+        int id;
+        std::string symbol;
+        std::vector<std::string> spellings;
+    };
+
+    explicit OtherUnits(std::vector<Unit> units)
+        : m_units(std::move(units))
+    {}
+
+    bool is_known(UnitId::UnitId) const override { return true; }
+    std::vector<UnitId::UnitId> get_all_ids() const override
+    {
+        std::vector<UnitId::UnitId> ids;
+        for (const Unit& unit : m_units)
+            ids.push_back(static_cast<UnitId::UnitId>(unit.id));
+        return ids;
+    }
+    std::uint32_t get_dimension(UnitId::UnitId) const override { return 0; }
+    double get_factor(UnitId::UnitId) const override { return 1; }
+    const std::string& get_symbol(UnitId::UnitId id) const override { return unit(id).symbol; }
+    const std::vector<std::string>& get_alternative_symbols(UnitId::UnitId id) const override
+    {
+        if (unit(id).symbol.empty())
+            throw std::invalid_argument("unit_id");
+        return unit(id).spellings;
+    }
+    const std::vector<UnitId::UnitId>& get_compatible_units(UnitId::UnitId) const override
+    {
+        return m_no_units;
+    }
+
+private:
+    const Unit& unit(UnitId::UnitId id) const
+    {
+        for (const Unit& unit : m_units) {
+            if (unit.id == static_cast<int>(id))
+                return unit;
+        }
+        throw std::invalid_argument("unit_id");
+    }
+
+    std::vector<Unit> m_units;
+    std::vector<UnitId::UnitId> m_no_units;
+};
+
+} // namespace
+
+class TestQuantityReader : public vrn::test::TestObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void readsANumberAndAUnit_data()
+    {
+        add_quantity_columns();
+        add_row("a unit with a slash", "12 kN/m2", 12, 72);
+        add_row("a negative fraction", "-1/2 ft", -0.5, 213);
+        add_row("a whole part and a fraction", "1 1/2 m", 1.5, 13);
+        add_row("an exponent", "1.5e3 kN", 1500, 62);
+        add_row("a negative exponent", "1.5e-3 kN", 0.0015, 62);
+        add_row("no blank before the unit", "12kN", 12, 62);
+        add_row("blanks before the number", "  12 kN", 12, 62);
+        add_row("tabulators and line breaks for blanks", "12\t\n kN", 12, 62);
+        add_row("a comma in the C locale ends the number", "1,5 m", 1, 13);
+        add_row("percent by its sign", "5 %", 5, 8);
+        add_row("percent as o/o", "5 o/o", 5, 8);
+        add_row("percent as O/O", "5 O/O", 5, 8);
+        add_row("per mille as O/OO", "5 O/OO", 5, 9);
+        add_row("o/oo is the first unit of that symbol", "5 o/oo", 5, 2);
+        add_row("a foot by its mark", "1'", 1, 213);
+        add_row("an inch by its mark", "5''", 5, 214);
+        add_row("a fraction of inches by their mark", "1 1/2''", 1.5, 214);
+        add_row("a fraction of inches by their word", "1 1/2 in", 1.5, 214);
+        add_row("the first unit of a symbol has it: W", "1 W", 1, 39);
+        add_row("the first unit of a symbol has it: bar", "1 bar", 1, 76);
+        add_row("the first unit of a symbol has it: kN/m3", "1 kN/m3", 1, 78);
+        add_row("the first unit of a spelling has it: ''", "1 ''", 1, 214);
+        add_row("a symbol beyond ASCII", "20 °C", 20, 6);
+        add_row("a unit of three parts", "1 kg/sec/m2", 1, 311);
+        add_row("a symbol with a minus sign inside", "3 in-lb", 3, 261);
+        add_row("a unit that begins with 1", "3 1/m", 3, 17);
+        add_row("a unit that begins with 1 and blanks in it", "1e3 1/m2", 1000, 84);
+        add_row("a fraction and a unit that begins with 1", "1/2 1/m", 0.5, 17);
+        add_row("digits that belong to the number and to 1/m", "31/m", 3, 17);
+        add_row("a minus sign for no unit", "5 -", 5, 1);
+        add_row("half of an exponent is lost", "-.5e3 m", -0.5, 13);
+        add_row("an infinite value", "1/0 m", infinity, 13);
+        add_row("the display symbol of fractional inches is none", "1 # #/#", 0, none);
+    }
+    void readsANumberAndAUnit() { check_reading(); }
+
+    void readsANumberAlone_data()
+    {
+        add_quantity_columns();
+        add_row("a whole number", "12", 12, 1);
+        add_row("a leading blank", " 12", 12, 1);
+        add_row("blanks at both ends", " \t12\n ", 12, 1);
+        add_row("a decimal", "12.5", 12.5, 1);
+        add_row("an exponent", "1e3", 1000, 1);
+        add_row("an exponent with a plus sign", "1e+3", 1000, 1);
+        add_row("an exponent with a capital letter", "1E3", 1000, 1);
+        add_row("an exponent behind nothing but decimals is lost", ".5e3", 0.5, 1);
+        add_row("two points", "1.2.3", 1.2, 1);
+        add_row("a point", ".", 0, 1);
+        add_row("a comma", ",", 0, 1);
+        add_row("a minus sign and a point", "-.", -0.0, 1);
+        add_row("a fraction", "3/4", 0.75, 1);
+        add_row("a fraction without a numerator", "/2", 0, 1);
+        add_row("a denominator of 0", "1/0", infinity, 1);
+        add_row("0/00 is a fraction and no unit", "5 0/00", not_a_number, 1);
+        add_row("0/0 is a fraction and no unit", "5 0/0", not_a_number, 1);
+        add_row("a number that overflows", "1e999", std::numeric_limits<double>::max(), 1);
+        add_row("a number that underflows", "1e-999", 0, 1);
+    }
+    void readsANumberAlone() { check_reading(); }
+
+    void refusesWhatIsNoQuantity_data()
+    {
+        add_quantity_columns();
+        add_refused_row("an empty text", "");
+        add_refused_row("a blank", " ");
+        add_refused_row("a unit without a number", "m");
+        add_refused_row("a minus sign", "-");
+        add_refused_row("a trailing blank behind a unit", "12 kN ");
+        add_refused_row("a unit of the wrong case", "1 KN");
+        add_refused_row("an unknown unit", "1 xyz");
+        add_refused_row("a unit in 1 without a number", "1/m");
+        add_refused_row("a unit in 1 without a number and with a blank", "1 /m");
+        add_refused_row("a word of an exponent", "2 e");
+        // The search for a unit finds these parts of a number first.
+        add_refused_row("an exponent with a capital letter before a unit", "1E3 kN");
+        add_refused_row("an exponent with a plus sign before a unit", "1e+3 kN");
+        add_refused_row("a unit with a point", "1 m.s");
+        add_refused_row("a unit with two points", "1 h.m.s");
+        add_refused_row("a unit of four parts", "1 kg/sec/m2/m");
+        add_refused_row("a blank in a unit", "12 kN /m2");
+        add_refused_row("two numbers", "1 2");
+        add_refused_row("two numbers and a unit", "1 2 m");
+        add_refused_row("a plus sign", "+5");
+        add_refused_row("two minus signs", "--5");
+        add_refused_row("infinity in words", "inf");
+        add_refused_row("not-a-number in words", "nan");
+        add_refused_row("feet and inches", "1' 3 1/2''");
+        add_refused_row("feet and inches with a hyphen", "1'-3 1/2''");
+    }
+    void refusesWhatIsNoQuantity() { check_reading(); }
+
+    void readsTheNumberInTheLocale()
+    {
+        const auto comma = detail::read_quantity(L"1.234,5 kN", Punctuation::german(), m_symbols);
+        QVERIFY(comma);
+        QCOMPARE(comma->value, 1234.5);
+        const auto fraction = detail::read_quantity(
+            L"1.000 1/2 kN", Punctuation::german(), m_symbols);
+        QVERIFY(!fraction);
+    }
+
+    void readsFeetAndInches_data()
+    {
+        add_quantity_columns();
+        const auto row = [](const char* name, const char* text, double feet) {
+            add_row(name, text, feet, 213);
+        };
+        row("marks", "1'3''", 1.25);
+        row("words", "1ft 3in", 1.25);
+        row("words and blanks", " 2 ft 6 in ", 2.5);
+        row("a fraction of inches", "1' 3 1/2''", 1 + 3.5 / 12);
+        row("what is written is read", "1' 3 1/2 ''", 1 + 3.5 / 12);
+        row("decimals", "1.5' 1.5''", 1.625);
+        row("an exponent", "1e1' 0''", 10);
+        row("no feet", "'6''", 0.5);
+        row("no inches", "1'''", 1);
+        row("neither", "'''", 0);
+        row("the sign applies to the feet alone", "-1' 6''", -0.5);
+        row("minus zero inches", "1' -0''", 1);
+        row("more than a foot of inches", "1' 18''", 2.5);
+        row("words for numbers are 0", "a'b''", 0);
+        row("the last marks count", "1'2'6''", 1.5);
+        row("four marks", "1''''", 1);
+        row("an overflow", "1e999'0''", std::numeric_limits<double>::max());
+        row("infinite inches", "1' 1/0''", infinity);
+        row("line breaks around", "\n1' 6''\n", 1.5);
+        add_refused_row("feet alone", "1'");
+        add_refused_row("inches alone", "5''");
+        add_refused_row("the words of inches alone", "5 in");
+        add_refused_row("a hyphen makes inches negative", "1'-3 1/2''");
+        add_refused_row("negative inches", "-1' -6 ''");
+        add_refused_row("inches that are no number", "1' 0/0''");
+        add_refused_row("a quotation mark for inches", "1' 6\"");
+        add_refused_row("a mark and a word", "1' 6in");
+        add_refused_row("the words in the wrong order", "6in 1ft");
+        add_refused_row("words of the wrong case", "1FT 6IN");
+        add_refused_row("a line break inside a group", "1\n1' 6''");
+        add_refused_row("a line separator inside a group", "1\u20281' 6''");
+        add_refused_row("an empty text", "");
+        add_refused_row("a plain number", "12");
+    }
+    void readsFeetAndInches()
+    {
+        QFETCH(QString, text);
+        QFETCH(double, value);
+        QFETCH(int, unit);
+        const std::wstring wide = text.toStdWString();
+        const auto reference = ReferenceQuantityReader::read_feet_and_inches(
+            wide, std::locale::classic());
+        QCOMPARE(unit_of(reference), unit);
+        const auto length = detail::read_feet_and_inches(wide, std::locale::classic());
+        QCOMPARE(unit_of(length), unit);
+        if (length)
+            QVERIFY2(nearly(length->value, value), QByteArray::number(length->value, 'g', 17));
+    }
+
+    void aLineBreakMayStandAtTheEndsOfAGroup()
+    {
+        // It belongs to the white space around, and not to the group.
+        const auto length = detail::read_feet_and_inches(L"\r\n2' 6''\r\n", std::locale::classic());
+        QVERIFY(length);
+        QCOMPARE(length->value, 2.5);
+    }
+
+    void aFieldTakesAllWaysToWriteALength_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<double>("metres");
+        QTest::newRow("feet and inches in a metric field") << "1' 6''" << 0.4572;
+        QTest::newRow("feet alone") << "1'" << 0.3048;
+        QTest::newRow("inches alone") << "5''" << 0.127;
+        QTest::newRow("inches and a fraction") << "1 1/2''" << 0.0381;
+        QTest::newRow("the word for inches") << "1 1/2 in" << 0.0381;
+        QTest::newRow("a metric length") << "5 mm" << 0.005;
+        QTest::newRow("a number in the display unit") << "12" << 12.0;
+    }
+    void aFieldTakesAllWaysToWriteALength()
+    {
+        QFETCH(QString, text);
+        QFETCH(double, metres);
+        const auto length = Context().parse(
+            text.toStdWString(), UnitId::GEO_LENGTH, std::locale::classic());
+        QVERIFY(length);
+        QCOMPARE(unit_of(length), static_cast<int>(UnitId::GEO_LENGTH));
+        QVERIFY2(nearly(length->value, metres), QByteArray::number(length->value, 'g', 17));
+    }
+
+    void aFieldRefusesAHyphenBetweenFeetAndInches()
+    {
+        QVERIFY(!Context().parse(L"1'-3 1/2''", UnitId::GEO_LENGTH, std::locale::classic()));
+    }
+
+    // Any word before "in" would else be read as no inches.
+    void noParserOfInchesTakesAWordForANumber()
+    {
+        QVERIFY(!Context().parse(L"main", UnitId::GEO_LENGTH, std::locale::classic()));
+        QVERIFY(!Context().parse(L"a''", UnitId::GEO_LENGTH, std::locale::classic()));
+    }
+
+    void everySpellingIsReadUnlessItCannotBeTyped()
+    {
+        // The symbols with a point or a blank; those of display units alone.
+        const std::vector<int> untypable{0, 215, 216, 291, 292, 293};
+        std::map<std::string, int> first;
+        for (const UnitRecord& record : list_units())
+            first.emplace(record.symbol, static_cast<int>(record.id));
+        for (const UnitRecord& record : list_units()) {
+            const std::wstring text = L"2 " + QString::fromStdString(record.symbol).toStdWString();
+            const auto quantity = detail::read_quantity(text, std::locale::classic(), m_symbols);
+            const int id = static_cast<int>(record.id);
+            const bool typable = std::find(untypable.begin(), untypable.end(), id)
+                == untypable.end();
+            const int expected = id == 0 ? 1 : typable ? first[record.symbol] : none;
+            if (unit_of(quantity) != expected)
+                QFAIL(qPrintable(QStringLiteral("%1 gives %2").arg(id).arg(unit_of(quantity))));
+        }
+    }
+
+    void theFirstUnitKeepsASpelling()
+    {
+        const OtherUnits provider({{50, "x", {"y"}}, {40, "y", {"x", "z"}}, {1000, "", {}}});
+        const detail::SymbolMap symbols(provider);
+        QCOMPARE(static_cast<int>(symbols.find(L"x").value()), 50);
+        QCOMPARE(static_cast<int>(symbols.find(L"y").value()), 50);
+        QCOMPARE(static_cast<int>(symbols.find(L"z").value()), 40);
+        QVERIFY(!symbols.find(L"X"));
+        QVERIFY(!symbols.find(L""));
+        QVERIFY(!symbols.find(std::wstring(mebi, L'x')));
+    }
+
+    void aProviderWithoutUnitsReadsNumbersAlone()
+    {
+        const OtherUnits provider({});
+        const detail::SymbolMap symbols(provider);
+        QCOMPARE(unit_of(detail::read_quantity(L"5", std::locale::classic(), symbols)), 1);
+        QCOMPARE(unit_of(detail::read_quantity(L"5 m", std::locale::classic(), symbols)), none);
+    }
+
+    void answersAnyTextThatIsPasted_data()
+    {
+        QTest::addColumn<QString>("text");
+        for (const auto& [name, text] : vrn::test::hostileTexts())
+            QTest::newRow(name) << text;
+        for (const char character : std::string("1 .,/-+eE'ftin%"))
+            QTest::addRow("a mebi of %c", character) << QString(int{mebi}, QLatin1Char(character));
+        QTest::newRow("a mebi of line breaks") << QString(int{mebi}, QLatin1Char('\n'));
+        QTest::newRow("a mebi of feet and inches") << QStringLiteral("1ft2in").repeated(mebi / 6);
+        QTest::newRow("a mebi of marks") << QStringLiteral("1'2''").repeated(mebi / 5);
+        QTest::newRow("a mebi of slashes") << QStringLiteral("1/m").repeated(mebi / 3);
+        QTest::newRow("a mebi of words") << "1 " + QStringLiteral("kN ").repeated(mebi / 3) + "m";
+        QTest::newRow("a number and a mebi of letters")
+            << "1 " + QString(int{mebi}, QLatin1Char('k'));
+        QTest::newRow("a number, a mebi of blanks and a unit")
+            << "1" + QString(int{mebi}, QLatin1Char(' ')) + "m";
+    }
+    void answersAnyTextThatIsPasted()
+    {
+        QFETCH(QString, text);
+        const std::wstring wide = text.toStdWString();
+        const auto quantity = detail::read_quantity(wide, std::locale::classic(), m_symbols);
+        const auto length = detail::read_feet_and_inches(wide, std::locale::classic());
+        // The reference has no stack for more; the first and last characters decide.
+        if (wide.size() > 64)
+            return;
+        QCOMPARE(unit_of(quantity), unit_of(m_reference.read(wide, std::locale::classic())));
+        QCOMPARE(unit_of(length),
+            unit_of(ReferenceQuantityReader::read_feet_and_inches(wide, std::locale::classic())));
+    }
+
+    void readsAQuantityOfAMebi()
+    {
+        const std::wstring blanks(mebi, L' ');
+        const auto quantity = detail::read_quantity(
+            blanks + L"3 1/2" + blanks + L"kN", std::locale::classic(), m_symbols);
+        QCOMPARE(unit_of(quantity), 62);
+        QCOMPARE(quantity->value, 3.5);
+        const auto length = detail::read_feet_and_inches(
+            blanks + L"1'" + blanks + L"6" + blanks + L"''" + blanks, std::locale::classic());
+        QCOMPARE(unit_of(length), 213);
+        QCOMPARE(length->value, 1.5);
+    }
+
+private:
+    void check_reading()
+    {
+        QFETCH(QString, text);
+        QFETCH(double, value);
+        QFETCH(int, unit);
+        const std::wstring wide = text.toStdWString();
+        QCOMPARE(unit_of(m_reference.read(wide, std::locale::classic())), unit);
+        const auto quantity = detail::read_quantity(wide, std::locale::classic(), m_symbols);
+        QCOMPARE(unit_of(quantity), unit);
+        if (quantity)
+            QVERIFY2(nearly(quantity->value, value), QByteArray::number(quantity->value, 'g', 17));
+    }
+
+    const VarnelikUnitProvider m_provider;
+    const detail::SymbolMap m_symbols{m_provider};
+    const ReferenceQuantityReader m_reference{m_provider};
+};
+
+VRN_TEST_MAIN(TestQuantityReader)
+#include "tst_quantity_reader.moc"

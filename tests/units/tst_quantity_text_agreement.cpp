@@ -1,0 +1,147 @@
+#include "formatting/number_reader_p.h"
+#include "formatting/quantity_reader_p.h"
+#include "punctuation.h"
+#include "quantity_text_generator.h"
+#include "reference_quantity_reader.h"
+
+#include <vrn/units/varnelik_unit_provider.h>
+
+#include "support/test_main.h"
+#include "support/test_object.h"
+
+#include <algorithm>
+#include <cstring>
+
+using namespace vrn::units;
+using vrn::test::Punctuation;
+using vrn::test::QuantityTextGenerator;
+using vrn::test::ReferenceQuantityReader;
+
+namespace {
+
+QString written(const boost::optional<IConverter::quantity>& quantity)
+{
+    if (!quantity)
+        return QStringLiteral("nothing");
+    return QStringLiteral("%1 of unit %2")
+        .arg(quantity->value, 0, 'g', 17)
+        .arg(static_cast<int>(quantity->unit_id));
+}
+
+bool same(const boost::optional<IConverter::quantity>& left,
+    const boost::optional<IConverter::quantity>& right)
+{
+    if (!left || !right)
+        return !left && !right;
+    return left->unit_id == right->unit_id
+        && (std::memcmp(&left->value, &right->value, sizeof left->value) == 0
+            || (left->value != left->value && right->value != right->value));
+}
+
+std::size_t number_from_environment(const char* name, std::size_t fallback)
+{
+    bool is_number = false;
+    const auto number = qEnvironmentVariable(name).toULongLong(&is_number);
+    return is_number ? static_cast<std::size_t>(number) : fallback;
+}
+
+} // namespace
+
+/// Our reader and the reference, text by text.
+///
+/// VRN_RANDOM_TEXTS sets the number of random texts in each row, and
+/// VRN_RANDOM_SEED the seed of the first row.
+class TestQuantityTextAgreement : public vrn::test::TestObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void agreesOnEachSpellingBehindEachNumber_data()
+    {
+        QTest::addColumn<QString>("number");
+        for (const char* const number : {"12", "-12", "1.5", "1,5", ".5", ",5", "1.2.3", "1e3",
+                 "1.5e3", "1,5E-3", "-2e+1", ".5e3", "-,5E2", "1/2", "-1/2", "/2", "1 1/2",
+                 "1  11/2", "-1 -1/2", "1/0", "1", "3 1", ".", "e", "-", "", "1e400", "0/0"})
+            QTest::newRow(*number == '\0' ? "none" : number) << QString::fromLatin1(number);
+    }
+    void agreesOnEachSpellingBehindEachNumber()
+    {
+        QFETCH(QString, number);
+        const std::wstring wide = number.toStdWString();
+        for (const std::wstring& spelling : m_spellings) {
+            if (QTest::currentTestFailed())
+                return;
+            // Bit by bit: a blank at each place where one may stand.
+            for (unsigned blanks = 0; blanks < 16; ++blanks) {
+                const auto blank = [blanks](unsigned place) {
+                    return (blanks >> place & 1U) != 0 ? std::wstring(L" ") : std::wstring();
+                };
+                const std::size_t slash = std::min(spelling.find(L'/'), spelling.size());
+                check(blank(0) + wide + blank(1) + spelling.substr(0, slash) + blank(2)
+                        + spelling.substr(slash) + blank(3),
+                    std::locale::classic());
+            }
+        }
+    }
+
+    void agreesOnRandomTexts_data()
+    {
+        QTest::addColumn<unsigned>("seed");
+        const auto first = static_cast<unsigned>(number_from_environment("VRN_RANDOM_SEED", 1));
+        for (unsigned seed = first; seed < first + 4; ++seed)
+            QTest::addRow("seed %u", seed) << seed;
+    }
+    void agreesOnRandomTexts()
+    {
+        QFETCH(unsigned, seed);
+        const std::size_t count = number_from_environment("VRN_RANDOM_TEXTS", 50'000);
+        qInfo("seed %u, %zu texts", seed, count);
+        QuantityTextGenerator generator(seed, m_spellings);
+        std::size_t quantities = 0;
+        for (std::size_t i = 0; i < count && !QTest::currentTestFailed(); ++i) {
+            const std::wstring text = generator.next();
+            // The locale changes the values alone, and streams are slow.
+            const std::locale& locale = i % 4 == 0 ? m_german : std::locale::classic();
+            quantities += check(text, locale) ? 1U : 0U;
+        }
+        // Otherwise the texts would prove little.
+        QVERIFY2(quantities > count / 4 && quantities < count - count / 4,
+            QByteArray::number(static_cast<qulonglong>(quantities)));
+    }
+
+private:
+    /// Fails the test where the readers differ. Tells whether the text is a quantity.
+    bool check(const std::wstring& text, const std::locale& locale)
+    {
+        const auto ours = detail::read_quantity(text, locale, m_symbols);
+        const auto reference = m_reference.read(text, locale);
+        const auto our_length = detail::read_feet_and_inches(text, locale);
+        const auto reference_length = ReferenceQuantityReader::read_feet_and_inches(text, locale);
+        if (!same(ours, reference) || !same(our_length, reference_length))
+            QTest::qFail(
+                qPrintable(
+                    QStringLiteral("[%1] gives %2 and not %3; as a length %4, not %5")
+                        .arg(QString::fromStdWString(text), written(ours), written(reference),
+                            written(our_length), written(reference_length))),
+                __FILE__, __LINE__);
+        return reference.has_value() || reference_length.has_value();
+    }
+
+    static std::vector<std::wstring> sorted_spellings(const ReferenceQuantityReader& reader)
+    {
+        std::vector<std::wstring> spellings;
+        for (const auto& entry : reader.spellings())
+            spellings.push_back(entry.first);
+        std::sort(spellings.begin(), spellings.end());
+        return spellings;
+    }
+
+    const VarnelikUnitProvider m_provider;
+    const detail::SymbolMap m_symbols{m_provider};
+    const ReferenceQuantityReader m_reference{m_provider};
+    const std::vector<std::wstring> m_spellings = sorted_spellings(m_reference);
+    const std::locale m_german = Punctuation::german();
+};
+
+VRN_TEST_MAIN(TestQuantityTextAgreement)
+#include "tst_quantity_text_agreement.moc"

@@ -1,0 +1,168 @@
+#include "support/test_main.h"
+#include "support/test_object.h"
+#include "table_file.h"
+#include "unit_test_support.h"
+
+#include <algorithm>
+
+using namespace vrn::test;
+using namespace vrn::units;
+
+namespace {
+
+// The table as its file writes it, with codes put together again from what the
+// provider tells.
+QString defaultsOf(int set)
+{
+    QStringList texts;
+    for (int system = 0; system < 10; ++system) {
+        const UnitsetFormatProvider formats(system);
+        const int code = formats.get_format(unitId(set)) * 100 + formats.get_precision(unitId(set));
+        texts << QString("%1:%2").arg(int(formats.get_unit(unitId(set)))).arg(code);
+    }
+    return texts.join(' ');
+}
+
+QString compatibleUnitsOf(int set)
+{
+    QStringList texts;
+    for (const auto unit : VarnelikUnitProvider().get_compatible_units(unitId(set)))
+        texts << QString::number(unit);
+    return texts.join(' ');
+}
+
+} // namespace
+
+class TestUnitSets : public TestObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void everyRowStandsAsGiven_data()
+    {
+        QTest::addColumn<int>("position");
+        QTest::addColumn<QStringList>("row");
+
+        int position = 0;
+        for (const QStringList& row : readTable("unit_sets.tsv"))
+            QTest::addRow("%s %s", qPrintable(row.at(0)), qPrintable(row.at(1)))
+                << position++ << row;
+    }
+
+    void everyRowStandsAsGiven()
+    {
+        QFETCH(int, position);
+        QFETCH(QStringList, row);
+
+        const UnitSetRow set = list_unit_sets().at(static_cast<std::size_t>(position));
+        QCOMPARE(set.id, row.at(0).toInt());
+        QCOMPARE(QString::fromUtf8(set.name), row.at(1));
+        QCOMPARE(QString::fromUtf8(set.symbol), row.at(2));
+        QStringList defaults;
+        for (const UnitSetDefault& each : set.defaults)
+            defaults << QString("%1:%2").arg(each.unit).arg(each.precision);
+        QCOMPARE(defaults.join(' '), row.at(3));
+        QStringList units;
+        for (const int unit : set.compatible_units)
+            units << QString::number(unit);
+        while (units.last() == "0")
+            units.removeLast();
+        QCOMPARE(units.join(' '), row.at(4));
+    }
+
+    void theProvidersAnswerFromTheRows_data() { everyRowStandsAsGiven_data(); }
+
+    void theProvidersAnswerFromTheRows()
+    {
+        QFETCH(QStringList, row);
+
+        QCOMPARE(defaultsOf(row.at(0).toInt()), row.at(3));
+        QCOMPARE(compatibleUnitsOf(row.at(0).toInt()), row.at(4));
+    }
+
+    void thereAre135Sets()
+    {
+        QCOMPARE(list_unit_sets().size(), std::size_t(135));
+        QCOMPARE(readTable("unit_sets.tsv").size(), std::size_t(135));
+    }
+
+    void everyUnitThatASetNamesExists()
+    {
+        const VarnelikUnitProvider units;
+        for (const UnitSetRow& set : list_unit_sets()) {
+            for (const UnitSetDefault& each : set.defaults)
+                QVERIFY2(units.is_known(unitId(each.unit)), set.name);
+            for (const int unit : set.compatible_units)
+                QVERIFY2(units.is_known(unitId(unit)), set.name);
+        }
+    }
+
+    void defaultUnitsThatTheirSetDoesNotList()
+    {
+        QStringList found;
+        for (const UnitSetRow& set : list_unit_sets()) {
+            for (std::size_t system = 0; system < set.defaults.size(); ++system) {
+                const int unit = set.defaults[system].unit;
+                if (std::count(set.compatible_units.begin(), set.compatible_units.end(), unit) == 0)
+                    found << QString("%1 in system %2: %3").arg(set.name).arg(system).arg(unit);
+            }
+        }
+        const QStringList expected{
+            "MAT_ELSUP_M3 in system 7: 189", "INERTIA_POINT in system 7: 54"};
+        QCOMPARE(found, expected);
+    }
+
+    void onlyDistanceAndLengthOfferFeetWithFractions()
+    {
+        QStringList found;
+        for (const UnitSetRow& set : list_unit_sets()) {
+            const auto offers = [&set](int unit) {
+                return std::count(set.compatible_units.begin(), set.compatible_units.end(), unit);
+            };
+            QCOMPARE(offers(215), offers(216));
+            if (offers(215) != 0)
+                found << set.name;
+            for (const UnitSetDefault& each : set.defaults)
+                QVERIFY2(each.unit != 215 && each.unit != 216, set.name);
+        }
+        QCOMPARE(found, QStringList({"GEO_DISTANCE", "GEO_LENGTH"}));
+    }
+
+    void theLongestListHas13Units()
+    {
+        std::ptrdiff_t longest = 0;
+        for (const UnitSetRow& set : list_unit_sets()) {
+            const auto end = std::find(set.compatible_units.begin(), set.compatible_units.end(), 0);
+            longest = std::max(longest, end - set.compatible_units.begin());
+        }
+        QCOMPARE(longest, std::ptrdiff_t(13));
+    }
+
+    void enumeratorsAreNamedAfterTheirSets()
+    {
+        const auto nameOf = [](int id) {
+            for (const UnitSetRow& set : list_unit_sets()) {
+                if (set.id == id)
+                    return std::string(set.name);
+            }
+            return std::string();
+        };
+        QCOMPARE(nameOf(UnitId::GEO_LENGTH), std::string("GEO_LENGTH"));
+        QCOMPARE(nameOf(UnitId::MAT_STRESS), std::string("MAT_STRESS"));
+        QCOMPARE(nameOf(UnitId::X_PRESSURE), std::string("X-PRESSURE"));
+        QCOMPARE(nameOf(UnitId::TIME_FREQU), std::string("TIME/FREQU."));
+    }
+
+    void symbolsAreNoKeys()
+    {
+        std::vector<std::string> named_p;
+        for (const UnitSetRow& set : list_unit_sets()) {
+            if (std::string(set.symbol) == "p" && (set.id == 1080 || set.id == 1200))
+                named_p.emplace_back(set.name);
+        }
+        QCOMPARE(named_p, (std::vector<std::string>{"PRESSURE", "ANGLE"}));
+    }
+};
+
+VRN_TEST_MAIN(TestUnitSets)
+#include "tst_unit_sets.moc"

@@ -1,0 +1,221 @@
+#include "support/test_main.h"
+#include "support/test_object.h"
+#include "unit_test_support.h"
+
+#include <limits>
+#include <stdexcept>
+
+using namespace vrn::test;
+using namespace vrn::units;
+
+class TestUnitsetFormatProvider : public TestObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void theDefaultOfASetInASystem_data()
+    {
+        QTest::addColumn<int>("system");
+        QTest::addColumn<int>("set");
+        QTest::addColumn<int>("unit");
+        QTest::addColumn<int>("precision");
+        QTest::addColumn<int>("format");
+
+        QTest::newRow("length in system 0") << 0 << 1001 << 13 << 3 << 0;
+        QTest::newRow("length in system 8") << 8 << 1001 << 213 << 2 << 0;
+        QTest::newRow("thickness in system 1") << 1 << 1010 << 15 << 2 << 0;
+        QTest::newRow("code 103 is scientific with 3 digits") << 0 << 1083 << 107 << 3 << 1;
+        QTest::newRow("code 5 is fixed with 5 digits") << 9 << 1033 << 3 << 5 << 0;
+        QTest::newRow("the last column") << 9 << 1001 << 214 << 2 << 0;
+    }
+
+    void theDefaultOfASetInASystem()
+    {
+        QFETCH(int, system);
+        QFETCH(int, set);
+        QFETCH(int, unit);
+        QFETCH(int, precision);
+        QFETCH(int, format);
+
+        const UnitsetFormatProvider formats(system);
+        QCOMPARE(int(formats.get_unit(unitId(set))), unit);
+        QCOMPARE(formats.get_precision(unitId(set)), precision);
+        QCOMPARE(formats.get_format(unitId(set)), format);
+        QVERIFY(!formats.get_label(unitId(set)));
+        QVERIFY(formats.is_known(unitId(set)));
+    }
+
+    void aSystemThatIsNoneIsReportedAndTheSetIsNotKnown_data()
+    {
+        QTest::addColumn<int>("system");
+
+        QTest::newRow("one behind the last") << 10;
+        QTest::newRow("a negative index") << -1;
+        QTest::newRow("the highest index") << std::numeric_limits<int>::max();
+    }
+
+    void aSystemThatIsNoneIsReportedAndTheSetIsNotKnown()
+    {
+        QFETCH(int, system);
+
+        const UnitsetFormatProvider formats(system);
+        const std::string expression = "index < defaults_of_one_unit->size()";
+        expectAssert(expression, {"system_index", "id"});
+        QVERIFY(!formats.is_known(UnitId::GEO_LENGTH));
+        QCOMPARE(
+            asserts().last().file, std::string("units/src/unitset/unitset_format_provider.cpp"));
+        expectAssert(expression, {"system_index", "id"});
+        QCOMPARE(thrownText<std::invalid_argument>([&] { formats.get_unit(UnitId::GEO_LENGTH); }),
+            "Invalid unit id.");
+        // A unit has no column, so nothing is wrong with asking for it.
+        QCOMPARE(formats.get_precision(UnitId::METRE), 3);
+    }
+
+    void whatIsKnown_data()
+    {
+        QTest::addColumn<int>("id");
+        QTest::addColumn<bool>("known");
+
+        QTest::newRow("a unit") << 13 << true;
+        QTest::newRow("an id below 1000 that is no unit") << 12 << true;
+        QTest::newRow("the last id below 1000") << 999 << true;
+        QTest::newRow("zero") << 0 << true;
+        QTest::newRow("a negative id") << -1 << false;
+        QTest::newRow("the lowest id") << std::numeric_limits<int>::min() << false;
+        QTest::newRow("a set") << 1291 << true;
+        QTest::newRow("the gap behind 1034") << 1035 << false;
+        QTest::newRow("the gap before 1080") << 1079 << false;
+        QTest::newRow("the gap at 1084") << 1084 << false;
+        QTest::newRow("the gap at 1106") << 1106 << false;
+        QTest::newRow("the gap at 1110") << 1110 << false;
+        QTest::newRow("the highest id") << std::numeric_limits<int>::max() << false;
+    }
+
+    void whatIsKnown()
+    {
+        QFETCH(int, id);
+        QFETCH(bool, known);
+
+        QCOMPARE(UnitsetFormatProvider().is_known(unitId(id)), known);
+    }
+
+    void everyGetterRefusesWhatIsNotKnown_data()
+    {
+        QTest::addColumn<int>("id");
+
+        QTest::newRow("a gap among the sets") << 1106;
+        QTest::newRow("a negative id") << -1;
+        QTest::newRow("the lowest id") << std::numeric_limits<int>::min();
+        QTest::newRow("the highest id") << std::numeric_limits<int>::max();
+    }
+
+    void everyGetterRefusesWhatIsNotKnown()
+    {
+        QFETCH(int, id);
+
+        const UnitsetFormatProvider formats;
+        const auto unknown = unitId(id);
+        using Error = std::invalid_argument;
+        const QString text = "Invalid unit id.";
+        QCOMPARE(thrownText<Error>([&] { formats.get_unit(unknown); }), text);
+        QCOMPARE(thrownText<Error>([&] { formats.get_precision(unknown); }), text);
+        QCOMPARE(thrownText<Error>([&] { formats.get_format(unknown); }), text);
+        QCOMPARE(thrownText<Error>([&] { formats.get_label(unknown); }), text);
+    }
+
+    void aUnitIsShownAsItself()
+    {
+        const UnitsetFormatProvider formats(8);
+        QCOMPARE(int(formats.get_unit(UnitId::CENTIMETRE)), 15);
+        QCOMPARE(formats.get_precision(UnitId::CENTIMETRE), 1);
+        QCOMPARE(formats.get_format(UnitId::CENTIMETRE), 0);
+        QCOMPARE(formats.get_precision(UnitId::PER_KELVIN), 3);
+        QCOMPARE(formats.get_format(UnitId::PER_KELVIN), 1);
+        QVERIFY(!formats.get_label(UnitId::CENTIMETRE));
+    }
+
+    void anIdBelow1000ThatIsNoUnitHasAFormatButNoPrecision()
+    {
+        const UnitsetFormatProvider formats;
+        QCOMPARE(int(formats.get_unit(unitId(12))), 12);
+        QCOMPARE(formats.get_format(unitId(12)), 0);
+        QVERIFY(!formats.get_label(unitId(12)));
+        QCOMPARE(thrownText<std::invalid_argument>([&] { formats.get_precision(unitId(12)); }),
+            "Invalid unit id.");
+    }
+
+    void aSetterOnASetKeepsTheOtherFields()
+    {
+        UnitsetFormatProvider formats(1);
+        formats.set_precision(UnitId::THERMAL_EXP, 7);
+        QCOMPARE(int(formats.get_unit(UnitId::THERMAL_EXP)), 107);
+        QCOMPARE(formats.get_precision(UnitId::THERMAL_EXP), 7);
+        QCOMPARE(formats.get_format(UnitId::THERMAL_EXP), 1);
+
+        formats.set_unit(UnitId::THERMAL_EXP, UnitId::PER_DEGREE_FAHRENHEIT);
+        QCOMPARE(formats.get_precision(UnitId::THERMAL_EXP), 7);
+        formats.set_format(UnitId::THERMAL_EXP, 0);
+        QCOMPARE(int(formats.get_unit(UnitId::THERMAL_EXP)), 210);
+        QCOMPARE(formats.get_format(UnitId::THERMAL_EXP), 0);
+        QCOMPARE(formats.overrides().size(), std::size_t(1));
+    }
+
+    void theFirstOverrideOfAUnitStartsFromABlank()
+    {
+        UnitsetFormatProvider formats;
+        formats.set_precision(UnitId::PER_KELVIN, 2);
+        QCOMPARE(int(formats.get_unit(UnitId::PER_KELVIN)), 0);
+        QCOMPARE(formats.get_precision(UnitId::PER_KELVIN), 2);
+        QCOMPARE(formats.get_format(UnitId::PER_KELVIN), 0);
+
+        formats.set_unit(UnitId::PER_KELVIN, UnitId::PER_KELVIN);
+        QCOMPARE(int(formats.get_unit(UnitId::PER_KELVIN)), 107);
+        QCOMPARE(formats.get_precision(UnitId::PER_KELVIN), 2);
+    }
+
+    void anOverrideMakesAnyIdKnown()
+    {
+        UnitsetFormatProvider formats;
+        formats.set_unit(unitId(1035), UnitId::METRE);
+        QVERIFY(formats.is_known(unitId(1035)));
+        QCOMPARE(int(formats.get_unit(unitId(1035))), 13);
+        formats.set_precision(unitId(-1), 4);
+        QVERIFY(formats.is_known(unitId(-1)));
+        QCOMPARE(formats.get_precision(unitId(-1)), 4);
+    }
+
+    void anOverrideCountsAsAWhole()
+    {
+        const UnitsetFormatProvider formats(0, {{UnitId::THERMAL_EXP, unitFormat(210, 0)}});
+        QCOMPARE(int(formats.get_unit(UnitId::THERMAL_EXP)), 210);
+        QCOMPARE(formats.get_precision(UnitId::THERMAL_EXP), 0);
+        QCOMPARE(formats.get_format(UnitId::THERMAL_EXP), 0);
+    }
+
+    void labels()
+    {
+        UnitsetFormatProvider formats;
+        formats.set_label(UnitId::GEO_LENGTH, std::string("'"));
+        QCOMPARE(formats.get_label(UnitId::GEO_LENGTH).get(), std::string("'"));
+        // A later setter takes the label along.
+        formats.set_unit(UnitId::GEO_LENGTH, UnitId::FOOT);
+        QCOMPARE(formats.get_label(UnitId::GEO_LENGTH).get(), std::string("'"));
+        formats.set_label(UnitId::GEO_LENGTH, std::string());
+        QCOMPARE(formats.get_label(UnitId::GEO_LENGTH).get(), std::string());
+        formats.set_label(UnitId::GEO_LENGTH, boost::none);
+        QVERIFY(!formats.get_label(UnitId::GEO_LENGTH));
+        QCOMPARE(int(formats.get_unit(UnitId::GEO_LENGTH)), 213);
+    }
+
+    void oneProviderDoesNotSeeTheOverridesOfAnother()
+    {
+        UnitsetFormatProvider formats;
+        const UnitsetFormatProvider copy = formats;
+        formats.set_unit(UnitId::GEO_LENGTH, UnitId::FOOT);
+        QCOMPARE(int(copy.get_unit(UnitId::GEO_LENGTH)), 13);
+        QCOMPARE(int(UnitsetFormatProvider().get_unit(UnitId::GEO_LENGTH)), 13);
+    }
+};
+
+VRN_TEST_MAIN(TestUnitsetFormatProvider)
+#include "tst_unitset_format_provider.moc"
