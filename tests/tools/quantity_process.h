@@ -1,0 +1,22 @@
+#pragma once
+
+#include <QByteArray>
+#include <QProcessEnvironment>
+#include <QStringList>
+
+namespace vrn::test {
+
+struct Outcome
+{
+    int status = -1; ///< -1 where the program crashed or did not end.
+    QString output;
+    QString errors;
+};
+
+/// Runs vrn-quantity to its end. It finds the locale de_DE.UTF-8 besides C.
+Outcome runQuantity(const QStringList& arguments, const QByteArray& input = {});
+
+/// The environment that runQuantity() gives.
+QProcessEnvironment quantityEnvironment();
+
+} // namespace vrn::test

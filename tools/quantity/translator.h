@@ -1,0 +1,43 @@
+#pragma once
+
+#include <vrn/units/context.h>
+
+#include <locale>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace vrn::quantity_tool {
+
+/// Reads and writes quantities in UTF-8, by one context and one locale.
+///
+/// A text that is refused gives an empty answer. What the unit library throws, for
+/// ids above all, is passed on; a text that is not UTF-8 is a UsageError.
+class Translator
+{
+public:
+    using Quantity = units::IConverter::quantity;
+    using UnitId = units::UnitId::UnitId;
+
+    Translator(units::Context context, const std::locale& locale);
+
+    std::optional<Quantity> parse(const std::string& text, UnitId kind) const;
+    std::string format(Quantity quantity) const;
+    /// Reads and writes again, in the display unit.
+    std::optional<std::string> show(const std::string& text, UnitId kind) const;
+    /// Shows the text in the first of the units that it converts to.
+    ///
+    /// One that shares a kind with the unit of the text goes before one of equal
+    /// dimension alone: the catalogue has units of one dimension and two base scales,
+    /// such as the "W" beside "kW" and the "W" beside "MW".
+    std::optional<std::string> convert(
+        const std::string& text, const std::vector<UnitId>& units) const;
+
+private:
+    std::optional<Quantity> parse_by_kind(const std::string& text, UnitId kind, UnitId unit) const;
+
+    units::Context m_context;
+    std::locale m_locale;
+};
+
+} // namespace vrn::quantity_tool
