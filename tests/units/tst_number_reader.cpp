@@ -120,7 +120,8 @@ private Q_SLOTS:
         QFETCH(QString, text);
         QFETCH(double, value);
         const std::wstring wide = text.toStdWString();
-        const double read = read_stream_number(wide, locale_named(locale));
+        const std::locale where = locale_named(locale);
+        const double read = NumberReader(where).read_decimal(wide);
         QVERIFY2(identical(read, value), QByteArray::number(read, 'g', 17));
         QVERIFY(identical(vrn::test::reference_stream_number(wide, locale_named(locale)), value));
     }
@@ -155,7 +156,7 @@ private Q_SLOTS:
     {
         QFETCH(QString, text);
         QFETCH(double, value);
-        const double read = read_number(text.toStdWString(), std::locale::classic());
+        const double read = m_classic.read(text.toStdWString());
         QVERIFY2(identical(read, value), QByteArray::number(read, 'g', 17));
     }
 
@@ -173,8 +174,8 @@ private Q_SLOTS:
             std::wstring text;
             for (std::size_t length = random() % (random() % 4 == 0 ? 30 : 7); length > 0; --length)
                 text += characters[random() % characters.size()];
-            const double stream = read_stream_number(text, where);
-            const double number = read_number(text, where);
+            const double stream = NumberReader(where).read_decimal(text);
+            const double number = NumberReader(where).read(text);
             if (!identical(stream, vrn::test::reference_stream_number(text, where))
                 || !identical(number, vrn::test::reference_number(text, where)))
                 QFAIL(qPrintable(QString::fromStdWString(text)));
@@ -194,7 +195,7 @@ private Q_SLOTS:
                 continue;
             const std::wstring text =
                 QString::number(value, 'g', static_cast<int>(1 + random() % 20)).toStdWString();
-            const double read = read_stream_number(text, std::locale::classic());
+            const double read = NumberReader(std::locale::classic()).read_decimal(text);
             if (!identical(read, vrn::test::reference_stream_number(text, std::locale::classic())))
                 QFAIL(qPrintable(QString::fromStdWString(text)));
         }
@@ -223,7 +224,7 @@ private Q_SLOTS:
     {
         QFETCH(QString, text);
         QFETCH(double, value);
-        QVERIFY(identical(read_number(text.toStdWString(), std::locale::classic()), value));
+        QVERIFY(identical(m_classic.read(text.toStdWString()), value));
     }
 
     void trimsWhiteSpaceOfTheClassicLocale_data()
@@ -250,6 +251,9 @@ private Q_SLOTS:
         const std::wstring wide = text.toStdWString();
         QCOMPARE(QString::fromStdWString(std::wstring(trim(wide))), trimmed);
     }
+
+private:
+    const NumberReader m_classic{std::locale::classic()};
 };
 
 VRN_TEST_MAIN(TestNumberReader)

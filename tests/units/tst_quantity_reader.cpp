@@ -1,4 +1,5 @@
 #include "formatting/quantity_reader_p.h"
+#include "other_units.h"
 #include "punctuation.h"
 #include "reference_quantity_reader.h"
 
@@ -12,9 +13,9 @@
 #include <cmath>
 #include <limits>
 #include <map>
-#include <stdexcept>
 
 using namespace vrn::units;
+using vrn::test::OtherUnits;
 using vrn::test::Punctuation;
 using vrn::test::ReferenceQuantityReader;
 
@@ -54,57 +55,6 @@ void add_refused_row(const char* name, const char* text)
 {
     add_row(name, text, 0, none);
 }
-
-/// Units that an application brings along: ids, symbols and more spellings.
-class OtherUnits : public IUnitProvider
-{
-public:
-    struct Unit
-    {
-        int id;
-        std::string symbol;
-        std::vector<std::string> spellings;
-    };
-
-    explicit OtherUnits(std::vector<Unit> units)
-        : m_units(std::move(units))
-    {}
-
-    bool is_known(UnitId::UnitId) const override { return true; }
-    std::vector<UnitId::UnitId> get_all_ids() const override
-    {
-        std::vector<UnitId::UnitId> ids;
-        for (const Unit& unit : m_units)
-            ids.push_back(static_cast<UnitId::UnitId>(unit.id));
-        return ids;
-    }
-    std::uint32_t get_dimension(UnitId::UnitId) const override { return 0; }
-    double get_factor(UnitId::UnitId) const override { return 1; }
-    const std::string& get_symbol(UnitId::UnitId id) const override { return unit(id).symbol; }
-    const std::vector<std::string>& get_alternative_symbols(UnitId::UnitId id) const override
-    {
-        if (unit(id).symbol.empty())
-            throw std::invalid_argument("unit_id");
-        return unit(id).spellings;
-    }
-    const std::vector<UnitId::UnitId>& get_compatible_units(UnitId::UnitId) const override
-    {
-        return m_no_units;
-    }
-
-private:
-    const Unit& unit(UnitId::UnitId id) const
-    {
-        for (const Unit& unit : m_units) {
-            if (unit.id == static_cast<int>(id))
-                return unit;
-        }
-        throw std::invalid_argument("unit_id");
-    }
-
-    std::vector<Unit> m_units;
-    std::vector<UnitId::UnitId> m_no_units;
-};
 
 } // namespace
 

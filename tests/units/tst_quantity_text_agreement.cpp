@@ -1,5 +1,6 @@
 #include "formatting/number_reader_p.h"
 #include "formatting/quantity_reader_p.h"
+#include "other_units.h"
 #include "punctuation.h"
 #include "quantity_text_generator.h"
 #include "reference_quantity_reader.h"
@@ -109,12 +110,39 @@ private Q_SLOTS:
             QByteArray::number(static_cast<qulonglong>(quantities)));
     }
 
+    // Spellings that look like parts of numbers, or that no unit expression takes whole.
+    void agreesOnSpellingsThatNoCatalogueShouldHave()
+    {
+        std::vector<std::wstring> spellings;
+        std::vector<vrn::test::OtherUnits::Unit> units;
+        for (const char* const spelling : {"e", "E", "e3", "E3", "e-3", "E-3", "eV", "E/m", "e/e",
+                 "5", "5m", "-", "-m", ".", ".5", "/m", "m/", "m//m", "a/b/c", "a/b/c/d", "a b",
+                 "a,b", " a", "a ", "1/m", "1 /m", "'", "''", "+", "+3", "in", "ft", "1"}) {
+            units.push_back({static_cast<int>(100 + units.size()), spelling, {}});
+            spellings.push_back(QString::fromLatin1(spelling).toStdWString());
+        }
+        const vrn::test::OtherUnits provider(units);
+        const detail::SymbolMap symbols(provider);
+        const ReferenceQuantityReader reference(provider);
+        constexpr unsigned seed = 11;
+        qInfo("seed %u", seed);
+        QuantityTextGenerator generator(seed, spellings);
+        for (int i = 0; i < 40'000 && !QTest::currentTestFailed(); ++i)
+            check(generator.next(), std::locale::classic(), symbols, reference);
+    }
+
 private:
-    /// Fails the test where the readers differ. Tells whether the text is a quantity.
     bool check(const std::wstring& text, const std::locale& locale)
     {
-        const auto ours = detail::read_quantity(text, locale, m_symbols);
-        const auto reference = m_reference.read(text, locale);
+        return check(text, locale, m_symbols, m_reference);
+    }
+
+    /// Fails the test where the readers differ. Tells whether the text is a quantity.
+    static bool check(const std::wstring& text, const std::locale& locale,
+        const detail::SymbolMap& symbols, const ReferenceQuantityReader& reader)
+    {
+        const auto ours = detail::read_quantity(text, locale, symbols);
+        const auto reference = reader.read(text, locale);
         const auto our_length = detail::read_feet_and_inches(text, locale);
         const auto reference_length = ReferenceQuantityReader::read_feet_and_inches(text, locale);
         if (!same(ours, reference) || !same(our_length, reference_length))

@@ -5,7 +5,7 @@
 #include <boost/container/small_vector.hpp>
 
 #include <charconv>
-#include <optional>
+#include <cstdint>
 #include <sstream>
 #include <string>
 #include <system_error>
@@ -25,17 +25,85 @@ bool can_stand_in_decimal(wchar_t character)
         || character == L'+' || character == L'e' || character == L'E';
 }
 
-/// The quick way for the classic locale, where a text is a decimal number from
-/// end to end. The stream takes in just such a text whole, and both conversions
-/// round to the nearest double. Anything else is left to the stream: a number
-/// that breaks off, as in "1e", one that overflows or underflows, and all that
-/// depends on a locale.
-std::optional<double> read_plain_decimal(std::wstring_view text, const std::locale& locale)
+/// The value of up to 15 digits, which a double holds exactly, or nothing.
+std::optional<double> read_few_digits(std::wstring_view text)
+{
+    constexpr std::size_t most_digits = 15;
+
+    if (text.empty() || text.size() > most_digits)
+        return std::nullopt;
+    std::int64_t value = 0;
+    for (const wchar_t character : text) {
+        if (character < L'0' || character > L'9')
+            return std::nullopt;
+        value = 10 * value + (character - L'0');
+    }
+    return static_cast<double>(value);
+}
+
+/// Sign, whole part, sign, numerator, denominator.
+const Expression& fraction()
+{
+    static const Expression expression(
+        LR"((-?)(\d+\s+)?(-?)(\d+)/(\d+))", Expression::Extent::whole_text);
+    return expression;
+}
+
+} // namespace
+
+std::wstring_view trim_left(std::wstring_view text)
+{
+    while (!text.empty() && is_white_space(text.front()))
+        text.remove_prefix(1);
+    return text;
+}
+
+std::wstring_view trim(std::wstring_view text)
+{
+    while (!text.empty() && is_white_space(text.back()))
+        text.remove_suffix(1);
+    return trim_left(text);
+}
+
+NumberReader::NumberReader(const std::locale& locale)
+    : m_locale(locale)
+    , m_is_classic(locale == std::locale::classic())
+{}
+
+double NumberReader::read(std::wstring_view text) const
+{
+    // No fraction is a plain decimal: this spares most numbers the match.
+    if (const std::optional<double> value = read_plain_decimal(text))
+        return *value;
+    Subject subject(text);
+    Groups groups;
+    if (!fraction().match(subject, groups))
+        return extract_from_stream(text);
+
+    const auto [sign, whole, late_sign, numerator, denominator] = groups;
+    const double factor = sign.empty() && late_sign.empty() ? 1 : -1;
+    const double whole_value = whole.empty() ? 0 : read_decimal(whole);
+    return (read_decimal(numerator) / read_decimal(denominator) + whole_value) * factor;
+}
+
+double NumberReader::read_decimal(std::wstring_view text) const
+{
+    const std::optional<double> value = read_plain_decimal(text);
+    return value ? *value : extract_from_stream(text);
+}
+
+// A stream skips white space before a number and ends at white space behind it. It
+// takes in what remains here from end to end, and both conversions round to the
+// nearest double.
+std::optional<double> NumberReader::read_plain_decimal(std::wstring_view text) const
 {
     constexpr std::size_t short_text = 64;
 
-    if (locale != std::locale::classic())
+    if (!m_is_classic)
         return std::nullopt;
+    text = trim(text);
+    if (const std::optional<double> value = read_few_digits(text))
+        return value;
     boost::container::small_vector<char, short_text> narrow(
         text.size(), boost::container::default_init);
     for (std::size_t i = 0; i < text.size(); ++i) {
@@ -51,56 +119,13 @@ std::optional<double> read_plain_decimal(std::wstring_view text, const std::loca
     return value;
 }
 
-double extract_from_stream(std::wstring_view text, const std::locale& locale)
+double NumberReader::extract_from_stream(std::wstring_view text) const
 {
     std::wistringstream stream{std::wstring(text)};
-    stream.imbue(locale);
+    stream.imbue(m_locale);
     double value = 0;
     stream >> value;
     return value;
-}
-
-/// Sign, whole part, sign, numerator, denominator.
-const Expression& fraction()
-{
-    static const Expression expression(
-        LR"((-?)(\d+\s+)?(-?)(\d+)/(\d+))", Expression::Extent::whole_text);
-    return expression;
-}
-
-} // namespace
-
-std::wstring_view trim(std::wstring_view text)
-{
-    while (!text.empty() && is_white_space(text.front()))
-        text.remove_prefix(1);
-    while (!text.empty() && is_white_space(text.back()))
-        text.remove_suffix(1);
-    return text;
-}
-
-double read_stream_number(std::wstring_view text, const std::locale& locale)
-{
-    const std::optional<double> value = read_plain_decimal(text, locale);
-    return value ? *value : extract_from_stream(text, locale);
-}
-
-double read_number(std::wstring_view text, const std::locale& locale)
-{
-    // No fraction is a plain decimal: this spares most numbers the match.
-    if (const std::optional<double> value = read_plain_decimal(text, locale))
-        return *value;
-    Subject subject(text);
-    Groups groups;
-    if (!fraction().match(subject, groups))
-        return extract_from_stream(text, locale);
-
-    const auto [sign, whole, late_sign, numerator, denominator] = groups;
-    const double factor = sign.empty() && late_sign.empty() ? 1 : -1;
-    const double whole_value = whole.empty() ? 0 : read_stream_number(whole, locale);
-    const double fraction_value = read_stream_number(numerator, locale)
-        / read_stream_number(denominator, locale);
-    return (fraction_value + whole_value) * factor;
 }
 
 } // namespace vrn::units::detail

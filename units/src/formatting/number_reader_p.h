@@ -1,22 +1,45 @@
 #pragma once
 
 #include <locale>
+#include <optional>
 #include <string_view>
 
 namespace vrn::units::detail {
 
-/// `text` without the white space of the classic locale at its ends.
+/// `text` without the white space of the classic locale at its beginning.
+std::wstring_view trim_left(std::wstring_view text);
+
+/// `text` without the white space of the classic locale at both ends.
 std::wstring_view trim(std::wstring_view text);
 
-/// The number at the beginning of `text`, as a wide string stream of the locale
-/// extracts it. Whatever the state of the stream, its value counts: 0 where no
-/// number begins the text, the nearest finite number where one overflows. What
-/// stands behind the number is ignored.
-double read_stream_number(std::wstring_view text, const std::locale& locale);
+/// Reads numbers as they are written in a locale.
+class NumberReader
+{
+public:
+    /// The locale must live as long as the reader.
+    explicit NumberReader(const std::locale& locale);
 
-/// The number that `text` is: a fraction with or without a whole part, as
-/// "-1 3/8", or else what read_stream_number() makes of it. Any text is a number
-/// here. A denominator of 0 gives an infinite value or not-a-number.
-double read_number(std::wstring_view text, const std::locale& locale);
+    /// The number that `text` is: a fraction with or without a whole part, as
+    /// "-1 3/8", or else what read_decimal() makes of it. Any text is a number
+    /// here. A denominator of 0 gives an infinite value or not-a-number.
+    double read(std::wstring_view text) const;
+
+    /// The number at the beginning of `text`, as a wide string stream of the locale
+    /// extracts it. Whatever the state of the stream, its value counts: 0 where no
+    /// number begins the text, the nearest finite number where one overflows. What
+    /// stands behind the number is ignored.
+    double read_decimal(std::wstring_view text) const;
+
+    /// The quick way, where it is certain to give what read_decimal() gives: in the
+    /// classic locale, for a text that is a decimal number from end to end. Nothing
+    /// for any other text, and for a number that overflows or underflows.
+    std::optional<double> read_plain_decimal(std::wstring_view text) const;
+
+private:
+    double extract_from_stream(std::wstring_view text) const;
+
+    const std::locale& m_locale;
+    bool m_is_classic;
+};
 
 } // namespace vrn::units::detail

@@ -73,7 +73,7 @@ bool QuantityGrammar::unit_closes(Subject& text) const
 {
     return std::any_of(m_units.begin(), m_units.end(), [&](const Expression& unit) {
         Groups groups;
-        return unit.match(text, groups) && groups[0].end() == text.text().end();
+        return unit.match(text, groups) && text.is_end(groups[0]);
     });
 }
 

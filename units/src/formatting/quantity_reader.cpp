@@ -6,8 +6,78 @@
 namespace vrn::units::detail {
 namespace {
 
+/// How many digits stand in `text` from `begin` on.
+std::size_t count_digits(std::wstring_view text, std::size_t begin)
+{
+    std::size_t end = begin;
+    while (end < text.size() && text[end] >= L'0' && text[end] <= L'9')
+        ++end;
+    return end - begin;
+}
+
+/// The length of the number at the beginning of `text`, if it is written as
+/// "12", "-1.5" or "1.5e-3" is, or else 0.
+std::size_t plain_number_length(std::wstring_view text)
+{
+    const auto is = [&](std::size_t i, wchar_t character) {
+        return i < text.size() && text[i] == character;
+    };
+    std::size_t length = is(0, L'-') ? 1 : 0;
+    const std::size_t whole = count_digits(text, length);
+    if (whole == 0)
+        return 0;
+    length += whole;
+    if (is(length, L'.')) {
+        const std::size_t decimals = count_digits(text, length + 1);
+        if (decimals == 0)
+            return 0;
+        length += 1 + decimals;
+    }
+    if (is(length, L'e')) {
+        const std::size_t sign = is(length + 1, L'-') ? 1 : 0;
+        const std::size_t exponent = count_digits(text, length + 1 + sign);
+        if (exponent == 0)
+            return 0;
+        length += 1 + sign + exponent;
+    }
+    return length;
+}
+
+/// The quick way for the entries that people type most: a plain number, and a known
+/// word for its unit. Nothing for any other text. The grammars come to the same:
+///
+/// - A number without "e" is none of the first grammar. In the second, the first
+///   number alone matches it, since the others need a slash among its digits.
+/// - A number with "e" is read by the first number of the first grammar. No unit
+///   is found within it: "e", digits, "." and "-" begin none, but for an "e" that
+///   glues to the unit behind it, and with that unit closes the text as well.
+/// - The word is the first character that begins a unit, and all behind it. The
+///   first or the second unit of the grammar finds it there, closing the text, and
+///   the same unit glued to the number has the word for its group.
+boost::optional<IConverter::quantity> read_usual_quantity(
+    std::wstring_view text, const NumberReader& numbers, const SymbolMap& symbols)
+{
+    constexpr std::size_t longest = 64;
+
+    if (text.size() > longest)
+        return boost::none;
+    const std::size_t length = plain_number_length(text);
+    if (length == 0)
+        return boost::none;
+    // A blank behind the unit is left to the grammars: no word has one.
+    const std::wstring_view word = trim_left(text.substr(length));
+    const std::optional<UnitId::UnitId> unit = word.empty() ? UnitId::DIMENSIONLESS
+                                                            : symbols.find_word(word);
+    if (!unit)
+        return boost::none;
+    const std::optional<double> value = numbers.read_plain_decimal(text.substr(0, length));
+    if (!value)
+        return boost::none;
+    return IConverter::quantity{*unit, *value};
+}
+
 boost::optional<IConverter::quantity> read_by_grammar(const QuantityGrammar& grammar, Subject& text,
-    const std::locale& locale, const SymbolMap& symbols)
+    const NumberReader& numbers, const SymbolMap& symbols)
 {
     Groups groups;
     // Which unit closes the text does not matter to the pairs: each such unit
@@ -17,12 +87,12 @@ boost::optional<IConverter::quantity> read_by_grammar(const QuantityGrammar& gra
             if (!pair.match(text, groups))
                 continue;
             if (const std::optional<UnitId::UnitId> unit = symbols.find(trim(groups[1])))
-                return IConverter::quantity{*unit, read_number(trim(groups[0]), locale)};
+                return IConverter::quantity{*unit, numbers.read(trim(groups[0]))};
         }
     }
     for (const Expression& number : grammar.numbers()) {
         if (number.match(text, groups))
-            return IConverter::quantity{UnitId::DIMENSIONLESS, read_number(groups[0], locale)};
+            return IConverter::quantity{UnitId::DIMENSIONLESS, numbers.read(groups[0])};
     }
     return boost::none;
 }
@@ -44,11 +114,14 @@ const Expression& feet_and_inch_words()
 boost::optional<IConverter::quantity> read_quantity(
     std::wstring_view text, const std::locale& locale, const SymbolMap& symbols)
 {
+    const NumberReader numbers(locale);
+    if (const auto quantity = read_usual_quantity(text, numbers, symbols))
+        return quantity;
     Subject subject(text);
     boost::optional<IConverter::quantity> quantity = read_by_grammar(
-        QuantityGrammar::exponent(), subject, locale, symbols);
+        QuantityGrammar::exponent(), subject, numbers, symbols);
     if (!quantity)
-        quantity = read_by_grammar(QuantityGrammar::decimal(), subject, locale, symbols);
+        quantity = read_by_grammar(QuantityGrammar::decimal(), subject, numbers, symbols);
     return quantity;
 }
 
@@ -63,8 +136,9 @@ boost::optional<IConverter::quantity> read_feet_and_inches(
     if (!feet_and_inch_marks().match(subject, groups)
         && !feet_and_inch_words().match(subject, groups))
         return boost::none;
-    const double feet = read_number(trim(groups[0]), locale);
-    const double inches = read_number(trim(groups[1]), locale);
+    const NumberReader numbers(locale);
+    const double feet = numbers.read(trim(groups[0]));
+    const double inches = numbers.read(trim(groups[1]));
     // Not-a-number is refused as well.
     if (!(inches >= 0))
         return boost::none;

@@ -1,11 +1,17 @@
 #include "formatting/subject_p.h"
 
 #include <array>
+#include <string>
 
 namespace vrn::units::detail {
 namespace {
 
 constexpr std::size_t ascii_count = 128;
+
+constexpr std::size_t code_of(wchar_t character)
+{
+    return std::char_traits<wchar_t>::to_int_type(character);
+}
 
 constexpr std::array<Symbol, ascii_count> make_ascii_symbols()
 {
@@ -13,13 +19,13 @@ constexpr std::array<Symbol, ascii_count> make_ascii_symbols()
     for (Symbol& symbol : table)
         symbol = symbols::other;
     for (wchar_t character = L'0'; character <= L'9'; ++character)
-        table[static_cast<std::size_t>(character)] = symbols::digit;
+        table[code_of(character)] = symbols::digit;
     for (const wchar_t character : std::wstring_view(L" \t\v\f"))
-        table[static_cast<std::size_t>(character)] = symbols::blank;
+        table[code_of(character)] = symbols::blank;
     for (const wchar_t character : std::wstring_view(L"\n\r"))
-        table[static_cast<std::size_t>(character)] = symbols::line_break;
+        table[code_of(character)] = symbols::line_break;
     for (std::size_t i = 0; i < symbols::named.size(); ++i)
-        table[static_cast<std::size_t>(symbols::named[i])] = static_cast<Symbol>(i);
+        table[code_of(symbols::named[i])] = static_cast<Symbol>(i);
     return table;
 }
 
@@ -29,7 +35,7 @@ constexpr std::array<Symbol, ascii_count> ascii_symbols = make_ascii_symbols();
 
 Symbol symbol_of(wchar_t character)
 {
-    const auto code = static_cast<std::uint32_t>(character);
+    const std::size_t code = code_of(character);
     if (code < ascii_count)
         return ascii_symbols[code];
     return code == 0x2028 || code == 0x2029 ? symbols::separator : symbols::other;

@@ -47,6 +47,11 @@ public:
 
     std::wstring_view text() const { return m_text; }
     std::size_t size() const { return m_text.size(); }
+    /// Whether `part`, a view into the text, stands at its end.
+    bool is_end(std::wstring_view part) const
+    {
+        return part.data() + part.size() == m_text.data() + m_text.size();
+    }
 
     /// The symbols of the characters, and symbols::end behind the last.
     const Symbol* symbols() const { return m_symbols.data(); }

@@ -1,11 +1,25 @@
 #include "formatting/symbol_map_p.h"
 
+#include "formatting/expression_p.h"
+
 #include <boost/locale/encoding_utf.hpp>
 
 #include <algorithm>
 #include <utility>
 
 namespace vrn::units::detail {
+namespace {
+
+/// What the first two units of both grammars have in common, without blanks.
+const Expression& word()
+{
+    static const Expression expression(
+        LR"([^\d\s\.,/\-eE][^\s\.,/]*(?:(?:/[^\d\s\.,/][^\s\.,/]*){1,2})?)",
+        Expression::Extent::whole_text);
+    return expression;
+}
+
+} // namespace
 
 SymbolMap::SymbolMap(const IUnitProvider& provider)
 {
@@ -15,13 +29,23 @@ SymbolMap::SymbolMap(const IUnitProvider& provider)
 
 std::optional<UnitId::UnitId> SymbolMap::find(std::wstring_view spelling) const
 {
+    const Entry* const entry = entry_of(spelling);
+    return entry != nullptr ? std::optional(entry->id) : std::nullopt;
+}
+
+std::optional<UnitId::UnitId> SymbolMap::find_word(std::wstring_view spelling) const
+{
+    const Entry* const entry = entry_of(spelling);
+    return entry != nullptr && entry->is_word ? std::optional(entry->id) : std::nullopt;
+}
+
+const SymbolMap::Entry* SymbolMap::entry_of(std::wstring_view spelling) const
+{
     // Spares a long text its hash.
     if (spelling.size() > m_longest)
-        return std::nullopt;
-    const auto entry = m_ids.find(spelling);
-    if (entry == m_ids.end())
-        return std::nullopt;
-    return entry->second;
+        return nullptr;
+    const auto entry = m_entries.find(spelling);
+    return entry != m_entries.end() ? &entry->second : nullptr;
 }
 
 void SymbolMap::add_unit(const IUnitProvider& provider, UnitId::UnitId id)
@@ -48,11 +72,14 @@ void SymbolMap::add_unit(const IUnitProvider& provider, UnitId::UnitId id)
 
 void SymbolMap::add(std::wstring spelling, UnitId::UnitId id)
 {
-    if (m_ids.count(spelling) != 0)
+    if (m_entries.count(spelling) != 0)
         return;
+    Subject subject(spelling);
+    Groups groups;
+    const bool is_word = word().match(subject, groups);
     m_longest = std::max(m_longest, spelling.size());
     m_spellings.push_back(std::move(spelling));
-    m_ids.emplace(m_spellings.back(), id);
+    m_entries.emplace(m_spellings.back(), Entry{id, is_word});
 }
 
 } // namespace vrn::units::detail

@@ -26,12 +26,23 @@ public:
 
     std::optional<UnitId::UnitId> find(std::wstring_view spelling) const;
 
+    /// The same for a spelling that is a word, or words divided by slashes, and
+    /// cannot be taken for a part of the number before it: "kN/m2", not "1/m".
+    std::optional<UnitId::UnitId> find_word(std::wstring_view spelling) const;
+
 private:
+    struct Entry
+    {
+        UnitId::UnitId id;
+        bool is_word;
+    };
+
+    const Entry* entry_of(std::wstring_view spelling) const;
     void add_unit(const IUnitProvider& provider, UnitId::UnitId id);
     void add(std::wstring spelling, UnitId::UnitId id);
 
     std::deque<std::wstring> m_spellings;
-    std::unordered_map<std::wstring_view, UnitId::UnitId> m_ids;
+    std::unordered_map<std::wstring_view, Entry> m_entries;
     std::size_t m_longest = 0;
 };
 
