@@ -4,7 +4,7 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <limits>
+#include <deque>
 #include <utility>
 #include <vector>
 
@@ -12,22 +12,24 @@ namespace vrn::units {
 inline namespace v1 {
 
 /// Values by identifier: found in constant time, walked in the order in which
-/// they were put in. Identifiers are small, so a plain table of positions serves
-/// as the index.
+/// they were put in. Identifiers are small, so a plain table serves as the index.
 template <typename Value>
 class IdMap
 {
 public:
     using Entry = std::pair<UnitId::UnitId, Value>;
 
+    IdMap() = default;
+    IdMap(IdMap&&) noexcept = default;
+    IdMap& operator=(IdMap&&) noexcept = default;
+
     /// `id` is not negative and not yet in the map.
     void emplace(UnitId::UnitId id, Value value)
     {
         const auto slot = static_cast<std::size_t>(id);
-        if (slot >= m_positions.size())
-            m_positions.resize(slot + 1, none);
-        m_positions[slot] = static_cast<Position>(m_entries.size());
-        m_entries.emplace_back(id, std::move(value));
+        if (slot >= m_by_id.size())
+            m_by_id.resize(slot + 1);
+        m_by_id[slot] = &m_entries.emplace_back(id, std::move(value)).second;
     }
 
     /// Null where there is no such id.
@@ -35,9 +37,7 @@ public:
     {
         // A negative id becomes a slot far behind the last.
         const auto slot = static_cast<std::uint32_t>(id);
-        if (slot >= m_positions.size() || m_positions[slot] == none)
-            return nullptr;
-        return &m_entries[m_positions[slot]].second;
+        return slot < m_by_id.size() ? m_by_id[slot] : nullptr;
     }
 
     std::size_t size() const noexcept { return m_entries.size(); }
@@ -45,11 +45,8 @@ public:
     auto end() const noexcept { return m_entries.end(); }
 
 private:
-    using Position = std::uint16_t;
-    static constexpr Position none = std::numeric_limits<Position>::max();
-
-    std::vector<Position> m_positions; ///< By id.
-    std::vector<Entry> m_entries;
+    std::deque<Entry> m_entries; ///< Entries never move, for the pointers to them.
+    std::vector<const Value*> m_by_id;
 };
 
 } // namespace v1

@@ -1,9 +1,13 @@
 #include <vrn/units/converter.h>
 
+#include "definitions/unit_facts_p.h"
+
 #include <vrn/assert/smart_assert.h>
+#include <vrn/units/varnelik_unit_provider.h>
 
 #include <algorithm>
 #include <stdexcept>
+#include <typeinfo>
 
 namespace vrn::units {
 inline namespace v1 {
@@ -12,6 +16,31 @@ namespace {
 bool contains(const std::vector<UnitId::UnitId>& ids, UnitId::UnitId id)
 {
     return std::find(ids.begin(), ids.end(), id) != ids.end();
+}
+
+// The reciprocal is part of the result: a division would round differently.
+double converted(double value, double factor, double other_factor)
+{
+    return factor * value * (1.0 / other_factor);
+}
+
+/// The library's own provider answers from tables that never change. Conversion
+/// reads them at once, instead of asking the provider for one thing after the other.
+bool has_tables(const IUnitProvider& provider)
+{
+    return typeid(provider) == typeid(VarnelikUnitProvider);
+}
+
+bool are_compatible(
+    UnitId::UnitId from, const UnitFacts& from_facts, UnitId::UnitId to, const UnitFacts& to_facts)
+{
+    if (from == to)
+        return true;
+    if (!from_facts.compatible_units->empty())
+        return contains(*from_facts.compatible_units, to);
+    if (!to_facts.compatible_units->empty())
+        return contains(*to_facts.compatible_units, from);
+    return from_facts.dimension == to_facts.dimension;
 }
 
 } // namespace
@@ -46,15 +75,20 @@ bool Converter::can_convert(UnitId::UnitId from, UnitId::UnitId to) const
 
 IConverter::quantity Converter::convert(quantity q, UnitId::UnitId unit_id) const
 {
+    const IUnitProvider& units = unit_provider();
+    if (has_tables(units)) {
+        const IdMap<UnitFacts>& table = get_unit_facts();
+        const UnitFacts* from = table.find(q.unit_id);
+        const UnitFacts* to = table.find(unit_id);
+        if (from && to && are_compatible(q.unit_id, *from, unit_id, *to))
+            return {unit_id, converted(q.value, from->factor, to->factor)};
+    }
     if (!can_convert(q.unit_id, unit_id)) {
         VRN_ASSERT(can_convert(q.unit_id, unit_id))
         ("q.unit_id", q.unit_id)("unit_id", unit_id);
         throw std::invalid_argument("Incompatible units.");
     }
-    const IUnitProvider& units = unit_provider();
-    // The reciprocal is part of the result: a division would round differently.
-    const double in_base_scale = units.get_factor(q.unit_id) * q.value;
-    return {unit_id, in_base_scale * (1.0 / units.get_factor(unit_id))};
+    return {unit_id, converted(q.value, units.get_factor(q.unit_id), units.get_factor(unit_id))};
 }
 
 double Converter::to_base(quantity q) const

@@ -27,10 +27,8 @@ UnitRecord make_record(const UnitRow& row)
 IdMap<UnitRecord> make_records()
 {
     IdMap<UnitRecord> records;
-    for (const UnitRow& row : unitTable) {
-        UnitRecord record = make_record(row);
-        records.emplace(record.id, std::move(record));
-    }
+    for (const UnitRow& row : unitTable)
+        records.emplace(static_cast<UnitId::UnitId>(row.id), make_record(row));
     return records;
 }
 

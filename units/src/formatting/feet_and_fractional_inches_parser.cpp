@@ -5,8 +5,6 @@
 
 #include <vrn/assert/smart_assert.h>
 
-#include <boost/locale/encoding_utf.hpp>
-
 #include <sstream>
 
 namespace vrn::units {
@@ -55,15 +53,14 @@ std::wstring FeetAndFractionalInchesParser::format(
 
     const double lifted = value + whole_number_lift;
     if (!fits_32_bits(lifted)) {
-        const auto symbol = boost::locale::conv::utf_to_utf<wchar_t>(
-            m_unit_provider->get_symbol(UnitId::FOOT));
+        const std::string& symbol = m_unit_provider->get_symbol(UnitId::FOOT);
         return write_fixed(value, precision, symbol, locale);
     }
     const auto feet = static_cast<std::int32_t>(lifted);
     const double inches = (value - feet) * foot / inch;
     // The feet are not written in the locale of the call; only the fraction is.
     std::wostringstream text;
-    text << feet << L"' " << write_fraction(inches, precision, L"''", locale);
+    text << feet << L"' " << write_fraction(inches, precision, "''", locale);
     return text.str();
 }
 

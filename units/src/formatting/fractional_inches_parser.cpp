@@ -35,7 +35,7 @@ std::wstring FractionalInchesParser::format(IConverter::quantity q, const std::l
     VRN_ASSERT(precision >= 0)("precision", precision);
     if (precision < 0)
         precision = 4;
-    return write_fraction(inches, precision, L"''", locale);
+    return write_fraction(inches, precision, "''", locale);
 }
 
 } // namespace v1

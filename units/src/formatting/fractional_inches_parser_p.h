@@ -23,7 +23,7 @@ public:
     std::wstring format(IConverter::quantity q, const std::locale& locale) const override;
 
 private:
-    [[maybe_unused]] const IUnitProvider* m_unit_provider; ///< Inches need no catalogue.
+    [[maybe_unused]] const IUnitProvider* m_unit_provider; // as the other parsers have it
     const IFormatProvider* m_format_provider;
     const IConverter* m_converter;
 };

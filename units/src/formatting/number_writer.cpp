@@ -2,6 +2,8 @@
 
 #include <vrn/assert/smart_assert.h>
 
+#include <boost/locale/utf.hpp>
+
 #include <algorithm>
 #include <array>
 #include <charconv>
@@ -35,7 +37,9 @@ void append_fixed(std::wstring& text, double v, std::int32_t precision, const st
         std::array<char, sign_digits_and_point + most_quick_decimals> buffer;
         const auto written = std::to_chars(
             buffer.data(), buffer.data() + buffer.size(), v, std::chars_format::fixed, precision);
-        text.append(buffer.data(), written.ptr);
+        const auto length = static_cast<std::size_t>(written.ptr - buffer.data());
+        text.resize(text.size() + length);
+        std::copy_n(buffer.data(), length, text.end() - static_cast<std::ptrdiff_t>(length));
         return;
     }
     std::wostringstream stream;
@@ -60,13 +64,21 @@ void append_integer(std::wstring& text, std::int64_t number, const std::locale& 
     text += stream.str();
 }
 
-void append_label(std::wstring& text, const std::wstring& label)
+void append_label(std::wstring& text, std::string_view label)
 {
-    if (!label.empty()) {
-        text += L' ';
-        text += label;
+    namespace utf = boost::locale::utf;
+    if (label.empty())
+        return;
+    text += L' ';
+    for (auto at = label.begin(); at != label.end();) {
+        const utf::code_point code = utf::utf_traits<char>::decode(at, label.end());
+        if (utf::is_valid_codepoint(code))
+            text += static_cast<wchar_t>(code);
     }
 }
+
+/// Room for most quantities.
+constexpr std::size_t usual_length = 32;
 
 /// Whether truncation gives a number that a 64-bit integer holds.
 bool fits_64_bits(double v)
@@ -77,16 +89,17 @@ bool fits_64_bits(double v)
 } // namespace
 
 std::wstring write_fixed(
-    double v, std::int32_t precision, const std::wstring& label, const std::locale& locale)
+    double v, std::int32_t precision, std::string_view label, const std::locale& locale)
 {
     std::wstring text;
+    text.reserve(usual_length);
     append_fixed(text, v, precision, locale);
     append_label(text, label);
     return text;
 }
 
 std::wstring write_scientific(
-    double v, std::int32_t precision, const std::wstring& label, const std::locale& locale)
+    double v, std::int32_t precision, std::string_view label, const std::locale& locale)
 {
     if (!std::isfinite(v))
         return write_fixed(v, precision, label, locale);
@@ -94,6 +107,7 @@ std::wstring write_scientific(
     const int exponent = v == 0.0 ? 0 : static_cast<int>(std::log10(std::abs(v)));
     const double mantissa = v == 0.0 ? 0.0 : v / std::pow(10.0, exponent);
     std::wstring text;
+    text.reserve(usual_length);
     append_fixed(text, mantissa, precision, locale);
     text += L'e';
     append_integer(text, exponent, locale);
@@ -102,7 +116,7 @@ std::wstring write_scientific(
 }
 
 std::wstring write_fraction(
-    double v, std::int32_t p, const std::wstring& label, const std::locale& locale)
+    double v, std::int32_t p, std::string_view label, const std::locale& locale)
 {
     VRN_ASSERT(p > 0)("p", p);
     const double lifted = v + whole_number_lift;
@@ -121,6 +135,7 @@ std::wstring write_fraction(
     }
 
     std::wstring text;
+    text.reserve(usual_length);
     if (whole != 0 || numerator == 0)
         append_integer(text, whole, locale);
     if (whole != 0 && numerator != 0)

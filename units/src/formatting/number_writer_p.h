@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <locale>
 #include <string>
+#include <string_view>
 
 namespace vrn::units {
 inline namespace v1 {
@@ -10,19 +11,19 @@ inline namespace v1 {
 /// The notations in which a number and its unit are written.
 ///
 /// Each writes the number as a stream of the locale does, its decimal point and
-/// grouping included, and behind it a blank and the label. Nothing is appended
-/// for an empty label.
+/// grouping included, and behind it a blank and the label, which is given in UTF-8.
+/// Nothing is appended for an empty label.
 
 /// With `precision` digits behind the decimal point: "12.500 kN".
 std::wstring write_fixed(
-    double v, std::int32_t precision, const std::wstring& label, const std::locale& locale);
+    double v, std::int32_t precision, std::string_view label, const std::locale& locale);
 
 /// As mantissa and exponent of ten: "1.500e3 kN". This is not the usual form: the
 /// exponent is truncated toward zero, so that values below 1 have a mantissa below
 /// 1, as in "0.500e-1". Infinities and what is not a number are written in fixed
 /// notation.
 std::wstring write_scientific(
-    double v, std::int32_t precision, const std::wstring& label, const std::locale& locale);
+    double v, std::int32_t precision, std::string_view label, const std::locale& locale);
 
 /// As a whole number and a fraction with the denominator `p`, reduced: "2 1/2 in".
 /// The sign of a value from -1 to 0 is lost. A value just below a whole number is
@@ -31,7 +32,7 @@ std::wstring write_scientific(
 /// Values that no 64-bit integer holds are written in fixed notation. So are all
 /// values, and "p > 0" is asserted, where `p` is no denominator.
 std::wstring write_fraction(
-    double v, std::int32_t p, const std::wstring& label, const std::locale& locale);
+    double v, std::int32_t p, std::string_view label, const std::locale& locale);
 
 /// Pulls a value just below a whole number up to it before it is truncated. One
 /// 512th.

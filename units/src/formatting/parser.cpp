@@ -7,8 +7,6 @@
 #include <vrn/assert/smart_assert.h>
 #include <vrn/units/varnelik_unit_provider.h>
 
-#include <boost/locale/encoding_utf.hpp>
-
 #include <typeinfo>
 
 namespace vrn::units {
@@ -43,8 +41,7 @@ std::wstring Parser::format(IConverter::quantity q, const std::locale& locale) c
 {
     const UnitId::UnitId display_unit = m_format_provider->get_unit(q.unit_id);
     const double value = m_converter->convert(q, display_unit).value;
-    const auto label = boost::locale::conv::utf_to_utf<wchar_t>(
-        display_label(*m_unit_provider, *m_format_provider, q.unit_id));
+    const std::string label = display_label(*m_unit_provider, *m_format_provider, q.unit_id);
     std::int32_t precision = m_format_provider->get_precision(q.unit_id);
     if (precision < 0)
         precision = 3;

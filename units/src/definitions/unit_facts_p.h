@@ -1,0 +1,27 @@
+#pragma once
+
+#include "id_map_p.h"
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace vrn::units {
+inline namespace v1 {
+
+/// What VarnelikUnitProvider answers for one id, unit or unit set. What is pointed
+/// at lives as long as the process.
+struct UnitFacts
+{
+    double factor;
+    std::uint32_t dimension;
+    const std::vector<UnitId::UnitId>* compatible_units;
+    const std::string* symbol;
+    const std::vector<std::string>* alternative_symbols; ///< Null for a unit set.
+};
+
+/// All units, then all unit sets, each in table order.
+const IdMap<UnitFacts>& get_unit_facts();
+
+} // namespace v1
+} // namespace vrn::units
