@@ -29,8 +29,7 @@ bool same(const Quantity& left, const Quantity& right)
         return !left && !right;
     const bool bothAreNoNumber = left->value != left->value && right->value != right->value;
     return left->unit_id == right->unit_id
-        && (bothAreNoNumber
-            || std::memcmp(&left->value, &right->value, sizeof left->value) == 0);
+        && (bothAreNoNumber || std::memcmp(&left->value, &right->value, sizeof left->value) == 0);
 }
 
 void require_same(const char* what, const Quantity& actual, const Quantity& expected)
