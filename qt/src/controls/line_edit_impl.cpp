@@ -101,11 +101,10 @@ void LineEditImpl::setValueHistory(boost::shared_ptr<vrn::ValueHistory> history)
 
 void LineEditImpl::showEditHint(const QString& hint)
 {
-    if (!m_hintPopup) {
-        if (hint.isEmpty())
-            return;
+    if (!m_popups && !hint.isEmpty())
         buildPopups();
-    }
+    if (!m_hintPopup)
+        return;
     m_hintPopup->setHint(hint);
     if (hint.isEmpty())
         m_hintPopup->hide();
@@ -115,12 +114,11 @@ void LineEditImpl::showEditHint(const QString& hint)
 
 bool LineEditImpl::event(QEvent* event)
 {
-    if (event->type() == QEvent::FocusIn && !m_historyPopup) {
+    if (event->type() == QEvent::FocusIn && !m_popups) {
         buildPopups();
         // They came too late to see this event as the filters that they are.
-        for (QObject* popup :
-            {static_cast<QObject*>(m_hintPopup), static_cast<QObject*>(m_historyPopup)})
-            popup->eventFilter(this, event);
+        m_hintPopup->eventFilter(this, event);
+        m_historyPopup->eventFilter(this, event);
     }
     return QLineEdit::event(event);
 }
@@ -137,11 +135,11 @@ void LineEditImpl::buildPopups()
     m_hintPopup = new EditHintPopup(this);
     m_historyPopup = new HistoryPopup(this);
     m_historyPopup->setValueHistory(m_history);
-    vrn_connect(
-        m_historyPopup, &HistoryPopup::itemSelected, this, &LineEditImpl::onHistoryItemSelected);
-    auto* group = new PopupGroup(this);
-    group->add(m_hintPopup);
-    group->add(m_historyPopup);
+    vrn_connect(m_historyPopup.data(), &HistoryPopup::itemSelected, this,
+        &LineEditImpl::onHistoryItemSelected);
+    m_popups = new PopupGroup(this);
+    m_popups->add(m_hintPopup);
+    m_popups->add(m_historyPopup);
 }
 
 void LineEditImpl::onHistoryItemSelected(const QString& text)

@@ -7,6 +7,7 @@
 #include <boost/shared_ptr.hpp>
 
 #include <QLineEdit>
+#include <QPointer>
 
 class QToolButton;
 
@@ -14,6 +15,7 @@ namespace vrn::qt::detail {
 
 class EditHintPopup;
 class HistoryPopup;
+class PopupGroup;
 
 /// The QLineEdit of a SimpleLineEdit: a line edit with a window for hints and
 /// one for earlier values below it, and at most one tool button inside.
@@ -52,8 +54,9 @@ private:
     void placeButton();
     int frameWidth() const;
 
-    HistoryPopup* m_historyPopup = nullptr;
-    EditHintPopup* m_hintPopup = nullptr;
+    PopupGroup* m_popups = nullptr;
+    QPointer<HistoryPopup> m_historyPopup;
+    QPointer<EditHintPopup> m_hintPopup;
     boost::shared_ptr<vrn::ValueHistory> m_history;
     unsigned int m_options;
     QToolButton* m_btn1 = nullptr;

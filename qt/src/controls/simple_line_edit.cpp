@@ -111,7 +111,12 @@ SimpleLineEdit::SimpleLineEdit(QWidget* parent, const QString& caption,
     }
 }
 
-SimpleLineEdit::~SimpleLineEdit() = default;
+SimpleLineEdit::~SimpleLineEdit()
+{
+    // An edit with the focus finishes editing when it is destroyed, and that is
+    // after this part of the control has gone.
+    m_lineEdit->disconnect(this);
+}
 
 IValidator& SimpleLineEdit::validator() const
 {
@@ -144,10 +149,11 @@ boost::any SimpleLineEdit::getValue()
 
 void SimpleLineEdit::setValue(const boost::any& value)
 {
-    m_lineEdit->setText(validator().reformat(value, noFlags));
+    IValidator& validator = this->validator();
+    m_lineEdit->setText(validator.reformat(value, noFlags));
     boost::any scratch;
-    m_valueValid = false;
-    m_valueValid = validator().validate(m_lineEdit->text(), scratch, noFlags);
+    m_valueValid = false; // Also if validate throws.
+    m_valueValid = validator.validate(m_lineEdit->text(), scratch, noFlags);
 }
 
 bool SimpleLineEdit::vetoValidation(const QString& /*text*/)
@@ -165,16 +171,12 @@ void SimpleLineEdit::onTextEdited(const QString& text)
     }
     if (vetoValidation(text))
         return;
-    boost::any value;
-    m_valueValid = false;
-    try {
+    refuseIfThrown([&] {
+        boost::any value;
         m_valueValid = m_validator->validate(text, value, noFlags);
-    } catch (...) {
-        showValidity();
-        throw;
-    }
-    if (m_valueValid)
-        onValidated(text, value);
+        if (m_valueValid)
+            onValidated(text, value);
+    });
     showValidity();
     m_lineEdit->showEditHint(m_validator->getEditHint(text));
 }
@@ -185,14 +187,30 @@ void SimpleLineEdit::onEditingFinished()
     onTextEdited(text);
     if (vetoValidation(text))
         return;
-    boost::any value;
-    m_valueValid = false;
-    m_valueValid = validator().validateWhenFinished(text, value, noFlags);
-    if (m_valueValid) {
-        onValidated(text, value);
-        m_lineEdit->setText(validator().reformat(value, noFlags));
-    }
+    refuseIfThrown([&] {
+        IValidator& validator = this->validator();
+        boost::any value;
+        m_valueValid = validator.validateWhenFinished(text, value, noFlags);
+        if (m_valueValid) {
+            onValidated(text, value);
+            m_lineEdit->setText(validator.reformat(value, noFlags));
+        }
+    });
     Q_EMIT valueChanged();
+}
+
+// Runs a step of the validation. An exception goes on to the caller and leaves
+// a refused text.
+template <typename Function>
+void SimpleLineEdit::refuseIfThrown(Function step)
+{
+    try {
+        step();
+    } catch (...) {
+        m_valueValid = false;
+        showValidity();
+        throw;
+    }
 }
 
 void SimpleLineEdit::showValidity()

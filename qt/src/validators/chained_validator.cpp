@@ -1,13 +1,20 @@
 #include <vrn/qt/chained_validator.h>
 
+#include <vrn/assert/smart_assert.h>
+
 #include <algorithm>
+#include <iterator>
 #include <utility>
 
 namespace vrn::qt {
 
 ChainedValidator::ChainedValidator(std::deque<std::unique_ptr<IValidator>> members)
     : m_members(std::move(members))
-{}
+{
+    const auto missing = std::remove(m_members.begin(), m_members.end(), nullptr);
+    VRN_ASSERT(missing == m_members.end())("missing", std::distance(missing, m_members.end()));
+    m_members.erase(missing, m_members.end());
+}
 
 ChainedValidator::~ChainedValidator() = default;
 

@@ -4,11 +4,11 @@
 #include <vrn/q/unit_index.h>
 #include <vrn/units/unknown_unit.h>
 
-#include <boost/optional.hpp>
-
 #include "validators/locale_for_flags_p.h"
+#include "validators/to_double_p.h"
 
 #include <array>
+#include <optional>
 
 namespace vrn::qt {
 namespace {
@@ -46,15 +46,17 @@ int endOfNumber(const QString& text)
 
 // Reads a number with a unit behind it, as metres. Text that ends with the
 // number is zero metres and no refusal.
-boost::optional<double> parseMetres(const QString& text)
+std::optional<double> parseMetres(const QString& text)
 {
     const int end = endOfNumber(text);
     if (end == text.size())
         return 0.0;
     bool ok = false;
-    const double number = text.left(end).toDouble(&ok);
+    // As bytes, for the reason that toDouble() has: what is no ASCII character
+    // is no part of a number in the C locale either.
+    const double number = text.left(end).toLatin1().toDouble(&ok);
     if (!ok)
-        return boost::none;
+        return std::nullopt;
     return number * metresPer(text.mid(end).trimmed());
 }
 
@@ -107,13 +109,13 @@ bool DistanceEditValidator::validate(
     }
     const double toInternal = vrn_get_unitd(m_unit, DisplayToInternal);
     bool ok = false;
-    const double number = localeForFlags(flags).toDouble(text, &ok);
+    const double number = toDouble(localeForFlags(flags), text, &ok);
     if (ok) {
         value = toInternal * number;
         return true;
     }
     value = 0.0;
-    const boost::optional<double> metres = parseMetres(text.trimmed());
+    const std::optional<double> metres = parseMetres(text.trimmed());
     if (!metres)
         return false;
     value = toInternal * (*metres / vrn_get_unitd(m_unit, UnitSizeInMetres));

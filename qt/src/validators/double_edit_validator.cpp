@@ -3,8 +3,18 @@
 #include <vrn/assert/smart_assert.h>
 
 #include "validators/locale_for_flags_p.h"
+#include "validators/to_double_p.h"
+
+#include <algorithm>
 
 namespace vrn::qt {
+namespace {
+
+// The smallest double has this many decimals: behind them there are only zeros,
+// and Qt spends a minute on a billion of those.
+constexpr int mostDecimals = 1074;
+
+} // namespace
 
 DoubleEditValidator::DoubleEditValidator() = default;
 
@@ -65,7 +75,7 @@ bool DoubleEditValidator::validate(
         return true;
     }
     bool ok = false;
-    const double number = localeForFlags(flags).toDouble(text, &ok);
+    const double number = toDouble(localeForFlags(flags), text, &ok);
     // Qt hands out an infinity along with the refusal of "1e999".
     value = ok ? number : 0.0;
     return ok;
@@ -96,7 +106,7 @@ QString DoubleEditValidator::reformat(const boost::any& value, const std::bitset
     }
     // Written so that not-a-number comes out as the minimum.
     const double shown = !(m_min <= *number) ? m_min : !(*number <= m_max) ? m_max : *number;
-    return localeForFlags(flags).toString(shown, 'f', m_precision);
+    return localeForFlags(flags).toString(shown, 'f', std::min(m_precision, mostDecimals));
 }
 
 } // namespace vrn::qt

@@ -1,7 +1,7 @@
 // How many states of an expression a match may visit before it is given up; the
 // library's own limit lets a hostile text hold the window for seconds. It takes
 // effect in this file alone, through an iterator type that no other file knows.
-#define BOOST_REGEX_MAX_STATE_COUNT 2000000
+#define BOOST_REGEX_MAX_STATE_COUNT 500000
 
 #include <vrn/qt/string_edit_validator.h>
 

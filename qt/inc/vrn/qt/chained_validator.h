@@ -19,6 +19,7 @@ namespace vrn::qt {
 /// refuses every text.
 struct VRN_QT2_EXPORT ChainedValidator : public IValidator
 {
+    /// A null member is reported through the assertion facility and left out.
     explicit ChainedValidator(std::deque<std::unique_ptr<IValidator>> members);
     ~ChainedValidator() override;
 

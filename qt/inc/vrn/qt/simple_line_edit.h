@@ -153,6 +153,8 @@ private Q_SLOTS:
 private:
     using SizeFunction = QSize (QWidget::*)() const;
     QSize sizeFromParts(SizeFunction sizeOf) const;
+    template <typename Function>
+    void refuseIfThrown(Function step);
     void showValidity();
 
     detail::LineEditImpl* m_lineEdit = nullptr;

@@ -1,0 +1,213 @@
+#include <vrn/qt/double_edit_validator.h>
+#include <vrn/qt/forward_validator.h>
+
+#include "recording_validator.h"
+#include "support/hostile_texts.h"
+#include "support/keystroke_time.h"
+#include "support/test_main.h"
+#include "support/test_object.h"
+
+#include <boost/make_shared.hpp>
+
+using vrn::qt::DoubleEditValidator;
+using vrn::qt::ForwardValidator;
+using vrn::qt::IValidator;
+using vrn::test::patternOfFlags;
+using vrn::test::RecordingValidator;
+
+namespace {
+
+const std::bitset<32> noFlags;
+
+} // namespace
+
+class TestForwardValidator : public vrn::test::TestObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init()
+    {
+        TestObject::init();
+        m_target = boost::make_shared<RecordingValidator>();
+        m_target->log = &m_log;
+        m_log.clear();
+    }
+
+    void withoutATargetEveryTextIsRefusedAndTheValueKept_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::newRow("a number") << "1.5";
+        QTest::newRow("an empty text") << "";
+        QTest::newRow("a null text") << QString();
+    }
+
+    void withoutATargetEveryTextIsRefusedAndTheValueKept()
+    {
+        QFETCH(QString, text);
+        ForwardValidator forward(nullptr);
+        boost::any value = 7;
+        QVERIFY(!forward.validate(text, value, noFlags));
+        QCOMPARE(value, boost::any(7));
+        QVERIFY(!forward.validateWhenFinished(text, value, noFlags));
+        QCOMPARE(value, boost::any(7));
+    }
+
+    void withoutATargetEveryValueIsAnEmptyText_data()
+    {
+        QTest::addColumn<boost::any>("value");
+        QTest::newRow("a number") << boost::any(1.5);
+        QTest::newRow("a text") << boost::any(QString("text"));
+        QTest::newRow("no value") << boost::any();
+    }
+
+    void withoutATargetEveryValueIsAnEmptyText()
+    {
+        QFETCH(boost::any, value);
+        ForwardValidator forward(nullptr);
+        // Not even the blank in front of the postfix.
+        forward.setPostfix("mm");
+        QVERIFY(forward.reformat(value, noFlags).isEmpty());
+        QVERIFY(forward.reformatForDisplay(value, noFlags).isEmpty());
+    }
+
+    void aKeystrokeGoesToTheTargetAsItIs()
+    {
+        m_target->accepts = true;
+        m_target->acceptsWhenFinished = false;
+        m_target->parsed = 1.5;
+        ForwardValidator forward(m_target);
+        boost::any value = 7;
+        QVERIFY(forward.validate("text", value, patternOfFlags));
+        QCOMPARE(value, boost::any(1.5));
+        QCOMPARE(m_log, QStringList("validate"));
+        QCOMPARE(m_target->lastText, QString("text"));
+        QCOMPARE(m_target->lastValue, boost::any(7));
+        QVERIFY(m_target->lastFlags == patternOfFlags);
+    }
+
+    void finishingGoesToTheTargetsFinishing()
+    {
+        m_target->accepts = false;
+        m_target->acceptsWhenFinished = true;
+        m_target->parsedWhenFinished = 2.5;
+        ForwardValidator forward(m_target);
+        boost::any value = 7;
+        QVERIFY(forward.validateWhenFinished("text", value, patternOfFlags));
+        QCOMPARE(value, boost::any(2.5));
+        QCOMPARE(m_log, QStringList("validateWhenFinished"));
+        QCOMPARE(m_target->lastText, QString("text"));
+        QCOMPARE(m_target->lastValue, boost::any(7));
+        QVERIFY(m_target->lastFlags == patternOfFlags);
+    }
+
+    void aRefusalIsTheTargetsWithWhatItLeft()
+    {
+        m_target->accepts = false;
+        m_target->acceptsWhenFinished = false;
+        m_target->parsed = 0.0;
+        m_target->parsedWhenFinished = 0.5;
+        ForwardValidator forward(m_target);
+        boost::any value;
+        QVERIFY(!forward.validate("text", value, noFlags));
+        QCOMPARE(value, boost::any(0.0));
+        QVERIFY(!forward.validateWhenFinished("text", value, noFlags));
+        QCOMPARE(value, boost::any(0.5));
+    }
+
+    void formattingGoesToTheTarget()
+    {
+        m_target->formatted = "1.500";
+        m_target->displayed = "1.500 in the target's unit";
+        ForwardValidator forward(m_target);
+        QCOMPARE(forward.reformat(1.5, patternOfFlags), QString("1.500"));
+        QCOMPARE(m_target->lastValue, boost::any(1.5));
+        QVERIFY(m_target->lastFlags == patternOfFlags);
+        QCOMPARE(forward.reformatForDisplay(2.5, ~patternOfFlags),
+            QString("1.500 in the target's unit"));
+        QCOMPARE(m_target->lastValue, boost::any(2.5));
+        QVERIFY(m_target->lastFlags == ~patternOfFlags);
+        QCOMPARE(m_log, QStringList({"reformat", "reformatForDisplay"}));
+    }
+
+    void theTargetsPostfixIsShownAndNotItsOwn()
+    {
+        const auto target = boost::make_shared<DoubleEditValidator>();
+        target->setPostfix("mm");
+        ForwardValidator forward(target);
+        forward.setPostfix("inch");
+        QCOMPARE(forward.reformatForDisplay(1.5, noFlags), QString("1.500 mm"));
+    }
+
+    void theHintIsItsOwnAndNotTheTargets()
+    {
+        m_target->setEditHintFunction([](const QString&) { return QString("target"); });
+        ForwardValidator forward(m_target);
+        QVERIFY(forward.getEditHint("text").isEmpty());
+        forward.setEditHintFunction([](const QString&) { return QString("forwarder"); });
+        QCOMPARE(forward.getEditHint("text"), QString("forwarder"));
+    }
+
+    void theTargetIsToldAndReplaced()
+    {
+        ForwardValidator forward(m_target);
+        QCOMPARE(forward.getValidator(), m_target.get());
+        const auto other = boost::make_shared<RecordingValidator>();
+        other->formatted = "other";
+        forward.setValidator(other);
+        QCOMPARE(forward.getValidator(), other.get());
+        QCOMPARE(forward.reformat(1.5, noFlags), QString("other"));
+        QVERIFY(m_log.isEmpty());
+        forward.setValidator(nullptr);
+        QVERIFY(!forward.getValidator());
+        QVERIFY(forward.reformat(1.5, noFlags).isEmpty());
+    }
+
+    void theTargetIsShared()
+    {
+        ForwardValidator forward(m_target);
+        QCOMPARE(m_target.use_count(), 2L);
+        forward.setValidator({});
+        QCOMPARE(m_target.use_count(), 1L);
+    }
+
+    void hostileTextsAreAnsweredAsByTheTarget_data()
+    {
+        QTest::addColumn<QString>("text");
+        for (const auto& [name, text] : vrn::test::hostileTexts())
+            QTest::newRow(name) << text;
+    }
+
+    void hostileTextsAreAnsweredAsByTheTarget()
+    {
+        QFETCH(QString, text);
+        const auto target = boost::make_shared<DoubleEditValidator>();
+        ForwardValidator forward(target);
+        ForwardValidator blind(nullptr);
+        boost::any expected;
+        const bool accepted = target->validate(text, expected, noFlags);
+
+        vrn::test::verifyTakesAKeystroke("validate", [&] {
+            boost::any value;
+            QCOMPARE(forward.validate(text, value, noFlags), accepted);
+            QCOMPARE(value, expected);
+        });
+        vrn::test::verifyTakesAKeystroke("validateWhenFinished", [&] {
+            boost::any value;
+            QCOMPARE(forward.validateWhenFinished(text, value, noFlags), accepted);
+        });
+        vrn::test::verifyTakesAKeystroke("validate without a target", [&] {
+            boost::any value = 7;
+            QVERIFY(!blind.validate(text, value, noFlags));
+            QVERIFY(!blind.validateWhenFinished(text, value, noFlags));
+            QCOMPARE(value, boost::any(7));
+        });
+    }
+
+private:
+    boost::shared_ptr<RecordingValidator> m_target;
+    QStringList m_log;
+};
+
+VRN_TEST_MAIN(TestForwardValidator)
+#include "tst_forward_validator.moc"

@@ -1,0 +1,583 @@
+#include <vrn/qt/string_edit_validator.h>
+
+#include <boost/regex.hpp>
+
+#include "support/hostile_texts.h"
+#include "support/test_main.h"
+#include "support/test_object.h"
+#include "support/time_limit.h"
+
+#include <ctime>
+#include <limits>
+#include <locale>
+
+using namespace vrn::test;
+using vrn::qt::StringEditValidator;
+
+namespace {
+
+constexpr std::size_t unlimited = std::numeric_limits<std::size_t>::max();
+
+const boost::any untouched = 42;
+
+boost::any wide(const QString& text)
+{
+    return text.toStdWString();
+}
+
+boost::any utf8(const QString& text)
+{
+    return text.toUtf8().toStdString();
+}
+
+// A text with a zero character between the two.
+QString zeroBetween(const QString& left, const QString& right)
+{
+    return left + QChar(0) + right;
+}
+
+// The milliseconds of the processor that a call takes; those that it waits for
+// other programs are not its own.
+template <typename Call>
+int timeOf(const Call& call)
+{
+    const std::clock_t start = std::clock();
+    call();
+    return static_cast<int>((std::clock() - start) * 1000 / CLOCKS_PER_SEC);
+}
+
+// Rules that no installed locale has, so that a result can come from nowhere
+// else: a wide hyphen is a letter with the upper case '=' ...
+class WideRules : public std::ctype<wchar_t>
+{
+protected:
+    bool do_is(mask m, wchar_t c) const override
+    {
+        return c == L'-' ? (m & alpha) != 0 : std::ctype<wchar_t>::do_is(m, c);
+    }
+    wchar_t do_toupper(wchar_t c) const override
+    {
+        return c == L'-' ? L'=' : std::ctype<wchar_t>::do_toupper(c);
+    }
+    const wchar_t* do_toupper(wchar_t* begin, const wchar_t* end) const override
+    {
+        for (; begin != end; ++begin)
+            *begin = do_toupper(*begin);
+        return end;
+    }
+};
+
+// ... and a narrow one has the upper case '_'.
+class NarrowRules : public std::ctype<char>
+{
+protected:
+    char do_toupper(char c) const override
+    {
+        return c == '-' ? '_' : std::ctype<char>::do_toupper(c);
+    }
+    const char* do_toupper(char* begin, const char* end) const override
+    {
+        for (; begin != end; ++begin)
+            *begin = do_toupper(*begin);
+        return end;
+    }
+};
+
+// Makes those rules the global ones while it lives.
+class GlobalRules
+{
+public:
+    GlobalRules()
+        : m_previous(std::locale::global(
+            std::locale(std::locale(std::locale::classic(), new WideRules), new NarrowRules)))
+    {}
+    ~GlobalRules() { std::locale::global(m_previous); }
+
+    GlobalRules(const GlobalRules&) = delete;
+    GlobalRules& operator=(const GlobalRules&) = delete;
+
+private:
+    std::locale m_previous;
+};
+
+} // namespace
+
+class TestStringEditValidator : public TestObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void aLimitOfZeroOffends()
+    {
+        expectAssert("m_maxLen > 0", {"m_maxLen"});
+        StringEditValidator validator(0);
+        boost::any value;
+        QVERIFY(validator.validate("abc", value, {}));
+        QCOMPARE(value, wide(""));
+    }
+
+    void everyOtherLimitIsFine_data()
+    {
+        QTest::addColumn<qulonglong>("limit");
+        QTest::newRow("one") << qulonglong(1);
+        QTest::newRow("the highest") << qulonglong(unlimited);
+    }
+    void everyOtherLimitIsFine()
+    {
+        QFETCH(qulonglong, limit);
+        StringEditValidator validator(static_cast<std::size_t>(limit));
+        boost::any value;
+        QVERIFY(validator.validate("a", value, {}));
+        QCOMPARE(value, wide("a"));
+    }
+
+    void aTextOverTheLimitIsCut_data()
+    {
+        QTest::addColumn<int>("limit");
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QString>("kept");
+        const QString faces = QString::fromUtf8("\U0001F600\U0001F601\U0001F602");
+        QTest::newRow("maximum 3, abcd becomes abc") << 3 << "abcd"
+                                                     << "abc";
+        QTest::newRow("a text as long as the limit stays whole") << 3 << "abc"
+                                                                 << "abc";
+        QTest::newRow("a shorter text stays whole") << 3 << "ab"
+                                                    << "ab";
+        QTest::newRow("an empty text stays empty") << 3 << ""
+                                                   << "";
+        QTest::newRow("blanks count and are not trimmed") << 3 << "  a b"
+                                                          << "  a";
+        QTest::newRow("a character outside the basic plane counts once")
+            << 2 << faces << QString::fromUtf8("\U0001F600\U0001F601");
+        QTest::newRow("a combining mark counts") << 1 << QString::fromUtf8("e\u0301") << "e";
+        QTest::newRow("a zero character counts")
+            << 2 << zeroBetween("a", "bc") << zeroBetween("a", "");
+    }
+    void aTextOverTheLimitIsCut()
+    {
+        QFETCH(int, limit);
+        QFETCH(QString, text);
+        QFETCH(QString, kept);
+        StringEditValidator validator(static_cast<std::size_t>(limit));
+        boost::any value;
+        QVERIFY(validator.validate(text, value, {}));
+        QCOMPARE(value, wide(kept));
+    }
+
+    void theStorageTypeSaysWhatIsStored_data()
+    {
+        QTest::addColumn<quint32>("type");
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<boost::any>("stored");
+        const quint32 asUtf8 = 0;
+        const quint32 asWide = 1;
+        const QString accented = QString::fromUtf8("S\u00e4ule \U0001F600");
+        QTest::newRow("wide: a std::wstring") << asWide << "abc" << wide("abc");
+        QTest::newRow("wide: every character once") << asWide << accented << wide(accented);
+        QTest::newRow("wide: an empty text is an empty string") << asWide << "" << wide("");
+        QTest::newRow("wide: a zero character and what follows are stored")
+            << asWide << zeroBetween("a", "b") << wide(zeroBetween("a", "b"));
+        QTest::newRow("UTF-8: a std::string") << asUtf8 << "abc" << utf8("abc");
+        QTest::newRow("UTF-8: two and four bytes to a character")
+            << asUtf8 << accented << boost::any(std::string("S\xc3\xa4ule \xf0\x9f\x98\x80"));
+        QTest::newRow("UTF-8: an empty text is an empty string") << asUtf8 << "" << utf8("");
+        QTest::newRow("UTF-8: a zero character and what follows are stored")
+            << asUtf8 << zeroBetween("a", "b") << boost::any(std::string("a\0b", 3));
+        QTest::newRow("2: nothing is stored") << quint32(2) << "abc" << untouched;
+        QTest::newRow("all bits: nothing is stored") << ~quint32(0) << "abc" << untouched;
+    }
+    void theStorageTypeSaysWhatIsStored()
+    {
+        QFETCH(quint32, type);
+        QFETCH(QString, text);
+        QFETCH(boost::any, stored);
+        StringEditValidator validator(unlimited);
+        validator.setStorageType(static_cast<StringEditValidator::StorageType>(type));
+        boost::any value = untouched;
+        QVERIFY(validator.validate(text, value, {}));
+        QCOMPARE(value, stored);
+    }
+
+    void withoutSettersAWideStringIsStoredAsTyped()
+    {
+        StringEditValidator validator(unlimited);
+        boost::any value = untouched;
+        QVERIFY(validator.validate("aBc 1", value, {}));
+        QCOMPARE(value, wide("aBc 1"));
+    }
+
+    void storageTypesHaveTheirNumbers()
+    {
+        QCOMPARE(int(StringEditValidator::StorageTypeUtf8String), 0);
+        QCOMPARE(int(StringEditValidator::StorageTypeWideString), 1);
+        QCOMPARE(sizeof(StringEditValidator::StorageType), std::size_t(4));
+    }
+
+    void aPatternDecides_data()
+    {
+        QTest::addColumn<QString>("pattern");
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<bool>("accepted");
+        QTest::newRow("it matches the whole text: [0-9] takes 1") << "[0-9]"
+                                                                  << "1" << true;
+        QTest::newRow("it matches the whole text: [0-9] refuses 12") << "[0-9]"
+                                                                     << "12" << false;
+        QTest::newRow("it matches from the first character") << "[0-9]+"
+                                                             << "a12" << false;
+        QTest::newRow("it matches to the last character") << "[0-9]+"
+                                                          << "12a" << false;
+        QTest::newRow("the longer branch is taken if the whole text needs it") << "a|ab"
+                                                                               << "ab" << true;
+        QTest::newRow("it tells case") << "[A-Z]+"
+                                       << "abc" << false;
+        QTest::newRow("an empty text is matched too") << "[A-Z]+"
+                                                      << "" << false;
+        QTest::newRow("an empty text may match") << "[A-Z]*"
+                                                 << "" << true;
+        QTest::newRow("Perl's classes") << "\\d+\\s\\w+"
+                                        << "12 mm" << true;
+        QTest::newRow("Perl's look-ahead") << "(?!0)\\d+"
+                                           << "012" << false;
+        QTest::newRow("back references") << "(a|b)\\1"
+                                         << "ab" << false;
+        QTest::newRow("back references that hold") << "(a|b)\\1"
+                                                   << "bb" << true;
+        QTest::newRow("a point takes one character outside the basic plane")
+            << "." << QString::fromUtf8("\U0001F600") << true;
+        QTest::newRow("a line break is no end") << "[0-9]+"
+                                                << "1\n"
+                                                << false;
+        QTest::newRow("what follows a zero character is not matched")
+            << "[0-9]+" << zeroBetween("12", "ab") << true;
+        QTest::newRow("what precedes a zero character is")
+            << "[0-9]+" << zeroBetween("ab", "12") << false;
+        QTest::newRow("the zero character itself is not")
+            << "[0-9]{2}" << zeroBetween("12", "") << true;
+        QTest::newRow("a text that begins with a zero is matched as empty")
+            << "[0-9]+" << zeroBetween("", "12") << false;
+        QTest::newRow("no pattern takes any text") << ""
+                                                   << "any text" << true;
+    }
+    void aPatternDecides()
+    {
+        QFETCH(QString, pattern);
+        QFETCH(QString, text);
+        QFETCH(bool, accepted);
+        StringEditValidator validator(unlimited);
+        validator.setAllowedRegex(pattern.toStdWString());
+        boost::any value = untouched;
+        QCOMPARE(validator.validate(text, value, {}), accepted);
+        QCOMPARE(value, accepted ? wide(text) : untouched);
+    }
+
+    void stepsComeInTheirOrder_data()
+    {
+        QTest::addColumn<QString>("pattern");
+        QTest::addColumn<bool>("upperCase");
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<boost::any>("stored");
+        QTest::newRow("upper case goes before the match: abc is ABC to [A-Z]+")
+            << "[A-Z]+" << true << "abc" << wide("ABC");
+        QTest::newRow("so a pattern of small letters refuses all")
+            << "[a-z]+" << true << "abc" << untouched;
+        QTest::newRow("cutting goes before the match")
+            << "[a-z]+" << false << "abcd1" << wide("abcd");
+        QTest::newRow("the cut text must match") << "[a-z]+[0-9]" << false << "abcd1" << untouched;
+        QTest::newRow("without the flag the case stays") << "" << false << "abC" << wide("abC");
+        QTest::newRow("with it signs and digits stay") << "" << true << "a-1" << wide("A-1");
+    }
+    void stepsComeInTheirOrder()
+    {
+        QFETCH(QString, pattern);
+        QFETCH(bool, upperCase);
+        QFETCH(QString, text);
+        QFETCH(boost::any, stored);
+        StringEditValidator validator(4);
+        validator.setAllowedRegex(pattern.toStdWString());
+        validator.setUpperCase(upperCase);
+        boost::any value = untouched;
+        const bool accepted = !sameValue(stored, untouched);
+        QCOMPARE(validator.validate(text, value, {}), accepted);
+        QCOMPARE(value, stored);
+    }
+
+    void settersReplaceWhatWasSetBefore()
+    {
+        StringEditValidator validator(unlimited);
+        boost::any value;
+        validator.setAllowedRegex(L"[A-Z]+");
+        validator.setUpperCase(true);
+        QVERIFY(validator.validate("abc", value, {}));
+        validator.setUpperCase(false);
+        QVERIFY(!validator.validate("abc", value, {}));
+        validator.setAllowedRegex(L"[a-z]+");
+        QVERIFY(validator.validate("abc", value, {}));
+        QCOMPARE(value, wide("abc"));
+        validator.setAllowedRegex(L"");
+        validator.setStorageType(StringEditValidator::StorageTypeUtf8String);
+        QVERIFY(validator.validate("1", value, {}));
+        QCOMPARE(value, utf8("1"));
+    }
+
+    void inTheClassicLocaleOnlyAsciiHasUpperCase()
+    {
+        QVERIFY(std::locale() == std::locale::classic());
+        const QString text = QString::fromUtf8("stra\u00dfe \u00e9\u03b1");
+        const QString upper = QString::fromUtf8("STRA\u00dfE \u00e9\u03b1");
+        StringEditValidator validator(unlimited);
+        validator.setUpperCase(true);
+        boost::any value;
+        QVERIFY(validator.validate(text, value, {}));
+        QCOMPARE(value, wide(upper));
+        QCOMPARE(validator.reformat(wide(text), {}), upper);
+        QCOMPARE(validator.reformat(utf8(text), {}), upper);
+    }
+
+    void upperCaseFollowsTheGlobalLocaleOfTheMoment()
+    {
+        StringEditValidator validator(unlimited);
+        validator.setUpperCase(true);
+        boost::any value;
+        {
+            const GlobalRules rules;
+            QVERIFY(validator.validate("a-b", value, {}));
+            QCOMPARE(value, wide("A=B"));
+            // The rules for the character type in which the value is kept.
+            QCOMPARE(validator.reformat(wide("a-b"), {}), QString("A=B"));
+            QCOMPARE(validator.reformat(utf8("a-b"), {}), QString("A_B"));
+        }
+        QVERIFY(validator.validate("a-b", value, {}));
+        QCOMPARE(value, wide("A-B"));
+    }
+
+    void upperCaseIsThatOfWideCharactersForEveryStorage()
+    {
+        const GlobalRules rules;
+        StringEditValidator validator(unlimited);
+        validator.setUpperCase(true);
+        validator.setStorageType(StringEditValidator::StorageTypeUtf8String);
+        boost::any value;
+        QVERIFY(validator.validate("a-b", value, {}));
+        QCOMPARE(value, utf8("A=B"));
+    }
+
+    void thePatternFollowsTheGlobalLocaleOfTheMoment()
+    {
+        StringEditValidator validator(unlimited);
+        validator.setAllowedRegex(L"[[:alpha:]]+");
+        boost::any value;
+        QVERIFY(!validator.validate("a-b", value, {}));
+        {
+            const GlobalRules rules;
+            QVERIFY(validator.validate("a-b", value, {}));
+        }
+        QVERIFY(!validator.validate("a-b", value, {}));
+    }
+
+    void flagsAreNotRead_data()
+    {
+        QTest::addColumn<quint32>("flags");
+        QTest::newRow("none") << quint32(0);
+        QTest::newRow("the user's locale") << quint32(1);
+        QTest::newRow("all") << ~quint32(0);
+    }
+    void flagsAreNotRead()
+    {
+        QFETCH(quint32, flags);
+        StringEditValidator validator(4);
+        validator.setAllowedRegex(L"[A-Z.]+");
+        validator.setUpperCase(true);
+        boost::any value = untouched;
+        QVERIFY(!validator.validate("1", value, flags));
+        QCOMPARE(value, untouched);
+        QVERIFY(validator.validate("a.bcd", value, flags));
+        QCOMPARE(value, wide("A.BC"));
+        QCOMPARE(validator.reformat(value, flags), QString("A.BC"));
+    }
+
+    void theEndOfEditingIsValidatedAsAKeystroke()
+    {
+        StringEditValidator validator(3);
+        validator.setAllowedRegex(L"[a-z]+");
+        boost::any value = untouched;
+        QVERIFY(!validator.validateWhenFinished("1", value, {}));
+        QCOMPARE(value, untouched);
+        QVERIFY(validator.validateWhenFinished("abcd", value, {}));
+        QCOMPARE(value, wide("abc"));
+    }
+
+    void aPatternThatDoesNotCompileThrowsAtEachValidation_data()
+    {
+        QTest::addColumn<QString>("pattern");
+        QTest::newRow("an open group") << "(";
+        QTest::newRow("an open class") << "[a-";
+        QTest::newRow("a class from high to low") << "[z-a]";
+        QTest::newRow("nothing to repeat") << "*";
+        QTest::newRow("a lone backslash") << "a\\";
+    }
+    void aPatternThatDoesNotCompileThrowsAtEachValidation()
+    {
+        QFETCH(QString, pattern);
+        StringEditValidator validator(unlimited);
+        validator.setAllowedRegex(pattern.toStdWString());
+        QCOMPARE(validator.reformat(wide("abc"), {}), QString("abc"));
+        boost::any value = untouched;
+        for (const QString& text : {QString("abc"), QString("abc"), QString()}) {
+            QVERIFY_EXCEPTION_THROWN(validator.validate(text, value, {}), boost::regex_error);
+            QCOMPARE(value, untouched);
+        }
+        QVERIFY_EXCEPTION_THROWN(
+            validator.validateWhenFinished("abc", value, {}), boost::regex_error);
+
+        validator.setAllowedRegex(L"[a-c]+");
+        QVERIFY(validator.validate("abc", value, {}));
+        QCOMPARE(value, wide("abc"));
+    }
+
+    void reformatShowsTheString_data()
+    {
+        QTest::addColumn<bool>("upperCase");
+        QTest::addColumn<boost::any>("value");
+        QTest::addColumn<QString>("text");
+        const QString accented = QString::fromUtf8("S\u00e4ule \U0001F600");
+        QTest::newRow("a wide string") << false << wide("abc") << "abc";
+        QTest::newRow("a UTF-8 string") << false << utf8("abc") << "abc";
+        QTest::newRow("an empty wide string") << false << wide("") << "";
+        QTest::newRow("an empty UTF-8 string") << false << utf8("") << "";
+        QTest::newRow("wide characters of every plane") << false << wide(accented) << accented;
+        QTest::newRow("UTF-8 characters of every plane") << false << utf8(accented) << accented;
+        QTest::newRow("upper case: a stored abc shows as ABC") << true << wide("abc") << "ABC";
+        QTest::newRow("upper case of a UTF-8 string") << true << utf8("abc") << "ABC";
+        QTest::newRow("wide up to the first zero")
+            << false << wide(zeroBetween("ab", "cd")) << "ab";
+        QTest::newRow("UTF-8 up to the first zero")
+            << false << utf8(zeroBetween("ab", "cd")) << "ab";
+        QTest::newRow("the limit is not applied") << false << wide("abcdef") << "abcdef";
+        QTest::newRow("the pattern is not applied") << false << wide("12") << "12";
+    }
+    void reformatShowsTheString()
+    {
+        QFETCH(bool, upperCase);
+        QFETCH(boost::any, value);
+        QFETCH(QString, text);
+        for (const auto type : {StringEditValidator::StorageTypeUtf8String,
+                 StringEditValidator::StorageTypeWideString}) {
+            StringEditValidator validator(3);
+            validator.setAllowedRegex(L"[a-c]+");
+            validator.setUpperCase(upperCase);
+            validator.setStorageType(type);
+            QCOMPARE(validator.reformat(value, {}), text);
+        }
+    }
+
+    void aValueOfAForeignTypeIsReported_data()
+    {
+        QTest::addColumn<boost::any>("value");
+        QTest::newRow("none") << boost::any();
+        QTest::newRow("a number") << boost::any(1.5);
+        QTest::newRow("a QString") << boost::any(QString("abc"));
+        QTest::newRow("a literal") << boost::any(static_cast<const char*>("abc"));
+    }
+    void aValueOfAForeignTypeIsReported()
+    {
+        QFETCH(boost::any, value);
+        expectAssert("value.type() == typeid(std::wstring) || value.type() == typeid(std::string)",
+            {"value.type().name()"});
+        StringEditValidator validator(3);
+        QCOMPARE(validator.reformat(value, {}), QString());
+    }
+
+    // A match that would take too long is given up and counts as a refusal; one
+    // that ends is decided as the pattern says, however long the text.
+    void aMatchEndsInTime_data()
+    {
+        QTest::addColumn<QString>("pattern");
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<bool>("accepted");
+        const auto times = [](int length, char c) { return QString(length, QLatin1Char(c)); };
+        for (const int length : {64, 32767, 1024 * 1024}) {
+            for (const char* pattern :
+                {"(a+)+b", "(a|aa)+b", "(a*)*b", "(.*)*x", "(a|a)*b", "(.*a){12}b", "(a?){30}b",
+                    "(\\w+\\s?)*!", "(a+)+\\1b", "(?:a{1,9}){1,9}?(a+)*b"}) {
+                QTest::addRow("%s refuses %d times a", pattern, length)
+                    << pattern << times(length, 'a') << false;
+            }
+        }
+        const int length = 32767;
+        const QString words = QString("abc ").repeated(length / 4);
+        QTest::newRow("capitals") << "[A-Z]+" << times(length, 'A') << true;
+        QTest::newRow("capitals and a digit") << "[A-Z]+" << times(length - 1, 'A') + "1" << false;
+        QTest::newRow("a name") << "[A-Za-z_][A-Za-z0-9_]*" << times(length, '_') << true;
+        QTest::newRow("a name and a blank")
+            << "[A-Za-z_][A-Za-z0-9_]*" << times(length - 1, 'a') + " " << false;
+        const QString quantity("(\\d+[.,]?\\d*)(\\s*(mm|cm|m))?");
+        QTest::newRow("a number") << quantity << times(length, '7') << true;
+        QTest::newRow("a number with a unit") << quantity << times(length - 3, '7') + " mm" << true;
+        QTest::newRow("a number with a unit far off")
+            << quantity << "7" + times(length - 3, ' ') + "mm" << true;
+        QTest::newRow("words") << "([a-z]+ )*[a-z]+" << words + "abc" << true;
+        QTest::newRow("one long word") << "([a-z]+ )*[a-z]+" << times(length, 'a') << true;
+        QTest::newRow("anything") << ".*" << times(length, 'a') << true;
+        QTest::newRow("anything with an end") << ".*;" << times(length, 'a') + ";" << true;
+        QTest::newRow("a list of numbers")
+            << "\\d+(,\\d+)*" << QString("12,").repeated(length / 3) + "1" << true;
+    }
+    void aMatchEndsInTime()
+    {
+        QFETCH(QString, pattern);
+        QFETCH(QString, text);
+        QFETCH(bool, accepted);
+        StringEditValidator validator(unlimited);
+        validator.setAllowedRegex(pattern.toStdWString());
+        boost::any value = untouched;
+        bool valid = false;
+        const int elapsed = timeOf([&] { valid = validator.validate(text, value, {}); });
+        QCOMPARE(valid, accepted);
+        QVERIFY(sameValue(value, accepted ? wide(text) : untouched));
+        QVERIFY2(elapsed < timeLimitMs(), qPrintable(QString("%1 ms").arg(elapsed)));
+    }
+
+    void badInputIsTakenOrRefusedInTime_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QString>("pattern");
+        QTest::addColumn<quint32>("type");
+        for (const auto& [name, text] : hostileTexts()) {
+            for (const char* pattern : {"", "[A-Z]+", "(A+)+B"}) {
+                QTest::addRow("%s against '%s', wide", name.constData(), pattern)
+                    << text << pattern << quint32(1);
+                QTest::addRow("%s against '%s', UTF-8", name.constData(), pattern)
+                    << text << pattern << quint32(0);
+            }
+        }
+    }
+    void badInputIsTakenOrRefusedInTime()
+    {
+        QFETCH(QString, text);
+        QFETCH(QString, pattern);
+        QFETCH(quint32, type);
+        StringEditValidator validator(unlimited);
+        validator.setUpperCase(true);
+        validator.setAllowedRegex(pattern.toStdWString());
+        validator.setStorageType(static_cast<StringEditValidator::StorageType>(type));
+        boost::any value = untouched;
+        bool valid = false;
+        const int validated = timeOf([&] { valid = validator.validate(text, value, {}); });
+        QString shown;
+        const int reformatted = timeOf([&] {
+            if (valid)
+                shown = validator.reformat(value, {});
+        });
+        QCOMPARE(shown.isEmpty(), !valid || text.startsWith(QChar(0)));
+        if (valid)
+            QVERIFY(value.type() == (type == 1 ? typeid(std::wstring) : typeid(std::string)));
+        else
+            QCOMPARE(value, untouched);
+        QVERIFY(valid || !pattern.isEmpty());
+        QVERIFY2(validated < timeLimitMs(), qPrintable(QString("%1 ms").arg(validated)));
+        QVERIFY2(reformatted < timeLimitMs(), qPrintable(QString("%1 ms").arg(reformatted)));
+    }
+};
+
+VRN_TEST_MAIN(TestStringEditValidator)
+#include "tst_string_edit_validator.moc"
