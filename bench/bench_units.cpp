@@ -234,9 +234,12 @@ void addLongTexts()
 {
     constexpr int mebi = 1024 * 1024;
     std::vector<std::pair<std::string, QString>> texts;
-    for (const char character : std::string_view("7 ae'-.,/+fn\n"))
-        texts.emplace_back(
-            "of the character " + std::to_string(character), QString(mebi, QLatin1Char(character)));
+    const std::pair<char, const char*> characters[] = {{'7', "sevens"}, {' ', "blanks"},
+        {'\n', "line breaks"}, {'a', "a"}, {'e', "e"}, {'f', "f"}, {'n', "n"},
+        {'\'', "apostrophes"}, {'-', "minus signs"}, {'+', "plus signs"}, {'.', "points"},
+        {',', "commas"}, {'/', "slashes"}};
+    for (const auto& [character, name] : characters)
+        texts.emplace_back(std::string("of ") + name, QString(mebi, QLatin1Char(character)));
     texts.emplace_back("of 1ft2in", QStringLiteral("1ft2in").repeated(mebi / 6));
     texts.emplace_back(
         "of letters behind a number", QStringLiteral("1 ") + QString(mebi - 2, QLatin1Char('a')));

@@ -24,6 +24,11 @@ function(vrn_configure_target target)
         # Reports name sources relative to the project, wherever it was built.
         "-fmacro-prefix-map=${vrn_qt2_SOURCE_DIR}/="
     )
+    if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+        # No other library replaces single functions of ours; so they may be inlined
+        # within their own library, as clang does anyway.
+        target_compile_options(${target} PRIVATE -fno-semantic-interposition)
+    endif()
     if(VRN_WARNINGS_AS_ERRORS)
         target_compile_options(${target} PRIVATE -Werror)
     endif()
