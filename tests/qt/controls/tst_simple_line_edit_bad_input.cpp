@@ -87,10 +87,8 @@ const std::vector<std::pair<QByteArray, IValidator::pointer>>& validators()
 {
     static const std::vector<std::pair<QByteArray, IValidator::pointer>> all = {
         {"number", boost::make_shared<DoubleEditValidator>(2, 0.0, 100.0, true)},
-        {"any number", boost::make_shared<DoubleEditValidator>()},
         {"optional number", optionalNumber()},
         {"int", boost::make_shared<IntegerValidator<int>>(-5, 5, true)},
-        {"unsigned int", boost::make_shared<IntegerValidator<unsigned int>>(1u, 9u, false)},
         {"unsigned short",
             boost::make_shared<IntegerValidator<unsigned short>>(
                 static_cast<unsigned short>(0), static_cast<unsigned short>(65535), true)},
@@ -101,9 +99,6 @@ const std::vector<std::pair<QByteArray, IValidator::pointer>>& validators()
         {"chain", chainValidator()},
         {"conversion", conversionValidator()},
         {"forward to nothing", boost::make_shared<ForwardValidator>(nullptr)},
-        {"forward",
-            boost::make_shared<ForwardValidator>(
-                boost::make_shared<DoubleEditValidator>(2, 0.0, 100.0, true))},
     };
     return all;
 }
