@@ -24,6 +24,11 @@ constexpr int formRows = 200;
 void typeThousandKeys(QLineEdit* edit)
 {
     static const QString number = QStringLiteral("1234567.89");
+    edit->activateWindow();
+    edit->setFocus();
+    QCoreApplication::processEvents();
+    if (!edit->hasFocus())
+        qFatal("the edit has no focus");
     for (int key = 0; key < 1000; ++key) {
         const int position = key % number.size();
         if (position == 0)

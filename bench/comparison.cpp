@@ -111,7 +111,7 @@ void registerRounds(const std::string& name, const std::function<void()>& round)
 
 bool printComparisons(const std::vector<Comparison>& chosen, const Collector& times)
 {
-    bool allWithin = true;
+    bool allWithin = !chosen.empty() || !limited.empty();
     std::printf("| what | against | ours | theirs | ratio (median) | ratio (min) | bound | |\n");
     std::printf("|---|---|---|---|---|---|---|---|\n");
     for (const Comparison& comparison : chosen) {
@@ -130,7 +130,7 @@ bool printComparisons(const std::vector<Comparison>& chosen, const Collector& ti
 
 bool printTimeLimits(const std::vector<TimeLimit>& chosen, const Collector& times)
 {
-    bool allWithin = true;
+    bool allWithin = !chosen.empty() || !limited.empty();
     std::printf("\n| what | time (median) | time (min) | limit | |\n");
     std::printf("|---|---|---|---|---|\n");
     for (const TimeLimit& limit : chosen) {
@@ -176,9 +176,9 @@ bool run(const std::string& filter)
     benchmark::RunSpecifiedBenchmarks(&times);
     benchmark::ClearRegisteredBenchmarks();
 
-    bool allWithin = true;
+    bool allWithin = !chosen.empty() || !limited.empty();
     if (!chosen.empty())
-        allWithin = printComparisons(chosen, times);
+        allWithin = printComparisons(chosen, times) && allWithin;
     if (!limited.empty())
         allWithin = printTimeLimits(limited, times) && allWithin;
     for (const std::string& text : notes())

@@ -31,8 +31,8 @@ void add(TimeLimit limit);
 void note(std::string text);
 
 /// Runs what has a name that contains `filter` and prints a table of the
-/// comparisons and one of the time limits. Returns whether every median is within
-/// its bound.
+/// comparisons and one of the time limits. Returns whether there was any, and
+/// every median is within its bound.
 bool run(const std::string& filter);
 
 } // namespace bench

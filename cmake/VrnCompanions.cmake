@@ -10,12 +10,15 @@ set(VRN_REPLACED_PACKAGES "" CACHE INTERNAL "Packages that stand in for companio
 
 # vrn_companion(<name>): makes vrn::<name>, from the folder or from the option.
 macro(vrn_companion name)
-    string(TOUPPER ${name} _vrn_upper)
     string(REPLACE "companion_" "" _vrn_folder ${name})
+    string(TOUPPER ${_vrn_folder} _vrn_upper)
     set(VRN_COMPANION_${_vrn_upper}_PACKAGE "" CACHE STRING
         "CMake package that brings the companion '${name}'; empty for the one in this project")
     set(VRN_COMPANION_${_vrn_upper}_TARGET "" CACHE STRING
         "Target of that package to use as vrn::${name}")
+    if(VRN_COMPANION_${_vrn_upper}_PACKAGE AND NOT VRN_COMPANION_${_vrn_upper}_TARGET)
+        message(FATAL_ERROR "VRN_COMPANION_${_vrn_upper}_PACKAGE needs VRN_COMPANION_${_vrn_upper}_TARGET")
+    endif()
     if(VRN_COMPANION_${_vrn_upper}_TARGET)
         if(VRN_COMPANION_${_vrn_upper}_PACKAGE)
             find_package(${VRN_COMPANION_${_vrn_upper}_PACKAGE} REQUIRED)

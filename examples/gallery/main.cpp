@@ -21,6 +21,17 @@ int listPages()
     return EXIT_SUCCESS;
 }
 
+// Plain numbers go by QLocale, quantities by the standard library.
+bool useLocale(const QString& name)
+{
+    const QLocale locale(name);
+    if (locale.language() == QLocale::C && name != QLatin1String("C"))
+        return false;
+    QLocale::setDefault(locale);
+    qputenv("LC_ALL", name.toLatin1() + ".UTF-8");
+    return true;
+}
+
 int complain(const QString& message)
 {
     QTextStream(stderr) << "vrn-gallery: " << message << '\n';
@@ -31,9 +42,6 @@ int complain(const QString& message)
 
 int main(int argc, char** argv)
 {
-    GalleryApplication application(argc, argv);
-    application.setApplicationName(QStringLiteral("vrn-gallery"));
-
     const QCommandLineOption listOption(
         QStringLiteral("list"), QStringLiteral("Print the names of the pages."));
     const QCommandLineOption pageOption(QStringLiteral("page"),
@@ -47,15 +55,22 @@ int main(int argc, char** argv)
     parser.setApplicationDescription(QStringLiteral("The controls of vrn_qt2, to be tried out."));
     parser.addHelpOption();
     parser.addOptions({listOption, pageOption, screenshotOption, localeOption});
-    parser.process(application);
 
+    // The locale has to stand before the application object chooses translations;
+    // what else is wrong with the arguments, the application object tells.
+    QStringList arguments;
+    for (int i = 0; i < argc; ++i)
+        arguments.append(QString::fromLocal8Bit(argv[i]));
+    parser.parse(arguments);
+    const QString locale = parser.value(localeOption);
+    if (!locale.isEmpty() && !useLocale(locale))
+        return complain(QStringLiteral("no locale \"%1\"").arg(locale));
+
+    GalleryApplication application(argc, argv);
+    application.setApplicationName(QStringLiteral("vrn-gallery"));
+    parser.process(application);
     if (parser.isSet(listOption))
         return listPages();
-    if (parser.isSet(localeOption)) {
-        // Plain numbers go by QLocale, quantities by the standard library.
-        QLocale::setDefault(QLocale(parser.value(localeOption)));
-        qputenv("LC_ALL", parser.value(localeOption).toLatin1() + ".UTF-8");
-    }
 
     GalleryWindow window;
     QObject::connect(

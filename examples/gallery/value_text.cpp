@@ -14,7 +14,8 @@ std::pair<QString, QString> describe(const boost::any& value)
     if (value.empty())
         return {QStringLiteral("(no value)"), QString()};
     if (const auto* number = boost::any_cast<double>(&value))
-        return {QStringLiteral("double"), QString::number(*number, 'g', QLocale::FloatingPointShortest)};
+        return {QStringLiteral("double"),
+            QString::number(*number, 'g', QLocale::FloatingPointShortest)};
     if (const auto* number = boost::any_cast<int>(&value))
         return {QStringLiteral("int"), QString::number(*number)};
     if (const auto* number = boost::any_cast<unsigned int>(&value))

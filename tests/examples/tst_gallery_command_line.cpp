@@ -13,7 +13,7 @@ private Q_SLOTS:
     void listNamesThePages()
     {
         QCOMPARE(run({"--list"}), 0);
-        QVERIFY(m_output.contains("line-edits\tLine edits\n"));
+        QCOMPARE(m_output, QString("line-edits\tLine edits\nquantities\tQuantities\n"));
     }
 
     void screenshotSavesThePageAndQuits()
@@ -30,6 +30,13 @@ private Q_SLOTS:
     {
         QCOMPARE(run({"--screenshot", "/no/such/folder/page.png"}), 2);
         QVERIFY(m_errors.contains("/no/such/folder/page.png"));
+    }
+
+    void anUnknownLocaleIsAnError()
+    {
+        QCOMPARE(run({"--locale", "moon_MOON", "--list"}), 2);
+        QVERIFY(m_errors.contains("moon_MOON"));
+        QCOMPARE(run({"--locale", "C", "--list"}), 0);
     }
 
     void anUnknownPageIsAnError()

@@ -164,14 +164,17 @@ private Q_SLOTS:
     void anEmptyHistoryIsNoDotOnTheScreen()
     {
         SimpleLineEdit* angle = focusField("Angle in degree");
+        int popups = 0;
         for (const QWidget* window : QApplication::topLevelWidgets()) {
             if (window->parentWidget() != angle->edit())
                 continue;
+            ++popups;
             QCOMPARE(window->size(), QSize(0, 0));
             const bool mapped = window->isVisible()
                 && !window->testAttribute(Qt::WA_DontShowOnScreen);
             QVERIFY2(!mapped, window->metaObject()->className());
         }
+        QCOMPARE(popups, 2);
     }
 
     void popupsFollowTheWindow()
@@ -182,6 +185,16 @@ private Q_SLOTS:
         const QWidget* hint = popup(number, "vrn::qt::detail::EditHintPopup");
         m_window->move(m_window->pos() + QPoint(40, 60));
         QTRY_COMPARE(hint->pos(), number->edit()->mapToGlobal(QPoint(0, number->edit()->height())));
+    }
+
+    void popupsGoWithTheirWindow()
+    {
+        SimpleLineEdit* number = focusField("Number");
+        x11::type("1");
+        QTRY_VERIFY(popup(number, "vrn::qt::detail::EditHintPopup"));
+        m_window->hide();
+        QTRY_VERIFY(!popup(number, "vrn::qt::detail::EditHintPopup"));
+        QVERIFY(!popup(number, "vrn::qt::detail::HistoryPopup"));
     }
 
     void popupsHideWhenAnotherWindowIsActivated()

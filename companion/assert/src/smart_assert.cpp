@@ -20,9 +20,10 @@ void writeToStderr(const AssertReport& report)
 
 std::mutex handlerMutex;
 
+// Never destroyed: objects of static life may assert until the process ends.
 AssertHandler& currentHandler()
 {
-    static AssertHandler handler = writeToStderr;
+    static auto& handler = *new AssertHandler(writeToStderr);
     return handler;
 }
 

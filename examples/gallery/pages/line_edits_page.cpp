@@ -113,6 +113,7 @@ IValidator::pointer degreesOfRadian()
 QLabel* cell(QWidget* parent)
 {
     auto* label = new QLabel(parent);
+    label->setTextFormat(Qt::PlainText);
     label->setTextInteractionFlags(Qt::TextSelectableByMouse);
     return label;
 }

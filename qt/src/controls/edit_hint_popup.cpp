@@ -1,6 +1,7 @@
 #include "controls/edit_hint_popup_p.h"
 
 #include <QLabel>
+#include <QScreen>
 #include <QVBoxLayout>
 
 namespace vrn::qt::detail {
@@ -21,7 +22,8 @@ EditHintPopup::~EditHintPopup() = default;
 void EditHintPopup::setHint(const QString& hint)
 {
     m_label->setText(hint);
-    resize(sizeHint());
+    // A hint may repeat anything that was ever pasted.
+    resize(sizeHint().boundedTo(screen()->availableSize()));
 }
 
 QSize EditHintPopup::sizeHint() const

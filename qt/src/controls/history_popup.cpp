@@ -3,6 +3,7 @@
 #include <vrn/companion_qt/connect.h>
 
 #include <QListWidget>
+#include <QScreen>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -42,7 +43,8 @@ void HistoryPopup::showEvent(QShowEvent* event)
         for (const std::wstring& value : values)
             m_list->addItem(QString::fromStdWString(value));
     }
-    setFixedSize(sizeHint());
+    // An entry may be as long as anything that was ever pasted.
+    setFixedSize(sizeHint().boundedTo(screen()->availableSize()));
     PopupBase::showEvent(event);
 }
 

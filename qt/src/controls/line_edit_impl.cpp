@@ -116,9 +116,11 @@ bool LineEditImpl::event(QEvent* event)
 {
     if (event->type() == QEvent::FocusIn && !m_popups) {
         buildPopups();
-        // They came too late to see this event as the filters that they are.
-        m_hintPopup->eventFilter(this, event);
+        // They came too late to see this event as the filters that they are; the
+        // last one installed is the first to be asked.
+        m_popups->eventFilter(this, event);
         m_historyPopup->eventFilter(this, event);
+        m_hintPopup->eventFilter(this, event);
     }
     return QLineEdit::event(event);
 }
@@ -144,7 +146,7 @@ void LineEditImpl::buildPopups()
 
 void LineEditImpl::onHistoryItemSelected(const QString& text)
 {
-    if (text.isEmpty())
+    if (text.isEmpty() || isReadOnly())
         return;
     setText(text);
     Q_EMIT editingFinished();

@@ -58,7 +58,8 @@ bool PopupBase::eventFilter(QObject* watched, QEvent* event)
     if (watched == m_owner && event->type() == QEvent::FocusIn)
         show();
     // This window is never the active one, so it goes by the owner's.
-    if (watched == m_owner && event->type() == QEvent::WindowDeactivate)
+    if (watched == m_owner
+        && (event->type() == QEvent::WindowDeactivate || event->type() == QEvent::Hide))
         hide();
     if (watched == m_owner && event->type() == QEvent::FocusOut) {
         const bool windowChanges = static_cast<QFocusEvent*>(event)->reason()

@@ -29,7 +29,7 @@ bool PopupGroup::eventFilter(QObject* watched, QEvent* event)
     if (watched == m_edit
         && (type == QEvent::Move || type == QEvent::Resize || type == QEvent::FocusIn))
         reposition();
-    if (watched == m_edit->window() && type == QEvent::Move)
+    if (watched == m_edit->window() && type == QEvent::Move && isAnyVisible())
         reposition();
     if (type == QEvent::Show && holds(watched)) {
         // The popups are windows of their own: nobody else moves them along.
@@ -44,6 +44,12 @@ bool PopupGroup::holds(const QObject* object) const
 {
     return std::any_of(m_popups.begin(), m_popups.end(),
         [object](const QPointer<QWidget>& popup) { return popup.data() == object; });
+}
+
+bool PopupGroup::isAnyVisible() const
+{
+    return std::any_of(m_popups.begin(), m_popups.end(),
+        [](const QPointer<QWidget>& popup) { return popup && popup->isVisible(); });
 }
 
 void PopupGroup::reposition()

@@ -30,6 +30,7 @@ public:
 
 private:
     bool holds(const QObject* object) const;
+    bool isAnyVisible() const;
     void reposition();
 
     QLineEdit* m_edit;

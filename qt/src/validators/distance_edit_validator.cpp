@@ -5,7 +5,7 @@
 #include <vrn/units/unknown_unit.h>
 
 #include "validators/locale_for_flags_p.h"
-#include "validators/to_double_p.h"
+#include "validators/number_text_p.h"
 
 #include <array>
 #include <optional>
@@ -151,7 +151,7 @@ QString DistanceEditValidator::reformat(const boost::any& value, const std::bits
     if (!(shown >= m_min))
         shown = m_min;
     shown /= vrn_get_unitd(m_unit, DisplayToInternal);
-    const QString text = localeForFlags(flags).toString(shown, 'f', m_decimals);
+    const QString text = toFixed(localeForFlags(flags), shown, m_decimals);
     const QString label = m_showUnitPostfix ? unitLabel(m_unit) : QString();
     return label.isEmpty() ? text : text + QLatin1Char(' ') + label;
 }

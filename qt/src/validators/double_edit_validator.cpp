@@ -3,19 +3,9 @@
 #include <vrn/assert/smart_assert.h>
 
 #include "validators/locale_for_flags_p.h"
-#include "validators/to_double_p.h"
-
-#include <algorithm>
+#include "validators/number_text_p.h"
 
 namespace vrn::qt {
-namespace {
-
-// The smallest double has this many decimals: behind them there are only zeros,
-// and Qt spends a minute on a billion of those.
-constexpr int mostDecimals = 1074;
-
-} // namespace
-
 DoubleEditValidator::DoubleEditValidator() = default;
 
 DoubleEditValidator::DoubleEditValidator(double min, double max)
@@ -106,7 +96,7 @@ QString DoubleEditValidator::reformat(const boost::any& value, const std::bitset
     }
     // Written so that not-a-number comes out as the minimum.
     const double shown = !(m_min <= *number) ? m_min : !(*number <= m_max) ? m_max : *number;
-    return localeForFlags(flags).toString(shown, 'f', std::min(m_precision, mostDecimals));
+    return toFixed(localeForFlags(flags), shown, m_precision);
 }
 
 } // namespace vrn::qt

@@ -1,5 +1,7 @@
 #include <vrn/qt/forward_validator.h>
 
+#include <vrn/assert/smart_assert.h>
+
 #include <utility>
 
 namespace vrn::qt {
@@ -17,7 +19,10 @@ IValidator* ForwardValidator::getValidator() const
 
 void ForwardValidator::setValidator(IValidator::pointer target)
 {
-    m_target = std::move(target);
+    const bool forwardsToItself = target.get() == this;
+    VRN_ASSERT(!forwardsToItself);
+    if (!forwardsToItself)
+        m_target = std::move(target);
 }
 
 bool ForwardValidator::validate(

@@ -36,9 +36,9 @@ UnitValidator::UnitValidator(units::Context context)
     : m_context(std::move(context))
 {}
 
-UnitValidator::UnitValidator(units::Context context, UnitId unit_id)
+UnitValidator::UnitValidator(units::Context context, UnitId unitId)
     : m_context(std::move(context))
-    , m_unit_id(unit_id)
+    , m_unit_id(unitId)
 {}
 
 UnitValidator::~UnitValidator() = default;
@@ -49,9 +49,9 @@ UnitValidator::UnitId UnitValidator::get_unit_id() const
     return m_unit_id.get_value_or(units::UnitId::BLANK);
 }
 
-void UnitValidator::set_unit_id(UnitId unit_id)
+void UnitValidator::set_unit_id(UnitId unitId)
 {
-    m_unit_id = unit_id;
+    m_unit_id = unitId;
 }
 
 void UnitValidator::set_minimum(const double& minimum)
@@ -76,9 +76,9 @@ bool UnitValidator::validate(const QString& text, boost::any& value, const std::
         value.clear();
         return true;
     }
-    const UnitId unit_id = get_unit_id();
+    const UnitId unitId = get_unit_id();
     if (m_empty_is_zero && text.isEmpty()) {
-        value = units::IConverter::quantity{unit_id, 0.0};
+        value = units::IConverter::quantity{unitId, 0.0};
         return true;
     }
     // No text has more wide characters than it has units of UTF-16. Those of a usual
@@ -87,8 +87,8 @@ bool UnitValidator::validate(const QString& text, boost::any& value, const std::
         static_cast<std::size_t>(text.size()), boost::container::default_init);
     const int length = text.toWCharArray(wide.data());
     const auto parsed = m_context.parse(
-        {wide.data(), static_cast<std::size_t>(length)}, unit_id, stdLocaleForFlags(flags));
-    value = parsed.get_value_or({unit_id, 0.0});
+        {wide.data(), static_cast<std::size_t>(length)}, unitId, stdLocaleForFlags(flags));
+    value = parsed.get_value_or({unitId, 0.0});
     return parsed.has_value();
 }
 

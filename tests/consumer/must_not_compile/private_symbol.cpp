@@ -1,15 +1,15 @@
-// What no public header declares is not exported either.
+// What only the library itself needs is not exported.
 #include <vrn/qt/i_validator.h>
 
 #include <QLocale>
 
 namespace vrn::qt {
-const QLocale& localeForFlags(const std::bitset<32>& flags);
+double toDouble(const QLocale& locale, const QString& text, bool* ok);
 }
 
 int main()
 {
 #if MUST_NOT_COMPILE
-    vrn::qt::localeForFlags({});
+    vrn::qt::toDouble(QLocale::c(), QString(), nullptr);
 #endif
 }

@@ -313,6 +313,29 @@ private Q_SLOTS:
         QVERIFY(standsOnScreen(hint));
     }
 
+    void popupsStandInTheirPlaceFromTheFirstFocusOn()
+    {
+        Form form;
+        SimpleLineEdit* field = createField("h");
+        field->setValueHistory(historyOf({L"1"}));
+        form.open(field);
+        const QPoint below = field->edit()->mapToGlobal({0, field->edit()->height()});
+        QCOMPARE(field->findChild<EditHintPopup*>()->pos(), below);
+    }
+
+    void aHistoryDoesNotChangeAReadOnlyText()
+    {
+        Form form;
+        SimpleLineEdit* field = createField("h");
+        field->setValueHistory(historyOf({L"1", L"2"}));
+        field->setReadOnly(true);
+        form.open(field);
+        QSignalSpy editingFinished(field->edit(), &QLineEdit::editingFinished);
+        clickRow(*field->findChild<HistoryPopup*>(), 0);
+        QCOMPARE(field->edit()->text(), QString());
+        QCOMPARE(editingFinished.count(), 0);
+    }
+
     void typingGoesOnWhilePopupsStand()
     {
         Form form;

@@ -158,8 +158,22 @@ private Q_SLOTS:
     void itAsksForNoActivationWhenShown()
     {
         QLineEdit owner;
-        const PopupBase popup(&owner);
+        PopupBase popup(&owner);
         QVERIFY(popup.testAttribute(Qt::WA_ShowWithoutActivating));
+        popup.resize(20, 20);
+        popup.show();
+        QVERIFY(popup.windowHandle()->flags().testFlag(Qt::WindowDoesNotAcceptFocus));
+        QVERIFY(!popup.windowFlags().testFlag(Qt::WindowDoesNotAcceptFocus));
+    }
+
+    void itGoesWhenItsOwnerIsHidden()
+    {
+        QLineEdit owner;
+        owner.show();
+        PopupBase popup(&owner);
+        popup.show();
+        owner.hide();
+        QVERIFY(popup.isHidden());
     }
 
     void itDiesWithItsOwner()

@@ -10,6 +10,7 @@
 
 #include <QClipboard>
 #include <QInputMethodEvent>
+#include <QScreen>
 #include <QSignalSpy>
 
 #include <ctime>
@@ -286,6 +287,41 @@ private Q_SLOTS:
         QCOMPARE(field->edit()->text().size(), 32767);
         QVERIFY(field->isValueValid());
         QCOMPARE(field->getValue(), boost::any(std::wstring(32767, L'a')));
+    }
+
+    void aBadTextInTheHistoryAndTheHintIsTakenCalmly_data()
+    {
+        QTest::addColumn<QString>("text");
+        for (const auto& [name, text] : vrn::test::hostileTexts())
+            QTest::newRow(name.constData()) << text;
+    }
+
+    void aBadTextInTheHistoryAndTheHintIsTakenCalmly()
+    {
+        QFETCH(QString, text);
+        auto validator = boost::make_shared<StringEditValidator>(2000000);
+        validator->setEditHintFunction([](const QString& typed) { return typed; });
+        Form form;
+        SimpleLineEdit* field = SimpleLineEdit::create(
+            nullptr, {}, IValidator::pointer(validator), 0, ExpandHorizontal);
+        field->setValueHistory(boost::make_shared<vrn::ValueHistory>(
+            L"key", boost::make_shared<vrn::ValueHistoryMemoryStorage>()));
+        form.open(field);
+        field->edit()->setText(text);
+        field->addCurrentValueToValueHistory();
+        field->onTextEdited(field->edit()->text());
+        form.leave();
+        form.enter();
+        const QSize screen = field->screen()->availableSize();
+        int popups = 0;
+        for (const QWidget* window : QApplication::topLevelWidgets()) {
+            if (window->parentWidget() != field->edit())
+                continue;
+            ++popups;
+            QVERIFY(window->isVisible());
+            QCOMPARE(window->size(), window->size().boundedTo(screen));
+        }
+        QCOMPARE(popups, 2);
     }
 
 private:

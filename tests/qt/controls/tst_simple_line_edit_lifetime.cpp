@@ -182,7 +182,8 @@ private Q_SLOTS:
         QSignalSpy editingFinished(field->edit(), &QLineEdit::editingFinished);
         QSignalSpy valueChanged(field, &SimpleLineEdit::valueChanged);
         delete form;
-        QCOMPARE(valueChanged.count(), editingFinished.count());
+        QCOMPARE(editingFinished.count(), 1);
+        QCOMPARE(valueChanged.count(), 1);
         QCoreApplication::processEvents();
     }
 

@@ -34,6 +34,14 @@ private Q_SLOTS:
         m_log.clear();
     }
 
+    void itDoesNotForwardToItself()
+    {
+        const auto validator = boost::make_shared<vrn::qt::ForwardValidator>(m_target);
+        expectAssert("!forwardsToItself");
+        validator->setValidator(validator);
+        QCOMPARE(validator->getValidator(), static_cast<vrn::qt::IValidator*>(m_target.get()));
+    }
+
     void withoutATargetEveryTextIsRefusedAndTheValueKept_data()
     {
         QTest::addColumn<QString>("text");

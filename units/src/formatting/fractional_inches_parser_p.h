@@ -19,11 +19,11 @@ public:
         const IFormatProvider* format_provider, const IConverter* converter);
 
     boost::optional<IConverter::quantity> parse(
-        const std::wstring& text, const std::locale& locale) const override;
+        std::wstring_view text, const std::locale& locale) const override;
     std::wstring format(IConverter::quantity q, const std::locale& locale) const override;
 
 private:
-    [[maybe_unused]] const IUnitProvider* m_unit_provider; // as the other parsers have it
+    [[maybe_unused]] const IUnitProvider* m_unit_provider; ///< Inches need no catalogue.
     const IFormatProvider* m_format_provider;
     const IConverter* m_converter;
 };

@@ -15,6 +15,7 @@ struct VRN_QT2_EXPORT ForwardValidator : public IValidator
     ~ForwardValidator() override;
 
     IValidator* getValidator() const;
+    /// A validator that would forward to itself is reported and not taken.
     void setValidator(IValidator::pointer target);
 
     bool validate(const QString& text, boost::any& value, const std::bitset<32>& flags) override;

@@ -36,7 +36,8 @@ enum ValidationFlag : std::size_t
 ///     if (validator->validateWhenFinished(text, value, {}))
 ///         model.setSpan(boost::any_cast<double>(value));
 ///
-/// Bad text is refused with `false`, never with an exception. To make a
+/// Bad text is refused with `false`, never with an exception; the one exception
+/// to that is the unit of a DistanceEditValidator. To make a
 /// validator of your own, implement `validate` and `reformat`, and override
 /// `validateWhenFinished` if the end of editing asks for more than a keystroke.
 ///

@@ -13,7 +13,7 @@ namespace vrn::qt {
 ///
 ///     auto colours = boost::make_shared<NamedValueListValidator>(list);
 ///     colours->set_equal_to(&equalColours);
-///     colours->enable_empty_value("(none)");
+///     colours->enable_empty_value(QStringLiteral("(none)"));
 ///
 /// Names are compared exactly; of two equal names or values the first wins. A
 /// refusal leaves the value untouched.

@@ -114,6 +114,7 @@ public:
 
     void setEditMaximumWidth(int width);
     void setMaxLength(int length);
+    /// Neither keys nor a choice in the history change a read-only text.
     void setReadOnly(bool readOnly);
     void setAlignment(Qt::Alignment alignment);
     void selectAll();

@@ -37,11 +37,11 @@ struct VRN_QT2_EXPORT UnitValidator : public IValidator
     /// set_unit_id must follow before any use. Without it, the validator reports
     /// an assertion and works on bare numbers.
     explicit UnitValidator(vrn::units::Context context);
-    UnitValidator(vrn::units::Context context, UnitId unit_id);
+    UnitValidator(vrn::units::Context context, UnitId unitId);
     ~UnitValidator() override;
 
     UnitId get_unit_id() const;
-    void set_unit_id(UnitId unit_id);
+    void set_unit_id(UnitId unitId);
 
     void set_minimum(const double& minimum);
     void set_maximum(const double& maximum);

@@ -1,4 +1,4 @@
-#include "validators/to_double_p.h"
+#include "validators/number_text_p.h"
 
 #include <algorithm>
 
@@ -28,6 +28,12 @@ double toDouble(const QLocale& locale, const QString& text, bool* ok)
             return number.toLatin1().toDouble(ok);
     }
     return locale.toDouble(text, ok);
+}
+
+QString toFixed(const QLocale& locale, double number, int decimals)
+{
+    constexpr int mostDecimals = 1074;
+    return locale.toString(number, 'f', std::min(decimals, mostDecimals));
 }
 
 } // namespace vrn::qt

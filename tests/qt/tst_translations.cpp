@@ -1,0 +1,28 @@
+#include <vrn/qt/varies_string.h>
+
+#include <QApplication>
+#include <QLocale>
+
+#include "support/test_object.h"
+
+// The program's resources hold a German text, and nobody asks for it but the
+// library, when it is loaded.
+class TestTranslations : public vrn::test::TestObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void theTextOfAVaryingSelectionIsTranslated()
+    {
+        QCOMPARE(vrn::qt::getVariesString(), QString("*VERSCHIEDEN*"));
+    }
+};
+
+int main(int argc, char** argv)
+{
+    QLocale::setDefault(QLocale(QStringLiteral("de_DE")));
+    QApplication application(argc, argv);
+    TestTranslations test;
+    return QTest::qExec(&test, argc, argv);
+}
+#include "tst_translations.moc"
