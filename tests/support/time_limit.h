@@ -7,7 +7,7 @@ namespace vrn::test {
 constexpr int timeLimitMs()
 {
 #if defined(__SANITIZE_ADDRESS__)
-    return 500;
+    return 2000;
 #else
     return 50;
 #endif
