@@ -1,7 +1,6 @@
 #include "controls/edit_hint_popup_p.h"
 
 #include <QLabel>
-#include <QScreen>
 #include <QVBoxLayout>
 
 namespace vrn::qt::detail {
@@ -22,8 +21,7 @@ EditHintPopup::~EditHintPopup() = default;
 void EditHintPopup::setHint(const QString& hint)
 {
     m_label->setText(hint);
-    // A hint may repeat anything that was ever pasted.
-    resize(sizeHint().boundedTo(screen()->availableSize()));
+    resize(sizeHint().boundedTo(largestSize()));
 }
 
 QSize EditHintPopup::sizeHint() const

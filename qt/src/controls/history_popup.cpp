@@ -3,7 +3,6 @@
 #include <vrn/companion_qt/connect.h>
 
 #include <QListWidget>
-#include <QScreen>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -43,8 +42,7 @@ void HistoryPopup::showEvent(QShowEvent* event)
         for (const std::wstring& value : values)
             m_list->addItem(QString::fromStdWString(value));
     }
-    // An entry may be as long as anything that was ever pasted.
-    setFixedSize(sizeHint().boundedTo(screen()->availableSize()));
+    setFixedSize(sizeHint().boundedTo(largestSize()));
     PopupBase::showEvent(event);
 }
 

@@ -116,11 +116,11 @@ bool LineEditImpl::event(QEvent* event)
 {
     if (event->type() == QEvent::FocusIn && !m_popups) {
         buildPopups();
-        // They came too late to see this event as the filters that they are; the
-        // last one installed is the first to be asked.
+        // They came too late to see this event as the filters that they are. The
+        // group is asked first: the popups are in their place when they show.
         m_popups->eventFilter(this, event);
-        m_historyPopup->eventFilter(this, event);
         m_hintPopup->eventFilter(this, event);
+        m_historyPopup->eventFilter(this, event);
     }
     return QLineEdit::event(event);
 }

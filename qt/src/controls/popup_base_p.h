@@ -25,6 +25,10 @@ public:
     void setVisible(bool visible) override;
 
 protected:
+    /// A popup may repeat anything that was ever pasted, and the X protocol knows
+    /// no larger window than this.
+    static QSize largestSize() { return QSize(32767, 32767); }
+
     bool event(QEvent* event) override;
     void showEvent(QShowEvent* event) override;
     void enterEvent(compat::EnterEvent* event) override;

@@ -160,20 +160,6 @@ private Q_SLOTS:
         QLineEdit owner;
         PopupBase popup(&owner);
         QVERIFY(popup.testAttribute(Qt::WA_ShowWithoutActivating));
-        popup.resize(20, 20);
-        popup.show();
-        QVERIFY(popup.windowHandle()->flags().testFlag(Qt::WindowDoesNotAcceptFocus));
-        QVERIFY(!popup.windowFlags().testFlag(Qt::WindowDoesNotAcceptFocus));
-    }
-
-    void itGoesWhenItsOwnerIsHidden()
-    {
-        QLineEdit owner;
-        owner.show();
-        PopupBase popup(&owner);
-        popup.show();
-        owner.hide();
-        QVERIFY(popup.isHidden());
     }
 
     void itDiesWithItsOwner()
@@ -237,6 +223,25 @@ private Q_SLOTS:
         QCOMPARE(QApplication::focusWidget(), &popup);
         sendFocus(&owner, QEvent::FocusOut, Qt::MouseFocusReason);
         QVERIFY(popup.isVisible());
+    }
+
+    void itsWindowTakesNoFocusAndItsFlagsStay()
+    {
+        QLineEdit owner;
+        SizedPopup popup(&owner);
+        popup.show();
+        QVERIFY(popup.windowHandle()->flags().testFlag(Qt::WindowDoesNotAcceptFocus));
+        QVERIFY(!popup.windowFlags().testFlag(Qt::WindowDoesNotAcceptFocus));
+    }
+
+    void itGoesWhenItsOwnerIsHidden()
+    {
+        QLineEdit owner;
+        owner.show();
+        SizedPopup popup(&owner);
+        popup.show();
+        owner.hide();
+        QVERIFY(popup.isHidden());
     }
 
     void focusStaysWhereItWent()
