@@ -86,6 +86,9 @@ int vrn_get_unit_precision(int unit, int /*which*/)
 
 int vrn_get_unit_label(int unit, int /*which*/, char* buffer, int limit)
 {
+    VRN_ASSERT(buffer);
+    if (!buffer)
+        return 0;
     const std::string label = length_unit(unit).label;
     if (label.empty() || static_cast<int>(label.size()) > limit)
         return 0;

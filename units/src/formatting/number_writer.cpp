@@ -83,7 +83,8 @@ constexpr std::size_t usual_length = 32;
 /// Whether truncation gives a number that a 64-bit integer holds.
 bool fits_64_bits(double v)
 {
-    return v >= -0x1p63 && v < 0x1p63;
+    constexpr double limit = 9223372036854775808.0; // 2 to the power of 63
+    return v >= -limit && v < limit;
 }
 
 } // namespace
