@@ -15,7 +15,8 @@ function(vrn_add_test name)
     if(arg_X11)
         add_test(NAME ${name} COMMAND
             "${vrn_qt2_SOURCE_DIR}/tests/support/run-x11" "$<TARGET_FILE:${name}>")
-        set_tests_properties(${name} PROPERTIES LABELS x11 TIMEOUT 300)
+        # Alone: what waits for the effect of a key waits for five seconds.
+        set_tests_properties(${name} PROPERTIES LABELS x11 TIMEOUT 300 RUN_SERIAL ON)
         set(environment "QT_QPA_PLATFORM=xcb")
     else()
         add_test(NAME ${name} COMMAND ${name})

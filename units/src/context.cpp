@@ -43,7 +43,8 @@ Context& Context::operator=(const Context& other)
 
 Context& Context::operator=(Context&& other) noexcept
 {
-    m_format_provider = std::move(other.m_format_provider);
+    if (this != &other)
+        m_format_provider = std::move(other.m_format_provider);
     return *this;
 }
 

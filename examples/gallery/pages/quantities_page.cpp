@@ -1,5 +1,6 @@
 #include "pages/quantities_page.h"
 
+#include <vrn/q/input_context.h>
 #include <vrn/qt/simple_line_edit.h>
 #include <vrn/qt/unit_validator.h>
 #include <vrn/qt/value_history.h>
@@ -61,12 +62,20 @@ private:
     }
 };
 
+bool userHasDecimalComma()
+{
+    std::bitset<32> userLocale;
+    userLocale.set(ValidationFlagUserLocale);
+    UnitValidator metres(Context(), UnitId::METRE);
+    return metres.reformat(Quantity{UnitId::METRE, 0.5}, userLocale).contains(QLatin1Char(','));
+}
+
 } // namespace
 
 QuantitiesPage::QuantitiesPage(QWidget* parent)
     : QWidget(parent)
     , m_system(new QComboBox)
-    , m_userLocale(new QCheckBox(tr("Numbers of the user's &locale")))
+    , m_decimalComma(new QCheckBox(tr("Decimal &comma, as in the user's locale")))
     , m_feetAndInches(new QCheckBox(tr("Lengths in &feet and inches")))
     , m_grid(new QGridLayout)
     , m_overview(new QGroupBox)
@@ -121,7 +130,8 @@ QWidget* QuantitiesPage::createChoices()
     }
     connect(m_system, QOverload<int>::of(&QComboBox::currentIndexChanged), this,
         &QuantitiesPage::rebuildValidators);
-    connect(m_userLocale, &QCheckBox::toggled, this, &QuantitiesPage::rebuildValidators);
+    m_decimalComma->setEnabled(userHasDecimalComma());
+    connect(m_decimalComma, &QCheckBox::toggled, this, &QuantitiesPage::rebuildValidators);
     connect(m_feetAndInches, &QCheckBox::toggled, this, &QuantitiesPage::rebuildValidators);
 
     auto* choices = new QWidget;
@@ -132,7 +142,7 @@ QWidget* QuantitiesPage::createChoices()
     layout->addWidget(label);
     layout->addWidget(m_system);
     layout->addSpacing(18);
-    layout->addWidget(m_userLocale);
+    layout->addWidget(m_decimalComma);
     layout->addWidget(m_feetAndInches);
     layout->addStretch(1);
     return choices;
@@ -186,10 +196,11 @@ void QuantitiesPage::takeOver(Row& row)
 
 void QuantitiesPage::rebuildValidators()
 {
-    const Context context = contextOf(m_system->currentIndex());
+    vrn::units::set_active_input_context(contextOf(m_system->currentIndex()));
     for (Row& row : m_rows) {
-        IValidator::pointer validator = boost::make_shared<UnitValidator>(context, row.kind);
-        if (m_userLocale->isChecked())
+        IValidator::pointer validator = boost::make_shared<UnitValidator>(
+            vrn::units::get_active_input_context(), row.kind);
+        if (m_decimalComma->isChecked())
             validator = boost::make_shared<UserLocaleValidator>(validator);
         row.validator->setValidator(validator);
         row.edit->setValue(row.value);
@@ -212,8 +223,13 @@ void QuantitiesPage::showInAllSystems(std::size_t index)
     for (int system = 0; system < systemCount; ++system) {
         UnitValidator validator(contextOf(system), row.kind);
         m_inSystem[static_cast<std::size_t>(system)]->setText(
-            QStringLiteral("%1:  %2").arg(system).arg(validator.reformat(row.value, 0)));
+            QStringLiteral("%1:  %2").arg(system).arg(validator.reformat(row.value, flags())));
     }
+}
+
+std::bitset<32> QuantitiesPage::flags() const
+{
+    return std::bitset<32>().set(ValidationFlagUserLocale, m_decimalComma->isChecked());
 }
 
 Context QuantitiesPage::contextOf(int system) const

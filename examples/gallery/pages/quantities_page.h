@@ -8,6 +8,7 @@
 
 #include <QWidget>
 
+#include <bitset>
 #include <vector>
 
 class QCheckBox;
@@ -26,7 +27,8 @@ namespace gallery {
 /// each, the value that the application keeps, in the base scale.
 ///
 /// A validator has a copy of its context, so a change of the system puts new
-/// validators behind the fields. The values are kept here, apart from the texts:
+/// validators behind the fields, each with the context that is active then. The
+/// values are kept here, apart from the texts:
 /// they are only shown anew.
 class QuantitiesPage : public QWidget
 {
@@ -53,9 +55,10 @@ private:
     static void showBaseValue(const Row& row);
     void showInAllSystems(std::size_t index);
     vrn::units::Context contextOf(int system) const;
+    std::bitset<32> flags() const;
 
     QComboBox* m_system;
-    QCheckBox* m_userLocale;
+    QCheckBox* m_decimalComma;
     QCheckBox* m_feetAndInches;
     QGridLayout* m_grid;
     std::vector<Row> m_rows;
