@@ -139,6 +139,11 @@ private Q_SLOTS:
         row("a negative whole part", "-1 1/2", -1.5);
         row("a sign behind the whole part", "1 -1/2", -1.5);
         row("two signs are one", "-1 -1/2", -1.5);
+        row("two signs at once are one", "--1/2", -0.5);
+        row("three signs end the fraction", "---1/2", 0);
+        row("a blank behind the sign ends it", "- 1/2", 0);
+        row("a sign right behind the whole part ends the fraction", "1-1/2", 1);
+        row("a second whole part ends the fraction", "1 2 1/2", 1);
         row("a tabulator behind the whole part", "3\t1/4", 3.25);
         row("a denominator of 0", "1/0", infinity);
         row("a negative fraction of 0", "-1/0", -infinity);

@@ -193,6 +193,8 @@ private Q_SLOTS:
         row("an overflow", "1e999'0''", std::numeric_limits<double>::max());
         row("infinite inches", "1' 1/0''", infinity);
         row("line breaks around", "\n1' 6''\n", 1.5);
+        row("the last words count", "1ft2ft6in", 1.5);
+        row("words of the other way before the marks", "1ft 2in' 6''", 1.5);
         add_refused_row("feet alone", "1'");
         add_refused_row("inches alone", "5''");
         add_refused_row("the words of inches alone", "5 in");
@@ -204,6 +206,9 @@ private Q_SLOTS:
         add_refused_row("the words in the wrong order", "6in 1ft");
         add_refused_row("words of the wrong case", "1FT 6IN");
         add_refused_row("a line break inside a group", "1\n1' 6''");
+        add_refused_row("a line break between the groups", "1'\n6''");
+        add_refused_row("a line break inside a group of words", "1ft 6\n in");
+        add_refused_row("a line separator behind the marks", "1' 6''\u2028");
         add_refused_row("a line separator inside a group", "1\u20281' 6''");
         add_refused_row("an empty text", "");
         add_refused_row("a plain number", "12");

@@ -1,6 +1,6 @@
 #include "formatting/number_reader_p.h"
 
-#include "formatting/expression_p.h"
+#include "formatting/subject_p.h"
 
 #include <boost/container/small_vector.hpp>
 
@@ -41,12 +41,58 @@ std::optional<double> read_few_digits(std::wstring_view text)
     return static_cast<double>(value);
 }
 
-/// Sign, whole part, sign, numerator, denominator.
-const Expression& fraction()
+bool take_minus(std::wstring_view& text)
 {
-    static const Expression expression(
-        LR"((-?)(\d+\s+)?(-?)(\d+)/(\d+))", Expression::Extent::whole_text);
-    return expression;
+    const bool found = !text.empty() && text.front() == L'-';
+    text.remove_prefix(found ? 1 : 0);
+    return found;
+}
+
+std::wstring_view take_digits(std::wstring_view& text)
+{
+    std::size_t count = 0;
+    while (count < text.size() && text[count] >= L'0' && text[count] <= L'9')
+        ++count;
+    const std::wstring_view digits = text.substr(0, count);
+    text.remove_prefix(count);
+    return digits;
+}
+
+struct Fraction
+{
+    bool is_negative;
+    /// With the blanks behind it, which may group digits in the locale; or empty.
+    std::wstring_view whole;
+    std::wstring_view numerator;
+    std::wstring_view denominator;
+};
+
+/// The parts of a text that "(-?)(\d+\s+)?(-?)(\d+)/(\d+)" matches from end to end. Blanks
+/// behind the first digits decide which part these are, so nothing is read twice.
+std::optional<Fraction> split_fraction(std::wstring_view text)
+{
+    Fraction fraction{};
+    fraction.is_negative = take_minus(text);
+    const std::wstring_view start = text;
+    fraction.numerator = take_digits(text);
+    const std::wstring_view behind_blanks = trim_left(text);
+    if (!fraction.numerator.empty() && behind_blanks.size() < text.size()) {
+        fraction.whole = start.substr(0, start.size() - behind_blanks.size());
+        fraction.numerator = {};
+        text = behind_blanks;
+    }
+    if (fraction.numerator.empty()) {
+        // The second sign, which may follow the first one at once.
+        fraction.is_negative = take_minus(text) || fraction.is_negative;
+        fraction.numerator = take_digits(text);
+    }
+    if (fraction.numerator.empty() || text.empty() || text.front() != L'/')
+        return std::nullopt;
+    text.remove_prefix(1);
+    fraction.denominator = take_digits(text);
+    if (fraction.denominator.empty() || !text.empty())
+        return std::nullopt;
+    return fraction;
 }
 
 } // namespace
@@ -72,18 +118,13 @@ NumberReader::NumberReader(const std::locale& locale)
 
 double NumberReader::read(std::wstring_view text) const
 {
-    // No fraction is a plain decimal: this spares most numbers the match.
-    if (const std::optional<double> value = read_plain_decimal(text))
-        return *value;
-    Subject subject(text);
-    Groups groups;
-    if (!fraction().match(subject, groups))
-        return extract_from_stream(text);
-
-    const auto [sign, whole, late_sign, numerator, denominator] = groups;
-    const double factor = sign.empty() && late_sign.empty() ? 1 : -1;
-    const double whole_value = whole.empty() ? 0 : read_decimal(whole);
-    return (read_decimal(numerator) / read_decimal(denominator) + whole_value) * factor;
+    const std::optional<Fraction> fraction = split_fraction(text);
+    if (!fraction)
+        return read_decimal(text);
+    const double whole = fraction->whole.empty() ? 0 : read_decimal(fraction->whole);
+    const double value = read_decimal(fraction->numerator) / read_decimal(fraction->denominator)
+        + whole;
+    return fraction->is_negative ? -value : value;
 }
 
 double NumberReader::read_decimal(std::wstring_view text) const

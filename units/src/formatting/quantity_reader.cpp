@@ -3,8 +3,17 @@
 #include "formatting/number_reader_p.h"
 #include "formatting/quantity_grammar_p.h"
 
+#include <algorithm>
+#include <optional>
+
 namespace vrn::units::detail {
 namespace {
+
+bool ends_line(wchar_t character)
+{
+    const Symbol symbol = symbol_of(character);
+    return symbol == symbols::line_break || symbol == symbols::separator;
+}
 
 /// How many digits stand in `text` from `begin` on.
 std::size_t count_digits(std::wstring_view text, std::size_t begin)
@@ -97,16 +106,28 @@ boost::optional<IConverter::quantity> read_by_grammar(const QuantityGrammar& gra
     return boost::none;
 }
 
-const Expression& feet_and_inch_marks()
+struct FeetAndInches
 {
-    static const Expression expression(LR"(\s*(.*)'(.*)''\s*)", Expression::Extent::whole_text);
-    return expression;
-}
+    std::wstring_view feet;
+    std::wstring_view inches;
+};
 
-const Expression& feet_and_inch_words()
+/// The groups of "\s*(.*)'(.*)''\s*", matched from end to end, where the marks are "'" and
+/// "''". The mark of inches can only be at the end, and the first group, which takes all it
+/// can, ends at the last mark of feet before it. `content` is trimmed, so that each of its
+/// line ends would be in a group, and there "." takes none.
+std::optional<FeetAndInches> split_feet_and_inches(
+    std::wstring_view content, std::wstring_view foot_mark, std::wstring_view inch_mark)
 {
-    static const Expression expression(LR"(\s*(.*)ft(.*)in\s*)", Expression::Extent::whole_text);
-    return expression;
+    if (content.size() < inch_mark.size())
+        return std::nullopt;
+    const std::wstring_view rest = content.substr(0, content.size() - inch_mark.size());
+    if (content.substr(rest.size()) != inch_mark)
+        return std::nullopt;
+    const std::size_t at = rest.rfind(foot_mark);
+    if (at == std::wstring_view::npos || std::any_of(rest.begin(), rest.end(), ends_line))
+        return std::nullopt;
+    return FeetAndInches{rest.substr(0, at), rest.substr(at + foot_mark.size())};
 }
 
 } // namespace
@@ -131,20 +152,19 @@ boost::optional<IConverter::quantity> read_feet_and_inches(
     constexpr double foot = 0.3048;
     constexpr double inch = 0.0254;
 
-    // Both expressions end in one of these and blanks, which spares other lengths the
-    // match.
+    // The marks and the words of inches end in one of these. Most lengths do not, and
+    // are spared the comparisons.
     const std::wstring_view content = trim(text);
     if (content.empty() || (content.back() != L'\'' && content.back() != L'n'))
         return boost::none;
-
-    Subject subject(text);
-    Groups groups;
-    if (!feet_and_inch_marks().match(subject, groups)
-        && !feet_and_inch_words().match(subject, groups))
+    std::optional<FeetAndInches> parts = split_feet_and_inches(content, L"'", L"''");
+    if (!parts)
+        parts = split_feet_and_inches(content, L"ft", L"in");
+    if (!parts)
         return boost::none;
     const NumberReader numbers(locale);
-    const double feet = numbers.read(trim(groups[0]));
-    const double inches = numbers.read(trim(groups[1]));
+    const double feet = numbers.read(trim(parts->feet));
+    const double inches = numbers.read(trim(parts->inches));
     // Not-a-number is refused as well.
     if (!(inches >= 0))
         return boost::none;
