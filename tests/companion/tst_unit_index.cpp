@@ -5,6 +5,7 @@
 
 #include <array>
 #include <cstring>
+#include <limits>
 
 class TestUnitIndex : public vrn::test::TestObject
 {
@@ -72,6 +73,30 @@ private Q_SLOTS:
         QCOMPARE(buffer[0], 'x');
         QVERIFY(vrn_get_unit_label(16, 1, buffer.data(), 2) != 0);
         QCOMPARE(std::strlen(buffer.data()), std::size_t(2));
+    }
+
+    void aLimitWithoutRoomIsNotWrittenTo_data()
+    {
+        QTest::addColumn<int>("limit");
+
+        QTest::newRow("none") << 0;
+        QTest::newRow("less than none") << -1;
+        QTest::newRow("the lowest") << std::numeric_limits<int>::min();
+    }
+
+    void aLimitWithoutRoomIsNotWrittenTo()
+    {
+        QFETCH(int, limit);
+
+        char untouched = 'x';
+        QCOMPARE(vrn_get_unit_label(13, 1, &untouched, limit), 0);
+        QCOMPARE(untouched, 'x');
+    }
+
+    void aMissingBufferIsReported()
+    {
+        expectAssert("buffer");
+        QCOMPARE(vrn_get_unit_label(13, 1, nullptr, 31), 0);
     }
 
     void anotherFactorThanTheTwoIsReported()

@@ -1,6 +1,7 @@
 #include "escape.h"
 #include "usage_error.h"
 
+#include "support/random_seed.h"
 #include "support/test_main.h"
 #include "support/test_object.h"
 
@@ -38,9 +39,7 @@ private Q_SLOTS:
 
     void anyBytesComeBackFromOneField()
     {
-        const auto seed = std::random_device()();
-        qInfo("seed %u", seed);
-        std::mt19937 random(seed);
+        std::mt19937 random(vrn::test::randomSeed());
         const std::string favourites("\t\n\r\0\\tnr0", 9);
         for (int i = 0; i < 10000; ++i) {
             std::string text(random() % 20, ' ');

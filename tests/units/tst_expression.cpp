@@ -18,13 +18,17 @@ using Extent = Expression::Extent;
 
 constexpr std::size_t mebi = 1024 * 1024;
 
+/// The two expressions for inches alone. No reading in the library depends on them, for
+/// the reason that inchesAloneHaveOneGroupWhereAReadingAsksForTwo() shows.
+constexpr const wchar_t* fractional_inches_expressions[] = {LR"(\s*(.*)''\s*)", LR"(\s*(.*)in\s*)"};
+
 struct Case
 {
     std::wstring expression;
     Extent extent;
 };
 
-/// Every expression of the library, and each pair that is glued of two.
+/// Every expression that is documented, and each pair that is glued of two.
 std::vector<Case> all_expressions()
 {
     std::vector<Case> cases;
@@ -38,6 +42,8 @@ std::vector<Case> all_expressions()
                 cases.push_back({number + unit, Extent::whole_text});
         }
     }
+    for (const wchar_t* const expression : fractional_inches_expressions)
+        cases.push_back({expression, Extent::whole_text});
     for (const wchar_t* const expression :
         {LR"((-?)(\d+\s+)?(-?)(\d+)/(\d+))", LR"(\s*(.*)'(.*)''\s*)", LR"(\s*(.*)ft(.*)in\s*)"})
         cases.push_back({expression, Extent::whole_text});
@@ -214,6 +220,35 @@ private Q_SLOTS:
                      group_count(c.expression)),
             groups);
         QCOMPARE(reference_of(c, text.toStdWString()), groups);
+    }
+
+    // A match gives the whole text and each group. The parser of inches asks for three
+    // results, as that of feet and inches does, and gets two: so it accepts nothing.
+    void inchesAloneHaveOneGroupWhereAReadingAsksForTwo_data()
+    {
+        QTest::addColumn<QString>("expression");
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QString>("groups");
+        QTest::newRow("the mark of inches")
+            << QString::fromWCharArray(fractional_inches_expressions[0]) << " 3 1/2'' "
+            << "1:[3 1/2] ";
+        QTest::newRow("the word for inches")
+            << QString::fromWCharArray(fractional_inches_expressions[1]) << "3 1/2 in"
+            << "0:[3 1/2 ] ";
+    }
+    void inchesAloneHaveOneGroupWhereAReadingAsksForTwo()
+    {
+        QFETCH(QString, expression);
+        QFETCH(QString, text);
+        QFETCH(QString, groups);
+        const Case c{expression.toStdWString(), Extent::whole_text};
+        const std::wstring wide = text.toStdWString();
+        QCOMPARE(group_count(c.expression), std::size_t(1));
+        QCOMPARE(match_of(Expression(c.expression, c.extent), wide, 1), groups);
+        const auto reference = vrn::test::reference_match(c.expression, wide);
+        QVERIFY(reference);
+        QCOMPARE(reference->size(), std::size_t(1));
+        QCOMPARE(written(reference), groups);
     }
 
     void leavesTheGroupsAloneWhereItDoesNotMatch()

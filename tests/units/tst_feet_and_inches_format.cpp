@@ -85,6 +85,17 @@ private Q_SLOTS:
         QCOMPARE(formatted(context, UnitId::INCH, inches), text);
     }
 
+    // The mark of inches is a spelling of this unit, and the only one it is written with.
+    void theMarkOfInchesMayBeSetAsTheLabel()
+    {
+        UnitFormat inches = unitFormat(216, 8);
+        inches.label = "''";
+        const Context context(0, {{UnitId::GEO_LENGTH, inches}});
+        QCOMPARE(context.format_provider().get_label(UnitId::GEO_LENGTH).get(), std::string("''"));
+        QCOMPARE(context.get_display_label(UnitId::GEO_LENGTH), std::string("''"));
+        QCOMPARE(formatted(context, UnitId::GEO_LENGTH, 3.5 * 0.0254), "3 1/2 ''");
+    }
+
     void feetThatNo32BitsHoldAreInFixedNotation_data()
     {
         QTest::addColumn<double>("feet");

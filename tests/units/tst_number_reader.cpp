@@ -3,6 +3,7 @@
 #include "quantity_text_generator.h"
 #include "reference_quantity_reader.h"
 
+#include "support/random_seed.h"
 #include "support/test_main.h"
 #include "support/test_object.h"
 
@@ -171,9 +172,7 @@ private Q_SLOTS:
     {
         QFETCH(QByteArray, locale);
         const std::locale where = locale_named(locale);
-        constexpr std::uint32_t seed = 20240611;
-        qInfo("seed %u", seed);
-        std::mt19937 random(seed);
+        std::mt19937 random(vrn::test::randomSeed());
         const std::wstring characters = L"0123456789012345678901234567890123456789....,,''-+eE /";
         for (int i = 0; i < 20000; ++i) {
             std::wstring text;
@@ -189,9 +188,7 @@ private Q_SLOTS:
 
     void agreesWithAStreamOnEachDoubleItWrites()
     {
-        constexpr std::uint32_t seed = 7;
-        qInfo("seed %u", seed);
-        std::mt19937_64 random(seed);
+        std::mt19937_64 random(vrn::test::randomSeed());
         for (int i = 0; i < 20000; ++i) {
             const std::uint64_t bits = random();
             double value = 0;

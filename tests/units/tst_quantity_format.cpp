@@ -1,4 +1,5 @@
 #include "punctuation.h"
+#include "support/random_seed.h"
 #include "support/test_main.h"
 #include "support/test_object.h"
 #include "unit_test_support.h"
@@ -222,11 +223,7 @@ private Q_SLOTS:
     // The reference is a stream; the way past it must never be seen.
     void fixedNotationIsWhatAStreamWrites()
     {
-        bool isGiven = false;
-        const unsigned given = qEnvironmentVariable("VRN_TEST_SEED").toUInt(&isGiven);
-        const unsigned seed = isGiven ? given : 20260101;
-        qInfo("VRN_TEST_SEED=%u", seed);
-        std::mt19937_64 random(seed);
+        std::mt19937_64 random(randomSeed());
         for (int i = 0; i < 50'000; ++i) {
             double value = 0.0;
             const std::uint64_t bits = random();

@@ -1,5 +1,6 @@
 #include <vrn/units/units.h>
 
+#include "support/random_seed.h"
 #include "support/test_main.h"
 #include "support/test_object.h"
 
@@ -57,7 +58,8 @@ struct Display
 };
 
 /// Whether a system shows a kind in a unit that the kind does not list. Such a kind
-/// has no text in this system at all.
+/// has no text in this system at all: a value is converted to its display unit before
+/// it is written, and a kind is converted to the units alone that it lists.
 bool isTellingRow(int system, int kind)
 {
     return system == 7 && (kind == UnitId::MAT_ELSUP_M3 || kind == UnitId::INERTIA_POINT);
@@ -87,14 +89,18 @@ const char* exceptionFor(const UnitFormat& format, double shown, bool groupsDigi
     if (format.unit_id == UnitId::FEET_AND_FRACTIONAL_INCHES) {
         const double feet = std::trunc(shown + wholeNumberLift);
         const Fraction inches((shown - feet) * 12.0, format.precision);
+        // Feet and inches are both written with the sign, and inches with a sign are
+        // refused, as the sign of the feet alone counts.
         return shown < 0 && !inches.isZero() ? "negative feet and inches" : "";
     }
     if (format.unit_id != UnitId::FRACTIONAL_INCHES && format.format != fractionNotation)
         return "";
     const Fraction fraction(shown, format.precision);
+    // The sign is written with the whole part, which is not written where it is 0.
     if (shown < 0 && fraction.whole == 0 && !fraction.isZero())
         return "the sign of a fraction is lost";
-    // The grammar of fractions takes digits alone.
+    // The stream groups the digits of the whole part as the locale has it, and the grammar
+    // of fractions takes digits alone.
     if (groupsDigits && std::abs(fraction.whole) >= 1000 && !fraction.isWhole())
         return "digits before a fraction are grouped";
     return "";
@@ -115,21 +121,12 @@ double halfOfTheLastDigit(const UnitFormat& format, double shown)
 
 } // namespace
 
-// What holds for all quantities, tried with random ones. VRN_TEST_SEED in the
-// environment repeats a run.
+// What holds for all quantities, tried with random ones.
 class TestQuantityLaws : public vrn::test::TestObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase()
-    {
-        bool isGiven = false;
-        const unsigned given = qEnvironmentVariable("VRN_TEST_SEED").toUInt(&isGiven);
-        m_seed = isGiven ? given : std::random_device()();
-        qInfo("VRN_TEST_SEED=%u", m_seed);
-    }
-
     void whatIsWrittenIsReadBack_data()
     {
         QTest::addColumn<int>("system");
@@ -146,7 +143,7 @@ private Q_SLOTS:
     {
         QFETCH(int, system);
         QFETCH(QString, locale);
-        m_random.seed(m_seed);
+        m_random.seed(vrn::test::randomSeed());
         m_exceptions.clear();
         m_locale = std::locale(locale.toLatin1().constData());
         const bool isGerman = locale != "C";
@@ -188,31 +185,46 @@ private Q_SLOTS:
         QTest::newRow("in German") << "de_DE.UTF-8";
     }
 
-    // Under the id of a unit. A unit set has its list to choose the right one among
-    // units of one symbol; a unit alone does not.
+    // Within half of the last shown digit, under the id of a unit. A unit set has its list to
+    // choose the right one among units of one symbol; a unit alone does not.
     void whatIsWrittenInAUnitIsReadBack()
     {
         QFETCH(QString, locale);
-        const std::locale spoken(locale.toLatin1().constData());
-        // No unit word has a point in it.
+        m_random.seed(vrn::test::randomSeed());
+        m_locale = std::locale(locale.toLatin1().constData());
+        const bool groupsDigits = locale != "C";
+        // A unit word has no point in it, and their symbols have.
         const std::set<int> cannotBeTyped = {UnitId::MINUTES_AND_SECONDS,
             UnitId::HOURS_MINUTES_AND_SECONDS, UnitId::DAYS_HOURS_MINUTES_AND_SECONDS};
-        // Read as the first unit of the symbol, which has the same dimension and another
-        // scale.
-        const std::set<int> readAsAnother = {130, 131, 159, 280, 351, 353, 354, 361, 365, 366, 367,
-            368, 369, 370, 371, 372, 373, 374, 375, 376, 377, 378, 379, 380, 386, 387, 388, 390,
-            395};
+        // A symbol is read as its first unit, and another takes its place only where that
+        // one does not fit: here it fits, and has another scale. 324 and 325 are "l/min"
+        // and "l/h" once more, with factors of more digits; only large values show it.
+        const std::set<int> readAsAnother = {130, 131, 159, 280, 324, 325, 351, 353, 354, 361, 365,
+            366, 367, 368, 369, 370, 371, 372, 373, 374, 375, 376, 377, 378, 379, 380, 386, 387,
+            388, 390, 395};
         const Context context;
         std::set<int> refused;
         std::set<int> misread;
         for (const UnitRecord& unit : list_units()) {
-            const double value = 12.0;
-            const std::wstring text = context.format({unit.id, value}, spoken);
-            const auto read = context.parse(text, unit.id, spoken);
-            if (!read)
-                refused.insert(unit.id);
-            else if (std::abs(read->value - value) > 0.0005)
-                misread.insert(unit.id);
+            UnitFormat format;
+            format.unit_id = unit.id;
+            format.precision = context.format_provider().get_precision(unit.id);
+            format.format = context.format_provider().get_format(unit.id);
+            // Two that tell apart scales which differ much and little, whatever the seed.
+            std::vector<double> values = {12.0, 9'876'543.0};
+            for (int i = 0; i < 8; ++i)
+                values.push_back(randomNumber());
+            for (const double value : values) {
+                if (*exceptionFor(format, value, groupsDigits) != '\0')
+                    continue;
+                const std::wstring text = context.format({unit.id, value}, m_locale);
+                const auto read = context.parse(text, unit.id, m_locale);
+                const double allowed = halfOfTheLastDigit(format, value) + 8 * ulpOf(value);
+                if (!read)
+                    refused.insert(unit.id);
+                else if (std::abs(read->value - value) > allowed)
+                    misread.insert(unit.id);
+            }
         }
         QCOMPARE(told(refused), told(cannotBeTyped));
         QCOMPARE(told(misread), told(readAsAnother));
@@ -220,7 +232,7 @@ private Q_SLOTS:
 
     void aConversionAndItsReverseGiveTheNumberBack()
     {
-        m_random.seed(m_seed);
+        m_random.seed(vrn::test::randomSeed());
         const Context context;
         const Converter& converter = context.converter();
         std::vector<UnitId::UnitId> ids = context.unit_provider().get_all_ids();
@@ -254,7 +266,7 @@ private Q_SLOTS:
 
     void theBaseScaleIsThatOfTheUnitSets()
     {
-        m_random.seed(m_seed);
+        m_random.seed(vrn::test::randomSeed());
         const Context context;
         const Converter& converter = context.converter();
         for (const UnitSetRow& row : list_unit_sets()) {
@@ -277,7 +289,7 @@ private Q_SLOTS:
 
     void aUnitOfFactorOneIsTheBaseScale()
     {
-        m_random.seed(m_seed);
+        m_random.seed(vrn::test::randomSeed());
         const Context context;
         for (const UnitRecord& unit : list_units()) {
             const double value = randomNumber();
@@ -373,7 +385,6 @@ private:
         return texts.join(' ');
     }
 
-    unsigned m_seed = 0;
     std::mt19937_64 m_random;
     std::locale m_locale;
     std::set<QByteArray> m_exceptions;

@@ -1,3 +1,4 @@
+#include "schema_enumerators.h"
 #include "support/test_main.h"
 #include "support/test_object.h"
 #include "table_file.h"
@@ -154,6 +155,22 @@ private Q_SLOTS:
         QFETCH(int, id);
 
         QCOMPARE(enumerator, id);
+    }
+
+    void everyIdHasItsEnumerator()
+    {
+        const VarnelikUnitProvider provider;
+        const std::vector<UnitId::UnitId> ids = provider.get_all_ids();
+        std::set<int> enumerated;
+        std::set<QString> names;
+        for (const SchemaEnumerator& each : readSchemaEnumerators()) {
+            QVERIFY2(enumerated.insert(each.id).second, qPrintable(each.name));
+            QVERIFY2(names.insert(each.name).second, qPrintable(each.name));
+            if (each.id < 1000)
+                QCOMPARE(each.quoted, QString::fromStdString(provider.get_symbol(unitId(each.id))));
+        }
+        QCOMPARE(enumerated.size(), ids.size());
+        QVERIFY(enumerated == std::set<int>(ids.begin(), ids.end()));
     }
 
     void theEnumerationIsScopedAsBondScopesIt()

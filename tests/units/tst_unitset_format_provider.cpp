@@ -71,6 +71,12 @@ private Q_SLOTS:
         QCOMPARE(formats.get_precision(UnitId::METRE), 3);
     }
 
+    // The system is looked at for a set alone, and a gap is none.
+    void aGapAmongTheSetsIsNotKnownInASystemThatIsNone()
+    {
+        QVERIFY(!UnitsetFormatProvider(10).is_known(unitId(1106)));
+    }
+
     void whatIsKnown_data()
     {
         QTest::addColumn<int>("id");
@@ -132,6 +138,30 @@ private Q_SLOTS:
         QCOMPARE(formats.get_precision(UnitId::PER_KELVIN), 3);
         QCOMPARE(formats.get_format(UnitId::PER_KELVIN), 1);
         QVERIFY(!formats.get_label(UnitId::CENTIMETRE));
+    }
+
+    // The table of sets begins with a row of the id 0 that shows unit 1 with 3 digits and
+    // stands for no set: it must not be found.
+    void theIdZeroIsTheBlankUnitInEverySystem_data()
+    {
+        QTest::addColumn<int>("system");
+
+        QTest::newRow("the first") << 0;
+        QTest::newRow("the last") << 9;
+        QTest::newRow("none, which only a set has reported") << 10;
+    }
+
+    void theIdZeroIsTheBlankUnitInEverySystem()
+    {
+        QFETCH(int, system);
+
+        UnitsetFormatProvider formats(system);
+        QCOMPARE(int(formats.get_unit(UnitId::BLANK)), 0);
+        QVERIFY(!formats.get_label(UnitId::BLANK));
+        // An override copies the default of a set, and that of a unit is no such one.
+        formats.set_format(UnitId::BLANK, 1);
+        QCOMPARE(int(formats.get_unit(UnitId::BLANK)), 0);
+        QCOMPARE(formats.get_precision(UnitId::BLANK), 0);
     }
 
     void anIdBelow1000ThatIsNoUnitHasAFormatButNoPrecision()

@@ -1,6 +1,7 @@
 #include <vrn/qt/simple_line_edit.h>
 
 #include "line_edit_fixture.h"
+#include "support/random_seed.h"
 #include "support/test_main.h"
 #include "support/test_object.h"
 
@@ -66,13 +67,6 @@ private:
     }
 };
 
-unsigned int seed()
-{
-    bool given = false;
-    const unsigned int value = qEnvironmentVariable("VRN_TEST_SEED").toUInt(&given);
-    return given ? value : std::random_device{}();
-}
-
 } // namespace
 
 class TestSimpleLineEditSequence : public vrn::test::TestObject
@@ -82,9 +76,7 @@ class TestSimpleLineEditSequence : public vrn::test::TestObject
 private Q_SLOTS:
     void aRandomSequenceFollowsTheRules()
     {
-        const unsigned int usedSeed = seed();
-        qInfo("repeat with VRN_TEST_SEED=%u", usedSeed);
-        std::mt19937 random(usedSeed);
+        std::mt19937 random(vrn::test::randomSeed());
         const auto below = [&](unsigned int limit) { return int(random() % limit); };
 
         vrn::test::Log log;
