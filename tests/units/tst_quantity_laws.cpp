@@ -50,7 +50,7 @@ double ulpOf(double value)
 }
 
 /// One way to show the values of a kind.
-struct Display
+struct ShownForm
 {
     UnitId::UnitId kind;
     UnitFormat format;
@@ -157,12 +157,12 @@ private Q_SLOTS:
                 untold.insert(row.id);
                 checkNothingIsWritten(system, unitId(row.id));
             }
-            for (const Display& display : displaysOf(row, system)) {
+            for (const ShownForm& form : shownFormsOf(row, system)) {
                 for (int i = 0; i < 4; ++i)
-                    checkReadBack(display, randomNumber());
+                    checkReadBack(form, randomNumber());
                 // Each exception comes up, whatever the seed.
                 for (const double shown : {0.0, 1.998, -0.5, -1.5, 1234.5})
-                    checkReadBack(display, shown);
+                    checkReadBack(form, shown);
                 if (QTest::currentTestFailed())
                     return;
             }
@@ -307,7 +307,7 @@ private:
         return std::bernoulli_distribution()(m_random) ? magnitude : -magnitude;
     }
 
-    std::vector<Display> displaysOf(const UnitSetRow& row, int system) const
+    std::vector<ShownForm> shownFormsOf(const UnitSetRow& row, int system) const
     {
         const UnitId::UnitId kind = unitId(row.id);
         const Context defaults(system);
@@ -316,12 +316,12 @@ private:
         format.precision = defaults.format_provider().get_precision(kind);
         format.format = defaults.format_provider().get_format(kind);
 
-        std::vector<Display> displays;
+        std::vector<ShownForm> forms;
         const auto add = [&](const UnitFormat& each) {
-            displays.push_back({kind, each, Context(system, {{row.id, each}})});
+            forms.push_back({kind, each, Context(system, {{row.id, each}})});
         };
         if (!isTellingRow(system, row.id)) {
-            displays.push_back({kind, format, defaults});
+            forms.push_back({kind, format, defaults});
             format.precision = 6;
             format.format = scientificNotation;
             add(format);
@@ -335,32 +335,31 @@ private:
             format.format = fractionNotation;
             add(format);
         }
-        return displays;
+        return forms;
     }
 
-    void checkReadBack(const Display& display, double shown)
+    void checkReadBack(const ShownForm& form, double shown)
     {
-        const double factor = display.context.unit_provider().get_factor(display.format.unit_id);
+        const double factor = form.context.unit_provider().get_factor(form.format.unit_id);
         const double value = shown * factor;
-        const std::wstring text = display.context.format({display.kind, value}, m_locale);
-        const auto read = display.context.parse(text, display.kind, m_locale);
-        const double allowed = halfOfTheLastDigit(display.format, shown) * factor
-            + 8 * ulpOf(value);
-        const bool holds = read && read->unit_id == display.kind
+        const std::wstring text = form.context.format({form.kind, value}, m_locale);
+        const auto read = form.context.parse(text, form.kind, m_locale);
+        const double allowed = halfOfTheLastDigit(form.format, shown) * factor + 8 * ulpOf(value);
+        const bool holds = read && read->unit_id == form.kind
             && std::abs(read->value - value) <= allowed;
 
         const bool groupsDigits =
             !std::use_facet<std::numpunct<wchar_t>>(m_locale).grouping().empty();
-        const QByteArray exception = exceptionFor(display.format, shown, groupsDigits);
+        const QByteArray exception = exceptionFor(form.format, shown, groupsDigits);
         if (!exception.isEmpty())
             m_exceptions.insert(exception);
         if (holds != exception.isEmpty()) {
             QFAIL(qPrintable(
                 QStringLiteral("kind %1, %2 of unit %3 is written \"%4\", read as %5 "
                                "of %6; %7")
-                    .arg(display.kind)
+                    .arg(form.kind)
                     .arg(shown, 0, 'g', 17)
-                    .arg(display.format.unit_id)
+                    .arg(form.format.unit_id)
                     .arg(QString::fromStdWString(text))
                     .arg(read ? read->value / factor : 0.0, 0, 'g', 17)
                     .arg(read ? int(read->unit_id) : -1)
