@@ -85,7 +85,7 @@ bool UnitValidator::validate(const QString& text, boost::any& value, const std::
     // text take no memory from the heap.
     boost::container::small_vector<wchar_t, usualTextLength> wide(
         static_cast<std::size_t>(text.size()), boost::container::default_init);
-    const int length = text.toWCharArray(wide.data());
+    const auto length = text.toWCharArray(wide.data());
     const auto parsed = m_context.parse(
         {wide.data(), static_cast<std::size_t>(length)}, unitId, stdLocaleForFlags(flags));
     value = parsed.get_value_or({unitId, 0.0});
