@@ -319,7 +319,7 @@ private Q_SLOTS:
         SimpleLineEdit* field = createField("h");
         field->setValueHistory(historyOf({L"1"}));
         form.open(field);
-        const QPoint below = field->edit()->mapToGlobal({0, field->edit()->height()});
+        const QPoint below = field->edit()->mapToGlobal(QPoint(0, field->edit()->height()));
         QCOMPARE(field->findChild<EditHintPopup*>()->pos(), below);
     }
 
@@ -366,7 +366,9 @@ private Q_SLOTS:
         form.open(field);
         const auto* hint = field->findChild<EditHintPopup*>();
         const auto* history = field->findChild<HistoryPopup*>();
-        const auto below = [&] { return field->edit()->mapToGlobal({0, field->edit()->height()}); };
+        const auto below = [&] {
+            return field->edit()->mapToGlobal(QPoint(0, field->edit()->height()));
+        };
         QCOMPARE(hint->height() > 0, !text.isEmpty());
         QTRY_COMPARE(hint->pos(), below());
         QTRY_COMPARE(history->pos(), below() + QPoint(0, hint->height() + 5));
