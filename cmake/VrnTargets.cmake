@@ -19,7 +19,7 @@ function(vrn_configure_target target)
         VISIBILITY_INLINES_HIDDEN ON
     )
     target_compile_options(${target} PRIVATE
-        -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual
+        -Wall -Wextra -Wpedantic -Wshadow -Woverloaded-virtual
         -Wconversion -Wsign-conversion -Wcast-qual -Wformat=2 -Wundef
         # Reports name sources relative to the project, wherever it was built.
         "-fmacro-prefix-map=${vrn_qt2_SOURCE_DIR}/="

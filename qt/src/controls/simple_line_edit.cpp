@@ -139,7 +139,7 @@ const QLineEdit* SimpleLineEdit::edit() const
     return m_lineEdit;
 }
 
-boost::any SimpleLineEdit::getValue()
+boost::any SimpleLineEdit::getValue() const
 {
     boost::any value;
     const bool ok = validator().validateWhenFinished(m_lineEdit->text(), value, noFlags);

@@ -78,7 +78,7 @@ public:
 
     /// The value of the text, as at the end of editing. Reports an assertion if
     /// the text is refused, and returns what the validator has left.
-    boost::any getValue();
+    boost::any getValue() const;
 
     /// Shows `value`. Emits nothing, shows no hint and leaves the colour alone.
     void setValue(const boost::any& value);

@@ -1,0 +1,67 @@
+#pragma once
+
+#include <vrn/qt/multi_edit_control_base.h>
+#include <vrn/qt/simple_line_edit.h>
+
+namespace vrn::qt {
+
+/// A line edit for one property of a selection: it shows the common value, or
+/// getVariesString() where the objects differ.
+///
+/// Values are compared as text: two that the validator writes alike do not
+/// vary. While the text of a varying selection stands in the edit, Enter and
+/// leaving the field do nothing; as soon as the user has typed an accepted text
+/// in its place, this is the value of all.
+///
+/// The validator has to stay as it is between reset() and the last readValue():
+/// a value equal to the one before is not written anew to compare it.
+class VRN_QT2_EXPORT MultiEditLineEdit
+    : public SimpleLineEdit
+    , public MultiEditControlBase
+{
+    Q_OBJECT
+
+public:
+    /// As SimpleLineEdit::create.
+    static MultiEditLineEdit* create(QWidget* parent, const QString& caption, IValidator* validator,
+        unsigned int options, ExpandDirection direction);
+    static MultiEditLineEdit* create(QWidget* parent, const QString& caption,
+        boost::shared_ptr<IValidator> validator, unsigned int options, ExpandDirection direction);
+    static MultiEditLineEdit* create(QWidget* parent, const QString& caption,
+        boost::shared_ptr<IValidator> validator, boost::function<void()> buttonFn,
+        unsigned int options, ExpandDirection direction);
+
+    ~MultiEditLineEdit() override;
+
+    /// Leaves the text as it is.
+    void reset() override;
+    void readValue(const boost::any& value) override;
+    bool dataVaries() const override { return m_varies; }
+    /// Empty also for a refused text.
+    boost::any getCurrentValue() const override;
+    /// Emits nothing.
+    void setValue(const boost::any& value) override;
+    /// Emits nothing and leaves the colour of the text alone.
+    void forceVaries() override;
+
+    /// Takes over the text of `other` and whether it is fresh or varies; its
+    /// colour and validity are not taken over.
+    void copyStateFrom(const MultiEditLineEdit& other);
+
+protected:
+    MultiEditLineEdit(QWidget* parent, const QString& caption,
+        boost::shared_ptr<IValidator> validator, boost::function<void()> buttonFn,
+        unsigned int options, ExpandDirection direction);
+
+    bool vetoValidation(const QString& text) override;
+    void onValidated(const QString& text, const boost::any& value) override;
+
+private:
+    bool m_varies = false;
+    bool m_fresh = true;
+    // The last value found to be written as the text in the edit, and this text.
+    boost::any m_shownValue;
+    QString m_shownText;
+};
+
+} // namespace vrn::qt

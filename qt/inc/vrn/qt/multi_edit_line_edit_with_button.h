@@ -1,0 +1,39 @@
+#pragma once
+
+#include <vrn/qt/multi_edit_line_edit.h>
+
+#include <functional>
+
+class QToolButton;
+
+namespace vrn::qt {
+
+/// A MultiEditLineEdit with a tool button behind it that acts on the value, or
+/// computes one. It has no caption and no parent until a layout gives it one.
+///
+///     new MultiEditLineEditWithButton(new DoubleEditValidator(2), spanId,
+///         [](QWidget* control, int id, boost::any& value) { value = measure(id); });
+class VRN_QT2_EXPORT MultiEditLineEditWithButton : public MultiEditLineEdit
+{
+    Q_OBJECT
+
+public:
+    /// A click calls `fn` with `id`, and nothing more. The validator is taken
+    /// over.
+    MultiEditLineEditWithButton(IValidator* validator, int id, std::function<void(int)> fn);
+    /// A click calls `fn` with this control, `id` and an empty value, and then
+    /// shows the value that `fn` has left there. No valueChanged().
+    MultiEditLineEditWithButton(
+        IValidator* validator, int id, std::function<void(QWidget*, int, boost::any&)> fn);
+    ~MultiEditLineEditWithButton() override;
+
+    QToolButton* getButton() const { return m_btn; }
+
+private:
+    MultiEditLineEditWithButton(IValidator* validator, int id);
+
+    QToolButton* m_btn;
+    int m_id;
+};
+
+} // namespace vrn::qt

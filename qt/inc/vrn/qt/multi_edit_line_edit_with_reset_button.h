@@ -1,0 +1,40 @@
+#pragma once
+
+#include <vrn/qt/multi_edit_line_edit.h>
+
+#include <functional>
+
+namespace vrn::qt {
+
+/// A MultiEditLineEdit with a tool button that restores a default: the field
+/// shows one value, such as the text "Auto", and reports another, such as the
+/// null value that the model stores for it, until the user types.
+///
+///     new MultiEditLineEditWithResetButton(new StringEditValidator, depthId,
+///         [](int id, boost::any& shown, boost::any& reported) {
+///             shown = std::string("Auto");
+///             reported = noDepth;
+///         });
+class VRN_QT2_EXPORT MultiEditLineEditWithResetButton : public MultiEditLineEdit
+{
+    Q_OBJECT
+
+public:
+    /// A click calls `fn` with `id` and two empty values, for the one to show
+    /// and the one to report, and emits valueChanged(). The validator is taken
+    /// over.
+    MultiEditLineEditWithResetButton(
+        IValidator* validator, int id, std::function<void(int, boost::any&, boost::any&)> fn);
+    ~MultiEditLineEditWithResetButton() override;
+
+    /// From a click on the button to the next key typed, the reported value.
+    /// Neither reset() nor readValue() nor setValue() ends this.
+    boost::any getCurrentValue() const override;
+
+private:
+    int m_id;
+    bool m_resetPending = false;
+    boost::any m_resetValue = 0.0;
+};
+
+} // namespace vrn::qt

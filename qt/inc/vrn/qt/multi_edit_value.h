@@ -1,0 +1,31 @@
+#pragma once
+
+#include <vrn/qt/multi_edit_control_base.h>
+
+namespace vrn::qt {
+
+/// The common value of a selection, without a widget.
+class VRN_QT2_EXPORT MultiEditValue : public MultiEditControlBase
+{
+public:
+    /// `differ` answers whether two values differ, as vrn::any_differ<double>
+    /// does; it is asked with the value read and the stored one. Without one,
+    /// which is reported, any two values differ.
+    explicit MultiEditValue(bool (*differ)(const boost::any&, const boost::any&));
+    virtual ~MultiEditValue();
+
+    void reset() override;
+    void readValue(const boost::any& value) override;
+    bool dataVaries() const override { return m_varies; }
+    boost::any getCurrentValue() const override;
+    void setValue(const boost::any& value) override;
+    void forceVaries() override;
+
+private:
+    bool m_fresh = true;
+    bool m_varies = false;
+    boost::any m_value;
+    bool (*m_differ)(const boost::any&, const boost::any&);
+};
+
+} // namespace vrn::qt

@@ -1,0 +1,141 @@
+#include <vrn/qt/multi_edit_line_edit.h>
+
+#include <vrn/companion_qt/signal_blocker.h>
+#include <vrn/qt/varies_string.h>
+#include <vrn/units/i_converter.h>
+
+#include <QLineEdit>
+
+#include <cstring>
+#include <utility>
+
+namespace vrn::qt {
+namespace {
+
+// What a control passes to its validator: what a user types is in the C locale.
+constexpr unsigned long noFlags = 0;
+
+// To the bit: 0 and -0 are written differently, a not-a-number always alike.
+bool isIdentical(double a, double b)
+{
+    return std::memcmp(&a, &b, sizeof a) == 0;
+}
+
+bool isIdentical(
+    const vrn::units::IConverter::quantity& a, const vrn::units::IConverter::quantity& b)
+{
+    return a.unit_id == b.unit_id && isIdentical(a.value, b.value);
+}
+
+template <typename T>
+bool isIdenticalAs(const boost::any& a, const boost::any& b)
+{
+    const T* left = boost::any_cast<T>(&a);
+    const T* right = boost::any_cast<T>(&b);
+    return left && right && isIdentical(*left, *right);
+}
+
+// Certain only for the types that large selections have; others are written.
+bool isIdentical(const boost::any& a, const boost::any& b)
+{
+    return isIdenticalAs<vrn::units::IConverter::quantity>(a, b) || isIdenticalAs<double>(a, b);
+}
+
+} // namespace
+
+MultiEditLineEdit* MultiEditLineEdit::create(QWidget* parent, const QString& caption,
+    IValidator* validator, unsigned int options, ExpandDirection direction)
+{
+    return create(parent, caption, boost::shared_ptr<IValidator>(validator), options, direction);
+}
+
+MultiEditLineEdit* MultiEditLineEdit::create(QWidget* parent, const QString& caption,
+    boost::shared_ptr<IValidator> validator, unsigned int options, ExpandDirection direction)
+{
+    return create(parent, caption, std::move(validator), {}, options, direction);
+}
+
+MultiEditLineEdit* MultiEditLineEdit::create(QWidget* parent, const QString& caption,
+    boost::shared_ptr<IValidator> validator, boost::function<void()> buttonFn, unsigned int options,
+    ExpandDirection direction)
+{
+    return new MultiEditLineEdit(
+        parent, caption, std::move(validator), std::move(buttonFn), options, direction);
+}
+
+MultiEditLineEdit::MultiEditLineEdit(QWidget* parent, const QString& caption,
+    boost::shared_ptr<IValidator> validator, boost::function<void()> buttonFn, unsigned int options,
+    ExpandDirection direction)
+    : SimpleLineEdit(parent, caption, std::move(validator), std::move(buttonFn), options, direction)
+{}
+
+MultiEditLineEdit::~MultiEditLineEdit() = default;
+
+void MultiEditLineEdit::reset()
+{
+    m_varies = false;
+    m_fresh = true;
+    m_shownValue = boost::any();
+}
+
+void MultiEditLineEdit::readValue(const boost::any& value)
+{
+    if (m_fresh) {
+        m_fresh = false;
+        m_varies = false;
+        setValue(value);
+        return;
+    }
+    if (m_varies)
+        return;
+    // To write the value is what costs time in a large selection, and most
+    // values there are equal to the one before.
+    const QString text = edit()->text();
+    if (text == m_shownText && isIdentical(value, m_shownValue))
+        return;
+    if (text != validator().reformat(value, noFlags)) {
+        forceVaries();
+        return;
+    }
+    m_shownValue = value;
+    m_shownText = text;
+}
+
+boost::any MultiEditLineEdit::getCurrentValue() const
+{
+    if (m_varies || !isValueValid())
+        return boost::any();
+    return getValue();
+}
+
+void MultiEditLineEdit::setValue(const boost::any& value)
+{
+    const VRN_QT_SignalBlocker blocker(isLoading() ? this : nullptr);
+    m_varies = false;
+    SimpleLineEdit::setValue(value);
+}
+
+void MultiEditLineEdit::forceVaries()
+{
+    m_varies = true;
+    edit()->setText(getVariesString());
+}
+
+void MultiEditLineEdit::copyStateFrom(const MultiEditLineEdit& other)
+{
+    edit()->setText(other.edit()->text());
+    m_fresh = other.m_fresh;
+    m_varies = other.m_varies;
+}
+
+bool MultiEditLineEdit::vetoValidation(const QString& text)
+{
+    return text == getVariesString();
+}
+
+void MultiEditLineEdit::onValidated(const QString& /*text*/, const boost::any& /*value*/)
+{
+    m_varies = false;
+}
+
+} // namespace vrn::qt

@@ -1,0 +1,27 @@
+#include <vrn/qt/on_value_changed_hook.h>
+
+#include <vrn/assert/smart_assert.h>
+
+#include <utility>
+
+namespace vrn::qt {
+
+OnValueChangedHook::OnValueChangedHook(QObject* sender, boost::function<void()>&& fn)
+    : m_fn(std::move(fn))
+{
+    VRN_ASSERT(sender);
+    // By name: a sender of any class will do.
+    if (sender)
+        connect(sender, SIGNAL(valueChanged()), this, SLOT(onValueChanged()));
+}
+
+OnValueChangedHook::~OnValueChangedHook() = default;
+
+void OnValueChangedHook::onValueChanged()
+{
+    // A copy: the function may destroy this hook, and itself with it.
+    const auto fn = m_fn;
+    fn();
+}
+
+} // namespace vrn::qt

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+#include <functional>
+#include <memory>
+
+namespace vrn::test {
+
+/// Something under test beside a plain model of it.
+class Subject
+{
+public:
+    Subject() = default;
+    Subject(const Subject&) = delete;
+    Subject& operator=(const Subject&) = delete;
+    virtual ~Subject() = default;
+
+    /// Does action number `action` to both; `argument` is any number, for the
+    /// action to choose with. Returns what differs afterwards, or an empty string.
+    virtual QString perform(int action, unsigned argument) = 0;
+};
+
+/// Performs random actions, in sequences that each start with a new subject. At
+/// the first difference the test fails with the shortest sequence found that
+/// shows one: steps that can be left out are left out.
+///
+/// There are 100,000 steps, or as many as VRN_RANDOM_STEPS says.
+void runRandomSequences(
+    const QStringList& actions, const std::function<std::unique_ptr<Subject>()>& makeSubject);
+
+/// The same, with the failure returned instead: empty if there is none.
+QString findDifference(const QStringList& actions,
+    const std::function<std::unique_ptr<Subject>()>& makeSubject, unsigned seed, int steps);
+
+} // namespace vrn::test
