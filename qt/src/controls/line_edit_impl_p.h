@@ -43,6 +43,7 @@ public:
 
 protected:
     bool event(QEvent* event) override;
+    void inputMethodEvent(QInputMethodEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
 
 private Q_SLOTS:
