@@ -13,6 +13,7 @@
 #include <algorithm>
 #include <locale>
 #include <stdexcept>
+#include <utility>
 
 namespace vrn::qt {
 namespace {
@@ -29,15 +30,16 @@ public:
 };
 
 template <typename Char>
-void toUpper(std::basic_string<Char>& text)
+std::basic_string<Char> upperCase(std::basic_string<Char> text)
 {
     const std::locale global;
     std::use_facet<std::ctype<Char>>(global).toupper(text.data(), text.data() + text.size());
+    return text;
 }
 
 QString fromStored(const std::wstring& text)
 {
-    return QString::fromStdWString(text.c_str());
+    return QString::fromWCharArray(text.c_str());
 }
 
 QString fromStored(const std::string& text)
@@ -108,7 +110,7 @@ bool StringEditValidator::validate(
     std::wstring stored = text.toStdWString();
     stored.resize(std::min(stored.size(), m_maxLen));
     if (m_upperCase)
-        toUpper(stored);
+        stored = upperCase(std::move(stored));
     if (!m_allowedRegex.empty()) {
         if (!m_pattern || !m_pattern->isOfGlobalLocale())
             m_pattern = std::make_unique<Pattern>(m_allowedRegex);
@@ -116,7 +118,7 @@ bool StringEditValidator::validate(
             return false;
     }
     if (m_storageType == StorageTypeWideString)
-        value = stored;
+        value = std::move(stored);
     else if (m_storageType == StorageTypeUtf8String)
         value = toUtf8(stored);
     return true;
@@ -124,18 +126,10 @@ bool StringEditValidator::validate(
 
 QString StringEditValidator::reformat(const boost::any& value, const std::bitset<32>& /*flags*/)
 {
-    if (const auto* wide = boost::any_cast<std::wstring>(&value)) {
-        std::wstring text = *wide;
-        if (m_upperCase)
-            toUpper(text);
-        return fromStored(text);
-    }
-    if (const auto* utf8 = boost::any_cast<std::string>(&value)) {
-        std::string text = *utf8;
-        if (m_upperCase)
-            toUpper(text);
-        return fromStored(text);
-    }
+    if (const auto* wide = boost::any_cast<std::wstring>(&value))
+        return m_upperCase ? fromStored(upperCase(*wide)) : fromStored(*wide);
+    if (const auto* utf8 = boost::any_cast<std::string>(&value))
+        return m_upperCase ? fromStored(upperCase(*utf8)) : fromStored(*utf8);
     VRN_ASSERT(value.type() == typeid(std::wstring) || value.type() == typeid(std::string))
     ("value.type().name()", value.type().name());
     return QString();
