@@ -40,6 +40,19 @@ bool same(const boost::optional<IConverter::quantity>& left,
             || (left->value != left->value && right->value != right->value));
 }
 
+/// The number, and the parts of the spelling with the slashes between them.
+std::vector<std::wstring> pieces_of(const std::wstring& number, const std::wstring& spelling)
+{
+    std::vector<std::wstring> pieces{number, std::wstring()};
+    for (const wchar_t character : spelling) {
+        if (character == L'/')
+            pieces.insert(pieces.end(), {L"/", std::wstring()});
+        else
+            pieces.back() += character;
+    }
+    return pieces;
+}
+
 std::size_t number_from_environment(const char* name, std::size_t fallback)
 {
     bool is_number = false;
@@ -73,14 +86,14 @@ private Q_SLOTS:
             if (QTest::currentTestFailed())
                 return;
             // Bit by bit: a blank at each place where one may stand.
-            for (unsigned blanks = 0; blanks < 16; ++blanks) {
-                const auto blank = [blanks](unsigned place) {
-                    return (blanks >> place & 1U) != 0 ? std::wstring(L" ") : std::wstring();
-                };
-                const std::size_t slash = std::min(spelling.find(L'/'), spelling.size());
-                check(blank(0) + wide + blank(1) + spelling.substr(0, slash) + blank(2)
-                        + spelling.substr(slash) + blank(3),
-                    std::locale::classic());
+            const std::vector<std::wstring> pieces = pieces_of(wide, spelling);
+            for (unsigned blanks = 0; blanks < 1U << (pieces.size() + 1); ++blanks) {
+                std::wstring text;
+                for (std::size_t i = 0; i < pieces.size(); ++i)
+                    text += ((blanks >> i & 1U) != 0 ? L" " : L"") + pieces[i];
+                if ((blanks >> pieces.size() & 1U) != 0)
+                    text += L' ';
+                check(text, std::locale::classic());
             }
         }
     }
