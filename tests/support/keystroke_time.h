@@ -15,6 +15,10 @@ namespace vrn::test {
 class TimedSteps
 {
 public:
+    explicit TimedSteps(int limitMs)
+        : m_limitMs(limitMs)
+    {}
+
     template <typename Step>
     void take(const char* name, Step&& step)
     {
@@ -28,30 +32,31 @@ public:
         }
     }
 
-    bool inTime() const { return m_milliseconds <= timeLimitMs(); }
+    bool inTime() const { return m_milliseconds <= m_limitMs; }
 
     QByteArray report() const
     {
         return m_name + " took " + QByteArray::number(m_milliseconds) + " ms, more than "
-            + QByteArray::number(timeLimitMs());
+            + QByteArray::number(m_limitMs);
     }
 
 private:
+    int m_limitMs;
     double m_milliseconds = 0.0;
     QByteArray m_name;
 };
 
 /// Fails the running test if one of the steps that `walk` takes by its argument, a
-/// `TimedSteps&`, takes longer than a keystroke may.
+/// `TimedSteps&`, takes longer than `limitMs`.
 ///
 /// The walk is made again, up to three times, before it counts as slow: other
 /// programs cost processor time as well, through the memory that they share.
 template <typename Walk>
-void verifyStepsTakeAKeystroke(Walk&& walk)
+void verifyStepsTakeAtMost(int limitMs, Walk&& walk)
 {
     QByteArray report;
     for (int run = 0; run < 3; ++run) {
-        TimedSteps steps;
+        TimedSteps steps(limitMs);
         walk(steps);
         if (steps.inTime() || QTest::currentTestFailed())
             return;
@@ -62,9 +67,22 @@ void verifyStepsTakeAKeystroke(Walk&& walk)
 
 /// The same for a single step.
 template <typename Operation>
+void verifyTakesAtMost(int limitMs, const char* name, Operation&& operation)
+{
+    verifyStepsTakeAtMost(limitMs, [&](TimedSteps& steps) { steps.take(name, operation); });
+}
+
+/// The same for what a keystroke may take.
+template <typename Walk>
+void verifyStepsTakeAKeystroke(Walk&& walk)
+{
+    verifyStepsTakeAtMost(timeLimitMs(), walk);
+}
+
+template <typename Operation>
 void verifyTakesAKeystroke(const char* name, Operation&& operation)
 {
-    verifyStepsTakeAKeystroke([&](TimedSteps& steps) { steps.take(name, operation); });
+    verifyTakesAtMost(timeLimitMs(), name, operation);
 }
 
 } // namespace vrn::test
