@@ -24,7 +24,8 @@ bool is_classic(const std::locale& locale)
     return locale == std::locale::classic();
 }
 
-/// No double has a digit other than 0 behind this many decimals.
+/// No double has a digit other than 0 behind this many decimals, so no more are
+/// written, whatever a format asks for.
 constexpr std::int32_t most_decimals = 1074;
 
 /// As many decimals as the buffer has room for behind any double.
@@ -44,12 +45,8 @@ void append_fixed(std::wstring& text, double v, std::int32_t precision, const st
     }
     std::wostringstream stream;
     stream.imbue(locale);
-    // The stream puts all digits on the stack, however many are asked for; the
-    // zeros at the end need no stream.
     stream << std::fixed << std::setprecision(std::min(precision, most_decimals)) << v;
     text += stream.str();
-    if (precision > most_decimals && std::isfinite(v))
-        text.append(static_cast<std::size_t>(precision - most_decimals), stream.widen('0'));
 }
 
 void append_integer(std::wstring& text, std::int64_t number, const std::locale& locale)
@@ -64,6 +61,8 @@ void append_integer(std::wstring& text, std::int64_t number, const std::locale& 
     text += stream.str();
 }
 
+/// Decodes into the text itself: a string in between would cost an allocation, and an
+/// eighth of the time of writing.
 void append_label(std::wstring& text, std::string_view label)
 {
     namespace utf = boost::locale::utf;

@@ -14,7 +14,8 @@ inline namespace v1 {
 /// grouping included, and behind it a blank and the label, which is given in UTF-8.
 /// Nothing is appended for an empty label.
 
-/// With `precision` digits behind the decimal point: "12.500 kN".
+/// With `precision` digits behind the decimal point, but no more than a double can have
+/// at all, which is 1074: "12.500 kN".
 std::wstring write_fixed(
     double v, std::int32_t precision, std::string_view label, const std::locale& locale);
 
