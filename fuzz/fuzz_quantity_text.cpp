@@ -1,19 +1,29 @@
-// Any text through the readers of quantities. What they make of a short text is what
-// the standard library's expressions and streams make of it; a long text, which those
-// have no stack for, only has to be answered.
+// Any text through the readers of quantities, and what they read through the writers,
+// in the locale, system and format that the first bytes of the input choose. What is
+// made of a short text is what the standard library's expressions and streams make of
+// it; a long text, which those have no stack for, only has to be answered.
 
 #include "formatting/quantity_reader_p.h"
+#include "punctuation.h"
 #include "reference_quantity_reader.h"
 
-#include <vrn/units/varnelik_unit_provider.h>
+#include <vrn/assert/smart_assert.h>
+#include <vrn/units/units.h>
 
 #include <boost/locale/encoding_utf.hpp>
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <iomanip>
+#include <set>
+#include <sstream>
+#include <stdexcept>
+#include <string_view>
 
 using namespace vrn::units;
+using vrn::test::Punctuation;
 using vrn::test::ReferenceQuantityReader;
 
 namespace {
@@ -22,6 +32,75 @@ constexpr std::size_t longestCompared = 40;
 constexpr std::size_t longestRepeated = 1U << 12U;
 
 using Quantity = boost::optional<IConverter::quantity>;
+
+/// The input: ten bytes of choices, all 0 where the input is shorter, and a text.
+///
+///     0     locale, and the unit system in the upper four bits
+///     1-2   kind of the field, by its place among all ids
+///     3     override: 1 there is one, 2 of fractions, 4 another format, 8 a label,
+///           16 an empty one
+///     4-5   display unit of the override, by its place among all units
+///     6-9   precision of the override
+class Input
+{
+public:
+    Input(const std::uint8_t* data, std::size_t size)
+    {
+        const std::size_t length = std::min(size, m_choices.size());
+        std::copy_n(data, length, m_choices.begin());
+        const char* const bytes = reinterpret_cast<const char*>(data);
+        m_text = std::string_view(bytes + length, size - length);
+    }
+
+    std::string_view text() const { return m_text; }
+
+    const std::locale& locale() const
+    {
+        static const std::locale locales[] = {std::locale::classic(), Punctuation::german(),
+            Punctuation::french(), Punctuation::swiss(), Punctuation::indian()};
+        return locales[(m_choices[0] & 15U) % std::size(locales)];
+    }
+
+    std::int32_t system() const { return (m_choices[0] >> 4U) % 10; }
+
+    UnitId::UnitId kind() const
+    {
+        static const std::vector<UnitId::UnitId> ids = VarnelikUnitProvider().get_all_ids();
+        return ids[number(1, 2) % ids.size()];
+    }
+
+    bool hasOverride() const { return has(1); }
+
+    UnitFormat format() const
+    {
+        const auto& units = list_units();
+        const UnitRecord& unit = units[number(4, 2) % units.size()];
+        UnitFormat format;
+        format.unit_id = unit.id;
+        format.precision = static_cast<std::int32_t>(number(6, 4));
+        format.format = (has(2) ? 2 : 0) + (has(4) ? 1 : 0);
+        if (has(16))
+            format.label.set_value(std::string());
+        else if (has(8))
+            format.label.set_value(
+                unit.alternative_symbols.empty() ? unit.symbol : unit.alternative_symbols.back());
+        return format;
+    }
+
+private:
+    bool has(unsigned flag) const { return (m_choices[3] & flag) != 0; }
+
+    std::uint32_t number(std::size_t begin, std::size_t count) const
+    {
+        std::uint32_t number = 0;
+        for (std::size_t i = begin + count; i-- > begin;)
+            number = number << 8U | m_choices[i];
+        return number;
+    }
+
+    std::array<std::uint8_t, 10> m_choices{};
+    std::string_view m_text;
+};
 
 bool same(const Quantity& left, const Quantity& right)
 {
@@ -32,7 +111,7 @@ bool same(const Quantity& left, const Quantity& right)
         && (bothAreNoNumber || std::memcmp(&left->value, &right->value, sizeof left->value) == 0);
 }
 
-void require_same(const char* what, const Quantity& actual, const Quantity& expected)
+void requireSame(const char* what, const Quantity& actual, const Quantity& expected)
 {
     if (same(actual, expected))
         return;
@@ -49,30 +128,103 @@ void require_same(const char* what, const Quantity& actual, const Quantity& expe
     std::abort();
 }
 
-} // namespace
-
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+Quantity read(const std::wstring& text, const std::locale& locale)
 {
     static const detail::SymbolMap symbols{VarnelikUnitProvider()};
     static const ReferenceQuantityReader reference{VarnelikUnitProvider()};
-    const std::locale& locale = std::locale::classic();
 
-    const char* const bytes = reinterpret_cast<const char*>(data);
-    std::wstring text = boost::locale::conv::utf_to_utf<wchar_t>(bytes, bytes + size);
     const Quantity quantity = detail::read_quantity(text, locale, symbols);
     const Quantity length = detail::read_feet_and_inches(text, locale);
     if (text.size() <= longestCompared) {
-        require_same("quantities", quantity, reference.read(text, locale));
-        require_same(
+        requireSame("quantities", quantity, reference.read(text, locale));
+        requireSame(
             "feet and inches", length, ReferenceQuantityReader::read_feet_and_inches(text, locale));
+    }
+    return quantity;
+}
+
+/// What an override may come to: a unit that the kind cannot be shown in, and a
+/// precision that is no denominator. Any other report is a fault.
+void refuseOtherAsserts(const vrn::smartassert::AssertReport& report)
+{
+    static const std::set<std::string> expected = {"can_convert(q.unit_id, unit_id)",
+        "m_converter->can_convert(q.unit_id, UnitId::FOOT)",
+        "m_converter->can_convert(q.unit_id, UnitId::INCH)", "precision >= 0", "p > 0"};
+    if (expected.count(report.expression) != 0)
+        return;
+    std::fprintf(stderr, "An assertion has failed: %s\n", report.expression.c_str());
+    std::abort();
+}
+
+/// Fixed notation, by a stream.
+std::wstring streamed(const Context& context, IConverter::quantity q, const std::locale& locale)
+{
+    constexpr std::int32_t mostDecimals = 1074;
+
+    const auto& formats = context.format_provider();
+    const std::int32_t precision = formats.get_precision(q.unit_id);
+    const std::string label = context.get_display_label(q.unit_id);
+    std::wostringstream stream;
+    stream.imbue(locale);
+    stream << std::fixed << std::setprecision(precision < 0 ? 3 : std::min(precision, mostDecimals))
+           << context.converter().convert(q, formats.get_unit(q.unit_id)).value;
+    if (!label.empty())
+        stream << L' ' << boost::locale::conv::utf_to_utf<wchar_t>(label);
+    return stream.str();
+}
+
+/// Writes the quantity and reads what is written.
+void write(const Context& context, IConverter::quantity q, const std::locale& locale)
+try {
+    const std::wstring text = context.format(q, locale);
+    const auto& formats = context.format_provider();
+    const UnitId::UnitId unit = formats.get_unit(q.unit_id);
+    const bool isFraction = unit == UnitId::FEET_AND_FRACTIONAL_INCHES
+        || unit == UnitId::FRACTIONAL_INCHES;
+    if (!isFraction && formats.get_format(q.unit_id) == 0 && text != streamed(context, q, locale)) {
+        std::fprintf(stderr, "%ls is not what a stream writes.\n", text.c_str());
+        std::abort();
+    }
+    read(text, locale);
+} catch (const std::invalid_argument& error) {
+    if (error.what() != std::string_view("Incompatible units."))
+        throw;
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerInitialize(int* /*argc*/, char*** /*argv*/)
+{
+    vrn::smartassert::set_assert_handler(refuseOtherAsserts);
+    return 0;
+}
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+{
+    const Input input(data, size);
+    const std::locale& locale = input.locale();
+    const std::string_view bytes = input.text();
+    std::wstring text = boost::locale::conv::utf_to_utf<wchar_t>(
+        bytes.data(), bytes.data() + bytes.size());
+    const Quantity quantity = read(text, locale);
+
+    Context context(input.system());
+    if (const Quantity value = context.parse(text, input.kind(), locale))
+        write(context, *value, locale);
+    if (input.hasOverride()) {
+        context = Context(input.system(), {{input.kind(), input.format()}});
+        if (const Quantity value = context.parse(text, input.kind(), locale))
+            write(context, *value, locale);
+        // A number of any size, whether or not the field would take its unit.
+        if (quantity)
+            write(context, {input.kind(), quantity->value}, locale);
     }
 
     // A matcher that backtracks would not come back from this.
-    if (!text.empty() && size % 16 == 0) {
+    if (!text.empty() && bytes.size() % 16 == 0) {
         while (text.size() < longestRepeated)
             text += text;
-        detail::read_quantity(text, locale, symbols);
-        detail::read_feet_and_inches(text, locale);
+        read(text, locale);
     }
     return 0;
 }
