@@ -12,7 +12,7 @@ namespace {
 
 // A row has more places than there are symbols, so that the state's number and
 // the symbol come together by an addition.
-constexpr std::size_t row_size = 32;
+constexpr std::size_t row_size = 16;
 constexpr std::size_t most_states = (std::numeric_limits<std::uint16_t>::max() + 1U) / row_size;
 constexpr std::size_t most_steps = 64;
 static_assert(symbols::count <= row_size);
@@ -26,8 +26,6 @@ constexpr Symbols set_of(Symbol symbol)
 }
 
 constexpr Symbols all = set_of(symbols::end) - 1;
-constexpr Symbols line_ends = set_of(symbols::line_break) | set_of(symbols::separator);
-constexpr Symbols white_space = set_of(symbols::blank) | set_of(symbols::line_break);
 
 } // namespace
 
@@ -153,11 +151,14 @@ private:
         step.target = static_cast<std::uint8_t>(step.target + by);
     }
 
-    /// One character, an escape, "." or a class.
+    /// One character, an escape or a class.
     Symbols symbol_set()
     {
-        if (!skip(L'['))
-            return plain_symbol();
+        if (!skip(L'[')) {
+            // A quantifier with nothing before it, and the dot for any character.
+            require(peek() != L'+' && peek() != L'.');
+            return symbol();
+        }
         const bool negated = skip(L'^');
         Symbols set = 0;
         while (m_good && !skip(L']')) {
@@ -168,13 +169,6 @@ private:
         return negated ? all & ~set : set;
     }
 
-    Symbols plain_symbol()
-    {
-        // A quantifier with nothing before it.
-        require(peek() != L'+');
-        return skip(L'.') ? all & ~line_ends : symbol();
-    }
-
     /// One character or an escape.
     Symbols symbol()
     {
@@ -183,10 +177,10 @@ private:
         if (escaped && character == L'd')
             return set_of(symbols::digit) | set_of(symbol_of(L'1'));
         if (escaped && character == L's')
-            return white_space;
+            return set_of(symbols::blank);
         const Symbol symbol = symbol_of(character);
         // Letters and digits have other meanings behind a "\\".
-        const bool is_punctuation = std::wstring_view(L".,/-+'").find(character)
+        const bool is_punctuation = std::wstring_view(L".,/-+").find(character)
             != std::wstring_view::npos;
         require(symbol < symbols::named.size() && (!escaped || is_punctuation));
         return set_of(symbol);

@@ -10,27 +10,27 @@
 
 namespace vrn::units::detail {
 
-/// The texts of the groups of a match, in the order of their parentheses. A
-/// group that took no part is empty.
-using Groups = std::array<std::wstring_view, 5>;
+/// The texts of the groups of a match, in the order of their parentheses: a number
+/// and a unit. A group that took no part is empty.
+using Groups = std::array<std::wstring_view, 2>;
 
 /// A regular expression that is matched in linear time, without recursion and
 /// without a limit on the length of the text.
 ///
-///     const Expression length(L"\\s*(\\d+)\\s*in\\s*", Expression::Extent::whole_text);
-///     Subject subject(L"12 in");
+///     const Expression part(L"\\s*(\\d+)\\s*/\\s*(\\d+)", Expression::Extent::whole_text);
+///     Subject subject(L"12 / 5");
 ///     Groups groups;
-///     if (length.match(subject, groups))
-///         use(groups[0]);
+///     if (part.match(subject, groups))
+///         use(groups[0], groups[1]);
 ///
 /// It accepts the texts that std::wregex of the classic locale accepts for the
 /// same expression, in its default grammar, with the same groups. Of that grammar
-/// it knows what quantities need: characters, "." and classes in brackets with
-/// "\d" and "\s" in them, groups that capture or not, the quantifiers "*", "+"
-/// and "?" behind a character or class, "?" and "{1,2}" behind a group, "^" as
-/// the first and "$" as the last character. It does not know alternatives and
-/// back references. Characters outside symbols::named cannot be named. An
-/// expression outside these bounds fails an assertion and matches nothing.
+/// it knows what quantities need: characters, classes in brackets with "\d" and
+/// "\s" in them, groups that capture or not, the quantifiers "*", "+" and "?"
+/// behind a character or class, "?" and "{1,2}" behind a group, "^" as the first
+/// and "$" as the last character. It does not know ".", alternatives and back
+/// references. Characters outside symbols::named cannot be named. An expression
+/// outside these bounds fails an assertion and matches nothing.
 ///
 /// The text is walked twice. From its end to its beginning, a deterministic
 /// automaton finds for each position the steps of the expression from which the

@@ -11,9 +11,6 @@ namespace vrn::units {
 inline namespace v1 {
 namespace {
 
-constexpr double foot = 0.3048;
-constexpr double inch = 0.0254;
-
 /// Whether truncation gives a number that a 32-bit integer holds.
 bool fits_32_bits(double v)
 {
@@ -57,7 +54,7 @@ std::wstring FeetAndFractionalInchesParser::format(
         return write_fixed(value, precision, symbol, locale);
     }
     const auto feet = static_cast<std::int32_t>(lifted);
-    const double inches = (value - feet) * foot / inch;
+    const double inches = (value - feet) * detail::metres_per_foot / detail::metres_per_inch;
     // The feet are not written in the locale of the call; only the fraction is.
     std::wostringstream text;
     text << feet << L"' " << write_fraction(inches, precision, "''", locale);

@@ -15,8 +15,7 @@ namespace {
 
 bool is_white_space(wchar_t character)
 {
-    const Symbol symbol = symbol_of(character);
-    return symbol == symbols::blank || symbol == symbols::line_break;
+    return symbol_of(character) == symbols::blank;
 }
 
 bool can_stand_in_decimal(wchar_t character)
@@ -50,11 +49,8 @@ bool take_minus(std::wstring_view& text)
 
 std::wstring_view take_digits(std::wstring_view& text)
 {
-    std::size_t count = 0;
-    while (count < text.size() && text[count] >= L'0' && text[count] <= L'9')
-        ++count;
-    const std::wstring_view digits = text.substr(0, count);
-    text.remove_prefix(count);
+    const std::wstring_view digits = text.substr(0, count_digits(text, 0));
+    text.remove_prefix(digits.size());
     return digits;
 }
 
@@ -109,6 +105,14 @@ std::wstring_view trim(std::wstring_view text)
     while (!text.empty() && is_white_space(text.back()))
         text.remove_suffix(1);
     return trim_left(text);
+}
+
+std::size_t count_digits(std::wstring_view text, std::size_t begin)
+{
+    std::size_t end = begin;
+    while (end < text.size() && text[end] >= L'0' && text[end] <= L'9')
+        ++end;
+    return end - begin;
 }
 
 NumberReader::NumberReader(const std::locale& locale)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <locale>
 #include <optional>
 #include <string_view>
@@ -11,6 +12,9 @@ std::wstring_view trim_left(std::wstring_view text);
 
 /// `text` without the white space of the classic locale at both ends.
 std::wstring_view trim(std::wstring_view text);
+
+/// How many digits stand in `text` from `begin` on.
+std::size_t count_digits(std::wstring_view text, std::size_t begin);
 
 /// Reads numbers as they are written in a locale.
 class NumberReader

@@ -61,8 +61,7 @@ void append_integer(std::wstring& text, std::int64_t number, const std::locale& 
     text += stream.str();
 }
 
-/// Decodes into the text itself: a string in between would cost an allocation, and an
-/// eighth of the time of writing.
+// Decodes into the text itself: a string in between would be the dearest part of writing.
 void append_label(std::wstring& text, std::string_view label)
 {
     namespace utf = boost::locale::utf;

@@ -11,17 +11,8 @@ namespace {
 
 bool ends_line(wchar_t character)
 {
-    const Symbol symbol = symbol_of(character);
-    return symbol == symbols::line_break || symbol == symbols::separator;
-}
-
-/// How many digits stand in `text` from `begin` on.
-std::size_t count_digits(std::wstring_view text, std::size_t begin)
-{
-    std::size_t end = begin;
-    while (end < text.size() && text[end] >= L'0' && text[end] <= L'9')
-        ++end;
-    return end - begin;
+    return character == L'\n' || character == L'\r' || character == L'\u2028'
+        || character == L'\u2029';
 }
 
 /// The length of the number at the beginning of `text`, if it is written as
@@ -149,9 +140,6 @@ boost::optional<IConverter::quantity> read_quantity(
 boost::optional<IConverter::quantity> read_feet_and_inches(
     std::wstring_view text, const std::locale& locale)
 {
-    constexpr double foot = 0.3048;
-    constexpr double inch = 0.0254;
-
     // The marks and the words of inches end in one of these. Most lengths do not, and
     // are spared the comparisons.
     const std::wstring_view content = trim(text);
@@ -168,7 +156,7 @@ boost::optional<IConverter::quantity> read_feet_and_inches(
     // Not-a-number is refused as well.
     if (!(inches >= 0))
         return boost::none;
-    return IConverter::quantity{UnitId::FOOT, inches * inch / foot + feet};
+    return IConverter::quantity{UnitId::FOOT, inches * metres_per_inch / metres_per_foot + feet};
 }
 
 } // namespace vrn::units::detail

@@ -16,6 +16,9 @@ namespace vrn::units::detail {
 boost::optional<IConverter::quantity> read_quantity(
     std::wstring_view text, const std::locale& locale, const SymbolMap& symbols);
 
+constexpr double metres_per_foot = 0.3048;
+constexpr double metres_per_inch = 0.0254;
+
 /// The length that `text` is in feet and inches, as "1' 3 1/2''" or "1ft 3in",
 /// under UnitId::FOOT, or nothing. Both marks must be there; a number that is
 /// missing, or is none, is 0. The sign of the feet does not reach the inches, which

@@ -11,8 +11,8 @@
 namespace vrn::units::detail {
 
 /// What an expression sees of a character. The expressions of this library name
-/// a dozen characters; all others differ in being a digit, white space, the end
-/// of a line or none of these, as the classic locale has it.
+/// a few characters; all others differ in being a digit, white space or neither, as
+/// the classic locale has it.
 using Symbol = std::uint8_t;
 
 /// A set of symbols: bit n stands for symbol n.
@@ -21,17 +21,14 @@ using Symbols = std::uint32_t;
 namespace symbols {
 
 /// The characters that expressions name, each a symbol of its own.
-inline constexpr std::wstring_view named = L"1.,/-+eE'ftin";
+inline constexpr std::wstring_view named = L"1.,/-+eE";
 
 inline constexpr Symbol first_unnamed = static_cast<Symbol>(named.size());
 inline constexpr Symbol digit = first_unnamed; ///< A digit other than '1'.
-inline constexpr Symbol blank = first_unnamed + 1; ///< White space within a line.
-inline constexpr Symbol line_break = first_unnamed + 2; ///< "\n" and "\r", white space too.
-/// U+2028 and U+2029: they end a line, but are no white space of the classic locale.
-inline constexpr Symbol separator = first_unnamed + 3;
-inline constexpr Symbol other = first_unnamed + 4;
-inline constexpr Symbol end = first_unnamed + 5; ///< Behind the last character.
-inline constexpr std::size_t count = first_unnamed + 6;
+inline constexpr Symbol blank = first_unnamed + 1; ///< White space, line breaks included.
+inline constexpr Symbol other = first_unnamed + 2;
+inline constexpr Symbol end = first_unnamed + 3; ///< Behind the last character.
+inline constexpr std::size_t count = first_unnamed + 4;
 
 } // namespace symbols
 
@@ -49,10 +46,8 @@ constexpr std::array<Symbol, ascii_count> make_ascii_symbols()
         symbol = symbols::other;
     for (wchar_t character = L'0'; character <= L'9'; ++character)
         table[code_of(character)] = symbols::digit;
-    for (const wchar_t character : std::wstring_view(L" \t\v\f"))
+    for (const wchar_t character : std::wstring_view(L" \t\n\v\f\r"))
         table[code_of(character)] = symbols::blank;
-    for (const wchar_t character : std::wstring_view(L"\n\r"))
-        table[code_of(character)] = symbols::line_break;
     for (std::size_t i = 0; i < symbols::named.size(); ++i)
         table[code_of(symbols::named[i])] = static_cast<Symbol>(i);
     return table;
@@ -64,9 +59,7 @@ inline constexpr std::array<Symbol, ascii_count> ascii_symbols = make_ascii_symb
 inline Symbol symbol_of(wchar_t character)
 {
     const std::size_t code = code_of(character);
-    if (code < ascii_count)
-        return ascii_symbols[code];
-    return code == 0x2028 || code == 0x2029 ? symbols::separator : symbols::other;
+    return code < ascii_count ? ascii_symbols[code] : symbols::other;
 }
 
 /// A text made ready for expressions: its characters as symbols, and the working
