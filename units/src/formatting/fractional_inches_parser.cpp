@@ -26,6 +26,10 @@ boost::optional<IConverter::quantity> FractionalInchesParser::parse(
 
 std::wstring FractionalInchesParser::format(IConverter::quantity q, const std::locale& locale) const
 {
+    const bool is_complete = m_unit_provider && m_format_provider && m_converter;
+    VRN_ASSERT(is_complete);
+    if (!is_complete)
+        return {};
     if (!m_converter->can_convert(q.unit_id, UnitId::INCH)) {
         VRN_ASSERT(m_converter->can_convert(q.unit_id, UnitId::INCH))("q.unit_id", q.unit_id);
         return {};

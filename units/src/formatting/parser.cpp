@@ -7,8 +7,6 @@
 #include <vrn/assert/smart_assert.h>
 #include <vrn/units/varnelik_unit_provider.h>
 
-#include <typeinfo>
-
 namespace vrn::units {
 inline namespace v1 {
 
@@ -24,21 +22,18 @@ Parser::Parser(const IUnitProvider* unit_provider, const IFormatProvider* format
 boost::optional<IConverter::quantity> Parser::parse(
     std::wstring_view text, const std::locale& locale) const
 {
-    VRN_ASSERT(m_unit_provider != nullptr);
-    if (m_unit_provider == nullptr)
-        return boost::none;
-    const IUnitProvider& provider = *m_unit_provider;
-    // The catalogue never changes, so its spellings are gathered once. A provider
-    // of another class may answer differently at each call.
-    if (typeid(provider) == typeid(VarnelikUnitProvider)) {
-        static const detail::SymbolMap catalogue{VarnelikUnitProvider()};
-        return detail::read_quantity(text, locale, catalogue);
-    }
-    return detail::read_quantity(text, locale, detail::SymbolMap(provider));
+    // The catalogue never changes, so its spellings are gathered once. No other provider
+    // comes here: parsers are made by Context alone.
+    static const detail::SymbolMap catalogue{VarnelikUnitProvider()};
+    return detail::read_quantity(text, locale, catalogue);
 }
 
 std::wstring Parser::format(IConverter::quantity q, const std::locale& locale) const
 {
+    const bool is_complete = m_unit_provider && m_format_provider && m_converter;
+    VRN_ASSERT(is_complete);
+    if (!is_complete)
+        return {};
     const UnitId::UnitId display_unit = m_format_provider->get_unit(q.unit_id);
     const double value = m_converter->convert(q, display_unit).value;
     const std::string label = display_label(*m_unit_provider, *m_format_provider, q.unit_id);
