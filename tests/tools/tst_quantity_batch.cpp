@@ -95,6 +95,17 @@ private Q_SLOTS:
             QString("ok\t1,500 ft\nerror\t\"304,8\" is no number\nok\t1.000,000 ft\n"));
     }
 
+    // The library asserts before it throws; standard error must not tell.
+    void aValueThatCannotBeShownIsAnErrorOfItsLine()
+    {
+        const auto outcome = runQuantity(
+            {"batch", "--system", "7"}, "format\t1001\t2\nformat\t1100\t1\nformat\t1001\t3\n");
+        QCOMPARE(outcome.output,
+            QString("ok\t2000.000 mm\nerror\tIncompatible units.\nok\t3000.000 mm\n"));
+        QCOMPARE(outcome.errors, QString());
+        QCOMPARE(outcome.status, 0);
+    }
+
     void noLineHasNoAnswer() { QCOMPARE(runQuantity({"batch"}).output, QString()); }
 
     void theLastLineNeedsNoLineFeed()
@@ -120,7 +131,7 @@ private Q_SLOTS:
     void memoryDoesNotGrowWithTheLines()
     {
         constexpr int linesOfAPortion = 20000;
-        constexpr int portions = 10;
+        constexpr int portions = 50;
         QByteArray portion;
         for (int i = 0; i < linesOfAPortion / 5; ++i) {
             const QByteArray number = QByteArray::number(i);

@@ -64,6 +64,10 @@ private Q_SLOTS:
             "3.2808 ft");
         row("an override of a unit keeps the unit",
             {"format", "16", "1", "--override", "16:precision=2"}, "1.00 mm");
+        row("a negative denominator is 4",
+            {"format", "1001", "1", "--override", "1001:unit=215,precision=-1"}, "3' 3 1/4 ''");
+        row("a denominator of 0 means fixed notation",
+            {"format", "1001", "1.5", "--override", "1001:precision=0,format=2"}, "2 m");
         row("an empty label hides the unit", {"show", "1001", "1 m", "--override", "1001:label="},
             "1.000");
         row("two overrides",
@@ -96,6 +100,9 @@ private Q_SLOTS:
         QTest::newRow("a unit that the kind does not list")
             << QStringList{"parse", "GEO_LENGTH", "1 dm"};
         QTest::newRow("units that do not convert") << QStringList{"convert", "1 kN", "m"};
+        // Kinds list units of several dimensions, and to share one is not enough.
+        QTest::newRow("a duration for a frequency") << QStringList{"convert", "1 sec", "1/sec"};
+        QTest::newRow("an area for an area per length") << QStringList{"convert", "1 cm2", "cm2/m"};
         QTest::newRow("a trailing blank") << QStringList{"parse", "GEO_LENGTH", "12 m "};
         QTest::newRow("a text of two lines") << QStringList{"parse", "GEO_LENGTH", "x\ny"};
     }
@@ -145,6 +152,14 @@ private Q_SLOTS:
             "furlong");
         row("an override of no kind", {"show", "1001", "1", "--override", "999:unit=m"},
             "Invalid unit id.");
+        row("a value in a system whose display unit the kind does not list",
+            {"format", "1100", "1", "--system", "7"}, "Incompatible units.");
+        row("a value in a display unit of another kind",
+            {"format", "GEO_LENGTH", "1", "--override", "GEO_LENGTH:unit=kN"},
+            "Incompatible units.");
+        row("a text in a display unit of another kind",
+            {"show", "GEO_LENGTH", "1 m", "--override", "GEO_LENGTH:unit=kN"},
+            "Incompatible units.");
         row("a message of two lines becomes one", {"parse", "GEO\nWIDTH", "1"}, "GEO WIDTH");
     }
     void wrongUsage()
