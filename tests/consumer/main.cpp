@@ -2,6 +2,7 @@
 // libraries are found, linked and loaded; main returns non-zero otherwise.
 
 #include <vrn/assert/smart_assert.h>
+#include <vrn/environment/environment.h>
 #include <vrn/qt/controls.h>
 #include <vrn/qt/validators.h>
 #include <vrn/units/unknown_unit.h>
@@ -45,12 +46,26 @@ bool unknownUnitIsCaught()
     }
 }
 
+// A package that was moved after it was built is not where the library looks by
+// itself; its own CMake files tell where the icons are.
+bool installedIconIsFound()
+{
+#ifdef VRN_QT2_DATA_DIR
+    vrn::app::Environment::instance().getPaths({}).addPath(VRN_QT2_DATA_DIR);
+    const auto icon = vrn::qt::Pixmap::create(L"control_repeat_blue.png");
+    return icon && icon->size() == QSize(32, 32);
+#else
+    return true;
+#endif
+}
+
 } // namespace
 
 int main(int argc, char** argv)
 {
     const QApplication application(argc, argv);
-    const bool passed = reportArrives() && fieldHoldsNumber() && unknownUnitIsCaught();
+    const bool passed = reportArrives() && fieldHoldsNumber() && unknownUnitIsCaught()
+        && installedIconIsFound();
     std::puts(passed ? "passed" : "failed");
     return passed ? 0 : 1;
 }
