@@ -75,7 +75,6 @@ void MultiEditLineEdit::reset()
 {
     m_varies = false;
     m_fresh = true;
-    m_shownValue = boost::any();
 }
 
 void MultiEditLineEdit::readValue(const boost::any& value)
@@ -112,6 +111,7 @@ void MultiEditLineEdit::setValue(const boost::any& value)
 {
     const VRN_QT_SignalBlocker blocker(isLoading() ? this : nullptr);
     m_varies = false;
+    m_shownValue = boost::any();
     SimpleLineEdit::setValue(value);
 }
 

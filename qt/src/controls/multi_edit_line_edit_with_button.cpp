@@ -1,5 +1,6 @@
 #include <vrn/qt/multi_edit_line_edit_with_button.h>
 
+#include <vrn/assert/smart_assert.h>
 #include <vrn/companion_qt/connect.h>
 
 #include <QPointer>

@@ -1,5 +1,6 @@
 #include <vrn/qt/multi_edit_line_edit_with_reset_button.h>
 
+#include <vrn/assert/smart_assert.h>
 #include <vrn/companion_qt/connect.h>
 #include <vrn/qt/pixmap.h>
 
@@ -23,6 +24,7 @@ MultiEditLineEditWithResetButton::MultiEditLineEditWithResetButton(
     QToolButton* button = detail::appendToolButton(this, QStringLiteral("btn"));
     button->setIcon(Pixmap::createOrDefault(L"control_repeat_blue.png"));
     button->setToolTip(QObject::tr("Reset to default.", "makeLineEditWithOptionalValue"));
+    button->setAccessibleName(button->toolTip());
 
     vrn_connect(edit(), &QLineEdit::textEdited, this, [this] { m_resetPending = false; });
     vrn_connect(button, &QToolButton::clicked, this, [this, fn = std::move(fn)] {

@@ -9,9 +9,10 @@ namespace vrn::qt {
 OnValueChangedHook::OnValueChangedHook(QObject* sender, boost::function<void()>&& fn)
     : m_fn(std::move(fn))
 {
-    VRN_ASSERT(sender);
-    // By name: a sender of any class will do.
-    if (sender)
+    // By name: a sender of any class will do that has the signal.
+    const bool hasSignal = sender && sender->metaObject()->indexOfSignal("valueChanged()") != -1;
+    VRN_ASSERT(hasSignal);
+    if (hasSignal)
         connect(sender, SIGNAL(valueChanged()), this, SLOT(onValueChanged()));
 }
 

@@ -13,8 +13,9 @@ namespace vrn::qt {
 /// leaving the field do nothing; as soon as the user has typed an accepted text
 /// in its place, this is the value of all.
 ///
-/// The validator has to stay as it is between reset() and the last readValue():
-/// a value equal to the one before is not written anew to compare it.
+/// The validator has to write values alike from the first readValue() after a
+/// reset() to the last: one equal to the one before is not written anew to
+/// compare it.
 class VRN_QT2_EXPORT MultiEditLineEdit
     : public SimpleLineEdit
     , public MultiEditControlBase

@@ -1,0 +1,213 @@
+#pragma once
+
+#include "multi_edit_line_edit_fixture.h"
+#include "support/any_to_string.h"
+#include "support/random_sequence.h"
+
+#include <QRegularExpression>
+#include <QSignalSpy>
+
+#include <memory>
+
+namespace vrn::test {
+
+/// What the rules of a MultiEditLineEdit come to for percentage(), as a plain
+/// state machine.
+struct MultiEditLineEditModel
+{
+    bool fresh = true;
+    bool varies = false;
+    bool valid = false;
+    QString text;
+    int due = 0; ///< valueChanged
+
+    static QString written(double value)
+    {
+        return QString::number(qBound(0.0, value, 100.0), 'f', 1);
+    }
+
+    void reset()
+    {
+        fresh = true;
+        varies = false;
+    }
+
+    void read(double value)
+    {
+        if (fresh) {
+            fresh = false;
+            set(value);
+        } else if (!varies && written(value) != text) {
+            forceVaries();
+        }
+    }
+
+    void set(double value)
+    {
+        varies = false;
+        text = written(value);
+        valid = true;
+    }
+
+    void forceVaries()
+    {
+        varies = true;
+        text = vrn::qt::getVariesString();
+    }
+
+    void edited(const QString& newText)
+    {
+        text = newText;
+        if (text == vrn::qt::getVariesString())
+            return;
+        valid = isNumber();
+        if (valid)
+            varies = false;
+    }
+
+    void finished()
+    {
+        edited(text);
+        if (text == vrn::qt::getVariesString())
+            return;
+        if (valid)
+            text = written(text.toDouble());
+        ++due;
+    }
+
+    bool isNumber() const
+    {
+        static const QRegularExpression number(QStringLiteral("^([0-9]+\\.?[0-9]*|\\.[0-9]+)$"));
+        return number.match(text).hasMatch();
+    }
+
+    /// Whether asking for the value is a broken contract: its text has gone, and
+    /// neither a keystroke nor a value has come since.
+    bool hasLostItsText() const { return !varies && valid && !isNumber(); }
+
+    boost::any current() const
+    {
+        return varies || !valid ? boost::any() : boost::any(qMin(text.toDouble(), 100.0));
+    }
+};
+
+/// The actions of a user and of the application on a field, on the model too.
+template <typename Field, typename Model>
+class MultiEditLineEditSubject : public Subject
+{
+public:
+    explicit MultiEditLineEditSubject(Field* field)
+        : m_field(field)
+        , m_valueChanged(field, &vrn::qt::MultiEditLineEdit::valueChanged)
+    {}
+
+    static QStringList actions()
+    {
+        return {"readValue", "readValue", "readValue", "reset", "setValue", "forceVaries",
+            "one key", "one key", "Backspace", "Enter", "a new text", "a refused text",
+            "the varies text"};
+    }
+
+    QString perform(int action, unsigned argument) override
+    {
+        // Two that are written alike, and one beyond the maximum.
+        static const double values[] = {0.0, 1.0, 1.04, 2.5, 1e9};
+        const double value = values[argument % 5];
+        Model& model = m_model;
+        switch (action) {
+        case 0:
+        case 1:
+        case 2:
+            m_field->readValue(value);
+            model.read(value);
+            break;
+        case 3:
+            m_field->reset();
+            model.reset();
+            break;
+        case 4:
+            m_field->setValue(value);
+            model.set(value);
+            break;
+        case 5:
+            m_field->forceVaries();
+            model.forceVaries();
+            break;
+        case 6:
+        case 7: {
+            const char key = "0127."[argument % 5];
+            QTest::keyClick(m_field->edit(), key);
+            model.edited(model.text + key);
+            break;
+        }
+        case 8:
+            QTest::keyClick(m_field->edit(), Qt::Key_Backspace);
+            if (!model.text.isEmpty())
+                model.edited(model.text.chopped(1));
+            break;
+        case 9:
+            QTest::keyClick(m_field->edit(), Qt::Key_Return);
+            model.finished();
+            break;
+        case 10:
+            type(QString::number(argument % 200));
+            break;
+        case 11:
+            type(QStringLiteral("x"));
+            break;
+        case 12:
+            type(vrn::qt::getVariesString());
+            break;
+        default:
+            performOther(action, argument);
+        }
+        return difference();
+    }
+
+protected:
+    virtual void performOther(int /*action*/, unsigned /*argument*/) {}
+
+    Field* field() { return m_field.get(); }
+    Model& model() { return m_model; }
+
+    template <typename Actual>
+    static QString differing(const char* what, const Actual& actual, const Actual& expected)
+    {
+        if (actual == expected)
+            return {};
+        return QStringLiteral("%1 is %2 instead of %3")
+            .arg(QLatin1String(what))
+            .arg(actual)
+            .arg(expected);
+    }
+
+private:
+    // Key by key: each text on the way is validated.
+    void type(const QString& text)
+    {
+        m_field->edit()->selectAll();
+        QTest::keyClicks(m_field->edit(), text);
+        for (int length = 1; length <= text.size(); ++length)
+            m_model.edited(text.left(length));
+    }
+
+    QString difference()
+    {
+        QStringList all = {differing("text", m_field->edit()->text(), m_model.text),
+            differing("varies", int(m_field->dataVaries()), int(m_model.varies)),
+            differing("valid", int(m_field->isValueValid()), int(m_model.valid)),
+            differing("the number of signals", int(m_valueChanged.count()), m_model.due)};
+        if (!m_model.hasLostItsText()) {
+            all << differing(
+                "the value", describe(m_field->getCurrentValue()), describe(m_model.current()));
+        }
+        all.removeAll(QString());
+        return all.join(QStringLiteral(", "));
+    }
+
+    std::unique_ptr<Field> m_field;
+    QSignalSpy m_valueChanged;
+    Model m_model;
+};
+
+} // namespace vrn::test

@@ -1,0 +1,300 @@
+#include <vrn/base/any_predicates.h>
+#include <vrn/qt/multi_edit_control_base.h>
+#include <vrn/qt/multi_edit_value.h>
+
+#include "support/test_main.h"
+#include "support/test_object.h"
+
+#include <memory>
+#include <stdexcept>
+#include <type_traits>
+
+using namespace vrn::qt;
+using vrn::KeyValueStorage;
+
+namespace {
+
+using Saver = boost::function<bool(KeyValueStorage&)>;
+using Loader = boost::function<void(const KeyValueStorage&)>;
+
+// A control of bools with the saver and the loader that others are shaped after.
+struct Switch : public MultiEditValue
+{
+    explicit Switch(const std::string& id)
+        : MultiEditValue(&vrn::any_differ<bool>)
+    {
+        setCanBeSaved(
+            id,
+            [this](KeyValueStorage& storage) {
+                if (!dataVaries())
+                    storage[getStorageId()] = boost::any_cast<bool>(getCurrentValue());
+                return true;
+            },
+            [this](const KeyValueStorage& storage) {
+                const auto entry = storage.find(getStorageId());
+                if (entry != storage.end() && boost::any_cast<bool>(&entry->second))
+                    setValue(entry->second);
+            });
+    }
+
+    using MultiEditControlBase::setLoading;
+};
+
+} // namespace
+
+class TestMultiEditControlBase : public vrn::test::TestObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void aNewControlCannotBeSaved()
+    {
+        MultiEditValue control(&vrn::any_differ<bool>);
+        QVERIFY(!control.canBeSaved());
+        QCOMPARE(control.getStorageId(), std::string());
+        KeyValueStorage storage;
+        QVERIFY(!control.save(storage));
+        QVERIFY(storage.empty());
+        control.load(storage);
+        QVERIFY(control.getCurrentValue().empty());
+    }
+
+    void setCanBeSavedStoresIdAndFunctions()
+    {
+        MultiEditValue control(&vrn::any_differ<bool>);
+        int saved = 0;
+        int loaded = 0;
+        const KeyValueStorage* given = nullptr;
+        control.setCanBeSaved(
+            "depth",
+            [&](KeyValueStorage& storage) {
+                ++saved;
+                given = &storage;
+                return true;
+            },
+            [&](const KeyValueStorage& storage) {
+                ++loaded;
+                given = &storage;
+            });
+        QVERIFY(control.canBeSaved());
+        QCOMPARE(control.getStorageId(), std::string("depth"));
+        QCOMPARE(saved + loaded, 0);
+
+        KeyValueStorage storage;
+        QVERIFY(control.save(storage));
+        QCOMPARE(saved, 1);
+        QCOMPARE(given, static_cast<const KeyValueStorage*>(&storage));
+        given = nullptr;
+        control.load(storage);
+        QCOMPARE(loaded, 1);
+        QCOMPARE(given, static_cast<const KeyValueStorage*>(&storage));
+    }
+
+    void saveReturnsWhatTheSaverReturns_data()
+    {
+        QTest::addColumn<bool>("result");
+        QTest::newRow("true") << true;
+        QTest::newRow("false") << false;
+    }
+
+    void saveReturnsWhatTheSaverReturns()
+    {
+        QFETCH(bool, result);
+        MultiEditValue control(&vrn::any_differ<bool>);
+        control.setCanBeSaved("id", [result](KeyValueStorage&) { return result; }, {});
+        KeyValueStorage storage;
+        QCOMPARE(control.save(storage), result);
+    }
+
+    void theFunctionsAreTakenOver()
+    {
+        const auto token = std::make_shared<int>();
+        MultiEditValue control(&vrn::any_differ<bool>);
+        Saver saver = [token](KeyValueStorage&) { return true; };
+        Loader loader = [token](const KeyValueStorage&) {};
+        control.setCanBeSaved("id", std::move(saver), std::move(loader));
+        QVERIFY(saver.empty()); // NOLINT(bugprone-use-after-move)
+        QVERIFY(loader.empty()); // NOLINT(bugprone-use-after-move)
+        QCOMPARE(token.use_count(), 3L);
+        control.setCanBeSaved("other", {}, {});
+        QCOMPARE(token.use_count(), 1L);
+    }
+
+    // The flag is for the application to ask.
+    void emptyFunctionsMayBeGiven()
+    {
+        Switch control("lit");
+        control.setCanBeSaved("other", {}, {});
+        QVERIFY(control.canBeSaved());
+        QCOMPARE(control.getStorageId(), std::string("other"));
+        KeyValueStorage storage;
+        storage["other"] = true;
+        QVERIFY(!control.save(storage));
+        control.load(storage);
+        QVERIFY(control.getCurrentValue().empty());
+    }
+
+    void theLoadOrderIsOnlyKept()
+    {
+        static_assert(std::is_same_v<std::underlying_type_t<LoadOrder>, std::uint32_t>);
+        MultiEditValue control(&vrn::any_differ<bool>);
+        QCOMPARE(std::uint32_t(control.getLoadOrder()), 0U);
+        QCOMPARE(LoadOrder::Default, LoadOrder(0));
+        control.setLoadOrder(LoadOrder(4000000000U));
+        QCOMPARE(std::uint32_t(control.getLoadOrder()), 4000000000U);
+    }
+
+    void loadDoesNotRaiseTheLoadingFlag()
+    {
+        Switch control("lit");
+        QVERIFY(!control.isLoading());
+        bool during = true;
+        control.setCanBeSaved(
+            "lit", {}, [&](const KeyValueStorage&) { during = control.isLoading(); });
+        control.load(KeyValueStorage());
+        QVERIFY(!during);
+        QVERIFY(!control.isLoading());
+        control.setLoading(true);
+        QVERIFY(control.isLoading());
+    }
+
+    void whatTheFunctionsThrowPasses()
+    {
+        MultiEditValue control(&vrn::any_differ<bool>);
+        control.setCanBeSaved(
+            "id", [](KeyValueStorage&) -> bool { throw std::runtime_error("s"); },
+            [](const KeyValueStorage&) { throw std::runtime_error("l"); });
+        KeyValueStorage storage;
+        QVERIFY_EXCEPTION_THROWN(control.save(storage), std::runtime_error);
+        QVERIFY_EXCEPTION_THROWN(control.load(storage), std::runtime_error);
+    }
+
+    void aFunctionMaySetOthersInItsPlace()
+    {
+        const auto token = std::make_shared<int>(7);
+        MultiEditValue control(&vrn::any_differ<bool>);
+        bool kept = false;
+        control.setCanBeSaved("id",
+            [&control, &kept, token](KeyValueStorage&) {
+                control.setCanBeSaved("other", {}, {});
+                kept = *token == 7;
+                return kept;
+            },
+            {});
+        KeyValueStorage storage;
+        QVERIFY(control.save(storage));
+        QVERIFY(kept);
+        QVERIFY(!control.save(storage));
+    }
+
+    void aFunctionMayDestroyTheControl()
+    {
+        const auto token = std::make_shared<int>(7);
+        auto saved = std::make_unique<MultiEditValue>(&vrn::any_differ<bool>);
+        saved->setCanBeSaved("id",
+            [&saved, token](KeyValueStorage&) {
+                saved.reset();
+                return *token == 7;
+            },
+            {});
+        KeyValueStorage storage;
+        QVERIFY(saved->save(storage));
+
+        auto loaded = std::make_unique<MultiEditValue>(&vrn::any_differ<bool>);
+        loaded->setCanBeSaved("id", {}, [&loaded, token](const KeyValueStorage&) {
+            loaded.reset();
+            QCOMPARE(*token, 7);
+        });
+        loaded->load(storage);
+        QVERIFY(!loaded);
+        QCOMPARE(token.use_count(), 1L);
+    }
+
+    // --- the persisted form, by a saver and a loader of the usual shape
+
+    void aValueGoesThroughTheStorage_data()
+    {
+        QTest::addColumn<bool>("value");
+        QTest::newRow("true") << true;
+        QTest::newRow("false") << false;
+    }
+
+    void aValueGoesThroughTheStorage()
+    {
+        QFETCH(bool, value);
+        Switch saved("lit");
+        saved.setValue(value);
+        KeyValueStorage storage;
+        storage["lit"] = std::string("replaced");
+        QVERIFY(saved.save(storage));
+        QCOMPARE(storage.size(), std::size_t(1));
+        QCOMPARE(storage.find("lit")->second, boost::any(value));
+
+        Switch loaded("lit");
+        loaded.load(storage);
+        QCOMPARE(loaded.getCurrentValue(), boost::any(value));
+    }
+
+    void saveOfAVaryingControlLeavesTheStorageAsItWas()
+    {
+        Switch control("lit");
+        KeyValueStorage storage;
+        control.setValue(true);
+        QVERIFY(control.save(storage));
+        control.setValue(false);
+        control.forceVaries();
+        QVERIFY(control.save(storage));
+        QCOMPARE(storage.find("lit")->second, boost::any(true));
+
+        KeyValueStorage empty;
+        QVERIFY(control.save(empty));
+        QVERIFY(empty.empty());
+    }
+
+    void loadLeavesTheControlAsItWas_data()
+    {
+        QTest::addColumn<std::string>("key");
+        QTest::addColumn<boost::any>("entry");
+        QTest::newRow("from a storage without the id") << std::string("unlit") << boost::any(false);
+        QTest::newRow("from a number") << std::string("lit") << boost::any(0);
+        QTest::newRow("from a text") << std::string("lit") << boost::any(std::string("false"));
+        QTest::newRow("from an empty value") << std::string("lit") << boost::any();
+    }
+
+    void loadLeavesTheControlAsItWas()
+    {
+        QFETCH(std::string, key);
+        QFETCH(boost::any, entry);
+        KeyValueStorage storage;
+        storage[key] = entry;
+        Switch control("lit");
+        control.setValue(true);
+        control.load(storage);
+        QCOMPARE(control.getCurrentValue(), boost::any(true));
+        control.forceVaries();
+        control.load(storage);
+        QVERIFY(control.dataVaries());
+        QCOMPARE(storage.size(), std::size_t(1));
+    }
+
+    void aSaverThatFindsNoBoolThrows_data()
+    {
+        QTest::addColumn<boost::any>("value");
+        QTest::newRow("an empty value") << boost::any();
+        QTest::newRow("a number") << boost::any(1);
+    }
+
+    void aSaverThatFindsNoBoolThrows()
+    {
+        QFETCH(boost::any, value);
+        Switch control("lit");
+        control.setValue(value);
+        KeyValueStorage storage;
+        QVERIFY_EXCEPTION_THROWN(control.save(storage), boost::bad_any_cast);
+    }
+};
+
+Q_DECLARE_METATYPE(std::string)
+
+VRN_TEST_MAIN(TestMultiEditControlBase)
+#include "tst_multi_edit_control_base.moc"

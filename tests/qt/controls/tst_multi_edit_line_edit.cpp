@@ -1,0 +1,729 @@
+#include <vrn/qt/multi_edit_line_edit.h>
+#include <vrn/qt/string_edit_validator.h>
+#include <vrn/qt/unit_validator.h>
+
+#include "multi_edit_line_edit_fixture.h"
+#include "support/test_main.h"
+#include "support/test_object.h"
+
+#include <QAccessible>
+#include <QPointer>
+#include <QPushButton>
+#include <QScopedPointer>
+#include <QSignalSpy>
+#include <QTranslator>
+
+#include <limits>
+#include <stdexcept>
+
+using namespace vrn::qt;
+using namespace vrn::test;
+
+namespace {
+
+using Quantity = vrn::units::IConverter::quantity;
+
+MultiEditLineEdit* create(IValidator* validator = percentage())
+{
+    return MultiEditLineEdit::create(nullptr, {}, validator, 0, ExpandHorizontal);
+}
+
+// What a derived class may do, and see.
+class Derived : public MultiEditLineEdit
+{
+public:
+    explicit Derived(boost::shared_ptr<IValidator> validator)
+        : MultiEditLineEdit(nullptr, {}, std::move(validator), {}, 0, ExpandHorizontal)
+    {}
+
+    void setValue(const boost::any& value) override
+    {
+        ++sets;
+        MultiEditLineEdit::setValue(value);
+    }
+
+    void forceVaries() override
+    {
+        ++forces;
+        MultiEditLineEdit::forceVaries();
+    }
+
+    using MultiEditControlBase::setLoading;
+    using MultiEditLineEdit::vetoValidation;
+
+    int sets = 0;
+    int forces = 0;
+};
+
+class OtherLanguage : public QTranslator
+{
+public:
+    QString translate(const char* /*context*/, const char* source, const char* /*comment*/,
+        int /*count*/) const override
+    {
+        return qstrcmp(source, "*VARIES*") == 0 ? QStringLiteral("*VERSCHIEDEN*") : QString();
+    }
+    bool isEmpty() const override { return false; }
+};
+
+} // namespace
+
+class TestMultiEditLineEdit : public TestObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    // --- the table of states and signals
+
+    void whatAnActionDoes_data()
+    {
+        QTest::addColumn<MultiEditAction>("before");
+        QTest::addColumn<MultiEditAction>("action");
+        QTest::addColumn<int>("valueChanged");
+        QTest::addColumn<bool>("varies");
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<boost::any>("current");
+        QTest::addColumn<bool>("fresh");
+
+        using namespace vrn::test::action;
+        const QString varies = getVariesString();
+        const boost::any none;
+        const auto row = [](const char* state, const MultiEditAction& before) {
+            return
+                [=](const char* name, const MultiEditAction& action, int signalCount,
+                    bool variesAfter, const QString& text, const boost::any& current, bool fresh) {
+                    QTest::addRow("%s: %s", state, name) << before << action << signalCount
+                                                         << variesAfter << text << current << fresh;
+                };
+        };
+        const bool isFreshAfter = true;
+        const bool isReadAfter = false;
+
+        const auto fresh = row("fresh", nothing());
+        fresh("nothing", nothing(), 0, false, "", none, isFreshAfter);
+        fresh("reset", reset(), 0, false, "", none, isFreshAfter);
+        fresh("a read", read(1.0), 0, false, "1.0", 1.0, isReadAfter);
+        fresh("a read out of range", read(1e9), 0, false, "100.0", 100.0, isReadAfter);
+        fresh("setValue", set(3.0), 0, false, "3.0", 3.0, isFreshAfter);
+        fresh("forceVaries", forceVaries(), 0, true, varies, none, isFreshAfter);
+        fresh("a good text", type("4"), 0, false, "4", 4.0, isFreshAfter);
+        fresh("a refused text", type("x"), 0, false, "x", none, isFreshAfter);
+        fresh("Enter", enter(), 1, false, "", none, isFreshAfter);
+        fresh("a good text and Enter", inOrder({type("4"), enter()}), 1, false, "4.0", 4.0,
+            isFreshAfter);
+        fresh("a refused text and Enter", inOrder({type("x"), enter()}), 1, false, "x", none,
+            isFreshAfter);
+        fresh("the varies text and Enter", inOrder({type(varies), enter()}), 0, false, varies, none,
+            isFreshAfter);
+
+        const auto common = row("common", read(1.0));
+        common("reset keeps text and value", reset(), 0, false, "1.0", 1.0, isFreshAfter);
+        common("an equal read", read(1.0), 0, false, "1.0", 1.0, isReadAfter);
+        common("a read that is written alike", read(1.04), 0, false, "1.0", 1.0, isReadAfter);
+        common("a different read", read(2.0), 0, true, varies, none, isReadAfter);
+        common("setValue", set(3.0), 0, false, "3.0", 3.0, isReadAfter);
+        common("forceVaries", forceVaries(), 0, true, varies, none, isReadAfter);
+        common("a good text", type("4"), 0, false, "4", 4.0, isReadAfter);
+        common("a refused text", type("x"), 0, false, "x", none, isReadAfter);
+        common("Enter", enter(), 1, false, "1.0", 1.0, isReadAfter);
+        common("each Enter", inOrder({enter(), enter()}), 2, false, "1.0", 1.0, isReadAfter);
+        common("a good text and Enter", inOrder({type("4"), enter()}), 1, false, "4.0", 4.0,
+            isReadAfter);
+        common("a good text, and leaving", inOrder({type("4"), leave()}), 1, false, "4.0", 4.0,
+            isReadAfter);
+        common("a good text, Enter, and leaving", inOrder({type("4"), enter(), type("5"), leave()}),
+            2, false, "5.0", 5.0, isReadAfter);
+        common("a refused text and Enter", inOrder({type("x"), enter()}), 1, false, "x", none,
+            isReadAfter);
+        common("the varies text and Enter", inOrder({type(varies), enter()}), 0, false, varies,
+            none, isReadAfter);
+
+        const auto varying = row("varies", inOrder({read(1.0), read(2.0)}));
+        varying("a read", read(1.0), 0, true, varies, none, isReadAfter);
+        varying("many reads", inOrder({read(2.0), read(2.0), read(1.0)}), 0, true, varies, none,
+            isReadAfter);
+        varying("setValue", set(3.0), 0, false, "3.0", 3.0, isReadAfter);
+        varying("forceVaries", forceVaries(), 0, true, varies, none, isReadAfter);
+        varying("a good text", type("4"), 0, false, "4", 4.0, isReadAfter);
+        varying("a refused text", type("x"), 0, true, "x", none, isReadAfter);
+        varying("Enter", enter(), 0, true, varies, none, isReadAfter);
+        varying("leaving", leave(), 0, true, varies, none, isReadAfter);
+        varying("a good text and Enter", inOrder({type("4"), enter()}), 1, false, "4.0", 4.0,
+            isReadAfter);
+        varying("a good text, and leaving", inOrder({type("4"), leave()}), 1, false, "4.0", 4.0,
+            isReadAfter);
+        varying("a refused text and Enter", inOrder({type("x"), enter()}), 1, true, "x", none,
+            isReadAfter);
+        varying("the varies text typed again, and Enter", inOrder({type(varies), enter()}), 0, true,
+            varies, none, isReadAfter);
+        varying("a refused text, the varies text again, and leaving",
+            inOrder({type("x"), type(varies), leave()}), 0, true, varies, none, isReadAfter);
+        varying("a refused text, then a read", inOrder({type("x"), read(1.0)}), 0, true, "x", none,
+            isReadAfter);
+        varying(
+            "reset, and a read", inOrder({reset(), read(2.0)}), 0, false, "2.0", 2.0, isReadAfter);
+        varying("reset, forceVaries, and a read",
+            inOrder({reset(), action::forceVaries(), read(2.0)}), 0, false, "2.0", 2.0,
+            isReadAfter);
+    }
+
+    void whatAnActionDoes()
+    {
+        QFETCH(MultiEditAction, before);
+        QFETCH(MultiEditAction, action);
+        Form form;
+        MultiEditLineEdit* field = create();
+        form.open(field);
+        before(*field, form);
+        QSignalSpy valueChanged(field, &MultiEditLineEdit::valueChanged);
+        action(*field, form);
+        QTEST(int(valueChanged.count()), "valueChanged");
+        QTEST(field->dataVaries(), "varies");
+        QTEST(field->edit()->text(), "text");
+        QTEST(field->getCurrentValue(), "current");
+        QTEST(isFresh(*field, 1.0), "fresh");
+        QTEST(int(valueChanged.count()), "valueChanged");
+    }
+
+    // The flag is that of the value before; the text is no number.
+    void resetOfAVaryingFieldLeavesATextThatHasNoValue()
+    {
+        const QScopedPointer<MultiEditLineEdit> field(create());
+        field->readValue(1.0);
+        field->readValue(2.0);
+        field->reset();
+        QVERIFY(!field->dataVaries());
+        QCOMPARE(field->edit()->text(), getVariesString());
+        expectAssert("ok", {}, "getValue() failed to validate");
+        field->getCurrentValue();
+        QVERIFY(isFresh(*field, 1.0));
+    }
+
+    void resetOfAVaryingFieldOfTextsReturnsTheTextInIt()
+    {
+        const QScopedPointer<MultiEditLineEdit> field(create(new StringEditValidator(40)));
+        field->readValue(std::wstring(L"a"));
+        field->readValue(std::wstring(L"b"));
+        QVERIFY(field->getCurrentValue().empty());
+        field->reset();
+        QCOMPARE(field->getCurrentValue(), boost::any(getVariesString().toStdWString()));
+    }
+
+    // --- comparison
+
+    void valuesAreComparedAsText_data()
+    {
+        QTest::addColumn<double>("first");
+        QTest::addColumn<double>("second");
+        QTest::addColumn<bool>("varies");
+        const double nan = std::numeric_limits<double>::quiet_NaN();
+        QTest::newRow("one value twice") << 1.0 << 1.0 << false;
+        QTest::newRow("two that are written alike") << 1.0 << 1.04 << false;
+        QTest::newRow("two that are not") << 1.0 << 1.06 << true;
+        QTest::newRow("two beyond the maximum") << 1e9 << 1e10 << false;
+        QTest::newRow("the maximum and one beyond it") << 100.0 << 1e9 << false;
+        QTest::newRow("a not-a-number twice") << nan << nan << false;
+    }
+
+    void valuesAreComparedAsText()
+    {
+        QFETCH(double, first);
+        QFETCH(double, second);
+        QFETCH(bool, varies);
+        const QScopedPointer<MultiEditLineEdit> field(create());
+        field->readValue(first);
+        const QString text = field->edit()->text();
+        field->readValue(second);
+        QCOMPARE(field->dataVaries(), varies);
+        QCOMPARE(field->edit()->text(), varies ? getVariesString() : text);
+    }
+
+    // Whatever is remembered of the values read, the text decides.
+    void everyPairAfterARunOfEqualValuesIsComparedAsText()
+    {
+        const double values[] = {0.0, -0.0, 0.04, -0.04, 1.0, 1.04, -1.0, 1e9, -1e9,
+            std::numeric_limits<double>::infinity(), std::numeric_limits<double>::quiet_NaN()};
+        const auto validator = boost::make_shared<CountingValidator>();
+        for (const double first : values) {
+            for (const double second : values) {
+                const QScopedPointer<MultiEditLineEdit> field(
+                    MultiEditLineEdit::create(nullptr, {}, validator, 0, ExpandHorizontal));
+                for (int i = 0; i < 3; ++i)
+                    field->readValue(first);
+                QVERIFY(!field->dataVaries());
+                field->readValue(second);
+                const bool alike = validator->reformat(first, 0) == validator->reformat(second, 0);
+                QVERIFY2(field->dataVaries() != alike,
+                    qPrintable(QString("%1 and %2").arg(first).arg(second)));
+            }
+        }
+    }
+
+    void quantitiesAreComparedAsText_data()
+    {
+        QTest::addColumn<boost::any>("second");
+        QTest::addColumn<bool>("varies");
+        namespace Id = vrn::units::UnitId;
+        QTest::newRow("the same") << boost::any(Quantity{Id::METRE, 1.5}) << false;
+        QTest::newRow("alike in the display unit")
+            << boost::any(Quantity{Id::METRE, 1.5000001}) << false;
+        QTest::newRow("another number") << boost::any(Quantity{Id::METRE, 1.6}) << true;
+        QTest::newRow("the same length in another unit")
+            << boost::any(Quantity{Id::MILLIMETRE, 1500.0}) << true;
+        QTest::newRow("the same number in another unit")
+            << boost::any(Quantity{Id::MILLIMETRE, 1.5}) << true;
+    }
+
+    void quantitiesAreComparedAsText()
+    {
+        QFETCH(boost::any, second);
+        namespace Id = vrn::units::UnitId;
+        UnitValidator reference(vrn::units::Context(), Id::METRE);
+        const boost::any first = Quantity{Id::METRE, 1.5};
+        const bool alike = reference.reformat(first, 0) == reference.reformat(second, 0);
+        QTEST(!alike, "varies");
+        const QScopedPointer<MultiEditLineEdit> field(
+            create(new UnitValidator(vrn::units::Context(), Id::METRE)));
+        field->readValue(first);
+        field->readValue(first);
+        field->readValue(second);
+        QTEST(field->dataVaries(), "varies");
+    }
+
+    void aTextOfTheUserIsComparedToo()
+    {
+        Form form;
+        MultiEditLineEdit* field = create();
+        form.open(field);
+        field->readValue(1.0);
+        field->readValue(1.0);
+        action::type("2.0")(*field, form);
+        field->readValue(2.0);
+        QVERIFY(!field->dataVaries());
+        field->readValue(1.0);
+        QVERIFY2(field->dataVaries(), "the value read before does not count any more");
+    }
+
+    void aTextOfTheUserIsComparedAsItIsWritten()
+    {
+        Form form;
+        MultiEditLineEdit* field = create();
+        form.open(field);
+        field->readValue(1.0);
+        action::type("1")(*field, form);
+        field->readValue(1.0);
+        QVERIFY2(field->dataVaries(), "1 is not 1.0");
+    }
+
+    void readingGoesThroughTheVirtualFunctions()
+    {
+        Derived field{boost::shared_ptr<IValidator>(percentage())};
+        field.readValue(1.0);
+        QCOMPARE(field.sets, 1);
+        field.readValue(1.0);
+        QCOMPARE(field.sets + field.forces, 1);
+        field.readValue(2.0);
+        QCOMPARE(field.forces, 1);
+        field.readValue(3.0);
+        QCOMPARE(field.sets + field.forces, 2);
+    }
+
+    void equalValuesAreWrittenOnlyOnceMore()
+    {
+        const auto validator = boost::make_shared<CountingValidator>();
+        const QScopedPointer<MultiEditLineEdit> field(
+            MultiEditLineEdit::create(nullptr, {}, validator, 0, ExpandHorizontal));
+        for (int i = 0; i < 1000; ++i)
+            field->readValue(1.5);
+        QVERIFY2(validator->written <= 2, qPrintable(QString::number(validator->written)));
+        field->readValue(2.5);
+        QVERIFY(field->dataVaries());
+        validator->written = 0;
+        for (int i = 0; i < 1000; ++i)
+            field->readValue(double(i));
+        QCOMPARE(validator->written, 0);
+    }
+
+    void aResetForgetsHowValuesWereWritten()
+    {
+        struct Changing : public CountingValidator
+        {
+            QString reformat(const boost::any& value, const std::bitset<32>& flags) override
+            {
+                return prefix + CountingValidator::reformat(value, flags);
+            }
+            QString prefix;
+        };
+        const auto validator = boost::make_shared<Changing>();
+        const QScopedPointer<MultiEditLineEdit> field(
+            MultiEditLineEdit::create(nullptr, {}, validator, 0, ExpandHorizontal));
+        field->readValue(1.5);
+        field->readValue(1.5);
+        validator->prefix = "+";
+        field->reset();
+        field->readValue(1.5);
+        field->readValue(1.5);
+        QCOMPARE(field->edit()->text(), QString("+1.5"));
+        QVERIFY(!field->dataVaries());
+        // Another value shown meanwhile, and the first text put back by hand.
+        validator->prefix = "-";
+        field->setValue(2.5);
+        field->edit()->setText("+1.5");
+        field->readValue(1.5);
+        QVERIFY(field->dataVaries());
+    }
+
+    // --- setValue
+
+    void setValueSetsNoColour()
+    {
+        Form form;
+        MultiEditLineEdit* field = create();
+        form.open(field);
+        action::type("x")(*field, form);
+        QCOMPARE(field->edit()->styleSheet(), redText());
+        field->setValue(1.0);
+        field->forceVaries();
+        QCOMPARE(field->edit()->styleSheet(), redText());
+        QCOMPARE(field->getCurrentValue(), boost::any());
+    }
+
+    void whileLoadingSignalsAreBlockedInSetValue_data()
+    {
+        QTest::addColumn<bool>("blockedBefore");
+        QTest::newRow("signals run before") << false;
+        QTest::newRow("signals are blocked before") << true;
+    }
+
+    void whileLoadingSignalsAreBlockedInSetValue()
+    {
+        QFETCH(bool, blockedBefore);
+        bool blockedDuring = false;
+        struct Watching : public CountingValidator
+        {
+            std::function<void()> onReformat = [] {};
+            QString reformat(const boost::any& value, const std::bitset<32>& flags) override
+            {
+                onReformat();
+                return CountingValidator::reformat(value, flags);
+            }
+        };
+        const auto validator = boost::make_shared<Watching>();
+        Derived field(validator);
+        validator->onReformat = [&] { blockedDuring = field.signalsBlocked(); };
+        field.blockSignals(blockedBefore);
+        field.setValue(1.0);
+        QCOMPARE(blockedDuring, blockedBefore);
+
+        field.setLoading(true);
+        field.setValue(2.0);
+        QVERIFY(blockedDuring);
+        QCOMPARE(field.signalsBlocked(), blockedBefore);
+        QCOMPARE(field.edit()->text(), QString("2.0"));
+
+        validator->onReformat = [] { throw std::runtime_error("from the validator"); };
+        QVERIFY_EXCEPTION_THROWN(field.setValue(3.0), std::runtime_error);
+        QCOMPARE(field.signalsBlocked(), blockedBefore);
+    }
+
+    // --- the veto
+
+    void theVetoIsForTheVariesTextAlone_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<bool>("veto");
+        QTest::newRow("the text itself") << getVariesString() << true;
+        QTest::newRow("in small letters") << getVariesString().toLower() << false;
+        QTest::newRow("with a blank behind it") << getVariesString() + " " << false;
+        QTest::newRow("its beginning") << getVariesString().chopped(1) << false;
+        QTest::newRow("an empty text") << "" << false;
+    }
+
+    void theVetoIsForTheVariesTextAlone()
+    {
+        QFETCH(QString, text);
+        Derived field{boost::shared_ptr<IValidator>(percentage())};
+        QTEST(field.vetoValidation(text), "veto");
+        field.forceVaries();
+        QTEST(field.vetoValidation(text), "veto");
+    }
+
+    void aTypedVariesTextIsNotValidated()
+    {
+        Form form;
+        MultiEditLineEdit* field = create();
+        form.open(field);
+        field->readValue(1.0);
+        action::type("2")(*field, form);
+        QCOMPARE(field->edit()->styleSheet(), blackText());
+        // Pasted: no text on the way that would be validated.
+        field->edit()->selectAll();
+        field->edit()->insert(getVariesString());
+        Q_EMIT field->edit()->textEdited(getVariesString());
+        QVERIFY(field->isValueValid());
+        QVERIFY(!field->dataVaries());
+        QCOMPARE(field->edit()->styleSheet(), blackText());
+    }
+
+    void theVariesTextIsTheTranslatedOne()
+    {
+        OtherLanguage german;
+        QVERIFY(QCoreApplication::installTranslator(&german));
+        Form form;
+        MultiEditLineEdit* field = create();
+        form.open(field);
+        QSignalSpy valueChanged(field, &MultiEditLineEdit::valueChanged);
+        field->forceVaries();
+        QCOMPARE(field->edit()->text(), QString("*VERSCHIEDEN*"));
+        action::enter()(*field, form);
+        QCOMPARE(valueChanged.count(), 0);
+        action::inOrder({action::type("*VARIES*"), action::enter()})(*field, form);
+        QCOMPARE(valueChanged.count(), 1);
+        QVERIFY(!field->isValueValid());
+    }
+
+    void aHistoryEntryEndsAVariation()
+    {
+        const QScopedPointer<MultiEditLineEdit> field(create());
+        QSignalSpy valueChanged(field.data(), &MultiEditLineEdit::valueChanged);
+        field->forceVaries();
+        field->edit()->setText("7");
+        field->onEditingFinished();
+        QVERIFY(!field->dataVaries());
+        QCOMPARE(field->getCurrentValue(), boost::any(7.0));
+        QCOMPARE(valueChanged.count(), 1);
+    }
+
+    // --- copyStateFrom
+
+    void copyStateFromTakesTextAndFlags_data()
+    {
+        QTest::addColumn<MultiEditAction>("before");
+        QTest::addColumn<bool>("varies");
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<bool>("fresh");
+        using namespace vrn::test::action;
+        QTest::newRow("fresh and empty") << nothing() << false << "" << true;
+        QTest::newRow("fresh with a text") << set(2.0) << false << "2.0" << true;
+        QTest::newRow("common") << read(2.0) << false << "2.0" << false;
+        QTest::newRow("varying") << inOrder({read(1.0), read(2.0)}) << true << getVariesString()
+                                 << false;
+        QTest::newRow("varying and fresh")
+            << action::forceVaries() << true << getVariesString() << true;
+        QTest::newRow("refused") << type("x") << false << "x" << true;
+    }
+
+    void copyStateFromTakesTextAndFlags()
+    {
+        QFETCH(MultiEditAction, before);
+        Form form;
+        MultiEditLineEdit* other = create();
+        form.open(other);
+        before(*other, form);
+        const QString otherText = other->edit()->text();
+
+        const MultiEditAction starts[] = {action::nothing(), action::read(5.0),
+            action::inOrder({action::read(5.0), action::read(6.0)})};
+        for (const MultiEditAction& start : starts) {
+            const QScopedPointer<MultiEditLineEdit> field(create());
+            start(*field, form);
+            const bool wasValid = field->isValueValid();
+            QSignalSpy valueChanged(field.data(), &MultiEditLineEdit::valueChanged);
+            field->copyStateFrom(*other);
+            QTEST(field->dataVaries(), "varies");
+            QTEST(field->edit()->text(), "text");
+            QCOMPARE(field->isValueValid(), wasValid);
+            QCOMPARE(field->edit()->styleSheet(), QString());
+            QCOMPARE(valueChanged.count(), 0);
+            QTEST(isFresh(*field, 1.0), "fresh");
+        }
+        QCOMPARE(other->edit()->text(), otherText);
+    }
+
+    void copyStateFromItselfChangesNothing()
+    {
+        const QScopedPointer<MultiEditLineEdit> field(create());
+        field->readValue(1.0);
+        field->copyStateFrom(*field);
+        QCOMPARE(field->edit()->text(), QString("1.0"));
+        QCOMPARE(field->getCurrentValue(), boost::any(1.0));
+        QVERIFY(!isFresh(*field, 1.0));
+    }
+
+    // --- creation
+
+    void theThreeCreatorsPassOnWhatTheyGet()
+    {
+        QWidget parent;
+        const auto shared = boost::make_shared<CountingValidator>();
+        int clicks = 0;
+        const MultiEditLineEdit* fields[] = {
+            MultiEditLineEdit::create(&parent, "&Span", percentage(), 1, ExpandHorizontal),
+            MultiEditLineEdit::create(&parent, "&Span", shared, 1, ExpandHorizontal),
+            MultiEditLineEdit::create(
+                &parent, "&Span", shared, [&] { ++clicks; }, 1, ExpandHorizontal)};
+        QCOMPARE(shared.use_count(), 3L);
+        for (const MultiEditLineEdit* field : fields) {
+            QCOMPARE(field->parentWidget(), &parent);
+            QCOMPARE(field->edit()->accessibleName(), QString("Span"));
+            QVERIFY(qobject_cast<QHBoxLayout*>(field->layout()));
+            QCOMPARE(field->styleSheet(), QString("* { background-color:white; }"));
+            QVERIFY(!field->canBeSaved());
+        }
+        QVERIFY(!fields[1]->findChild<QPushButton*>());
+        fields[2]->findChild<QPushButton*>()->click();
+        QCOMPARE(clicks, 1);
+
+        const auto* plain = MultiEditLineEdit::create(&parent, {}, shared, 2, ExpandDirection(0));
+        QCOMPARE(plain->styleSheet(), QString());
+        QVERIFY(qobject_cast<QVBoxLayout*>(plain->layout()));
+    }
+
+    void aVaryingFieldSaysSoToAssistiveTechnology()
+    {
+        const QScopedPointer<MultiEditLineEdit> field(
+            MultiEditLineEdit::create(nullptr, "Span", percentage(), 0, ExpandHorizontal));
+        field->readValue(1.0);
+        field->readValue(2.0);
+        QAccessibleInterface* accessible = QAccessible::queryAccessibleInterface(field->edit());
+        QVERIFY(accessible);
+        QCOMPARE(accessible->text(QAccessible::Name), QString("Span"));
+        QCOMPARE(accessible->text(QAccessible::Value), getVariesString());
+    }
+
+    // --- what should not come
+
+    void aValueOfAForeignTypeIsReported_data()
+    {
+        QTest::addColumn<boost::any>("value");
+        QTest::newRow("a text") << boost::any(std::string("1.0"));
+        QTest::newRow("an integer") << boost::any(1);
+        QTest::newRow("an empty value") << boost::any();
+    }
+
+    void aValueOfAForeignTypeIsReported()
+    {
+        QFETCH(boost::any, value);
+        const QScopedPointer<MultiEditLineEdit> field(create());
+        const auto expectReport = [this] {
+            expectAssert("value.type() == typeid(double)", {"value.type().name()"});
+        };
+        expectReport();
+        field->setValue(value);
+        QCOMPARE(field->edit()->text(), QString());
+        QVERIFY(field->getCurrentValue().empty());
+
+        expectReport();
+        field->readValue(value);
+        QVERIFY(!field->dataVaries());
+        expectReport();
+        field->readValue(value);
+        QVERIFY2(!field->dataVaries(), "nothing is shown for either");
+        field->readValue(1.0);
+        QVERIFY(field->dataVaries());
+        field->readValue(value);
+
+        field->reset();
+        field->readValue(1.0);
+        QCOMPARE(field->getCurrentValue(), boost::any(1.0));
+        expectReport();
+        field->readValue(value);
+        QVERIFY(field->dataVaries());
+    }
+
+    void anEmptyValueIsAValueWhereTheValidatorAllowsIt()
+    {
+        auto* validator = new DoubleEditValidator(1, 0.0, 100.0, false);
+        validator->setEmptyValueAllowed(true);
+        const QScopedPointer<MultiEditLineEdit> field(create(validator));
+        field->readValue(boost::any());
+        field->readValue(boost::any());
+        QVERIFY(!field->dataVaries());
+        QVERIFY(field->isValueValid());
+        field->readValue(0.0);
+        QVERIFY(field->dataVaries());
+    }
+
+    void aMissingValidatorIsReported()
+    {
+        const QScopedPointer<MultiEditLineEdit> field(create(nullptr));
+        expectAssert("m_validator");
+        field->readValue(1.0);
+        QVERIFY(!field->isValueValid());
+        expectAssert("m_validator");
+        field->readValue(2.0);
+        QVERIFY(!field->dataVaries());
+        QVERIFY(field->getCurrentValue().empty());
+        field->forceVaries();
+        QVERIFY(field->dataVaries());
+    }
+
+    void aValidatorThatRefusesWhatItWroteLeavesNoValue()
+    {
+        auto* validator = new StringEditValidator(10);
+        validator->setAllowedRegex(L"[0-9]+");
+        const QScopedPointer<MultiEditLineEdit> field(create(validator));
+        field->readValue(std::wstring(L"1x"));
+        QVERIFY(!field->dataVaries());
+        QCOMPARE(field->edit()->text(), QString("1x"));
+        QVERIFY(field->getCurrentValue().empty());
+        field->readValue(std::wstring(L"1x"));
+        QVERIFY(!field->dataVaries());
+    }
+
+    void anExceptionWhileReadingLeavesTheFieldUsable()
+    {
+        struct Throwing : public CountingValidator
+        {
+            bool armed = true;
+            QString reformat(const boost::any& value, const std::bitset<32>& flags) override
+            {
+                if (armed)
+                    throw std::runtime_error("from the validator");
+                return CountingValidator::reformat(value, flags);
+            }
+        };
+        const auto validator = boost::make_shared<Throwing>();
+        const QScopedPointer<MultiEditLineEdit> field(
+            MultiEditLineEdit::create(nullptr, {}, validator, 0, ExpandHorizontal));
+        QVERIFY_EXCEPTION_THROWN(field->readValue(1.0), std::runtime_error);
+        validator->armed = false;
+        field->reset();
+        field->readValue(1.0);
+        validator->armed = true;
+        QVERIFY_EXCEPTION_THROWN(field->readValue(2.0), std::runtime_error);
+        QVERIFY(!field->dataVaries());
+        QCOMPARE(field->getCurrentValue(), boost::any(1.0));
+        validator->armed = false;
+        field->readValue(2.0);
+        QVERIFY(field->dataVaries());
+    }
+
+    void aSlotMayDeleteTheFieldLater()
+    {
+        Form form;
+        QPointer<MultiEditLineEdit> field(create());
+        form.open(field);
+        connect(
+            field.data(), &MultiEditLineEdit::valueChanged, field.data(), &QObject::deleteLater);
+        action::inOrder({action::forceVaries(), action::type("4"), action::enter()})(*field, form);
+        QVERIFY(field);
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        QVERIFY(!field);
+    }
+
+    void aSlotMayDestroyTheParentAtOnce()
+    {
+        auto* parent = new QWidget;
+        QPointer<MultiEditLineEdit> field(
+            MultiEditLineEdit::create(parent, {}, percentage(), 0, ExpandHorizontal));
+        field->readValue(1.0);
+        connect(
+            field.data(), &MultiEditLineEdit::valueChanged, field.data(), [=] { delete parent; });
+        field->onEditingFinished();
+        QVERIFY(!field);
+    }
+};
+
+VRN_TEST_MAIN(TestMultiEditLineEdit)
+#include "tst_multi_edit_line_edit.moc"

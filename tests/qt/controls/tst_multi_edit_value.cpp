@@ -1,0 +1,189 @@
+#include <vrn/base/any_predicates.h>
+#include <vrn/qt/multi_edit_value.h>
+
+#include "support/test_main.h"
+#include "support/test_object.h"
+
+#include <functional>
+#include <vector>
+
+using vrn::qt::MultiEditValue;
+
+namespace {
+
+// What the predicate was asked, in order.
+std::vector<std::pair<boost::any, boost::any>> asked;
+
+bool recordingDiffer(const boost::any& a, const boost::any& b)
+{
+    asked.emplace_back(a, b);
+    return vrn::any_differ<int>(a, b);
+}
+
+// Answers "they differ" for values that are equal.
+bool contrary(const boost::any& a, const boost::any& b)
+{
+    return vrn::any_equal<int>(a, b);
+}
+
+using Step = std::function<void(MultiEditValue&)>;
+using Steps = std::vector<Step>;
+
+Step reset()
+{
+    return [](MultiEditValue& value) { value.reset(); };
+}
+
+Step read(const boost::any& read)
+{
+    return [read](MultiEditValue& value) { value.readValue(read); };
+}
+
+Step set(const boost::any& set)
+{
+    return [set](MultiEditValue& value) { value.setValue(set); };
+}
+
+Step forceVaries()
+{
+    return [](MultiEditValue& value) { value.forceVaries(); };
+}
+
+} // namespace
+
+Q_DECLARE_METATYPE(Steps)
+
+class TestMultiEditValue : public vrn::test::TestObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init()
+    {
+        TestObject::init();
+        asked.clear();
+    }
+
+    void whatStepsLeadTo_data()
+    {
+        QTest::addColumn<Steps>("steps");
+        QTest::addColumn<bool>("varies");
+        QTest::addColumn<boost::any>("current");
+        QTest::addColumn<int>("comparisons");
+
+        const boost::any a = 1;
+        const boost::any b = 2;
+        const boost::any none;
+        QTest::newRow("a new one has no value") << Steps{} << false << none << 0;
+        QTest::newRow("the first read sets the value, and nothing is compared")
+            << Steps{read(a)} << false << a << 0;
+        QTest::newRow("equal values are common")
+            << Steps{read(a), read(a), read(a)} << false << a << 2;
+        QTest::newRow("different values vary") << Steps{read(a), read(b)} << true << none << 1;
+        QTest::newRow("a, b, a varies from the second on, and compares no more")
+            << Steps{read(a), read(b), read(a), read(a)} << true << none << 1;
+        QTest::newRow("reset forgets the value") << Steps{read(a), reset()} << false << none << 0;
+        QTest::newRow("reset ends a variation")
+            << Steps{read(a), read(b), reset()} << false << none << 1;
+        QTest::newRow("after a reset the next read is the first")
+            << Steps{read(a), read(b), reset(), read(b)} << false << b << 1;
+        QTest::newRow("forceVaries hides the value")
+            << Steps{read(a), forceVaries()} << true << none << 0;
+        QTest::newRow("after forceVaries reads do nothing")
+            << Steps{read(a), forceVaries(), read(a)} << true << none << 0;
+        QTest::newRow("forceVaries keeps fresh: the read after reset and forceVaries is taken")
+            << Steps{read(a), reset(), forceVaries(), read(b)} << false << b << 0;
+        QTest::newRow("forceVaries on a new one varies")
+            << Steps{forceVaries()} << true << none << 0;
+        QTest::newRow("setValue ends a variation")
+            << Steps{read(a), read(b), set(a)} << false << a << 1;
+        QTest::newRow("after setValue a read is compared with what was set")
+            << Steps{read(a), set(b), read(b)} << false << b << 1;
+        QTest::newRow("after setValue a different read varies")
+            << Steps{read(a), set(b), read(a)} << true << none << 1;
+        QTest::newRow("setValue keeps fresh: the read after it is the first")
+            << Steps{set(a), read(b)} << false << b << 0;
+        QTest::newRow("an empty value is a value: two are equal")
+            << Steps{read(none), read(none)} << false << none << 1;
+        QTest::newRow("an empty value differs from another")
+            << Steps{read(a), read(none)} << true << none << 1;
+        QTest::newRow("a foreign type differs")
+            << Steps{read(a), read(std::string("1"))} << true << none << 1;
+        QTest::newRow("setValue of an empty value has no value")
+            << Steps{read(a), set(none)} << false << none << 0;
+    }
+
+    void whatStepsLeadTo()
+    {
+        QFETCH(Steps, steps);
+        MultiEditValue value(&recordingDiffer);
+        for (const Step& step : steps)
+            step(value);
+        QTEST(value.dataVaries(), "varies");
+        QTEST(value.getCurrentValue(), "current");
+        QTEST(int(asked.size()), "comparisons");
+    }
+
+    void thePredicateIsAskedWithTheReadAndTheStoredValue()
+    {
+        MultiEditValue value(&recordingDiffer);
+        value.readValue(1);
+        value.readValue(2);
+        QCOMPARE(asked.size(), std::size_t(1));
+        QCOMPARE(asked.front().first, boost::any(2));
+        QCOMPARE(asked.front().second, boost::any(1));
+    }
+
+    void theAnswerOfThePredicateIsNotNegated()
+    {
+        MultiEditValue value(&contrary);
+        value.readValue(1);
+        value.readValue(2);
+        QVERIFY(!value.dataVaries());
+        value.readValue(1);
+        QVERIFY(value.dataVaries());
+    }
+
+    void theStoredValueOutlivesAVariation()
+    {
+        MultiEditValue value(&recordingDiffer);
+        value.readValue(1);
+        value.forceVaries();
+        value.setValue(2);
+        value.readValue(2);
+        QCOMPARE(asked.back().second, boost::any(2));
+        QCOMPARE(value.getCurrentValue(), boost::any(2));
+    }
+
+    void theFirstReadGoesThroughTheVirtualSetValue()
+    {
+        struct Doubling : public MultiEditValue
+        {
+            Doubling()
+                : MultiEditValue(&recordingDiffer)
+            {}
+            void setValue(const boost::any& value) override
+            {
+                MultiEditValue::setValue(2 * boost::any_cast<int>(value));
+            }
+        };
+        Doubling value;
+        value.readValue(21);
+        QCOMPARE(value.getCurrentValue(), boost::any(42));
+        value.readValue(42);
+        QVERIFY(!value.dataVaries());
+    }
+
+    void aMissingPredicateIsReportedAndAnyTwoValuesDiffer()
+    {
+        expectAssert("fn");
+        MultiEditValue value(nullptr);
+        value.readValue(1);
+        QCOMPARE(value.getCurrentValue(), boost::any(1));
+        value.readValue(1);
+        QVERIFY(value.dataVaries());
+    }
+};
+
+VRN_TEST_MAIN(TestMultiEditValue)
+#include "tst_multi_edit_value.moc"
