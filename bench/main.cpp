@@ -10,6 +10,7 @@
 
 namespace bench {
 void addLineEditComparisons();
+void addMultiEditComparisons();
 void addUnitComparisons();
 void addValidatorComparisons();
 } // namespace bench
@@ -28,6 +29,7 @@ int main(int argc, char** argv)
 
     bench::addValidatorComparisons();
     bench::addLineEditComparisons();
+    bench::addMultiEditComparisons();
     bench::addUnitComparisons();
     return bench::run(argc > 1 ? argv[1] : "") ? EXIT_SUCCESS : EXIT_FAILURE;
 }

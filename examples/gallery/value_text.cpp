@@ -1,5 +1,7 @@
 #include "value_text.h"
 
+#include <vrn/units/i_converter.h>
+
 #include <QLocale>
 
 #include <string>
@@ -8,14 +10,22 @@
 namespace gallery {
 namespace {
 
+QString numberText(double number)
+{
+    return QString::number(number, 'g', QLocale::FloatingPointShortest);
+}
+
 // The name and the text of a type that the validators of the gallery produce.
 std::pair<QString, QString> describe(const boost::any& value)
 {
     if (value.empty())
         return {QStringLiteral("(no value)"), QString()};
     if (const auto* number = boost::any_cast<double>(&value))
-        return {QStringLiteral("double"),
-            QString::number(*number, 'g', QLocale::FloatingPointShortest)};
+        return {QStringLiteral("double"), numberText(*number)};
+    if (const auto* quantity = boost::any_cast<vrn::units::IConverter::quantity>(&value)) {
+        return {QStringLiteral("IConverter::quantity"),
+            QStringLiteral("{%1, %2}").arg(quantity->unit_id).arg(numberText(quantity->value))};
+    }
     if (const auto* number = boost::any_cast<int>(&value))
         return {QStringLiteral("int"), QString::number(*number)};
     if (const auto* number = boost::any_cast<unsigned int>(&value))

@@ -13,7 +13,10 @@ private Q_SLOTS:
     void listNamesThePages()
     {
         QCOMPARE(run({"--list"}), 0);
-        QCOMPARE(m_output, QString("line-edits\tLine edits\nquantities\tQuantities\n"));
+        QCOMPARE(m_output,
+            QString("line-edits\tLine edits\n"
+                    "quantities\tQuantities\n"
+                    "multi-edit\tMulti-edit\n"));
     }
 
     void screenshotSavesThePageAndQuits()

@@ -1,6 +1,7 @@
 #include "page.h"
 
 #include "pages/line_edits_page.h"
+#include "pages/multi_edit_page.h"
 #include "pages/quantities_page.h"
 
 namespace gallery {
@@ -19,6 +20,7 @@ const std::vector<Page>& pages()
     static const std::vector<Page> all = {
         {QStringLiteral("line-edits"), QStringLiteral("Line edits"), &make<LineEditsPage>},
         {QStringLiteral("quantities"), QStringLiteral("Quantities"), &make<QuantitiesPage>},
+        {QStringLiteral("multi-edit"), QStringLiteral("Multi-edit"), &make<MultiEditPage>},
     };
     return all;
 }

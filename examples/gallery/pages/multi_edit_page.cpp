@@ -1,0 +1,225 @@
+#include "pages/multi_edit_page.h"
+
+#include <vrn/q/input_context.h>
+#include <vrn/qt/controls.h>
+#include <vrn/qt/validators.h>
+
+#include <QGridLayout>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QToolButton>
+#include <QVBoxLayout>
+
+#include "value_text.h"
+
+namespace gallery {
+namespace {
+
+using namespace vrn::qt;
+using Quantity = vrn::units::IConverter::quantity;
+namespace UnitId = vrn::units::UnitId;
+
+// What the application keeps for a depth that is left to the design.
+constexpr double noDepth = 0.0;
+
+MultiEditLineEdit* createLineEdit(IValidator* validator)
+{
+    return MultiEditLineEdit::create(nullptr, QString(), validator, 0, ExpandHorizontal);
+}
+
+MultiEditLineEdit* createMeasuredSpan()
+{
+    auto* field = new MultiEditLineEditWithButton(new DoubleEditValidator(2, 0.0, 50.0, true), 0,
+        [](QWidget*, int, boost::any& value) { value = 12.34; });
+    field->getButton()->setText(QObject::tr("Measure"));
+    return field;
+}
+
+MultiEditLineEdit* createOptionalDepth()
+{
+    return new MultiEditLineEditWithResetButton(
+        new StringEditValidator(40), 0, [](int, boost::any& shown, boost::any& reported) {
+            shown = std::wstring(L"Auto");
+            reported = noDepth;
+        });
+}
+
+boost::any text(const wchar_t* value)
+{
+    return std::wstring(value);
+}
+
+boost::any stress(double kilonewtonPerSquareMetre)
+{
+    return Quantity{UnitId::MAT_STRESS, kilonewtonPerSquareMetre};
+}
+
+QLabel* cell()
+{
+    auto* label = new QLabel;
+    label->setTextFormat(Qt::PlainText);
+    label->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    return label;
+}
+
+} // namespace
+
+MultiEditPage::MultiEditPage(QWidget* parent)
+    : QWidget(parent)
+    , m_grid(new QGridLayout)
+    , m_log(new QPlainTextEdit)
+{
+    auto* left = new QVBoxLayout;
+    left->addWidget(createButtons());
+    left->addLayout(m_grid);
+    left->addStretch(1);
+    auto* layout = new QHBoxLayout(this);
+    layout->addLayout(left, 1);
+    layout->addWidget(createLog());
+
+    addHeader();
+    addControl(tr("&Text"), createLineEdit(new StringEditValidator(40)), text(L"north wing"),
+        text(L"south wing"));
+    addControl(
+        tr("&Number"), createLineEdit(new DoubleEditValidator(1, 0.0, 100.0, true)), 12.5, 80.0);
+    addControl(tr("&Quantity"),
+        createLineEdit(
+            new UnitValidator(vrn::units::get_active_input_context(), UnitId::MAT_STRESS)),
+        stress(235000.0), stress(355000.0));
+    addControl(tr("With a &button"), createMeasuredSpan(), 7.62, 9.0);
+    addControl(tr("With a &reset button"), createOptionalDepth(), text(L"300"), text(L"450"));
+    setFocusProxy(m_grid->itemAtPosition(1, 1)->widget());
+    readDifferent();
+}
+
+QWidget* MultiEditPage::createButtons()
+{
+    auto* buttons = new QWidget;
+    auto* layout = new QHBoxLayout(buttons);
+    layout->setContentsMargins(0, 0, 0, 0);
+    const auto add = [&](const QString& title, const QString& explanation, auto action) {
+        auto* button = new QPushButton(title);
+        button->setToolTip(explanation);
+        layout->addWidget(button);
+        connect(button, &QPushButton::clicked, this, [this, title, action] {
+            m_log->appendPlainText(title);
+            action();
+        });
+    };
+    add(tr("Reset"), tr("The controls forget what they have read"), [this] { reset(); });
+    add(tr("Read 1"), tr("A selection of one object"), [this] { read({&Row::one}); });
+    add(tr("Read equal"), tr("Three objects with equal values"), [this] {
+        read({&Row::one, &Row::one, &Row::one});
+    });
+    add(tr("Read different"), tr("Three objects, one with other values"),
+        [this] { readDifferent(); });
+    add(tr("Force varies"), tr("As if the values differed"), [this] { forceVaries(); });
+    layout->addStretch(1);
+    return buttons;
+}
+
+QWidget* MultiEditPage::createLog()
+{
+    auto* log = new QWidget;
+    auto* layout = new QVBoxLayout(log);
+    layout->setContentsMargins(0, 0, 0, 0);
+    auto* caption = new QLabel(tr("<b>Signals</b>"));
+    caption->setBuddy(m_log);
+    layout->addWidget(caption);
+    layout->addWidget(m_log);
+    m_log->setReadOnly(true);
+    m_log->setTabChangesFocus(true);
+    m_log->setMinimumWidth(fontMetrics().averageCharWidth() * 34);
+    return log;
+}
+
+void MultiEditPage::addHeader()
+{
+    const QString titles[] = {tr("Field"), QString(), tr("dataVaries()"), tr("getCurrentValue()")};
+    int column = 0;
+    for (const QString& title : titles)
+        m_grid->addWidget(new QLabel(QStringLiteral("<b>%1</b>").arg(title)), 0, column++);
+    // Room for some twenty characters and a button.
+    const int character = fontMetrics().averageCharWidth();
+    m_grid->setColumnMinimumWidth(1, character * 30);
+    m_grid->setColumnMinimumWidth(3, character * 22);
+    m_grid->setColumnStretch(1, 1);
+    m_grid->setHorizontalSpacing(14);
+}
+
+void MultiEditPage::addRow(const QString& caption, QWidget* widget, MultiEditControlBase* control,
+    const boost::any& one, const boost::any& two)
+{
+    // The caption is the accessible name of what takes the keys.
+    auto* label = new QLabel(caption);
+    label->setBuddy(widget->focusProxy() ? widget->focusProxy() : widget);
+    const Row row = {QString(caption).remove(QLatin1Char('&')), control, one, two, cell(), cell()};
+    int column = 0;
+    for (QWidget* each : {static_cast<QWidget*>(label), widget, static_cast<QWidget*>(row.varies),
+             static_cast<QWidget*>(row.value)})
+        m_grid->addWidget(each, static_cast<int>(m_rows.size()) + 1, column++);
+    m_rows.push_back(row);
+
+    m_hooks.push_back(std::make_unique<OnValueChangedHook>(widget, [this, row] {
+        show(row);
+        m_log->appendPlainText(
+            QStringLiteral("%1: valueChanged(), %2").arg(row.caption, row.value->text()));
+    }));
+    // A keystroke ends a variation without a signal, and so does a button that
+    // computes a value.
+    if (auto* lineEdit = qobject_cast<SimpleLineEdit*>(widget)) {
+        connect(lineEdit->edit(), &QLineEdit::textEdited, this, [row] { show(row); });
+        for (auto* button : lineEdit->findChildren<QToolButton*>())
+            connect(button, &QToolButton::clicked, this, [row] { show(row); });
+    }
+}
+
+void MultiEditPage::reset()
+{
+    for (const Row& row : m_rows) {
+        row.control->reset();
+        // What stands in the control now is left over, and may be no value.
+        show(row, tr("(nothing read)"));
+    }
+}
+
+void MultiEditPage::read(const std::vector<boost::any Row::*>& objects)
+{
+    for (const Row& row : m_rows) {
+        row.control->reset();
+        for (const auto value : objects)
+            row.control->readValue(row.*value);
+        show(row);
+    }
+}
+
+void MultiEditPage::readDifferent()
+{
+    read({&Row::one, &Row::two, &Row::one});
+}
+
+void MultiEditPage::forceVaries()
+{
+    for (const Row& row : m_rows) {
+        row.control->forceVaries();
+        show(row);
+    }
+}
+
+void MultiEditPage::show(const Row& row)
+{
+    const boost::any value = row.control->getCurrentValue();
+    show(row, value.empty() ? typeText(value) : valueText(value));
+}
+
+void MultiEditPage::show(const Row& row, const QString& value)
+{
+    const bool varies = row.control->dataVaries();
+    row.varies->setText(varies ? QStringLiteral("true") : QStringLiteral("false"));
+    row.value->setText(value);
+}
+
+} // namespace gallery
