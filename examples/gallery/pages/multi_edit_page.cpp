@@ -153,15 +153,17 @@ void MultiEditPage::addHeader()
 void MultiEditPage::addRow(const QString& caption, QWidget* widget, MultiEditControlBase* control,
     const boost::any& one, const boost::any& two)
 {
-    // The caption is the accessible name of what takes the keys.
     auto* label = new QLabel(caption);
-    label->setBuddy(widget->focusProxy() ? widget->focusProxy() : widget);
+    label->setBuddy(widget);
     const Row row = {QString(caption).remove(QLatin1Char('&')), control, one, two, cell(), cell()};
     int column = 0;
     for (QWidget* each : {static_cast<QWidget*>(label), widget, static_cast<QWidget*>(row.varies),
              static_cast<QWidget*>(row.value)})
         m_grid->addWidget(each, static_cast<int>(m_rows.size()) + 1, column++);
     m_rows.push_back(row);
+    // Qt would name a buddy by its label, but not what takes the keys in its place.
+    QWidget* typedInto = widget->focusProxy() ? widget->focusProxy() : widget;
+    typedInto->setAccessibleName(row.caption);
 
     m_hooks.push_back(std::make_unique<OnValueChangedHook>(widget, [this, row] {
         show(row);
