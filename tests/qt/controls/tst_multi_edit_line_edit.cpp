@@ -290,6 +290,18 @@ private Q_SLOTS:
         QTEST(field->dataVaries(), "varies");
     }
 
+    void theValueReadLastVariesFromATextTypedSince()
+    {
+        Form form;
+        MultiEditLineEdit* field = create();
+        form.open(field);
+        for (int i = 0; i < 3; ++i)
+            field->readValue(1.0);
+        action::type("2.0")(*field, form);
+        field->readValue(1.0);
+        QVERIFY(field->dataVaries());
+    }
+
     void aTextOfTheUserIsComparedToo()
     {
         Form form;
