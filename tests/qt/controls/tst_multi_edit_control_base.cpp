@@ -253,20 +253,20 @@ private Q_SLOTS:
 
     void loadLeavesTheControlAsItWas_data()
     {
-        QTest::addColumn<std::string>("key");
+        QTest::addColumn<QByteArray>("key");
         QTest::addColumn<boost::any>("entry");
-        QTest::newRow("from a storage without the id") << std::string("unlit") << boost::any(false);
-        QTest::newRow("from a number") << std::string("lit") << boost::any(0);
-        QTest::newRow("from a text") << std::string("lit") << boost::any(std::string("false"));
-        QTest::newRow("from an empty value") << std::string("lit") << boost::any();
+        QTest::newRow("from a storage without the id") << QByteArray("unlit") << boost::any(false);
+        QTest::newRow("from a number") << QByteArray("lit") << boost::any(0);
+        QTest::newRow("from a text") << QByteArray("lit") << boost::any(std::string("false"));
+        QTest::newRow("from an empty value") << QByteArray("lit") << boost::any();
     }
 
     void loadLeavesTheControlAsItWas()
     {
-        QFETCH(std::string, key);
+        QFETCH(QByteArray, key);
         QFETCH(boost::any, entry);
         KeyValueStorage storage;
-        storage[key] = entry;
+        storage[key.toStdString()] = entry;
         Switch control("lit");
         control.setValue(true);
         control.load(storage);
@@ -293,8 +293,6 @@ private Q_SLOTS:
         QVERIFY_EXCEPTION_THROWN(control.save(storage), boost::bad_any_cast);
     }
 };
-
-Q_DECLARE_METATYPE(std::string)
 
 VRN_TEST_MAIN(TestMultiEditControlBase)
 #include "tst_multi_edit_control_base.moc"
