@@ -15,6 +15,7 @@
 #include <QStyleOptionButton>
 
 #include "controls/line_edit_impl_p.h"
+#include "controls/mnemonic_p.h"
 
 #include <algorithm>
 #include <utility>
@@ -38,15 +39,6 @@ QBoxLayout* createLayout(QWidget* parent, ExpandDirection direction)
     if (direction == ExpandHorizontal)
         return new QHBoxLayout(parent);
     return new QVBoxLayout(parent);
-}
-
-// "Sp&an" as a user reads it, without the mark of the shortcut.
-QString withoutMnemonic(QString caption)
-{
-    const QString literalMark(QChar(0));
-    caption.replace(QStringLiteral("&&"), literalMark);
-    caption.remove(QLatin1Char('&'));
-    return caption.replace(literalMark, QStringLiteral("&"));
 }
 
 } // namespace
@@ -86,7 +78,7 @@ SimpleLineEdit::SimpleLineEdit(QWidget* parent, const QString& caption,
     if (!caption.isEmpty()) {
         m_caption = new VRN_QT_Label(caption);
         m_caption->setBuddy(m_lineEdit);
-        m_lineEdit->setAccessibleName(withoutMnemonic(caption));
+        m_lineEdit->setAccessibleName(detail::withoutMnemonic(caption));
         m_layout->addWidget(m_caption);
     }
 

@@ -2,12 +2,19 @@
 
 // Every control of the library.
 
+#include <vrn/qt/layouters.h>
+#include <vrn/qt/multi_edit_check_box.h>
+#include <vrn/qt/multi_edit_check_box_group.h>
+#include <vrn/qt/multi_edit_group_box.h>
 #include <vrn/qt/multi_edit_line_edit.h>
 #include <vrn/qt/multi_edit_line_edit_with_button.h>
 #include <vrn/qt/multi_edit_line_edit_with_reset_button.h>
+#include <vrn/qt/multi_edit_radio_button_group.h>
 #include <vrn/qt/multi_edit_value.h>
 #include <vrn/qt/on_value_changed_hook.h>
 #include <vrn/qt/optional_multi_edit_widget_base.h>
 #include <vrn/qt/pixmap.h>
+#include <vrn/qt/simple_check_box.h>
 #include <vrn/qt/simple_line_edit.h>
+#include <vrn/qt/simple_radio_button_group.h>
 #include <vrn/qt/value_history.h>

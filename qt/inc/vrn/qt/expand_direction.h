@@ -2,8 +2,8 @@
 
 namespace vrn::qt {
 
-/// The direction in which a control lines up its parts. Any value other than
-/// ExpandHorizontal counts as vertical.
+/// The direction in which a control lines up its parts. Any other value counts as
+/// vertical for a line edit, and as horizontal for a GridLayouter.
 enum ExpandDirection
 {
     ExpandVertical = 0,

@@ -1,0 +1,117 @@
+#pragma once
+
+#include <vrn/qt/expand_direction.h>
+#include <vrn/qt/i_layouter.h>
+#include <vrn/qt/vrn_qt2_export.h>
+
+#include <QBoxLayout>
+#include <QGridLayout>
+#include <QPointer>
+
+class QString;
+
+namespace vrn::qt {
+
+// The layouters of the library. Each reports an assertion and does nothing
+// where it has no layout: before onCreate, and once the container has gone.
+
+/// One below the other, at the top of the container.
+///
+///     VBoxLayouter column;
+///     auto* group = MultiEditRadioButtonGroup::create(tr("Steel"), grades, &vrn::any_equal<int>,
+///         &vrn::any_less<int>, parent, &column, true, true);
+struct VRN_QT2_EXPORT VBoxLayouter : public ILayouter
+{
+    VBoxLayouter();
+    ~VBoxLayouter() override;
+
+    void onCreate(QWidget* parent) override;
+    void onAdd(QWidget* widget) override;
+    void onFinish() override;
+
+    QVBoxLayout* layout() const { return m_layout; }
+
+private:
+    QPointer<QVBoxLayout> m_layout;
+};
+
+/// Side by side, at the left of the container.
+struct VRN_QT2_EXPORT HBoxLayouter : public ILayouter
+{
+    HBoxLayouter();
+    ~HBoxLayouter() override;
+
+    void onCreate(QWidget* parent) override;
+    void onAdd(QWidget* widget) override;
+    void onFinish() override;
+
+    QHBoxLayout* layout() const { return m_layout; }
+
+private:
+    QPointer<QHBoxLayout> m_layout;
+};
+
+/// In one line of a grid, downwards or to the right. setPosition starts another
+/// line: the grid does not wrap by itself.
+///
+///     GridLayouter grid(ExpandHorizontal);
+///     grid.onCreate(box);
+///     MultiEditCheckBoxGroup upper(box, grid, {tr("x"), tr("y"), tr("z")}, {});
+///     grid.setPosition(1, 0);
+///     MultiEditCheckBoxGroup lower(box, grid, {tr("rx"), tr("ry"), tr("rz")}, {});
+struct VRN_QT2_EXPORT GridLayouter : public ILayouter
+{
+    /// Fills downwards by ExpandVertical, to the right by any other value.
+    explicit GridLayouter(ExpandDirection direction);
+    ~GridLayouter() override;
+
+    void onCreate(QWidget* parent) override;
+    /// Reports an assertion and leaves the widget out at a position that is
+    /// negative, or too far out for a grid to make room for all cells before it.
+    void onAdd(QWidget* widget) override;
+
+    /// Leaves `skip` cells empty behind each widget from the next one on.
+    void setCellSkip(int skip) { m_cellSkip = skip; }
+    /// The cell of the next widget.
+    void setPosition(int row, int column)
+    {
+        m_row = row;
+        m_column = column;
+    }
+
+    QGridLayout* layout() const { return m_layout; }
+
+private:
+    QPointer<QGridLayout> m_layout;
+    ExpandDirection m_direction;
+    int m_row = 0;
+    int m_column = 0;
+    int m_cellSkip = 0;
+};
+
+/// A property grid: labels in the left column, editors in the right one. The
+/// last row and the right column take the spare room.
+struct VRN_QT2_EXPORT PropertyGridLayouter : public ILayouter
+{
+    PropertyGridLayouter();
+    ~PropertyGridLayouter() override;
+
+    void onCreate(QWidget* parent) override;
+    /// An editor without a label, in a row of its own.
+    void onAdd(QWidget* widget) override;
+    /// A label with `label`, and the editor behind it.
+    void onAdd(QWidget* widget, const QString& label);
+    void onFinish() override;
+
+    QGridLayout* layout() const { return m_layout; }
+
+private:
+    void _add(QWidget* widget);
+
+    QPointer<QWidget> m_parent;
+    QPointer<QGridLayout> m_layout;
+    int m_row = 0;
+    int m_column = 0;
+};
+
+} // namespace vrn::qt

@@ -1,0 +1,67 @@
+#pragma once
+
+#include <vrn/qt/multi_edit_control_base.h>
+
+#include <QGroupBox>
+
+namespace vrn::qt {
+
+/// A checkable group box for one property of a selection, a `bool`. It is
+/// disabled where the objects differ, with all that is in it.
+///
+///     auto* fire = MultiEditGroupBox::create(tr("&Fire protection"), form);
+///     new QFormLayout(fire);
+///     fire->reset();
+///     for (const Beam& beam : selection)
+///         fire->readValue(beam.isProtected);
+///
+/// Only reset() enables a group box again: one that varied stays disabled after
+/// setValue(), though it does not vary any more.
+///
+/// A slot of any of its signals may destroy the control, or its parent.
+class VRN_QT2_EXPORT MultiEditGroupBox
+    : public QGroupBox
+    , public MultiEditControlBase
+{
+    Q_OBJECT
+
+public:
+    /// The control belongs to `parent`; a missing one is reported.
+    static MultiEditGroupBox* create(const QString& label, QWidget* parent);
+    ~MultiEditGroupBox() override;
+
+    /// The same as isChecked(): the last state, also while the control varies.
+    bool getValue() const { return isChecked(); }
+
+    /// Unchecks and enables the box. Emits nothing.
+    void reset() override;
+    /// Emits nothing. What is no `bool` is ignored.
+    void readValue(const boost::any& value) override;
+    bool dataVaries() const override { return m_varies; }
+    boost::any getCurrentValue() const override;
+    /// Emits valueChanged() once, and leaves a disabled box disabled. What is no
+    /// `bool` is reported, and changes nothing.
+    void setValue(const boost::any& value) override;
+    /// Emits nothing.
+    void forceVaries() override;
+
+    /// No valueChanged() from here to resumeValueChangedSignal(), which does not
+    /// make up for what was left out. The two do not nest.
+    void suspendValueChangedSignal() { m_emitValueChanged = false; }
+    void resumeValueChangedSignal() { m_emitValueChanged = true; }
+
+Q_SIGNALS:
+    void valueChanged();
+
+private Q_SLOTS:
+    void onClicked(bool checked);
+
+private:
+    MultiEditGroupBox(const QString& label, QWidget* parent);
+
+    bool m_varies = false;
+    bool m_fresh = true;
+    bool m_emitValueChanged = true;
+};
+
+} // namespace vrn::qt

@@ -1,0 +1,71 @@
+#pragma once
+
+#include <vrn/qt/multi_edit_control_base.h>
+#include <vrn/qt/simple_radio_button_group.h>
+
+namespace vrn::qt {
+
+/// Radio buttons for one property of a selection. None is checked where the
+/// objects differ.
+///
+///     auto* grade = MultiEditRadioButtonGroup::create(tr("Steel grade"),
+///         {{"S235", 235}, {"S355", 355}}, &vrn::any_equal<int>, &vrn::any_less<int>,
+///         form, nullptr, true, true);
+///     grade->reset();
+///     for (const Beam& beam : selection)
+///         grade->readValue(beam.grade);
+///
+/// Other than its siblings this control emits valueChanged() for changes from
+/// code: reset(), setValue(), the first readValue() and the one that finds a
+/// difference.
+///
+/// A slot of any of its signals may destroy the control, or its parent.
+class VRN_QT2_EXPORT MultiEditRadioButtonGroup
+    : public SimpleRadioButtonGroup
+    , public MultiEditControlBase
+{
+    Q_OBJECT
+
+public:
+    /// As SimpleRadioButtonGroup::create. The first button is checked.
+    static MultiEditRadioButtonGroup* create(const QString& title, const NamedValueList& values,
+        bool (*const& equalFn)(const boost::any&, const boost::any&),
+        const boost::function<bool(const boost::any&, const boost::any&)>& lessFn, QWidget* parent,
+        ILayouter* layouter, bool useGroupBox, bool useButtonGroup);
+    ~MultiEditRadioButtonGroup() override;
+
+    /// The same as getSelectedValue(), which reports a group that varies;
+    /// getCurrentValue() does not.
+    boost::any getValue() const { return getSelectedValue(); }
+
+    /// Checks the first button and enables the group, though no button that was
+    /// disabled by itself. Emits valueChanged().
+    void reset() override;
+    void readValue(const boost::any& value) override;
+    bool dataVaries() const override { return m_varies; }
+    boost::any getCurrentValue() const override;
+    /// Emits valueChanged(), also for an unknown value, which is reported and
+    /// checks nothing.
+    void setValue(const boost::any& value) override;
+    /// Emits nothing.
+    void forceVaries() override;
+
+Q_SIGNALS:
+    void valueChanged();
+
+private Q_SLOTS:
+    void onClicked(bool checked);
+
+private:
+    MultiEditRadioButtonGroup(const QString& title, const NamedValueList& values,
+        EqualFunction equalFn, const LessFunction& lessFn, QWidget* parent, ILayouter* layouter,
+        bool useGroupBox, bool useButtonGroup);
+
+    void onButtonCreated(QRadioButton* button);
+    void setAutoExclusive();
+
+    bool m_varies = false;
+    bool m_fresh = true;
+};
+
+} // namespace vrn::qt

@@ -1,0 +1,177 @@
+#include <vrn/qt/layouters.h>
+
+#include <vrn/assert/smart_assert.h>
+
+#include <QLabel>
+
+namespace vrn::qt {
+namespace {
+
+template <typename Layout>
+Layout* createBox(QWidget* parent)
+{
+    VRN_ASSERT(parent);
+    if (!parent)
+        return nullptr;
+    auto* layout = new Layout(parent);
+    layout->setContentsMargins(4, 4, 4, 4);
+    layout->setSpacing(0);
+    return layout;
+}
+
+// Whether there is something to add, and something to add it to.
+bool canAdd(const QLayout* layout, const QWidget* widget)
+{
+    VRN_ASSERT(layout);
+    VRN_ASSERT(widget);
+    return layout && widget;
+}
+
+void addToBox(QBoxLayout* layout, QWidget* widget)
+{
+    if (canAdd(layout, widget))
+        layout->addWidget(widget, 0);
+}
+
+void finishBox(QBoxLayout* layout)
+{
+    VRN_ASSERT(layout);
+    if (layout)
+        layout->addStretch(1);
+}
+
+} // namespace
+
+ILayouter::ILayouter() = default;
+ILayouter::~ILayouter() = default;
+
+void ILayouter::onFinish() {}
+
+VBoxLayouter::VBoxLayouter() = default;
+VBoxLayouter::~VBoxLayouter() = default;
+
+void VBoxLayouter::onCreate(QWidget* parent)
+{
+    m_layout = createBox<QVBoxLayout>(parent);
+}
+
+void VBoxLayouter::onAdd(QWidget* widget)
+{
+    addToBox(m_layout, widget);
+}
+
+void VBoxLayouter::onFinish()
+{
+    finishBox(m_layout);
+}
+
+HBoxLayouter::HBoxLayouter() = default;
+HBoxLayouter::~HBoxLayouter() = default;
+
+void HBoxLayouter::onCreate(QWidget* parent)
+{
+    m_layout = createBox<QHBoxLayout>(parent);
+}
+
+void HBoxLayouter::onAdd(QWidget* widget)
+{
+    addToBox(m_layout, widget);
+}
+
+void HBoxLayouter::onFinish()
+{
+    finishBox(m_layout);
+}
+
+namespace {
+
+// A QGridLayout makes room for every row and column up to the last one in use.
+constexpr int cellLimit = 10000;
+
+bool isCell(int row, int column)
+{
+    return 0 <= row && row < cellLimit && 0 <= column && column < cellLimit;
+}
+
+} // namespace
+
+GridLayouter::GridLayouter(ExpandDirection direction)
+    : m_direction(direction)
+{}
+
+GridLayouter::~GridLayouter() = default;
+
+void GridLayouter::onCreate(QWidget* parent)
+{
+    VRN_ASSERT(parent);
+    if (!parent)
+        return;
+    m_layout = new QGridLayout(parent);
+    m_layout->setContentsMargins(4, 4, 4, 4);
+    m_layout->setSpacing(4);
+}
+
+void GridLayouter::onAdd(QWidget* widget)
+{
+    if (!canAdd(m_layout, widget))
+        return;
+    VRN_ASSERT(isCell(m_row, m_column))("m_row", m_row)("m_column", m_column);
+    if (!isCell(m_row, m_column))
+        return;
+    m_layout->addWidget(widget, m_row, m_column);
+    int& position = m_direction == ExpandVertical ? m_row : m_column;
+    // In 64 bits: the skip may be any number. What leaves the grid stays outside.
+    const qint64 next = qint64(position) + m_cellSkip + 1;
+    position = int(qBound(qint64(-1), next, qint64(cellLimit)));
+}
+
+PropertyGridLayouter::PropertyGridLayouter() = default;
+PropertyGridLayouter::~PropertyGridLayouter() = default;
+
+void PropertyGridLayouter::onCreate(QWidget* parent)
+{
+    VRN_ASSERT(parent);
+    if (!parent)
+        return;
+    m_parent = parent;
+    m_layout = new QGridLayout(parent);
+}
+
+void PropertyGridLayouter::onAdd(QWidget* widget)
+{
+    if (!canAdd(m_layout, widget))
+        return;
+    m_layout->addWidget(widget, m_row, 1);
+    ++m_row;
+    m_column = 0;
+}
+
+void PropertyGridLayouter::onAdd(QWidget* widget, const QString& label)
+{
+    if (!canAdd(m_layout, widget))
+        return;
+    auto* caption = new QLabel(label, m_parent);
+    caption->setBuddy(widget);
+    _add(caption);
+    _add(widget);
+}
+
+void PropertyGridLayouter::onFinish()
+{
+    VRN_ASSERT(m_layout);
+    if (!m_layout)
+        return;
+    m_layout->setRowStretch(m_layout->rowCount() - 1, 1);
+    m_layout->setColumnStretch(m_layout->columnCount() - 1, 1);
+}
+
+void PropertyGridLayouter::_add(QWidget* widget)
+{
+    m_layout->addWidget(widget, m_row, m_column);
+    if (++m_column == 2) {
+        ++m_row;
+        m_column = 0;
+    }
+}
+
+} // namespace vrn::qt

@@ -1,0 +1,123 @@
+#include <vrn/qt/multi_edit_radio_button_group.h>
+
+#include <vrn/assert/smart_assert.h>
+#include <vrn/companion_qt/connect.h>
+
+#include <QButtonGroup>
+#include <QPointer>
+#include <QRadioButton>
+
+namespace vrn::qt {
+
+MultiEditRadioButtonGroup* MultiEditRadioButtonGroup::create(const QString& title,
+    const NamedValueList& values, bool (*const& equalFn)(const boost::any&, const boost::any&),
+    const boost::function<bool(const boost::any&, const boost::any&)>& lessFn, QWidget* parent,
+    ILayouter* layouter, bool useGroupBox, bool useButtonGroup)
+{
+    VRN_ASSERT(!values.empty());
+    VRN_ASSERT(lessFn);
+    VRN_ASSERT(equalFn);
+    VRN_ASSERT(parent);
+    auto* group = new MultiEditRadioButtonGroup(
+        title, values, equalFn, lessFn, parent, layouter, useGroupBox, useButtonGroup);
+    for (const auto& entry : group->m_button2value)
+        group->onButtonCreated(entry.first);
+    return group;
+}
+
+MultiEditRadioButtonGroup::MultiEditRadioButtonGroup(const QString& title,
+    const NamedValueList& values, EqualFunction equalFn, const LessFunction& lessFn,
+    QWidget* parent, ILayouter* layouter, bool useGroupBox, bool useButtonGroup)
+    : SimpleRadioButtonGroup(
+        title, values, equalFn, lessFn, parent, layouter, useGroupBox, useButtonGroup)
+{
+    MultiEditRadioButtonGroup::reset();
+}
+
+MultiEditRadioButtonGroup::~MultiEditRadioButtonGroup() = default;
+
+void MultiEditRadioButtonGroup::onButtonCreated(QRadioButton* button)
+{
+    vrn_connect(button, &QRadioButton::clicked, this, &MultiEditRadioButtonGroup::onClicked);
+}
+
+void MultiEditRadioButtonGroup::onClicked(bool /*checked*/)
+{
+    m_varies = false;
+    Q_EMIT valueChanged();
+}
+
+void MultiEditRadioButtonGroup::setValue(const boost::any& value)
+{
+    const QPointer<MultiEditRadioButtonGroup> alive(this);
+    m_varies = false;
+    setAutoExclusive();
+    setSelected(value);
+    if (alive)
+        Q_EMIT valueChanged();
+}
+
+// A checked radio button cannot be unchecked for as long as it is exclusive.
+void MultiEditRadioButtonGroup::forceVaries()
+{
+    m_varies = true;
+    m_fresh = false;
+    for (const auto& entry : m_button2value) {
+        QRadioButton* button = entry.first;
+        button->blockSignals(true);
+        const bool wasAutoExclusive = button->autoExclusive();
+        button->setAutoExclusive(false);
+        QButtonGroup* group = button->group();
+        const bool wasExclusive = group && group->exclusive();
+        if (group)
+            group->setExclusive(false);
+        button->setChecked(false);
+        button->setAutoExclusive(wasAutoExclusive);
+        if (group)
+            group->setExclusive(wasExclusive);
+        button->blockSignals(false);
+    }
+}
+
+void MultiEditRadioButtonGroup::reset()
+{
+    const QPointer<MultiEditRadioButtonGroup> alive(this);
+    m_varies = false;
+    m_fresh = true;
+    setValue(firstValue());
+    if (!alive)
+        return;
+    setEnabled(true);
+    setAutoExclusive();
+}
+
+void MultiEditRadioButtonGroup::readValue(const boost::any& value)
+{
+    const QPointer<MultiEditRadioButtonGroup> alive(this);
+    if (m_fresh) {
+        setValue(value);
+        if (alive)
+            m_fresh = false;
+        return;
+    }
+    if (m_varies || (m_equalFn && m_equalFn(value, getSelectedValue())))
+        return;
+    if (!alive)
+        return;
+    forceVaries();
+    if (alive)
+        Q_EMIT valueChanged();
+}
+
+boost::any MultiEditRadioButtonGroup::getCurrentValue() const
+{
+    return m_varies ? boost::any() : getValue();
+}
+
+void MultiEditRadioButtonGroup::setAutoExclusive()
+{
+    for (const auto& entry : m_button2value)
+        entry.first->setAutoExclusive(true);
+}
+
+} // namespace vrn::qt
