@@ -1,0 +1,335 @@
+#include <vrn/base/any_predicates.h>
+#include <vrn/qt/layouters.h>
+#include <vrn/qt/simple_radio_button_group.h>
+
+#include "group_fixture.h"
+#include "support/test_main.h"
+#include "support/test_object.h"
+
+#include <QAccessible>
+#include <QButtonGroup>
+#include <QGroupBox>
+#include <QRadioButton>
+#include <QVBoxLayout>
+
+#include <memory>
+
+using namespace vrn::qt;
+using vrn::test::clickOn;
+
+namespace {
+
+using Group = SimpleRadioButtonGroup;
+
+const std::string noButton = "no button checked - returning default value";
+const std::string notFound = "value key not found";
+
+// Values whose order is not that of the buttons.
+NamedValueList threeGrades()
+{
+    return {{"S355", 355}, {"S235", 235}, {"S275", 275}};
+}
+
+Group* create(QWidget* parent, const NamedValueList& values, ILayouter* layouter = nullptr,
+    bool useGroupBox = true, bool useButtonGroup = true)
+{
+    return Group::create("&Steel grade", values, &vrn::any_equal<int>, &vrn::any_less<int>, parent,
+        layouter, useGroupBox, useButtonGroup);
+}
+
+QRadioButton* buttonOf(const QWidget& widget, const QString& name)
+{
+    for (auto* button : widget.findChildren<QRadioButton*>()) {
+        if (button->text() == name)
+            return button;
+    }
+    return nullptr;
+}
+
+QStringList namesIn(const QLayout* layout)
+{
+    QStringList names;
+    for (int i = 0; i < layout->count(); ++i) {
+        const auto* button = qobject_cast<QRadioButton*>(layout->itemAt(i)->widget());
+        names << (button ? button->text() : QString("no button"));
+    }
+    return names;
+}
+
+QStringList enabledIn(const QWidget& widget)
+{
+    QStringList names;
+    for (const auto* button : widget.findChildren<QRadioButton*>()) {
+        if (button->isEnabled())
+            names << button->text();
+    }
+    return names;
+}
+
+// Writes down what a group asks of it.
+struct RecordingLayouter : public ILayouter
+{
+    void onCreate(QWidget* parent) override
+    {
+        container = parent;
+        calls << "create";
+    }
+    void onAdd(QWidget* widget) override
+    {
+        calls << "add " + qobject_cast<QRadioButton*>(widget)->text();
+    }
+    void onFinish() override { calls << "finish"; }
+
+    QWidget* container = nullptr;
+    QStringList calls;
+};
+
+} // namespace
+
+class TestSimpleRadioButtonGroup : public vrn::test::TestObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void theLayouterIsAskedInOrder_data()
+    {
+        QTest::addColumn<bool>("useGroupBox");
+        QTest::addColumn<QStringList>("calls");
+        QTest::newRow("with a group box")
+            << true << QStringList{"create", "add S355", "add S235", "add S275", "finish"};
+        QTest::newRow("without one the caller creates and finishes")
+            << false << QStringList{"add S355", "add S235", "add S275"};
+    }
+
+    void theLayouterIsAskedInOrder()
+    {
+        QFETCH(bool, useGroupBox);
+        QWidget form;
+        RecordingLayouter layouter;
+        Group* group = create(&form, threeGrades(), &layouter, useGroupBox);
+        QTEST(layouter.calls, "calls");
+        auto* box = group->findChild<QGroupBox*>();
+        QCOMPARE(layouter.container, static_cast<QWidget*>(box));
+        QCOMPARE(box != nullptr, useGroupBox);
+        for (const auto* button : group->findChildren<QRadioButton*>())
+            QCOMPARE(button->parentWidget(), useGroupBox ? static_cast<QWidget*>(box) : group);
+    }
+
+    void theGroupBoxHasTheTitleAndFillsTheGroup()
+    {
+        QWidget form;
+        Group* group = create(&form, threeGrades());
+        const auto* box = group->findChild<QGroupBox*>();
+        QVERIFY(box);
+        QCOMPARE(box->title(), QString("&Steel grade"));
+        QVERIFY(qobject_cast<QVBoxLayout*>(group->layout()));
+        QCOMPARE(group->layout()->contentsMargins(), QMargins());
+        QCOMPARE(group->layout()->count(), 1);
+        QCOMPARE(group->layout()->itemAt(0)->widget(), box);
+    }
+
+    void withoutALayouterTheButtonsStandInAColumn()
+    {
+        QWidget form;
+        const Group* group = create(&form, threeGrades());
+        const QLayout* layout = group->findChild<QGroupBox*>()->layout();
+        QVERIFY(qobject_cast<const QVBoxLayout*>(layout));
+        QCOMPARE(namesIn(layout), QStringList({"S355", "S235", "S275", "no button"}));
+    }
+
+    void withoutALayouterAndAGroupBoxTheButtonsAreNotLaidOut()
+    {
+        QWidget form;
+        for (int i = 0; i < 3; ++i)
+            expectAssert("layout");
+        Group* group = create(&form, threeGrades(), nullptr, false);
+        QVERIFY(!group->layout());
+        QCOMPARE(group->findChildren<QRadioButton*>().size(), 3);
+        group->setSelected(275);
+        QCOMPARE(group->getSelectedValue(), boost::any(275));
+    }
+
+    void theButtonGroupIsMadeIfAskedFor_data()
+    {
+        QTest::addColumn<bool>("useButtonGroup");
+        QTest::newRow("with one") << true;
+        QTest::newRow("without one") << false;
+    }
+
+    void theButtonGroupIsMadeIfAskedFor()
+    {
+        QFETCH(bool, useButtonGroup);
+        QWidget form;
+        const Group* group = create(&form, threeGrades(), nullptr, true, useButtonGroup);
+        const auto* buttonGroup = group->findChild<QButtonGroup*>();
+        QCOMPARE(buttonGroup != nullptr, useButtonGroup);
+        for (const auto* button : group->findChildren<QRadioButton*>())
+            QCOMPARE(button->group(), buttonGroup);
+    }
+
+    void aValueIsSelected()
+    {
+        QWidget form;
+        Group* group = create(&form, threeGrades());
+        for (const auto& entry : threeGrades()) {
+            group->setSelected(entry.second);
+            QCOMPARE(group->getSelectedValue(), entry.second);
+            QVERIFY(buttonOf(*group, entry.first)->isChecked());
+        }
+        form.show();
+        clickOn(buttonOf(*group, "S235"));
+        QCOMPARE(group->getSelectedValue(), boost::any(235));
+    }
+
+    void withoutACheckedButtonTheFirstValueStands()
+    {
+        QWidget form;
+        const Group* group = create(&form, threeGrades());
+        expectAssert("false", {}, noButton);
+        QCOMPARE(group->getSelectedValue(), boost::any(355));
+    }
+
+    void anUnknownValueIsReported_data()
+    {
+        QTest::addColumn<boost::any>("value");
+        QTest::newRow("not in the list") << boost::any(1);
+        QTest::newRow("larger than all") << boost::any(1000);
+        QTest::newRow("of another type") << boost::any(std::string("S235"));
+        QTest::newRow("empty") << boost::any();
+    }
+
+    void anUnknownValueIsReported()
+    {
+        QFETCH(boost::any, value);
+        QWidget form;
+        Group* group = create(&form, threeGrades());
+        group->setSelected(275);
+        expectAssert("it != m_value2button.end()", {}, notFound);
+        group->setSelected(value);
+        QCOMPARE(group->getSelectedValue(), boost::any(275));
+        expectAssert("it != m_value2button.end()", {}, notFound);
+        group->setValueEnabled(value, false);
+        QCOMPARE(enabledIn(*group).size(), 3);
+    }
+
+    void valuesAreEnabled()
+    {
+        QWidget form;
+        Group* group = create(&form, threeGrades());
+        group->setValueEnabled(235, false);
+        QCOMPARE(enabledIn(*group), QStringList({"S355", "S275"}));
+        group->setValueEnabled(235, true);
+        QCOMPARE(enabledIn(*group).size(), 3);
+        group->setValuesEnabled(false);
+        QCOMPARE(enabledIn(*group), QStringList());
+        group->setValuesEnabled(true);
+        QCOMPARE(enabledIn(*group).size(), 3);
+    }
+
+    void ofEquivalentValuesTheLastIsFound()
+    {
+        QWidget form;
+        Group* group = create(&form, {{"first", 1}, {"second", 1}, {"other", 2}});
+        QCOMPARE(group->findChildren<QRadioButton*>().size(), 3);
+        group->setSelected(1);
+        QVERIFY(buttonOf(*group, "second")->isChecked());
+        group->setValueEnabled(1, false);
+        QCOMPARE(enabledIn(*group), QStringList({"first", "other"}));
+        // By value it goes, so the first one stays enabled here, too.
+        group->setValuesEnabled(false);
+        QCOMPARE(enabledIn(*group), QStringList{"first"});
+        buttonOf(*group, "first")->setChecked(true);
+        QCOMPARE(group->getSelectedValue(), boost::any(1));
+    }
+
+    void anEmptyValueIsAnEntryLikeOthers()
+    {
+        QWidget form;
+        Group* group = create(&form, {{"one", 1}, {"none", boost::any()}});
+        group->setSelected(1);
+        group->setSelected(boost::any());
+        QVERIFY(buttonOf(*group, "none")->isChecked());
+        QVERIFY(group->getSelectedValue().empty());
+    }
+
+    void badArgumentsAreReportedInOrder()
+    {
+        expectAssert("parent");
+        expectAssert("!values.empty()");
+        expectAssert("equalFn");
+        expectAssert("lessFn");
+        expectAssert("!m_values.empty()");
+        const QScopedPointer<Group> group(
+            Group::create("Grade", {}, nullptr, {}, nullptr, nullptr, true, true));
+        QVERIFY(group->isWindow());
+        expectAssert("false", {}, noButton);
+        QVERIFY(group->getSelectedValue().empty());
+        expectAssert("it != m_value2button.end()", {}, notFound);
+        group->setSelected(1);
+        group->setValuesEnabled(true);
+    }
+
+    // The buttons belong to the container of the caller's layouter.
+    void theContainerOfTheButtonsMayGoFirst()
+    {
+        QWidget form;
+        auto container = std::make_unique<QWidget>();
+        VBoxLayouter layouter;
+        layouter.onCreate(container.get());
+        Group* group = create(&form, threeGrades(), &layouter, false);
+        layouter.onFinish();
+        QCOMPARE(container->findChildren<QRadioButton*>().size(), 3);
+        group->setSelected(235);
+        delete buttonOf(*container, "S235");
+        expectAssert("it != m_value2button.end()", {}, notFound);
+        group->setSelected(235);
+        group->setSelected(275);
+        QCOMPARE(group->getSelectedValue(), boost::any(275));
+        container.reset();
+        expectAssert("false", {}, noButton);
+        QCOMPARE(group->getSelectedValue(), boost::any(355));
+        expectAssert("it != m_value2button.end()", {}, notFound);
+        group->setSelected(275);
+        group->setValuesEnabled(true);
+    }
+
+    void theGroupMayGoBeforeTheContainerOfItsButtons()
+    {
+        QWidget container;
+        VBoxLayouter layouter;
+        layouter.onCreate(&container);
+        auto form = std::make_unique<QWidget>();
+        create(form.get(), threeGrades(), &layouter, false);
+        form.reset();
+        container.show();
+        clickOn(buttonOf(container, "S235"));
+        QVERIFY(buttonOf(container, "S235")->isChecked());
+    }
+
+    void theTitleIsTheAccessibleName_data()
+    {
+        QTest::addColumn<bool>("useGroupBox");
+        QTest::newRow("with a group box") << true;
+        QTest::newRow("also without a group box") << false;
+    }
+
+    void theTitleIsTheAccessibleName()
+    {
+        QFETCH(bool, useGroupBox);
+        QWidget form;
+        VBoxLayouter layouter;
+        if (!useGroupBox)
+            layouter.onCreate(&form);
+        Group* group = create(&form, threeGrades(), &layouter, useGroupBox);
+        QAccessibleInterface* interface = QAccessible::queryAccessibleInterface(group);
+        QVERIFY(interface);
+        QCOMPARE(interface->role(), QAccessible::Grouping);
+        QCOMPARE(interface->text(QAccessible::Name), QString("Steel grade"));
+        QCOMPARE(interface->text(QAccessible::Value), QString());
+        interface = QAccessible::queryAccessibleInterface(buttonOf(form, "S235"));
+        QCOMPARE(interface->text(QAccessible::Name), QString("S235"));
+    }
+};
+
+VRN_TEST_MAIN(TestSimpleRadioButtonGroup)
+#include "tst_simple_radio_button_group.moc"
