@@ -16,7 +16,8 @@ private Q_SLOTS:
         QCOMPARE(m_output,
             QString("line-edits\tLine edits\n"
                     "quantities\tQuantities\n"
-                    "multi-edit\tMulti-edit\n"));
+                    "multi-edit\tMulti-edit\n"
+                    "groups\tGroups\n"));
     }
 
     void screenshotSavesThePageAndQuits()

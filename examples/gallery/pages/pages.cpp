@@ -1,5 +1,6 @@
 #include "page.h"
 
+#include "pages/groups_page.h"
 #include "pages/line_edits_page.h"
 #include "pages/multi_edit_page.h"
 #include "pages/quantities_page.h"
@@ -21,6 +22,7 @@ const std::vector<Page>& pages()
         {QStringLiteral("line-edits"), QStringLiteral("Line edits"), &make<LineEditsPage>},
         {QStringLiteral("quantities"), QStringLiteral("Quantities"), &make<QuantitiesPage>},
         {QStringLiteral("multi-edit"), QStringLiteral("Multi-edit"), &make<MultiEditPage>},
+        {QStringLiteral("groups"), QStringLiteral("Groups"), &make<GroupsPage>},
     };
     return all;
 }
