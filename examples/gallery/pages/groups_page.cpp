@@ -65,8 +65,9 @@ QLabel* cell(QWidget* parent)
 GroupsPage::GroupsPage(QWidget* parent)
     : QWidget(parent)
 {
-    auto* checkBoxes = createColumn(tr("Check boxes"));
-    auto* radioGroups = createColumn(tr("Radio groups"));
+    auto* checkBoxes = createColumn(
+        tr("Check boxes"), QStringLiteral("false, false, ") + getVariesString());
+    auto* radioGroups = createColumn(tr("Radio groups"), getVariesString());
     fillCheckBoxes(checkBoxes);
     fillRadioGroups(radioGroups);
     for (QGridLayout* column : {checkBoxes, radioGroups})
@@ -74,7 +75,7 @@ GroupsPage::GroupsPage(QWidget* parent)
 
     auto* columns = new QHBoxLayout;
     columns->addLayout(checkBoxes, 1);
-    columns->addSpacing(fontMetrics().averageCharWidth() * 4);
+    columns->addSpacing(fontMetrics().averageCharWidth() * 2);
     columns->addLayout(radioGroups, 1);
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(createButtons());
@@ -102,15 +103,15 @@ QWidget* GroupsPage::createButtons()
     return buttons;
 }
 
-QGridLayout* GroupsPage::createColumn(const QString& title)
+QGridLayout* GroupsPage::createColumn(const QString& title, const QString& longestValue)
 {
     auto* column = new QGridLayout;
     int index = 0;
-    for (const QString& text : {title, tr("Value"), tr("valueChanged()")})
+    for (const QString& text : {title, tr("Value"), tr("Signals")})
         column->addWidget(new QLabel(QStringLiteral("<b>%1</b>").arg(text), this), 0, index++);
     column->setColumnStretch(0, 1);
-    column->setColumnMinimumWidth(valueColumn, fontMetrics().averageCharWidth() * 20);
-    column->setHorizontalSpacing(18);
+    column->setColumnMinimumWidth(valueColumn, fontMetrics().horizontalAdvance(longestValue));
+    column->setHorizontalSpacing(12);
     return column;
 }
 

@@ -42,7 +42,8 @@ private:
     };
 
     QWidget* createButtons();
-    QGridLayout* createColumn(const QString& title);
+    /// A column of controls, each with its value and how often it emitted valueChanged().
+    QGridLayout* createColumn(const QString& title, const QString& longestValue);
     void fillCheckBoxes(QGridLayout* column);
     void fillRadioGroups(QGridLayout* column);
 
