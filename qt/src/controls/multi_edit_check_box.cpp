@@ -82,6 +82,8 @@ void MultiEditCheckBox::readValue(const boost::any& value)
     if (!checked)
         return;
     if (m_fresh) {
+        // Not the own setChecked(): a change is told once, as that of a click is, and
+        // no change is not told at all.
         const QPointer<MultiEditCheckBox> alive(this);
         m_check->setChecked(*checked);
         if (alive)

@@ -29,7 +29,7 @@ struct VRN_QT2_EXPORT VBoxLayouter : public ILayouter
     void onAdd(QWidget* widget) override;
     void onFinish() override;
 
-    QVBoxLayout* layout() const { return m_layout; }
+    QVBoxLayout* layout() const { return m_layout.data(); }
 
 private:
     QPointer<QVBoxLayout> m_layout;
@@ -45,7 +45,7 @@ struct VRN_QT2_EXPORT HBoxLayouter : public ILayouter
     void onAdd(QWidget* widget) override;
     void onFinish() override;
 
-    QHBoxLayout* layout() const { return m_layout; }
+    QHBoxLayout* layout() const { return m_layout.data(); }
 
 private:
     QPointer<QHBoxLayout> m_layout;
@@ -79,7 +79,7 @@ struct VRN_QT2_EXPORT GridLayouter : public ILayouter
         m_column = column;
     }
 
-    QGridLayout* layout() const { return m_layout; }
+    QGridLayout* layout() const { return m_layout.data(); }
 
 private:
     QPointer<QGridLayout> m_layout;
@@ -103,7 +103,7 @@ struct VRN_QT2_EXPORT PropertyGridLayouter : public ILayouter
     void onAdd(QWidget* widget, const QString& label);
     void onFinish() override;
 
-    QGridLayout* layout() const { return m_layout; }
+    QGridLayout* layout() const { return m_layout.data(); }
 
 private:
     void _add(QWidget* widget);
