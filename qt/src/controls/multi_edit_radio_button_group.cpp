@@ -93,6 +93,8 @@ void MultiEditRadioButtonGroup::reset()
 
 void MultiEditRadioButtonGroup::readValue(const boost::any& value)
 {
+    if (m_varies)
+        return;
     const QPointer<MultiEditRadioButtonGroup> alive(this);
     if (m_fresh) {
         setValue(value);
@@ -100,7 +102,7 @@ void MultiEditRadioButtonGroup::readValue(const boost::any& value)
             m_fresh = false;
         return;
     }
-    if (m_varies || (m_equalFn && m_equalFn(value, getSelectedValue())))
+    if (m_equalFn && m_equalFn(value, selectedValue()))
         return;
     if (!alive)
         return;

@@ -85,6 +85,11 @@ SimpleRadioButtonGroup::~SimpleRadioButtonGroup()
 
 boost::any SimpleRadioButtonGroup::getSelectedValue() const
 {
+    return selectedValue();
+}
+
+const boost::any& SimpleRadioButtonGroup::selectedValue() const
+{
     for (auto it = m_button2value.begin(); it != m_button2value.end(); ++it) {
         VRN_ASSERT(it->first);
         if (it->first && it->first->isChecked())
@@ -115,9 +120,10 @@ void SimpleRadioButtonGroup::setValuesEnabled(bool enabled)
     }
 }
 
-boost::any SimpleRadioButtonGroup::firstValue() const
+const boost::any& SimpleRadioButtonGroup::firstValue() const
 {
-    return m_values.empty() ? boost::any() : m_values.front().second;
+    static const boost::any none;
+    return m_values.empty() ? none : m_values.front().second;
 }
 
 // Null, after a report, if there is none.

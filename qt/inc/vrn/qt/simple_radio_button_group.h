@@ -68,8 +68,10 @@ protected:
         EqualFunction equalFn, const LessFunction& lessFn, QWidget* parent, ILayouter* layouter,
         bool useGroupBox, bool useButtonGroup);
 
+    /// As getSelectedValue(), without a copy.
+    const boost::any& selectedValue() const;
     /// The value of the first entry; empty without entries.
-    boost::any firstValue() const;
+    const boost::any& firstValue() const;
 
     EqualFunction m_equalFn;
     LessFunction m_lessFn;
