@@ -4,18 +4,31 @@
 
 #include <QLabel>
 
+#include <memory>
+
 namespace vrn::qt {
 namespace {
 
+// Null, besides for a missing container, for one that has a layout: Qt refuses a
+// second one with a warning, and leaves it to nobody.
 template <typename Layout>
-Layout* createBox(QWidget* parent)
+Layout* createLayout(QWidget* parent)
 {
     VRN_ASSERT(parent);
     if (!parent)
         return nullptr;
-    auto* layout = new Layout(parent);
-    layout->setContentsMargins(4, 4, 4, 4);
-    layout->setSpacing(0);
+    auto layout = std::make_unique<Layout>(parent);
+    return layout->parent() ? layout.release() : nullptr;
+}
+
+template <typename Layout>
+Layout* createBox(QWidget* parent)
+{
+    auto* layout = createLayout<Layout>(parent);
+    if (layout) {
+        layout->setContentsMargins(4, 4, 4, 4);
+        layout->setSpacing(0);
+    }
     return layout;
 }
 
@@ -103,10 +116,9 @@ GridLayouter::~GridLayouter() = default;
 
 void GridLayouter::onCreate(QWidget* parent)
 {
-    VRN_ASSERT(parent);
-    if (!parent)
+    m_layout = createLayout<QGridLayout>(parent);
+    if (!m_layout)
         return;
-    m_layout = new QGridLayout(parent);
     m_layout->setContentsMargins(4, 4, 4, 4);
     m_layout->setSpacing(4);
 }
@@ -130,11 +142,8 @@ PropertyGridLayouter::~PropertyGridLayouter() = default;
 
 void PropertyGridLayouter::onCreate(QWidget* parent)
 {
-    VRN_ASSERT(parent);
-    if (!parent)
-        return;
     m_parent = parent;
-    m_layout = new QGridLayout(parent);
+    m_layout = createLayout<QGridLayout>(parent);
 }
 
 void PropertyGridLayouter::onAdd(QWidget* widget)

@@ -13,7 +13,8 @@ class QString;
 namespace vrn::qt {
 
 // The layouters of the library. Each reports an assertion and does nothing
-// where it has no layout: before onCreate, and once the container has gone.
+// where it has no layout: before onCreate, after one for a container that had a
+// layout already, and once the container has gone.
 
 /// One below the other, at the top of the container.
 ///
