@@ -65,21 +65,21 @@ QLabel* cell(QWidget* parent)
 GroupsPage::GroupsPage(QWidget* parent)
     : QWidget(parent)
 {
+    auto* layout = new QVBoxLayout(this);
+    layout->addWidget(createButtons());
+    auto* columns = new QHBoxLayout;
+    layout->addLayout(columns, 1);
     auto* checkBoxes = createColumn(
         tr("Check boxes"), QStringLiteral("false, false, ") + getVariesString());
     auto* radioGroups = createColumn(tr("Radio groups"), getVariesString());
+    columns->addLayout(checkBoxes, 1);
+    columns->addSpacing(fontMetrics().averageCharWidth() * 2);
+    columns->addLayout(radioGroups, 1);
+
     fillCheckBoxes(checkBoxes);
     fillRadioGroups(radioGroups);
     for (QGridLayout* column : {checkBoxes, radioGroups})
         column->setRowStretch(column->rowCount(), 1);
-
-    auto* columns = new QHBoxLayout;
-    columns->addLayout(checkBoxes, 1);
-    columns->addSpacing(fontMetrics().averageCharWidth() * 2);
-    columns->addLayout(radioGroups, 1);
-    auto* layout = new QVBoxLayout(this);
-    layout->addWidget(createButtons());
-    layout->addLayout(columns, 1);
     read({0, 1});
 }
 
