@@ -1,0 +1,96 @@
+#pragma once
+
+#include <vrn/qt/expand_direction.h>
+#include <vrn/qt/vrn_qt2_export.h>
+
+#include <boost/function.hpp>
+
+#include <QWidget>
+
+#include <cstdint>
+#include <map>
+#include <string>
+
+class QBoxLayout;
+class QIcon;
+class QPixmap;
+class QPushButton;
+
+namespace vrn::qt {
+
+/// What a Toolbar knows of one of its buttons.
+struct ToolbarButton
+{
+    std::uint32_t mask;
+    QPushButton* button;
+    boost::function<void()> fn;
+};
+
+/// A row or column of buttons that call functions of the application.
+///
+///     auto* toolbar = new Toolbar(page, ExpandHorizontal);
+///     toolbar->addButtonWithText("add", tr("Add"), tr("Adds a beam."), [=] { add(); }, 1);
+///     toolbar->addButtonWithText("remove", "-", tr("Removes it."), [=] { remove(); }, 1 | 2);
+///     connect(list, &BeamList::selectionEmptied, toolbar,
+///         [=] { toolbar->setButtonsEnabled(false, 2); });
+///
+/// A function that throws a std::exception gives the user a warning box with its
+/// what(), read as UTF-8, and the toolbar goes on working; anything else that is
+/// thrown passes through. A function may do what it likes with the toolbar:
+/// add buttons, clear() it, destroy it.
+///
+/// Everything added belongs to the toolbar. The application may also delete a
+/// button that it was given.
+class VRN_QT2_EXPORT Toolbar : public QWidget
+{
+    Q_OBJECT
+
+public:
+    Toolbar(QWidget* parent, ExpandDirection direction);
+    ~Toolbar() override;
+
+    /// Each adds a button with the object name `id` (UTF-8) at the end and
+    /// returns it. An empty `fn` makes a button that does nothing. The bits of
+    /// `mask` are the groups to which it belongs for setButtonsEnabled().
+    ///
+    /// A button with an icon alone is square; the tool tip is then its
+    /// accessible name.
+    QPushButton* addButton(const std::string& id, const QIcon& icon, const QString& toolTip,
+        boost::function<void()> fn, unsigned int mask);
+    QPushButton* addButton(const std::string& id, const QPixmap& icon, const QString& toolTip,
+        boost::function<void()> fn, unsigned int mask);
+    QPushButton* addButtonWithIcon(const std::string& id, const QIcon& icon, const QString& toolTip,
+        boost::function<void()> fn, unsigned int mask);
+    QPushButton* addButtonWithIconAndText(const std::string& id, const QIcon& icon,
+        const QString& text, const QString& toolTip, boost::function<void()> fn, unsigned int mask);
+    /// A text of one character makes a square button.
+    QPushButton* addButtonWithText(const std::string& id, const QString& text,
+        const QString& toolTip, boost::function<void()> fn, unsigned int mask);
+
+    void addLabel(const QString& text, const QString& toolTip);
+    void addSpacing(int size);
+    void addStretch(int stretch);
+    void addWidget(QWidget* widget);
+
+    /// Deletes all buttons. Labels, other widgets and gaps stay.
+    void clear();
+
+    /// Enables or disables every button whose mask shares a bit with `mask`. So
+    /// one of mask 0 is never reached.
+    void setButtonsEnabled(bool enabled, unsigned int mask);
+
+private Q_SLOTS:
+    void onClicked();
+
+private:
+    class RunningCall;
+
+    QPushButton* registerButton(
+        QPushButton* button, const QString& toolTip, boost::function<void()> fn, unsigned int mask);
+
+    QBoxLayout* m_layout;
+    std::map<QObject*, ToolbarButton> m_buttons;
+    int m_runningCalls = 0;
+};
+
+} // namespace vrn::qt
