@@ -41,23 +41,23 @@ void warn(QWidget* parent, const QString& text)
 
 } // namespace
 
-// Counts the functions of buttons that are on the stack, with a click below
-// each of them.
-class Toolbar::RunningCall
+// Lives while Qt is at work on a button, below a call of the application, and is
+// not done with it: clear() must not delete that button yet.
+class Toolbar::ButtonInUse
 {
 public:
-    explicit RunningCall(Toolbar* toolbar)
+    explicit ButtonInUse(Toolbar* toolbar)
         : m_toolbar(toolbar)
     {
-        ++toolbar->m_runningCalls;
+        ++toolbar->m_buttonsInUse;
     }
-    ~RunningCall()
+    ~ButtonInUse()
     {
         if (m_toolbar)
-            --m_toolbar->m_runningCalls;
+            --m_toolbar->m_buttonsInUse;
     }
-    RunningCall(const RunningCall&) = delete;
-    RunningCall& operator=(const RunningCall&) = delete;
+    ButtonInUse(const ButtonInUse&) = delete;
+    ButtonInUse& operator=(const ButtonInUse&) = delete;
 
     /// Null once the toolbar has been destroyed.
     QWidget* toolbar() const { return m_toolbar; }
@@ -170,14 +170,13 @@ void Toolbar::clear()
     }
     m_buttons.clear();
 
-    const bool isClicked = m_runningCalls > 0;
+    const bool mayDelete = m_buttonsInUse == 0;
     for (const auto& button : buttons) {
-        if (!isClicked) {
+        if (mayDelete) {
             delete button;
         } else if (button) {
-            // Qt is not done yet with a button whose function runs. Without its
-            // name nobody finds it in place of a new one. To hide it comes last:
-            // whoever then gets the focus may destroy the toolbar.
+            // Without its name nobody finds it in place of a new one. To hide it
+            // comes last: whoever hears of its focus may destroy the toolbar.
             button->deleteLater();
             button->setObjectName(QString());
             m_layout->removeWidget(button);
@@ -188,8 +187,9 @@ void Toolbar::clear()
 
 void Toolbar::setButtonsEnabled(bool enabled, unsigned int mask)
 {
-    // A disabled button gives the focus away, and whoever notices may change
-    // the toolbar.
+    // A disabled button gives the focus away, and whoever hears of that may
+    // change the toolbar.
+    const ButtonInUse inUse(this);
     std::vector<QPointer<QPushButton>> buttons;
     for (const auto& entry : m_buttons) {
         if ((entry.second.mask & mask) != 0)
@@ -208,11 +208,11 @@ void Toolbar::onClicked()
         return;
     // A copy: the function may destroy its button, and itself with it.
     const auto fn = entry->second.fn;
-    const RunningCall call(this);
+    const ButtonInUse inUse(this);
     try {
         fn();
     } catch (const std::exception& exception) {
-        warn(call.toolbar(),
+        warn(inUse.toolbar(),
             tr("An exception occurred:\n%1").arg(QString::fromUtf8(exception.what())));
     }
 }

@@ -83,14 +83,14 @@ private Q_SLOTS:
     void onClicked();
 
 private:
-    class RunningCall;
+    class ButtonInUse;
 
     QPushButton* registerButton(
         QPushButton* button, const QString& toolTip, boost::function<void()> fn, unsigned int mask);
 
     QBoxLayout* m_layout;
     std::map<QObject*, ToolbarButton> m_buttons;
-    int m_runningCalls = 0;
+    int m_buttonsInUse = 0;
 };
 
 } // namespace vrn::qt

@@ -1,0 +1,381 @@
+#include <vrn/companion_qt/box_layout.h>
+#include <vrn/companion_qt/push_button.h>
+#include <vrn/qt/push_buttons.h>
+#include <vrn/qt/toolbar.h>
+
+#include <QAccessible>
+#include <QDialog>
+#include <QIcon>
+#include <QLabel>
+#include <QPointer>
+#include <QSignalSpy>
+
+#include "support/test_main.h"
+#include "support/test_object.h"
+
+#include <functional>
+
+using namespace vrn::qt;
+
+namespace {
+
+QPixmap redSquare()
+{
+    QPixmap pixmap(16, 16);
+    pixmap.fill(Qt::red);
+    return pixmap;
+}
+
+using Fn = boost::function<void()>;
+using Add = std::function<QPushButton*(Toolbar&, const Fn&)>;
+
+// Its one button of that name, which says whether it is enabled.
+bool isEnabled(const Toolbar& toolbar, const char* id)
+{
+    const auto* button = toolbar.findChild<QPushButton*>(id);
+    return button && button->isEnabled();
+}
+
+} // namespace
+
+Q_DECLARE_METATYPE(Add)
+Q_DECLARE_METATYPE(ExpandDirection)
+
+class TestToolbar : public vrn::test::TestObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void theDirectionChoosesTheLayout_data()
+    {
+        QTest::addColumn<ExpandDirection>("direction");
+        QTest::addColumn<bool>("isRow");
+        QTest::newRow("horizontal is a row") << ExpandHorizontal << true;
+        QTest::newRow("vertical is a column") << ExpandVertical << false;
+    }
+
+    void theDirectionChoosesTheLayout()
+    {
+        QFETCH(ExpandDirection, direction);
+        QFETCH(bool, isRow);
+        QWidget parent;
+        const Toolbar* toolbar = new Toolbar(&parent, direction);
+        QCOMPARE(toolbar->parentWidget(), &parent);
+        QCOMPARE(qobject_cast<VRN_QT_HBoxLayout*>(toolbar->layout()) != nullptr, isRow);
+        QCOMPARE(qobject_cast<VRN_QT_VBoxLayout*>(toolbar->layout()) != nullptr, !isRow);
+        QCOMPARE(toolbar->layout()->contentsMargins(), QMargins());
+        QCOMPARE(toolbar->layout()->spacing(), 0);
+        QCOMPARE(int(toolbar->layout()->alignment()), 0x21);
+    }
+
+    void everyKindOfButtonIsRegistered_data()
+    {
+        QTest::addColumn<Add>("add");
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<bool>("hasIcon");
+        QTest::newRow("addButton with an icon") << Add([](Toolbar& t, const Fn& fn) {
+            return t.addButton("größe", QIcon(redSquare()), "tip", fn, 2);
+        }) << QString() << true;
+        QTest::newRow("addButton with a pixmap") << Add([](Toolbar& t, const Fn& fn) {
+            return t.addButton("größe", redSquare(), "tip", fn, 2);
+        }) << QString() << true;
+        QTest::newRow("addButtonWithIcon") << Add([](Toolbar& t, const Fn& fn) {
+            return t.addButtonWithIcon("größe", QIcon(redSquare()), "tip", fn, 2);
+        }) << QString() << true;
+        QTest::newRow("addButtonWithIconAndText") << Add([](Toolbar& t, const Fn& fn) {
+            return t.addButtonWithIconAndText("größe", QIcon(redSquare()), "Red", "tip", fn, 2);
+        }) << "Red" << true;
+        QTest::newRow("addButtonWithIconAndText, the text empty") << Add(
+            [](Toolbar& t, const Fn& fn) {
+                return t.addButtonWithIconAndText("größe", QIcon(redSquare()), "", "tip", fn, 2);
+            }) << QString() << true;
+        QTest::newRow("addButtonWithText") << Add([](Toolbar& t, const Fn& fn) {
+            return t.addButtonWithText("größe", "Red", "tip", fn, 2);
+        }) << "Red" << false;
+    }
+
+    void everyKindOfButtonIsRegistered()
+    {
+        QFETCH(Add, add);
+        QFETCH(QString, text);
+        QFETCH(bool, hasIcon);
+        Toolbar toolbar(nullptr, ExpandHorizontal);
+        toolbar.addLabel("before", "");
+        int calls = 0;
+        QPushButton* button = add(toolbar, [&] { ++calls; });
+
+        QCOMPARE(button->parentWidget(), &toolbar);
+        QCOMPARE(toolbar.layout()->itemAt(1)->widget(), button);
+        QCOMPARE(button->objectName(), QString::fromUtf8("größe"));
+        QCOMPARE(button->text(), text);
+        QCOMPARE(!button->icon().isNull(), hasIcon);
+        QCOMPARE(button->toolTip(), QString("tip"));
+
+        button->click();
+        QCOMPARE(calls, 1);
+        button->click();
+        QCOMPARE(calls, 2);
+        toolbar.setButtonsEnabled(false, 1);
+        QVERIFY(button->isEnabled());
+        toolbar.setButtonsEnabled(false, 2);
+        QVERIFY(!button->isEnabled());
+        const QPointer<QPushButton> alive(button);
+        toolbar.clear();
+        QVERIFY(!alive);
+    }
+
+    void iconsAloneMakeSquareButtons()
+    {
+        Toolbar toolbar(nullptr, ExpandHorizontal);
+        const auto* like = createPushButtonWithIcon(&toolbar, redSquare(), "like");
+        const auto* button = toolbar.addButton("red", redSquare(), "Red", {}, 0);
+        QCOMPARE(button->minimumSize(), like->minimumSize());
+        QCOMPARE(button->maximumSize(), like->maximumSize());
+        QVERIFY(!button->autoDefault());
+    }
+
+    void oneCharacterMakesASquareButton_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<bool>("isSquare");
+        QTest::newRow("A") << "A" << true;
+        QTest::newRow("a narrow one") << "i" << true;
+        QTest::newRow("outside ASCII") << QString::fromUtf8("Ω") << true;
+        QTest::newRow("AB") << "AB" << false;
+        QTest::newRow("no text") << "" << false;
+    }
+
+    void oneCharacterMakesASquareButton()
+    {
+        QFETCH(QString, text);
+        QFETCH(bool, isSquare);
+        QDialog dialog; // In a dialog a button is a default one, and higher, unless told.
+        auto* toolbar = new Toolbar(&dialog, ExpandHorizontal);
+        QPushButton plain(text, &dialog);
+        plain.setAutoDefault(false);
+        const int height = plain.sizeHint().height();
+
+        const QPushButton* button = toolbar->addButtonWithText("x", text, "tip", {}, 0);
+        QCOMPARE(button->minimumHeight(), height);
+        QCOMPARE(button->maximumHeight(), height);
+        QCOMPARE(button->minimumWidth(), isSquare ? height : 0);
+        QCOMPARE(button->maximumWidth(), isSquare ? height : QWIDGETSIZE_MAX);
+        QVERIFY(!button->autoDefault());
+        QVERIFY(!qobject_cast<const VRN_QT_PushButton*>(button));
+    }
+
+    void theToolTipIsTheAccessibleNameOfAnIconAlone()
+    {
+        Toolbar toolbar(nullptr, ExpandHorizontal);
+        QCOMPARE(accessibleName(toolbar.addButton("a", redSquare(), "Add", {}, 0)), QString("Add"));
+        QCOMPARE(accessibleName(toolbar.addButtonWithText("b", "Copy", "Copies it.", {}, 0)),
+            QString("Copy"));
+    }
+
+    void tabFollowsTheOrderOfTheButtons()
+    {
+        Toolbar toolbar(nullptr, ExpandHorizontal);
+        auto* first = toolbar.addButton("a", redSquare(), "Add", {}, 0);
+        auto* second = toolbar.addButtonWithText("b", "Copy", "", {}, 0);
+        toolbar.show();
+        QVERIFY(QTest::qWaitForWindowActive(&toolbar));
+        first->setFocus();
+        QTest::keyClick(first, Qt::Key_Tab);
+        QVERIFY(second->hasFocus());
+    }
+
+    void aLabelHasTextAndToolTip()
+    {
+        Toolbar toolbar(nullptr, ExpandHorizontal);
+        toolbar.addLabel("Layer", "The one in use");
+        const auto* label = qobject_cast<QLabel*>(toolbar.layout()->itemAt(0)->widget());
+        QVERIFY(label);
+        QCOMPARE(label->parentWidget(), &toolbar);
+        QCOMPARE(label->text(), QString("Layer"));
+        QCOMPARE(label->toolTip(), QString("The one in use"));
+    }
+
+    void emptyTextsMakeAnEmptyLabel()
+    {
+        Toolbar toolbar(nullptr, ExpandHorizontal);
+        toolbar.addLabel(QString(), QString());
+        QCOMPARE(toolbar.findChild<QLabel*>()->text(), QString());
+    }
+
+    void spacingAndStretchGoIntoTheLayout_data() { theDirectionChoosesTheLayout_data(); }
+
+    void spacingAndStretchGoIntoTheLayout()
+    {
+        QFETCH(ExpandDirection, direction);
+        QFETCH(bool, isRow);
+        Toolbar toolbar(nullptr, direction);
+        toolbar.addSpacing(7);
+        toolbar.addStretch(3);
+        QCOMPARE(toolbar.layout()->count(), 2);
+        QCOMPARE(toolbar.layout()->itemAt(0)->sizeHint(), isRow ? QSize(7, 0) : QSize(0, 7));
+        QVERIFY(toolbar.layout()->itemAt(1)->spacerItem());
+        QCOMPARE(qobject_cast<QBoxLayout*>(toolbar.layout())->stretch(1), 3);
+    }
+
+    void aWidgetBelongsToTheToolbar()
+    {
+        Toolbar toolbar(nullptr, ExpandHorizontal);
+        auto* widget = new QWidget;
+        toolbar.addWidget(widget);
+        QCOMPARE(widget->parentWidget(), &toolbar);
+        QCOMPARE(toolbar.layout()->itemAt(0)->widget(), widget);
+    }
+
+    void aNullWidgetIsReported()
+    {
+        Toolbar toolbar(nullptr, ExpandHorizontal);
+        expectAssert("widget");
+        toolbar.addWidget(nullptr);
+        QCOMPARE(toolbar.layout()->count(), 0);
+    }
+
+    void masksChooseTheButtons_data()
+    {
+        QTest::addColumn<unsigned>("mask");
+        QTest::addColumn<QString>("disabled");
+        // Buttons are named after their mask.
+        QTest::newRow("no bit reaches none") << 0U << "";
+        QTest::newRow("bit 0") << 1U << "1 3 -1";
+        QTest::newRow("bit 1") << 2U << "2 3 -1";
+        QTest::newRow("both") << 3U << "1 2 3 -1";
+        QTest::newRow("a bit of none but the one with all") << 4U << "-1";
+        QTest::newRow("the highest bit") << 0x80000000U << "-1";
+        QTest::newRow("all bits, and never the button of mask 0") << 0xffffffffU << "1 2 3 -1";
+    }
+
+    void masksChooseTheButtons()
+    {
+        QFETCH(unsigned, mask);
+        QFETCH(QString, disabled);
+        Toolbar toolbar(nullptr, ExpandHorizontal);
+        for (const int id : {0, 1, 2, 3, -1})
+            toolbar.addButtonWithText(std::to_string(id), "text", "", {}, unsigned(id));
+        auto* foreign = new QPushButton;
+        toolbar.addWidget(foreign);
+
+        toolbar.setButtonsEnabled(false, mask);
+        QStringList actual;
+        for (const char* id : {"0", "1", "2", "3", "-1"}) {
+            if (!isEnabled(toolbar, id))
+                actual << id;
+        }
+        QCOMPARE(actual.join(' '), disabled);
+        QVERIFY(foreign->isEnabled());
+
+        toolbar.setButtonsEnabled(true, mask);
+        for (const char* id : {"0", "1", "2", "3", "-1"})
+            QVERIFY2(isEnabled(toolbar, id), id);
+    }
+
+    void clearTakesTheButtonsAndNothingElse()
+    {
+        Toolbar toolbar(nullptr, ExpandHorizontal);
+        const QPointer<QPushButton> one(toolbar.addButtonWithText("one", "1", "", {}, 1));
+        toolbar.addLabel("label", "");
+        toolbar.addSpacing(4);
+        const QPointer<QPushButton> two(toolbar.addButton("two", redSquare(), "", {}, 1));
+        auto* widget = new QPushButton("foreign");
+        toolbar.addWidget(widget);
+
+        toolbar.clear();
+        QVERIFY(!one && !two);
+        QCOMPARE(toolbar.layout()->count(), 3);
+        QCOMPARE(toolbar.findChild<QLabel*>()->text(), QString("label"));
+        toolbar.setButtonsEnabled(false, 1);
+        QVERIFY(widget->isEnabled());
+        toolbar.clear();
+        QCOMPARE(toolbar.layout()->count(), 3);
+    }
+
+    void afterClearButtonsCanBeAddedAgain()
+    {
+        Toolbar toolbar(nullptr, ExpandHorizontal);
+        int calls = 0;
+        for (int round = 0; round < 3; ++round) {
+            toolbar.clear();
+            toolbar.addButtonWithText(
+                "one", "1", "", [&] { ++calls; }, 1);
+            toolbar.findChild<QPushButton*>("one")->click();
+        }
+        QCOMPARE(calls, 3);
+        QCOMPARE(toolbar.findChildren<QPushButton*>().size(), 1);
+    }
+
+    void theApplicationMayDeleteAButton()
+    {
+        const auto resource = std::make_shared<int>();
+        Toolbar toolbar(nullptr, ExpandHorizontal);
+        int calls = 0;
+        delete toolbar.addButtonWithText(
+            "gone", "1", "", [resource] {}, 1);
+        QCOMPARE(resource.use_count(), 1L); // Its function has gone, too.
+        toolbar.addButtonWithText(
+            "left", "2", "", [&] { ++calls; }, 1);
+
+        toolbar.setButtonsEnabled(false, 1);
+        QVERIFY(!isEnabled(toolbar, "left"));
+        toolbar.setButtonsEnabled(true, 1);
+        toolbar.findChild<QPushButton*>("left")->click();
+        QCOMPARE(calls, 1);
+        toolbar.clear();
+        QCOMPARE(toolbar.layout()->count(), 0);
+    }
+
+    void aButtonThatTheApplicationHasMovedOutlivesTheToolbar()
+    {
+        QWidget other;
+        int calls = 0;
+        auto toolbar = std::make_unique<Toolbar>(nullptr, ExpandHorizontal);
+        auto* button = toolbar->addButtonWithText(
+            "x", "1", "", [&] { ++calls; }, 1);
+        button->setParent(&other);
+        button->click();
+        QCOMPARE(calls, 1);
+        toolbar.reset();
+        button->click();
+        QCOMPARE(calls, 1);
+    }
+
+    void whoeverHearsOfAButtonsEndMayClearTheToolbar()
+    {
+        Toolbar toolbar(nullptr, ExpandHorizontal);
+        for (const char* id : {"a", "b", "c"}) {
+            connect(toolbar.addButtonWithText(id, id, "", {}, 1), &QObject::destroyed, &toolbar,
+                [&] { toolbar.clear(); });
+        }
+        toolbar.clear();
+        QCOMPARE(toolbar.layout()->count(), 0);
+    }
+
+    void whoeverHearsOfALostFocusMayClearTheToolbar()
+    {
+        Toolbar toolbar(nullptr, ExpandHorizontal);
+        for (const char* id : {"a", "b", "c"})
+            toolbar.addButtonWithText(id, id, "", {}, 1);
+        toolbar.show();
+        QVERIFY(QTest::qWaitForWindowActive(&toolbar));
+        toolbar.findChild<QPushButton*>("b")->setFocus();
+        int cleared = 0;
+        connect(qApp, &QApplication::focusChanged, &toolbar, [&] {
+            ++cleared;
+            toolbar.clear();
+        });
+        toolbar.setButtonsEnabled(false, 1);
+        QVERIFY(cleared > 0);
+        QCOMPARE(toolbar.layout()->count(), 0);
+    }
+
+private:
+    static QString accessibleName(QWidget* widget)
+    {
+        return QAccessible::queryAccessibleInterface(widget)->text(QAccessible::Name);
+    }
+};
+
+VRN_TEST_MAIN(TestToolbar)
+#include "tst_toolbar.moc"
