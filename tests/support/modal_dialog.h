@@ -14,7 +14,8 @@ namespace vrn::test {
 
 /// While it lives, acts in place of the user on each modal dialog of the class
 /// `Dialog` that opens. The test fails if the dialog is still there afterwards,
-/// and the dialog is then rejected.
+/// and the dialog is then rejected. An act that does not end, say because a
+/// second dialog has opened meanwhile, ends the program.
 template <typename Dialog>
 class WhenOpen : public QObject
 {
@@ -24,6 +25,9 @@ public:
     {
         connect(&m_timer, &QTimer::timeout, this, &WhenOpen::look);
         m_timer.start(5);
+        m_patience.setSingleShot(true);
+        m_patience.setInterval(20000);
+        connect(&m_patience, &QTimer::timeout, this, &WhenOpen::giveUp);
     }
 
     /// How many there were.
@@ -36,8 +40,10 @@ private:
         if (!dialog)
             return;
         m_timer.stop(); // The act may run an event loop.
+        m_patience.start();
         ++count;
         m_act(*dialog);
+        m_patience.stop();
         if (dialog && dialog->isVisible()) {
             QTest::qFail("the dialog stayed open", __FILE__, __LINE__);
             dialog->QDialog::reject();
@@ -45,8 +51,15 @@ private:
         m_timer.start();
     }
 
+    static void giveUp()
+    {
+        const QWidget* inTheWay = QApplication::activeModalWidget();
+        qFatal("waiting for %s", inTheWay ? inTheWay->metaObject()->className() : "nothing");
+    }
+
     std::function<void(Dialog&)> m_act;
     QTimer m_timer;
+    QTimer m_patience;
 };
 
 } // namespace vrn::test

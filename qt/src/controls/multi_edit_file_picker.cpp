@@ -113,18 +113,19 @@ QString titleOf(TypeofPath type)
 // The dialogs of QFileDialog::getOpenFileName and its like, which must not be
 // used themselves: they keep the dialog on the stack as a child of `parent`,
 // which may be destroyed while the dialog is open. `initial` is a folder, or a
-// file to be selected in its folder.
+// file in it that a dialog for files selects.
 QStringList pick(
     QWidget* parent, TypeofPath type, const QString& initial, const QString& filter = QString())
 {
+    const bool isForFiles = type == TypeofPathFile || type == TypeofPathFiles;
     // Qt takes no folder for the one visited last; here it is the current one.
-    const QString start = initial.isEmpty() ? QDir::currentPath() : initial;
-    const QPointer<QFileDialog> dialog(new QFileDialog(parent, titleOf(type), start, filter));
-    if (type == TypeofPathFile || type == TypeofPathFiles) {
+    const QFileInfo start(initial.isEmpty() ? QDir::currentPath() : initial);
+    const QString selected = isForFiles || start.isDir() ? start.filePath() : start.absolutePath();
+
+    const QPointer<QFileDialog> dialog(new QFileDialog(parent, titleOf(type), selected, filter));
+    if (isForFiles) {
         dialog->setFileMode(
             type == TypeofPathFile ? QFileDialog::ExistingFile : QFileDialog::ExistingFiles);
-        if (!QFileInfo(start).isDir())
-            dialog->selectFile(start);
     } else {
         dialog->setFileMode(QFileDialog::Directory);
         dialog->setOption(QFileDialog::ShowDirsOnly);

@@ -14,7 +14,7 @@
 #include "support/test_object.h"
 
 #include <functional>
-#include <memory>
+#include <map>
 
 using namespace vrn::qt;
 using vrn::test::sameValue;
@@ -446,15 +446,15 @@ private Q_SLOTS:
 
     void itIsDestroyedWithTheFocusInIt()
     {
-        auto parent = std::make_unique<QWidget>();
-        auto* picker = new MultiEditFilePicker(parent.get(), noDialog);
+        QWidget parent;
+        auto* picker = new MultiEditFilePicker(&parent, noDialog);
         int changes = 0;
         connect(picker, &MultiEditFilePicker::valueChanged, this, [&] { ++changes; });
-        parent->show();
-        QVERIFY(QTest::qWaitForWindowActive(parent.get()));
+        parent.show();
+        QVERIFY(QTest::qWaitForWindowActive(&parent));
         picker->setFocus();
         type(*picker, "a");
-        parent.reset();
+        delete picker;
         QCOMPARE(changes, 0);
     }
 
