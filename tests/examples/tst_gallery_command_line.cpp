@@ -17,7 +17,9 @@ private Q_SLOTS:
             QString("line-edits\tLine edits\n"
                     "quantities\tQuantities\n"
                     "multi-edit\tMulti-edit\n"
-                    "groups\tGroups\n"));
+        QCOMPARE(m_output,
+            QString("groups\tGroups\n"
+                    "files-and-toolbars\tFiles and toolbars\n"));
     }
 
     void screenshotSavesThePageAndQuits()

@@ -1,6 +1,7 @@
 #include "page.h"
 
 #include "pages/groups_page.h"
+#include "pages/files_and_toolbars_page.h"
 #include "pages/line_edits_page.h"
 #include "pages/multi_edit_page.h"
 #include "pages/quantities_page.h"
@@ -23,6 +24,8 @@ const std::vector<Page>& pages()
         {QStringLiteral("quantities"), QStringLiteral("Quantities"), &make<QuantitiesPage>},
         {QStringLiteral("multi-edit"), QStringLiteral("Multi-edit"), &make<MultiEditPage>},
         {QStringLiteral("groups"), QStringLiteral("Groups"), &make<GroupsPage>},
+        {QStringLiteral("files-and-toolbars"), QStringLiteral("Files and toolbars"),
+            &make<FilesAndToolbarsPage>},
     };
     return all;
 }

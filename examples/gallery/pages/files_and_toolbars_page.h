@@ -1,0 +1,35 @@
+#pragma once
+
+#include <vrn/qt/multi_edit_file_picker.h>
+
+#include <QWidget>
+
+class QGridLayout;
+class QLabel;
+
+namespace vrn::qt {
+class Toolbar;
+}
+
+namespace gallery {
+
+/// A file picker of each type with its value; a toolbar in either direction,
+/// with a button whose function throws; and a style sheet that comes from a file.
+class FilesAndToolbarsPage : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit FilesAndToolbarsPage(QWidget* parent = nullptr);
+
+private:
+    QWidget* createPickers();
+    void addPicker(QGridLayout* grid, const QString& caption, vrn::qt::TypeofPath type);
+    QWidget* createToolbars();
+    void fill(vrn::qt::Toolbar* toolbar);
+    QWidget* createStyle();
+
+    QLabel* m_lastClick;
+};
+
+} // namespace gallery
