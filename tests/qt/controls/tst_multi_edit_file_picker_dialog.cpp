@@ -280,7 +280,9 @@ private Q_SLOTS:
         make("work/x");
         MultiEditFilePicker picker(nullptr, TypeofPath(pathType));
         picker.setFileName("name.txt");
-        picker.setValue(text(at("data/a.txt")));
+        // A folder: Qt selects a file in its own time, and may do so after the user
+        // has typed another.
+        picker.setValue(text(at("data/")));
         QSignalSpy changed(&picker, &MultiEditFilePicker::valueChanged);
         QSignalSpy edited(picker.m_edit, &MultiEditLineEdit::valueChanged);
         User user(act);
@@ -537,7 +539,7 @@ private Q_SLOTS:
         QWidget window;
         const QPointer<MultiEditFilePicker> picker(
             new MultiEditFilePicker(&window, TypeofPath(pathType)));
-        picker->setValue(text(at("data/a.txt")));
+        picker->setValue(text(at("data/")));
         connect(picker, &MultiEditFilePicker::valueChanged, this, [&] { delete picker; });
         User user(act);
         picker->m_btn->click();
