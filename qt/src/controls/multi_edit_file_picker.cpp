@@ -122,7 +122,8 @@ QStringList pick(
     const QFileInfo start(initial.isEmpty() ? QDir::currentPath() : initial);
     const QString selected = isForFiles || start.isDir() ? start.filePath() : start.absolutePath();
 
-    const QPointer<QFileDialog> dialog(new QFileDialog(parent, titleOf(type), selected, filter));
+    auto* dialog = new QFileDialog(parent, titleOf(type), selected, filter);
+    const QPointer<QFileDialog> alive(dialog);
     if (isForFiles) {
         dialog->setFileMode(
             type == TypeofPathFile ? QFileDialog::ExistingFile : QFileDialog::ExistingFiles);
@@ -130,10 +131,9 @@ QStringList pick(
         dialog->setFileMode(QFileDialog::Directory);
         dialog->setOption(QFileDialog::ShowDirsOnly);
     }
-    QStringList picked;
-    if (dialog->exec() == QDialog::Accepted && dialog)
-        picked = dialog->selectedFiles();
-    delete dialog;
+    const bool accepted = dialog->exec() == QDialog::Accepted;
+    const QStringList picked = accepted && alive ? dialog->selectedFiles() : QStringList();
+    delete alive;
     return picked;
 }
 

@@ -60,7 +60,7 @@ public:
     ButtonInUse& operator=(const ButtonInUse&) = delete;
 
     /// Null once the toolbar has been destroyed.
-    QWidget* toolbar() const { return m_toolbar; }
+    QWidget* toolbar() const { return m_toolbar.data(); }
 
 private:
     QPointer<Toolbar> m_toolbar;

@@ -94,8 +94,8 @@ private Q_SLOTS:
         // Its own name for it, without links.
         m_root = QDir(m_folder->path()).canonicalPath();
         m_before = QDir::currentPath();
-        make("work/");
-        QVERIFY(QDir::setCurrent(at("work")));
+        make("here/");
+        QVERIFY(QDir::setCurrent(at("here")));
         for (const char* name : {"data/a.txt", "data/b.txt", "data/c.png", "data/sub/"})
             make(name);
     }
@@ -160,7 +160,7 @@ private Q_SLOTS:
         QCOMPARE(picker.getCurrentValue(), text("/a"));
     }
 
-    // "%1" in a text is the folder of the test; "work" in it is the current one.
+    // "%1" in a text is the folder of the test; "here" in it is the current one.
     void theDialogStartsAtTheValue_data()
     {
         QTest::addColumn<int>("pathType");
@@ -174,7 +174,7 @@ private Q_SLOTS:
                     << files;
             };
             row("a new picker") << ""
-                                << "%1/work"
+                                << "%1/here"
                                 << "";
             row("a file") << "%1/data/a.txt"
                           << "%1/data"
@@ -183,20 +183,20 @@ private Q_SLOTS:
                             << "%1/data"
                             << "";
             row("no such file") << "%1/data/missing"
-                                << "%1/work"
+                                << "%1/here"
                                 << "";
             row("no such folder") << "%1/missing/a.txt"
-                                  << "%1/work"
+                                  << "%1/here"
                                   << "";
             row("a relative path") << "../data/b.txt"
                                    << "%1/data"
                                    << "b.txt";
             row("no path at all") << "3 files in %1/data"
-                                  << "%1/work"
+                                  << "%1/here"
                                   << "";
         }
         QTest::newRow("folder, a new picker") << 2 << ""
-                                              << "%1/work"
+                                              << "%1/here"
                                               << "";
         QTest::newRow("folder, its parent") << 2 << "%1/data/sub"
                                             << "%1/data"
@@ -214,13 +214,13 @@ private Q_SLOTS:
                                                     << "%1/data"
                                                     << "";
         QTest::newRow("folder, a name alone") << 2 << "name"
-                                              << "%1/work"
+                                              << "%1/here"
                                               << "";
         QTest::newRow("folder, below the root") << 2 << "/name"
                                                 << "/"
                                                 << "";
         QTest::newRow("file in folder, a new picker") << 3 << ""
-                                                      << "%1/work"
+                                                      << "%1/here"
                                                       << "";
         QTest::newRow("file in folder, a file") << 3 << "%1/data/a.txt"
                                                 << "%1/data"
@@ -229,10 +229,10 @@ private Q_SLOTS:
                                                                 << "%1/data"
                                                                 << "";
         QTest::newRow("file in folder, a folder that is missing") << 3 << "%1/missing/a.txt"
-                                                                  << "%1/work"
+                                                                  << "%1/here"
                                                                   << "";
         QTest::newRow("file in folder, a name alone") << 3 << "name"
-                                                      << "%1/work"
+                                                      << "%1/here"
                                                       << "";
     }
 
@@ -263,7 +263,7 @@ private Q_SLOTS:
         QTest::addColumn<Act>("act");
         QTest::addColumn<QString>("expected");
         QTest::newRow("file") << 0 << choose("a.txt") << "%1/data/a.txt";
-        QTest::newRow("file, elsewhere") << 0 << choose("../work/x") << "%1/work/x";
+        QTest::newRow("file, elsewhere") << 0 << choose("../here/x") << "%1/here/x";
         QTest::newRow("files") << 1 << choose("\"a.txt\" \"b.txt\" \"c.png\"")
                                << "3 files in %1/data";
         QTest::newRow("one of files") << 1 << choose("a.txt") << "1 files in %1/data";
@@ -277,7 +277,7 @@ private Q_SLOTS:
         QFETCH(int, pathType);
         QFETCH(Act, act);
         QFETCH(QString, expected);
-        make("work/x");
+        make("here/x");
         MultiEditFilePicker picker(nullptr, TypeofPath(pathType));
         picker.setFileName("name.txt");
         // A folder: Qt selects a file in its own time, and may do so after the user
@@ -484,7 +484,7 @@ private Q_SLOTS:
         std::filesystem::remove(bad); // Qt cannot.
         QCOMPARE(user.count, 1);
         if (pathType != TypeofPathFolder) // Qt chooses where it starts.
-            QCOMPARE(start, at("work"));
+            QCOMPARE(start, at("here"));
     }
 
     void aLongPathIsCut()
@@ -535,7 +535,7 @@ private Q_SLOTS:
     {
         QFETCH(int, pathType);
         QFETCH(Act, act);
-        make("work/x");
+        make("here/x");
         QWidget window;
         const QPointer<MultiEditFilePicker> picker(
             new MultiEditFilePicker(&window, TypeofPath(pathType)));
