@@ -54,7 +54,11 @@ LineEditImpl::LineEditImpl(unsigned int options, QWidget* parent)
     , m_options(options)
 {}
 
-LineEditImpl::~LineEditImpl() = default;
+LineEditImpl::~LineEditImpl()
+{
+    // What QLineEdit has to tell from here on, it tells of half an edit.
+    blockSignals(true);
+}
 
 QToolButton* LineEditImpl::addButton(
     const boost::function<QString(const QString&)>& fn, const QPixmap& pixmap)
@@ -109,16 +113,23 @@ void LineEditImpl::showEditHint(const QString& hint)
     m_hintPopup->setHint(hint);
     if (hint.isEmpty())
         m_hintPopup->hide();
-    else if (QApplication::focusWidget() == this)
+    else if (hasFocus())
         m_hintPopup->show();
 }
 
 bool LineEditImpl::event(QEvent* event)
 {
-    if (event->type() == QEvent::FocusIn && !m_popups) {
+    const bool takesFocus = event->type() == QEvent::FocusIn;
+    const bool focusChanges = takesFocus || event->type() == QEvent::FocusOut;
+    const bool buildsPopups = takesFocus && !m_popups;
+    if (buildsPopups)
         buildPopups();
-        // They came too late to see this event as the filters that they are. The
-        // group is asked first: the popups are in their place when they show.
+    // A combo box has the focus in place of its edit.
+    const bool isInComboBox = focusProxy() != nullptr;
+    if (buildsPopups || (focusChanges && m_popups && isInComboBox)) {
+        // The popups do not see this event as the filters that they are: they came
+        // too late, or a combo box hands it straight to the edit. The group is asked
+        // first: the popups are in their place when they show.
         m_popups->eventFilter(this, event);
         m_hintPopup->eventFilter(this, event);
         m_historyPopup->eventFilter(this, event);

@@ -89,8 +89,8 @@ SimpleLineEdit::SimpleLineEdit(QWidget* parent, const QString& caption,
         setStyleSheet(QStringLiteral("* { background-color:white; }"));
     }
     m_layout->addWidget(m_lineEdit);
-    vrn_connect(m_lineEdit, &QLineEdit::editingFinished, this, &SimpleLineEdit::onEditingFinished);
-    vrn_connect(m_lineEdit, &QLineEdit::textEdited, this, &SimpleLineEdit::onTextEdited);
+    vrn_connect(edit(), &QLineEdit::editingFinished, this, &SimpleLineEdit::onEditingFinished);
+    vrn_connect(edit(), &QLineEdit::textEdited, this, &SimpleLineEdit::onTextEdited);
 
     m_layout->addWidget(m_unitString);
     m_unitString->hide();
@@ -107,7 +107,8 @@ SimpleLineEdit::~SimpleLineEdit()
 {
     // An edit with the focus finishes editing when it is destroyed, and that is
     // after this part of the control has gone.
-    m_lineEdit->disconnect(this);
+    if (m_lineEdit)
+        m_lineEdit->disconnect(this);
 }
 
 IValidator& SimpleLineEdit::validator() const
@@ -284,7 +285,7 @@ QSize SimpleLineEdit::minimumSizeHint() const
 
 QSize SimpleLineEdit::sizeFromParts(SizeFunction sizeOf) const
 {
-    const QSize edit = (m_lineEdit->*sizeOf)();
+    const QSize edit = (this->edit()->*sizeOf)();
     const int factor = m_widthFactor ? 1 : 0;
     int width = static_cast<int>(factor * (edit.width() * 0.6));
     if (!m_unitString->text().isEmpty())

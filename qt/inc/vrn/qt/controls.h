@@ -8,6 +8,7 @@
 #include <vrn/qt/multi_edit_group_box.h>
 #include <vrn/qt/assign_style.h>
 #include <vrn/qt/multi_edit_file_picker.h>
+#include <vrn/qt/multi_edit_enum_box.h>
 #include <vrn/qt/multi_edit_line_edit.h>
 #include <vrn/qt/multi_edit_line_edit_with_button.h>
 #include <vrn/qt/multi_edit_line_edit_with_reset_button.h>
@@ -17,6 +18,7 @@
 #include <vrn/qt/optional_multi_edit_widget_base.h>
 #include <vrn/qt/pixmap.h>
 #include <vrn/qt/simple_check_box.h>
+#include <vrn/qt/simple_enum_box.h>
 #include <vrn/qt/simple_line_edit.h>
 #include <vrn/qt/simple_radio_button_group.h>
 #include <vrn/qt/push_buttons.h>

@@ -9,6 +9,7 @@
 #include <boost/function.hpp>
 #include <boost/shared_ptr.hpp>
 
+#include <QPointer>
 #include <QWidget>
 
 class QBoxLayout;
@@ -158,7 +159,8 @@ private:
     void refuseIfThrown(Function step);
     void showValidity();
 
-    detail::LineEditImpl* m_lineEdit = nullptr;
+    // A control that takes the edit over, such as a combo box, may destroy it.
+    QPointer<detail::LineEditImpl> m_lineEdit;
     bool m_valueValid = false;
     boost::shared_ptr<IValidator> m_validator;
     QBoxLayout* m_layout = nullptr;

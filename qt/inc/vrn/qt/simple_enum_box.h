@@ -1,0 +1,159 @@
+#pragma once
+
+#include <vrn/qt/i_validator.h>
+#include <vrn/qt/named_value_list.h>
+#include <vrn/qt/vrn_qt2_export.h>
+
+#include <boost/any.hpp>
+#include <boost/shared_ptr.hpp>
+
+#include <QColor>
+#include <QComboBox>
+#include <QPixmap>
+#include <QPointer>
+#include <QWidget>
+
+#include <deque>
+
+class QHBoxLayout;
+class VRN_QT4_ComboBox;
+
+namespace vrn::qt {
+
+class MultiEditLineEdit;
+
+/// The icons of a choice, in the order of its entries; null for none.
+using PixmapPtrList = std::deque<boost::shared_ptr<QPixmap>>;
+
+/// Picks one value out of a list of named ones: a drop-down list of the names
+/// with a caption before it.
+///
+///     auto* grade = SimpleEnumBox::create(form, tr("Steel"), &vrn::any_equal<int>);
+///     grade->setValues({{QStringLiteral("S235"), 235}, {QStringLiteral("S355"), 355}});
+///     connect(grade, &SimpleEnumBox::valueChanged, this,
+///         [=] { model.setGrade(grade->getSelectedValue()); });
+///
+/// Two values are the same if the function given to create() says so. Of equal
+/// values, and of equal names, the first in the list counts.
+///
+/// Made editable, it also takes a text that its validator turns into a value.
+/// The text is then what counts: the value of the entry by this name, or else
+/// what the validator makes of it. As in any editable combo box, Enter adds a
+/// new text to the drop-down list; the values stay those of setValues().
+///
+/// A slot of any of its signals may call deleteLater() on the box.
+///
+/// Derive from it and override onItemActivated or onSelected to follow the
+/// user's picks or the selections of the program.
+class VRN_QT2_EXPORT SimpleEnumBox : public QWidget
+{
+    Q_OBJECT
+
+public:
+    /// The box belongs to `parent`; without one, that is reported and null
+    /// returned. An empty name makes no caption; any other is the accessible
+    /// name of the list and its buddy, so that "&Steel" gives it a shortcut.
+    /// Without `eqFn` no value is the same as another, and that is reported
+    /// when values are compared.
+    static SimpleEnumBox* create(QWidget* parent, const QString& name,
+        bool (*const& eqFn)(const boost::any&, const boost::any&));
+
+    ~SimpleEnumBox() override;
+
+    using QWidget::resize;
+    virtual void resize(int width, int height);
+
+    void setSizeAdjustPolicy(QComboBox::SizeAdjustPolicy policy);
+
+    /// Whether the text of an editable box was accepted when it was last
+    /// validated, as SimpleLineEdit::isValueValid. False, and reported, for a
+    /// box that is not editable.
+    bool isValueValid() const;
+
+Q_SIGNALS:
+    /// The user has picked an entry or entered a text, or next() or previous()
+    /// found a row to go to.
+    void valueChanged();
+    /// The user has picked the entry of that row; a MultiEditEnumBox alone
+    /// tells.
+    void activated(int index);
+
+public Q_SLOTS:
+    /// Fills the box anew and shows the first entry. Icons and colours are those
+    /// of the entry at the same position; a short list leaves the rest without.
+    /// The box becomes no narrower than its contents ask for. Emits nothing.
+    void setValues(const NamedValueList& values, const PixmapPtrList& pixmaps = PixmapPtrList(),
+        const std::deque<QColor>& backgroundColors = std::deque<QColor>());
+
+    /// Shows the entry of that name. Without one, nothing happens.
+    void selectByName(const QString& name);
+    /// Shows the entry of that value. Without one, an editable box shows the
+    /// text that the validator gives the value; any other reports it and stays
+    /// as it is.
+    void selectByValue(const boost::any& value);
+
+    /// Empty if there are no values, if what is shown is no entry and the
+    /// validator refuses it, and while no entry is shown.
+    boost::any getSelectedValue() const;
+    /// Empty if there is no such entry and no validator to write the value.
+    QString getNameForValue(const boost::any& value) const;
+    /// Empty if there is no such entry.
+    boost::any getValueForName(const QString& name) const;
+
+    /// Shows the next row, or the one before, and emits valueChanged(). At the
+    /// end of the list nothing happens.
+    void next();
+    void previous();
+
+    /// Lets the user type a text that `validator` turns into a value, or not.
+    /// The colour of the text goes by the validator with which the box became
+    /// editable. valueChanged() comes as often for one text as this was called
+    /// with true.
+    void setEditable(bool editable, IValidator::pointer validator = IValidator::pointer());
+
+    /// Puts `w` to the right of the list.
+    void addWidget(QWidget* w);
+
+    int getComboWidth() const;
+
+protected:
+    SimpleEnumBox(
+        QWidget* parent, const QString& name, bool (*eqFn)(const boost::any&, const boost::any&));
+
+    /// The list. If someone has destroyed it, this is reported, and an empty one
+    /// takes its place.
+    VRN_QT4_ComboBox& combo();
+
+    bool anyEqAvailable() const { return m_eq != nullptr; }
+    /// A value is never the same as an empty one; two empty ones are compared
+    /// by the function.
+    bool anyEq(const boost::any& a, const boost::any& b) const;
+
+    /// Called after a selection by name or by value. Does nothing here.
+    virtual void onSelected();
+
+    void changeEvent(QEvent* event) override;
+
+protected Q_SLOTS:
+    /// Called when the user picks an entry. Emits valueChanged() here.
+    virtual void onItemActivated(const QString& text);
+
+private Q_SLOTS:
+    void onEditingFinished();
+
+private:
+    void makeCombo();
+    void makeLineEdit();
+    bool isEditable() const;
+
+    NamedValueList m_values;
+    QPointer<VRN_QT4_ComboBox> m_combo;
+    // Validates what is typed into its edit, which the combo box has; hidden.
+    QPointer<MultiEditLineEdit> m_lineEdit;
+    int m_timesMadeEditable = 0;
+    QHBoxLayout* m_layout;
+    bool (*m_eq)(const boost::any&, const boost::any&);
+    IValidator::pointer m_validator;
+};
+
+} // namespace vrn::qt
