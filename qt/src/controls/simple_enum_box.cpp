@@ -22,6 +22,22 @@ namespace {
 // What a control passes to its validator: what a user types is in the C locale.
 constexpr unsigned long noFlags = 0;
 
+// For the edit of a box without a validator: any text may stand there, though it
+// has a value only if it is the name of an entry.
+struct AnyTextValidator : public IValidator
+{
+    bool validate(const QString& text, boost::any& value, const std::bitset<32>&) override
+    {
+        value = text;
+        return true;
+    }
+
+    QString reformat(const boost::any& value, const std::bitset<32>&) override
+    {
+        return boost::any_cast<QString>(value);
+    }
+};
+
 int rowOf(const NamedValueList& values, NamedValueList::const_iterator entry)
 {
     return static_cast<int>(entry - values.begin());
@@ -237,9 +253,11 @@ void SimpleEnumBox::setEditable(bool editable, IValidator::pointer validator)
 {
     m_validator = std::move(validator);
     combo().setEditable(editable);
-    if (!editable)
+    if (!editable) {
+        dropLineEdit();
         return;
-    if (!m_lineEdit)
+    }
+    if (!hasLineEdit())
         makeLineEdit();
     // Not unique: each call makes valueChanged() come once more.
     vrn_connect(
@@ -247,23 +265,42 @@ void SimpleEnumBox::setEditable(bool editable, IValidator::pointer validator)
     ++m_timesMadeEditable;
 }
 
+// The combo box destroys its edit when it is no longer editable, and takes
+// another one when it is so again.
+bool SimpleEnumBox::hasLineEdit() const
+{
+    return m_lineEdit && m_combo->lineEdit() == m_lineEdit->edit();
+}
+
 // The control around the edit is a child of the parent, where nobody may see it.
 void SimpleEnumBox::makeLineEdit()
 {
+    dropLineEdit();
+    const auto validator = m_validator ? m_validator : IValidator::pointer(new AnyTextValidator);
     m_lineEdit = MultiEditLineEdit::create(
-        parentWidget(), QString(), m_validator, 0, ExpandHorizontal);
+        parentWidget(), QString(), validator, 0, ExpandHorizontal);
     m_lineEdit->hide();
     m_lineEdit->setAttribute(Qt::WA_TransparentForMouseEvents);
     QLineEdit* edit = m_lineEdit->edit();
     m_combo->setLineEdit(edit);
-    // The combo box destroys the edit when it is no longer editable, and itself.
+    // However the edit goes, there is no use for the control without it.
     vrn_connect(edit, &QObject::destroyed, m_lineEdit.data(),
         [control = m_lineEdit.data()] { delete control; });
-    // A control that went this way takes no connection with it.
+    // A control that was dropped took no connection with it.
     for (int i = 0; i < m_timesMadeEditable; ++i) {
         vrn_connect(m_lineEdit.data(), &SimpleLineEdit::valueChanged, this,
             &SimpleEnumBox::onEditingFinished);
     }
+}
+
+// Later: it may be the one whose signal is being handled.
+void SimpleEnumBox::dropLineEdit()
+{
+    if (!m_lineEdit)
+        return;
+    m_lineEdit->disconnect(this);
+    m_lineEdit->deleteLater();
+    m_lineEdit = nullptr;
 }
 
 void SimpleEnumBox::changeEvent(QEvent* event)

@@ -143,7 +143,9 @@ private Q_SLOTS:
 
 private:
     void makeCombo();
+    bool hasLineEdit() const;
     void makeLineEdit();
+    void dropLineEdit();
     bool isEditable() const;
 
     NamedValueList m_values;
