@@ -14,11 +14,12 @@ private Q_SLOTS:
     {
         QCOMPARE(run({"--list"}), 0);
         QCOMPARE(m_output,
+        QCOMPARE(m_output,
             QString("line-edits\tLine edits\n"
                     "quantities\tQuantities\n"
                     "multi-edit\tMulti-edit\n"
-        QCOMPARE(m_output,
-            QString("groups\tGroups\n"
+                    "enum-boxes\tEnum boxes\n"
+                    "groups\tGroups\n"
                     "files-and-toolbars\tFiles and toolbars\n"));
     }
 

@@ -2,6 +2,7 @@
 
 #include "pages/groups_page.h"
 #include "pages/files_and_toolbars_page.h"
+#include "pages/enum_boxes_page.h"
 #include "pages/line_edits_page.h"
 #include "pages/multi_edit_page.h"
 #include "pages/quantities_page.h"
@@ -26,6 +27,7 @@ const std::vector<Page>& pages()
         {QStringLiteral("groups"), QStringLiteral("Groups"), &make<GroupsPage>},
         {QStringLiteral("files-and-toolbars"), QStringLiteral("Files and toolbars"),
             &make<FilesAndToolbarsPage>},
+        {QStringLiteral("enum-boxes"), QStringLiteral("Enum boxes"), &make<EnumBoxesPage>},
     };
     return all;
 }

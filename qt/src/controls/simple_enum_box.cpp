@@ -87,7 +87,8 @@ void SimpleEnumBox::makeCombo()
     m_combo->setEditable(false);
     m_combo->setDuplicatesEnabled(false);
     m_combo->setWidthTextEnabled(true);
-    m_layout->addWidget(m_combo);
+    // What room there is, the list takes, and not the caption.
+    m_layout->addWidget(m_combo, 1);
     setFocusProxy(m_combo);
     vrn_connect(m_combo.data(), &QComboBox::textActivated, this, &SimpleEnumBox::onItemActivated);
 }
