@@ -9,6 +9,7 @@
 #include "comparison.h"
 
 namespace bench {
+void addEnumBoxComparisons();
 void addLineEditComparisons();
 void addMultiEditComparisons();
 void addUnitComparisons();
@@ -30,6 +31,7 @@ int main(int argc, char** argv)
     bench::addValidatorComparisons();
     bench::addLineEditComparisons();
     bench::addMultiEditComparisons();
+    bench::addEnumBoxComparisons();
     bench::addUnitComparisons();
     return bench::run(argc > 1 ? argv[1] : "") ? EXIT_SUCCESS : EXIT_FAILURE;
 }

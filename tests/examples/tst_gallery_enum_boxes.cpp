@@ -11,6 +11,7 @@
 #include "support/test_object.h"
 #include "support/x11_input.h"
 
+#include <functional>
 #include <memory>
 
 using namespace vrn::test;
@@ -188,16 +189,26 @@ private:
     void focusEdit(SimpleEnumBox* box)
     {
         QLineEdit* edit = comboOf(box)->lineEdit();
-        x11::click(edit->mapToGlobal(edit->rect().center()));
-        QTRY_VERIFY(comboOf(box)->hasFocus());
+        const QPoint middle = edit->mapToGlobal(edit->rect().center());
+        clickUntil(middle, [&] { return comboOf(box)->hasFocus(); });
+    }
+
+    // A click is lost now and then while the list of the window before closes.
+    static void clickUntil(const QPoint& position, const std::function<bool()>& done)
+    {
+        for (int attempt = 0; attempt < 5 && !done(); ++attempt) {
+            x11::click(position);
+            (void)QTest::qWaitFor(done, 1000);
+        }
+        QVERIFY(done());
     }
 
     // Clicks on the arrow and waits for the list to take clicks.
     QAbstractItemView* openList(SimpleEnumBox* box)
     {
         QComboBox* combo = comboOf(box);
-        x11::click(combo->mapToGlobal(QPoint(combo->width() - 10, combo->height() / 2)));
-        [&] { QTRY_VERIFY(combo->view()->isVisible()); }();
+        const QPoint arrow = combo->mapToGlobal(QPoint(combo->width() - 10, combo->height() / 2));
+        clickUntil(arrow, [combo] { return combo->view()->isVisible(); });
         // A release so soon after the press is not taken for a second click.
         QTest::qWait(QApplication::doubleClickInterval() + 50);
         return combo->view();

@@ -1,3 +1,4 @@
+#include <vrn/companion_qt/combo_box.h>
 #include <vrn/qt/varies_string.h>
 
 #include <QApplication>
@@ -15,6 +16,13 @@ private Q_SLOTS:
     void theTextOfAVaryingSelectionIsTranslated()
     {
         QCOMPARE(vrn::qt::getVariesString(), QString("*VERSCHIEDEN*"));
+    }
+
+    void theVariousEntryOfAComboBoxHasTheSameText()
+    {
+        VRN_QT4_ComboBox box;
+        box.addVarious(true);
+        QCOMPARE(box.currentText(), vrn::qt::getVariesString());
     }
 };
 

@@ -270,7 +270,7 @@ void SimpleEnumBox::setEditable(bool editable, IValidator::pointer validator)
 // another one when it is so again.
 bool SimpleEnumBox::hasLineEdit() const
 {
-    return m_lineEdit && m_combo->lineEdit() == m_lineEdit->edit();
+    return m_lineEdit && m_edit && m_edit == m_combo->lineEdit();
 }
 
 // The control around the edit is a child of the parent, where nobody may see it.
@@ -282,11 +282,10 @@ void SimpleEnumBox::makeLineEdit()
         parentWidget(), QString(), validator, 0, ExpandHorizontal);
     m_lineEdit->hide();
     m_lineEdit->setAttribute(Qt::WA_TransparentForMouseEvents);
-    QLineEdit* edit = m_lineEdit->edit();
-    m_combo->setLineEdit(edit);
+    m_edit = m_lineEdit->edit();
+    m_combo->setLineEdit(m_edit);
     // However the edit goes, there is no use for the control without it.
-    vrn_connect(edit, &QObject::destroyed, m_lineEdit.data(),
-        [control = m_lineEdit.data()] { delete control; });
+    vrn_connect(m_edit.data(), &QObject::destroyed, m_lineEdit.data(), &QObject::deleteLater);
     // A control that was dropped took no connection with it.
     for (int i = 0; i < m_timesMadeEditable; ++i) {
         vrn_connect(m_lineEdit.data(), &SimpleLineEdit::valueChanged, this,
@@ -294,7 +293,7 @@ void SimpleEnumBox::makeLineEdit()
     }
 }
 
-// Later: it may be the one whose signal is being handled.
+// Destroyed later: its signal may be the one that is being handled.
 void SimpleEnumBox::dropLineEdit()
 {
     if (!m_lineEdit)

@@ -9,6 +9,7 @@
 
 #include <QColor>
 #include <QComboBox>
+#include <QLineEdit>
 #include <QPixmap>
 #include <QPointer>
 #include <QWidget>
@@ -152,6 +153,7 @@ private:
     QPointer<VRN_QT4_ComboBox> m_combo;
     // Validates what is typed into its edit, which the combo box has; hidden.
     QPointer<MultiEditLineEdit> m_lineEdit;
+    QPointer<QLineEdit> m_edit;
     int m_timesMadeEditable = 0;
     QHBoxLayout* m_layout;
     bool (*m_eq)(const boost::any&, const boost::any&);
