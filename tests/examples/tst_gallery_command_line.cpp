@@ -14,7 +14,6 @@ private Q_SLOTS:
     {
         QCOMPARE(run({"--list"}), 0);
         QCOMPARE(m_output,
-        QCOMPARE(m_output,
             QString("line-edits\tLine edits\n"
                     "quantities\tQuantities\n"
                     "multi-edit\tMulti-edit\n"

@@ -1,8 +1,8 @@
 #include "page.h"
 
-#include "pages/groups_page.h"
-#include "pages/files_and_toolbars_page.h"
 #include "pages/enum_boxes_page.h"
+#include "pages/files_and_toolbars_page.h"
+#include "pages/groups_page.h"
 #include "pages/line_edits_page.h"
 #include "pages/multi_edit_page.h"
 #include "pages/quantities_page.h"
@@ -24,10 +24,10 @@ const std::vector<Page>& pages()
         {QStringLiteral("line-edits"), QStringLiteral("Line edits"), &make<LineEditsPage>},
         {QStringLiteral("quantities"), QStringLiteral("Quantities"), &make<QuantitiesPage>},
         {QStringLiteral("multi-edit"), QStringLiteral("Multi-edit"), &make<MultiEditPage>},
+        {QStringLiteral("enum-boxes"), QStringLiteral("Enum boxes"), &make<EnumBoxesPage>},
         {QStringLiteral("groups"), QStringLiteral("Groups"), &make<GroupsPage>},
         {QStringLiteral("files-and-toolbars"), QStringLiteral("Files and toolbars"),
             &make<FilesAndToolbarsPage>},
-        {QStringLiteral("enum-boxes"), QStringLiteral("Enum boxes"), &make<EnumBoxesPage>},
     };
     return all;
 }

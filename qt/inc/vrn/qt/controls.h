@@ -2,13 +2,13 @@
 
 // Every control of the library.
 
+#include <vrn/qt/assign_style.h>
 #include <vrn/qt/layouters.h>
 #include <vrn/qt/multi_edit_check_box.h>
 #include <vrn/qt/multi_edit_check_box_group.h>
-#include <vrn/qt/multi_edit_group_box.h>
-#include <vrn/qt/assign_style.h>
-#include <vrn/qt/multi_edit_file_picker.h>
 #include <vrn/qt/multi_edit_enum_box.h>
+#include <vrn/qt/multi_edit_file_picker.h>
+#include <vrn/qt/multi_edit_group_box.h>
 #include <vrn/qt/multi_edit_line_edit.h>
 #include <vrn/qt/multi_edit_line_edit_with_button.h>
 #include <vrn/qt/multi_edit_line_edit_with_reset_button.h>
@@ -17,11 +17,10 @@
 #include <vrn/qt/on_value_changed_hook.h>
 #include <vrn/qt/optional_multi_edit_widget_base.h>
 #include <vrn/qt/pixmap.h>
+#include <vrn/qt/push_buttons.h>
 #include <vrn/qt/simple_check_box.h>
 #include <vrn/qt/simple_enum_box.h>
 #include <vrn/qt/simple_line_edit.h>
 #include <vrn/qt/simple_radio_button_group.h>
-#include <vrn/qt/push_buttons.h>
-#include <vrn/qt/simple_line_edit.h>
 #include <vrn/qt/toolbar.h>
 #include <vrn/qt/value_history.h>
