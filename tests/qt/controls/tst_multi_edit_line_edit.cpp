@@ -724,6 +724,22 @@ private Q_SLOTS:
         QVERIFY(!field);
     }
 
+    void theWindowMayGoAtAnyStep()
+    {
+        using namespace vrn::test::action;
+        const std::vector<MultiEditAction> steps = {read(1.0), read(1.0), type("2"), type("x"),
+            action::reset(), read(1.0), read(2.0), enter(), type("x"), type(getVariesString()),
+            leave(), set(3.0), action::forceVaries(), type("4"), enter(), leave()};
+        for (std::size_t done = 0; done <= steps.size(); ++done) {
+            auto* form = new Form;
+            QPointer<MultiEditLineEdit> field(create());
+            form->open(field);
+            inOrder({steps.begin(), steps.begin() + std::ptrdiff_t(done)})(*field, *form);
+            delete form;
+            QVERIFY(!field);
+        }
+    }
+
     void aSlotMayDestroyTheParentAtOnce()
     {
         auto* parent = new QWidget;
