@@ -36,6 +36,9 @@ private Q_SLOTS:
 
     void cleanup()
     {
+        // A list that closes with its window keeps the mouse for itself a while.
+        QTRY_VERIFY(!QApplication::activePopupWidget());
+        QTest::qWait(300);
         m_window.reset();
         TestObject::cleanup();
     }
