@@ -11,7 +11,6 @@
 #include "support/test_object.h"
 #include "support/x11_input.h"
 
-#include <functional>
 #include <memory>
 
 using namespace vrn::test;
@@ -192,15 +191,17 @@ private:
     void focusEdit(SimpleEnumBox* box)
     {
         QLineEdit* edit = comboOf(box)->lineEdit();
-        const QPoint middle = edit->mapToGlobal(edit->rect().center());
-        clickUntil(middle, [&] { return comboOf(box)->hasFocus(); });
+        clickUntil([&] { return edit->mapToGlobal(edit->rect().center()); },
+            [&] { return comboOf(box)->hasFocus(); });
     }
 
-    // A click is lost now and then while the list of the window before closes.
-    static void clickUntil(const QPoint& position, const std::function<bool()>& done)
+    // Where the widget is, is asked for each click: a window that has just been
+    // shown may still lay itself out.
+    template <typename Position, typename Done>
+    static void clickUntil(Position position, Done done)
     {
         for (int attempt = 0; attempt < 5 && !done(); ++attempt) {
-            x11::click(position);
+            x11::click(position());
             (void)QTest::qWaitFor(done, 1000);
         }
         QVERIFY(done());
@@ -210,7 +211,9 @@ private:
     QAbstractItemView* openList(SimpleEnumBox* box)
     {
         QComboBox* combo = comboOf(box);
-        const QPoint arrow = combo->mapToGlobal(QPoint(combo->width() - 10, combo->height() / 2));
+        const auto arrow = [combo] {
+            return combo->mapToGlobal(QPoint(combo->width() - 10, combo->height() / 2));
+        };
         clickUntil(arrow, [combo] { return combo->view()->isVisible(); });
         // A release so soon after the press is not taken for a second click.
         QTest::qWait(QApplication::doubleClickInterval() + 50);

@@ -8,6 +8,7 @@
 
 #include "gallery_application.h"
 #include "gallery_window.h"
+#include "pages/quantities_page.h"
 #include "support/test_object.h"
 #include "support/x11_input.h"
 
@@ -89,7 +90,7 @@ private Q_SLOTS:
         const QStringList spans = {"7.620 m", "7.620 m", "7.620 m", "7.620 m", "7.620 m", "7.620 m",
             "7620 mm", "7620.000 mm", "25.00 ft", "300.00 in"};
         SimpleLineEdit* span = field("Span");
-        auto* systems = m_window->findChild<QComboBox*>();
+        auto* systems = page()->findChild<QComboBox*>();
         x11::press({"alt+u"});
         QTRY_VERIFY(systems->hasFocus());
         x11::press({"Home"});
@@ -104,7 +105,7 @@ private Q_SLOTS:
     void oneValueStandsInAllSystems()
     {
         x11::click(globalCentre(field("Line load")->edit()));
-        auto* overview = m_window->findChild<QGroupBox*>();
+        auto* overview = page()->findChild<QGroupBox*>();
         QTRY_COMPARE(overview->title(), QString("Line load in all systems"));
         QStringList texts;
         for (const QLabel* label : overview->findChildren<QLabel*>())
@@ -138,6 +139,8 @@ private Q_SLOTS:
     }
 
 private:
+    QWidget* page() const { return m_window->findChild<gallery::QuantitiesPage*>(); }
+
     static QPoint globalCentre(const QWidget* widget)
     {
         return widget->mapToGlobal(widget->rect().center());
