@@ -15,11 +15,13 @@ QString numberText(double number)
     return QString::number(number, 'g', QLocale::FloatingPointShortest);
 }
 
-// The name and the text of a type that the validators of the gallery produce.
+// The name and the text of a type that the controls of the gallery produce.
 std::pair<QString, QString> describe(const boost::any& value)
 {
     if (value.empty())
         return {QStringLiteral("(no value)"), QString()};
+    if (const auto* truth = boost::any_cast<bool>(&value))
+        return {QStringLiteral("bool"), *truth ? QStringLiteral("true") : QStringLiteral("false")};
     if (const auto* number = boost::any_cast<double>(&value))
         return {QStringLiteral("double"), numberText(*number)};
     if (const auto* quantity = boost::any_cast<vrn::units::IConverter::quantity>(&value)) {

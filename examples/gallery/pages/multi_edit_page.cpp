@@ -1,10 +1,13 @@
 #include "pages/multi_edit_page.h"
 
+#include <vrn/base/any_predicates.h>
 #include <vrn/q/input_context.h>
 #include <vrn/qt/controls.h>
 #include <vrn/qt/validators.h>
 
+#include <QAbstractButton>
 #include <QGridLayout>
+#include <QGroupBox>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
@@ -45,6 +48,30 @@ MultiEditLineEdit* createOptionalDepth()
             shown = std::wstring(L"Auto");
             reported = noDepth;
         });
+}
+
+MultiEditEnumBox* createGrades(QWidget* parent)
+{
+    auto* box = MultiEditEnumBox::create(parent, QString(), &vrn::any_equal<int>);
+    box->setValues({{QStringLiteral("S235"), 235}, {QStringLiteral("S355"), 355}});
+    return box;
+}
+
+MultiEditGroupBox* createCamber(QWidget* parent)
+{
+    auto* box = MultiEditGroupBox::create(MultiEditPage::tr("Cambered"), parent);
+    auto* layout = new QHBoxLayout(box);
+    layout->addWidget(new QLabel(MultiEditPage::tr("by a third of the sag")));
+    return box;
+}
+
+MultiEditRadioButtonGroup* createSupports(QWidget* parent)
+{
+    HBoxLayouter row;
+    return MultiEditRadioButtonGroup::create(MultiEditPage::tr("Support"),
+        {{MultiEditPage::tr("Fixed"), 0}, {MultiEditPage::tr("Pinned"), 1},
+            {MultiEditPage::tr("Free"), 2}},
+        &vrn::any_equal<int>, &vrn::any_less<int>, parent, &row, true, false);
 }
 
 boost::any text(const wchar_t* value)
@@ -91,8 +118,15 @@ MultiEditPage::MultiEditPage(QWidget* parent)
         stress(235000.0), stress(355000.0));
     addControl(tr("With a &button"), createMeasuredSpan(), 7.62, 9.0);
     addControl(tr("With a &reset button"), createOptionalDepth(), text(L"300"), text(L"450"));
+    addControl(tr("&List"), createGrades(this), 235, 355);
+    addControl(tr("&Check box"), MultiEditCheckBox::create(tr("Painted"), this), true, false);
+    addControl(tr("&Group box"), createCamber(this), true, false);
+    addControl(tr("R&adio buttons"), createSupports(this), 0, 1);
+    addControl(tr("&File"), new MultiEditFilePicker(this, TypeofPathFile),
+        std::string("/models/north.frame"), std::string("/models/south.frame"));
     setFocusProxy(m_grid->itemAtPosition(1, 1)->widget());
     readDifferent();
+    m_log->clear();
 }
 
 QWidget* MultiEditPage::createButtons()
@@ -162,8 +196,12 @@ void MultiEditPage::addRow(const QString& caption, QWidget* widget, MultiEditCon
         m_grid->addWidget(each, static_cast<int>(m_rows.size()) + 1, column++);
     m_rows.push_back(row);
     // Qt would name a buddy by its label, but not what takes the keys in its place.
-    QWidget* typedInto = widget->focusProxy() ? widget->focusProxy() : widget;
-    typedInto->setAccessibleName(row.caption);
+    // Boxes have names of their own.
+    QWidget* typedInto = widget;
+    while (typedInto->focusProxy())
+        typedInto = typedInto->focusProxy();
+    if (!qobject_cast<QAbstractButton*>(typedInto) && !qobject_cast<QGroupBox*>(typedInto))
+        typedInto->setAccessibleName(row.caption);
 
     m_hooks.push_back(std::make_unique<OnValueChangedHook>(widget, [this, row] {
         show(row);
@@ -172,11 +210,10 @@ void MultiEditPage::addRow(const QString& caption, QWidget* widget, MultiEditCon
     }));
     // A keystroke ends a variation without a signal, and so does a button that
     // computes a value.
-    if (auto* lineEdit = qobject_cast<SimpleLineEdit*>(widget)) {
-        connect(lineEdit->edit(), &QLineEdit::textEdited, this, [row] { show(row); });
-        for (auto* button : lineEdit->findChildren<QToolButton*>())
-            connect(button, &QToolButton::clicked, this, [row] { show(row); });
-    }
+    for (auto* edit : widget->findChildren<QLineEdit*>())
+        connect(edit, &QLineEdit::textEdited, this, [row] { show(row); });
+    for (auto* button : widget->findChildren<QToolButton*>())
+        connect(button, &QToolButton::clicked, this, [row] { show(row); });
 }
 
 void MultiEditPage::reset()
