@@ -12,6 +12,7 @@ namespace bench {
 void addEnumBoxComparisons();
 void addLineEditComparisons();
 void addMultiEditComparisons();
+void addPropertyPageComparisons();
 void addUnitComparisons();
 void addValidatorComparisons();
 } // namespace bench
@@ -32,6 +33,7 @@ int main(int argc, char** argv)
     bench::addLineEditComparisons();
     bench::addMultiEditComparisons();
     bench::addEnumBoxComparisons();
+    bench::addPropertyPageComparisons();
     bench::addUnitComparisons();
     return bench::run(argc > 1 ? argv[1] : "") ? EXIT_SUCCESS : EXIT_FAILURE;
 }

@@ -46,7 +46,7 @@ void MultiEditEnumBox::readValue(const boost::any& value)
             m_fresh = false;
         return;
     }
-    if (!m_varies && !anyEq(value, getSelectedValue()))
+    if (!m_varies && !isSelected(value))
         forceVaries();
 }
 

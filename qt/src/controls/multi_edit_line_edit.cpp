@@ -1,5 +1,6 @@
 #include <vrn/qt/multi_edit_line_edit.h>
 
+#include <vrn/companion_qt/connect.h>
 #include <vrn/companion_qt/signal_blocker.h>
 #include <vrn/qt/varies_string.h>
 #include <vrn/units/i_converter.h>
@@ -7,6 +8,7 @@
 #include <QLineEdit>
 
 #include <cstring>
+#include <string>
 #include <utility>
 
 namespace vrn::qt {
@@ -14,6 +16,8 @@ namespace {
 
 // What a control passes to its validator: what a user types is in the C locale.
 constexpr unsigned long noFlags = 0;
+
+using ValueComparison = bool (*)(const boost::any&, const boost::any&);
 
 // To the bit: 0 and -0 are written differently, a not-a-number always alike.
 bool isIdentical(double a, double b)
@@ -28,17 +32,32 @@ bool isIdentical(
 }
 
 template <typename T>
-bool isIdenticalAs(const boost::any& a, const boost::any& b)
+bool isIdentical(const T& a, const T& b)
+{
+    return a == b;
+}
+
+template <typename T>
+bool areIdentical(const boost::any& a, const boost::any& b)
 {
     const T* left = boost::any_cast<T>(&a);
     const T* right = boost::any_cast<T>(&b);
     return left && right && isIdentical(*left, *right);
 }
 
-// Certain only for the types that large selections have; others are written.
-bool isIdentical(const boost::any& a, const boost::any& b)
+template <typename... T>
+ValueComparison comparisonAmong(const boost::any& value)
 {
-    return isIdenticalAs<vrn::units::IConverter::quantity>(a, b) || isIdenticalAs<double>(a, b);
+    ValueComparison comparison = nullptr;
+    ((boost::any_cast<T>(&value) ? void(comparison = &areIdentical<T>) : void()), ...);
+    return comparison;
+}
+
+// Null for a type that is none of those that the validators of the library give.
+ValueComparison comparisonOf(const boost::any& value)
+{
+    return comparisonAmong<vrn::units::IConverter::quantity, double, int, unsigned int,
+        unsigned short, std::wstring, std::string>(value);
 }
 
 } // namespace
@@ -67,7 +86,9 @@ MultiEditLineEdit::MultiEditLineEdit(QWidget* parent, const QString& caption,
     boost::shared_ptr<IValidator> validator, boost::function<void()> buttonFn, unsigned int options,
     ExpandDirection direction)
     : SimpleLineEdit(parent, caption, std::move(validator), std::move(buttonFn), options, direction)
-{}
+{
+    vrn_connect(edit(), &QLineEdit::textChanged, this, [this] { m_isLikeShown = nullptr; });
+}
 
 MultiEditLineEdit::~MultiEditLineEdit() = default;
 
@@ -89,15 +110,14 @@ void MultiEditLineEdit::readValue(const boost::any& value)
         return;
     // To write the value is what costs time in a large selection, and most
     // values there are equal to the one before.
-    const QString text = edit()->text();
-    if (text == m_shownText && isIdentical(value, m_shownValue))
+    if (m_isLikeShown && m_isLikeShown(value, m_shownValue))
         return;
-    if (text != validator().reformat(value, noFlags)) {
+    if (edit()->text() != validator().reformat(value, noFlags)) {
         forceVaries();
         return;
     }
     m_shownValue = value;
-    m_shownText = text;
+    m_isLikeShown = comparisonOf(value);
 }
 
 boost::any MultiEditLineEdit::getCurrentValue() const
@@ -111,7 +131,7 @@ void MultiEditLineEdit::setValue(const boost::any& value)
 {
     const VRN_QT_SignalBlocker blocker(isLoading() ? this : nullptr);
     m_varies = false;
-    m_shownValue = boost::any();
+    m_isLikeShown = nullptr;
     SimpleLineEdit::setValue(value);
 }
 

@@ -200,12 +200,29 @@ boost::any SimpleEnumBox::getSelectedValue() const
         return m_validator->validate(text, value, noFlags) ? value : boost::any();
     }
 
+    const boost::any* value = valueOfRow();
+    return value ? *value : boost::any();
+}
+
+// The value of the current row, without a copy of it; null for none.
+const boost::any* SimpleEnumBox::valueOfRow() const
+{
     const int i = m_combo->currentIndex();
     VRN_ASSERT(i >= 0 && i < m_combo->count())("i", i)("count", m_combo->count());
     // The rows behind those of the values are no values: the various entry, and
     // texts that were entered while the box was editable.
     const bool isValue = i >= 0 && static_cast<std::size_t>(i) < m_values.size();
-    return isValue ? m_values[static_cast<std::size_t>(i)].second : boost::any();
+    return isValue ? &m_values[static_cast<std::size_t>(i)].second : nullptr;
+}
+
+// A copy of the value for each object of a selection would cost more than to
+// compare it.
+bool SimpleEnumBox::isSelected(const boost::any& value) const
+{
+    if (!m_combo || m_combo->isEditable() || m_values.empty())
+        return anyEq(value, getSelectedValue());
+    const boost::any* shown = valueOfRow();
+    return shown ? anyEq(value, *shown) : anyEq(value, boost::any());
 }
 
 QString SimpleEnumBox::getNameForValue(const boost::any& value) const

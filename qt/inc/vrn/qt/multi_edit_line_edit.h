@@ -60,9 +60,10 @@ protected:
 private:
     bool m_varies = false;
     bool m_fresh = true;
-    // The last value found to be written as the text in the edit, and this text.
+    // The last value found to be written as the text in the edit, and how to tell
+    // that another one is: null when the text has changed since.
     boost::any m_shownValue;
-    QString m_shownText;
+    bool (*m_isLikeShown)(const boost::any&, const boost::any&) = nullptr;
 };
 
 } // namespace vrn::qt

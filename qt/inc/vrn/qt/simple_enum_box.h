@@ -129,6 +129,8 @@ protected:
     /// A value is never the same as an empty one; two empty ones are compared
     /// by the function.
     bool anyEq(const boost::any& a, const boost::any& b) const;
+    /// Whether `value` is the same as getSelectedValue().
+    bool isSelected(const boost::any& value) const;
 
     /// Called after a selection by name or by value. Does nothing here.
     virtual void onSelected();
@@ -148,6 +150,7 @@ private:
     void makeLineEdit();
     void dropLineEdit();
     bool isEditable() const;
+    const boost::any* valueOfRow() const;
 
     NamedValueList m_values;
     QPointer<VRN_QT4_ComboBox> m_combo;
