@@ -15,9 +15,11 @@ namespace vrn::qt {
 ///         grade->readValue(beam.grade);
 ///
 /// A pick of the user, a text typed over that of a varying selection, and a
-/// selection by name or by value make the value that of all objects; next() and
-/// previous() do not. The entry of the varying selection stays in the list until
-/// reset().
+/// selection by name or by value make the value that of all objects. next() and
+/// previous() do not: a list that varies emits valueChanged() and goes on to
+/// vary. Only in an editable box the text that they bring in counts as typed.
+/// The entry of the varying selection stays behind those of the values until
+/// reset(); mostly there is no row behind it for next() to go to.
 ///
 /// One pick emits activated(int) and then valueChanged() twice; setValue() and
 /// the first readValue() after a reset() emit valueChanged() once.

@@ -93,8 +93,8 @@ public Q_SLOTS:
     /// as it is.
     void selectByValue(const boost::any& value);
 
-    /// Empty if there are no values, if what is shown is no entry and the
-    /// validator refuses it, and while no entry is shown.
+    /// Empty if there are no values, if the text shown is no entry's name and no
+    /// validator takes it, and, for a list, while no entry is shown.
     boost::any getSelectedValue() const;
     /// Empty if there is no such entry and no validator to write the value.
     QString getNameForValue(const boost::any& value) const;

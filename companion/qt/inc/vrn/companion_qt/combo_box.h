@@ -6,7 +6,7 @@
 #include <QPersistentModelIndex>
 
 /// A QComboBox with one entry more for a selection of objects that differ, the
-/// various entry. It stands behind all others, so that their rows stay.
+/// various entry. It comes behind all others, so that their rows stay.
 class VRN_COMPANION_QT_EXPORT VRN_QT4_ComboBox : public QComboBox
 {
     Q_OBJECT
@@ -27,8 +27,8 @@ public:
     /// Its text is the translation that the library shows everywhere for a
     /// varying selection.
     void addVarious(bool select);
-    /// Removes the entry, if there is one. If it is shown, what was shown before
-    /// it is shown again.
+    /// Removes the entry, if there is one. If it is shown, what was shown when
+    /// addVarious() made it current is shown again.
     void removeVarious();
 
     /// What getCurrentId() is while the various entry is current and, in an
@@ -45,7 +45,7 @@ private:
     bool isVariousCurrent() const;
 
     QPersistentModelIndex m_various;
-    // What was shown before the various entry.
+    // What was shown when addVarious() made its entry current.
     QPersistentModelIndex m_shownBefore;
     QString m_textBefore;
 };
