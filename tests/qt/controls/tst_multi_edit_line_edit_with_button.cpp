@@ -219,6 +219,26 @@ private Q_SLOTS:
         QVERIFY(!parent);
     }
 
+    void theWindowMayGoAtAnyStep()
+    {
+        const MultiEditAction click = [](MultiEditLineEdit& field, Form&) {
+            static_cast<MultiEditLineEditWithButton&>(field).getButton()->click();
+        };
+        const std::vector<MultiEditAction> steps = {click, action::read(1.0), click,
+            action::forceVaries(), click, action::type("x"), click, action::enter(),
+            action::reset(), action::type("4"), action::leave(), click};
+        for (std::size_t done = 0; done <= steps.size(); ++done) {
+            auto* form = new Form;
+            QPointer<QWidget> field(new MultiEditLineEditWithButton(
+                percentage(), 7, Compute([](QWidget*, int, boost::any& value) { value = 12.5; })));
+            form->open(field);
+            action::inOrder({steps.begin(), steps.begin() + std::ptrdiff_t(done)})(
+                static_cast<MultiEditLineEdit&>(*field), *form);
+            delete form;
+            QVERIFY(!field);
+        }
+    }
+
 private:
     static void addStates()
     {
