@@ -11,6 +11,7 @@
 #include <QPointer>
 #include <QSignalSpy>
 #include <QToolButton>
+#include <QTranslator>
 
 #include <memory>
 #include <stdexcept>
@@ -63,6 +64,26 @@ private Q_SLOTS:
         QCOMPARE(layout->itemAt(layout->count() - 1)->widget(), button);
         QCOMPARE(layout->contentsMargins(), QMargins());
         QCOMPARE(layout->spacing(), 0);
+    }
+
+    void theToolTipIsTranslatedByTextAndComment()
+    {
+        struct OtherLanguage : public QTranslator
+        {
+            QString translate(const char* context, const char* source, const char* comment,
+                int /*count*/) const override
+            {
+                const bool isToolTip = qstrcmp(context, "QObject") == 0
+                    && qstrcmp(source, "Reset to default.") == 0
+                    && qstrcmp(comment, "makeLineEditWithOptionalValue") == 0;
+                return isToolTip ? QStringLiteral("Auf die Vorgabe setzen.") : QString();
+            }
+            bool isEmpty() const override { return false; }
+        };
+        OtherLanguage german;
+        QVERIFY(QCoreApplication::installTranslator(&german));
+        const MultiEditLineEditWithResetButton field(percentage(), 7, &restore);
+        QCOMPARE(buttonOf(field)->toolTip(), QString("Auf die Vorgabe setzen."));
     }
 
     void whatAnActionDoes_data()
@@ -279,6 +300,22 @@ private Q_SLOTS:
         QCOMPARE(seen, 7);
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         QVERIFY(!parent);
+    }
+
+    void theWindowMayGoAtAnyStep()
+    {
+        const std::vector<MultiEditAction> steps = {click(), action::read(1.0), click(),
+            action::forceVaries(), click(), action::type("x"), click(), action::enter(),
+            action::reset(), action::type("4"), action::leave(), click()};
+        for (std::size_t done = 0; done <= steps.size(); ++done) {
+            auto* form = new Form;
+            QPointer<MultiEditLineEdit> field(
+                new MultiEditLineEditWithResetButton(percentage(), 7, &restore));
+            form->open(field);
+            action::inOrder({steps.begin(), steps.begin() + std::ptrdiff_t(done)})(*field, *form);
+            delete form;
+            QVERIFY(!field);
+        }
     }
 };
 
