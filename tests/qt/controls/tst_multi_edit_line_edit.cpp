@@ -109,7 +109,13 @@ private Q_SLOTS:
         fresh("a good text", type("4"), 0, false, "4", 4.0, isFreshAfter);
         fresh("a refused text", type("x"), 0, false, "x", none, isFreshAfter);
         fresh("Enter", enter(), 1, false, "", none, isFreshAfter);
+        // QLineEdit tells of leaving if the text has changed since it last told.
+        fresh("leaving", leave(), 0, false, "", none, isFreshAfter);
         fresh("a good text and Enter", inOrder({type("4"), enter()}), 1, false, "4.0", 4.0,
+            isFreshAfter);
+        fresh("a good text, and leaving", inOrder({type("4"), leave()}), 1, false, "4.0", 4.0,
+            isFreshAfter);
+        fresh("a refused text, and leaving", inOrder({type("x"), leave()}), 1, false, "x", none,
             isFreshAfter);
         fresh("a refused text and Enter", inOrder({type("x"), enter()}), 1, false, "x", none,
             isFreshAfter);
@@ -117,6 +123,7 @@ private Q_SLOTS:
             isFreshAfter);
 
         const auto common = row("common", read(1.0));
+        common("nothing", nothing(), 0, false, "1.0", 1.0, isReadAfter);
         common("reset keeps text and value", reset(), 0, false, "1.0", 1.0, isFreshAfter);
         common("an equal read", read(1.0), 0, false, "1.0", 1.0, isReadAfter);
         common("a read that is written alike", read(1.04), 0, false, "1.0", 1.0, isReadAfter);
@@ -126,6 +133,10 @@ private Q_SLOTS:
         common("a good text", type("4"), 0, false, "4", 4.0, isReadAfter);
         common("a refused text", type("x"), 0, false, "x", none, isReadAfter);
         common("Enter", enter(), 1, false, "1.0", 1.0, isReadAfter);
+        common("leaving", leave(), 1, false, "1.0", 1.0, isReadAfter);
+        // The text that the end of editing writes is such a change, too.
+        common(
+            "Enter, and leaving", inOrder({enter(), leave()}), 2, false, "1.0", 1.0, isReadAfter);
         common("each Enter", inOrder({enter(), enter()}), 2, false, "1.0", 1.0, isReadAfter);
         common("a good text and Enter", inOrder({type("4"), enter()}), 1, false, "4.0", 4.0,
             isReadAfter);
@@ -133,6 +144,8 @@ private Q_SLOTS:
             isReadAfter);
         common("a good text, Enter, and leaving", inOrder({type("4"), enter(), type("5"), leave()}),
             2, false, "5.0", 5.0, isReadAfter);
+        common("a refused text, and leaving", inOrder({type("x"), leave()}), 1, false, "x", none,
+            isReadAfter);
         common("a refused text and Enter", inOrder({type("x"), enter()}), 1, false, "x", none,
             isReadAfter);
         common("the varies text and Enter", inOrder({type(varies), enter()}), 0, false, varies,
@@ -152,6 +165,11 @@ private Q_SLOTS:
             isReadAfter);
         varying("a good text, and leaving", inOrder({type("4"), leave()}), 1, false, "4.0", 4.0,
             isReadAfter);
+        varying("a refused text, and leaving", inOrder({type("x"), leave()}), 1, true, "x", none,
+            isReadAfter);
+        varying("nothing", nothing(), 0, true, varies, none, isReadAfter);
+        varying("reset, and a good text", inOrder({reset(), type("4")}), 0, false, "4", 4.0,
+            isFreshAfter);
         varying("a refused text and Enter", inOrder({type("x"), enter()}), 1, true, "x", none,
             isReadAfter);
         varying("the varies text typed again, and Enter", inOrder({type(varies), enter()}), 0, true,

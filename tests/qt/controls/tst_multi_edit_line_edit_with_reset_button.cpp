@@ -120,6 +120,10 @@ private Q_SLOTS:
             << inOrder({click(), type("x")}) << 1 << false << "x" << none << true;
         QTest::newRow("Enter after a click still reports the default")
             << inOrder({click(), enter()}) << 2 << false << "50.0" << reported << true;
+        QTest::newRow("leaving after a click still reports the default")
+            << inOrder({click(), leave()}) << 2 << false << "50.0" << reported << true;
+        QTest::newRow("a refused text and Enter after a click")
+            << inOrder({click(), type("x"), enter()}) << 2 << false << "x" << none << true;
         QTest::newRow("a text and Enter after a click")
             << inOrder({click(), type("4"), enter()}) << 2 << false << "4.0" << boost::any(4.0)
             << true;
