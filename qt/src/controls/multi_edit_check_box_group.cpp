@@ -102,7 +102,9 @@ void MultiEditCheckBoxGroup::setEnabled(std::size_t idx, bool enabled)
 
 void MultiEditCheckBoxGroup::setEnabled(bool enabled)
 {
-    for (const Check& box : m_checks) {
+    // A box gives its focus away by this, which somebody may hear of.
+    const auto checks = m_checks;
+    for (const Check& box : checks) {
         if (box)
             box->setEnabled(enabled);
     }

@@ -68,6 +68,23 @@ struct Page
         return letters;
     }
 
+    // A letter for each box: "f" if it is fresh, "-" if not. This shows by a read
+    // only, so the page is not of use any more.
+    QString freshBoxes() const
+    {
+        QString letters;
+        for (MultiEditCheckBox* box : boxes()) {
+            box->suspendValueChangedSignal();
+            bool isFresh = false;
+            if (!box->dataVaries()) {
+                box->readValue(!box->isChecked());
+                isFresh = !box->dataVaries();
+            }
+            letters += isFresh ? 'f' : '-';
+        }
+        return letters;
+    }
+
     // Reads one object or two, so that each box gets the state of its letter.
     void read(const QString& letters) const
     {
@@ -95,6 +112,11 @@ QCheckBox* innerBox(const MultiEditCheckBox* box)
 void clickOn(const MultiEditCheckBox* box)
 {
     vrn::test::clickOn(innerBox(box));
+}
+
+void pressSpaceOn(const MultiEditCheckBox* box)
+{
+    QTest::keyClick(innerBox(box), Qt::Key_Space);
 }
 
 } // namespace
@@ -244,43 +266,123 @@ private Q_SLOTS:
         QTest::addColumn<Action>("action");
         QTest::addColumn<int>("signalCount");
         QTest::addColumn<QString>("shown");
+        QTest::addColumn<QString>("fresh");
         const auto row = [](const char* name, const char* read, const Action& action, int count,
-                             const char* shown) {
-            QTest::newRow(name) << read << action << count << shown;
+                             const char* shown, const char* fresh) {
+            QTest::newRow(name) << read << action << count << shown << fresh;
         };
         row(
-            "a click on a box", "uuu", [](Page& p) { clickOn(p.box(1)); }, 1, "ucuv");
+            "a click on a box", "uuu", [](Page& p) { clickOn(p.box(1)); }, 1, "ucuv", "----");
         row(
-            "a click on a box that varies", "uvu", [](Page& p) { clickOn(p.box(1)); }, 1, "ucuv");
+            "a click on the last box that differs", "ccu", [](Page& p) { clickOn(p.box(2)); }, 1,
+            "cccc", "----");
         row(
-            "setValue that changes", "uuu", [](Page& p) { p.group->setValue(1, true); }, 2, "ucuv");
+            "a click on a box that varies", "uvu", [](Page& p) { clickOn(p.box(1)); }, 1, "ucuv",
+            "----");
+        row(
+            "a click on a fresh box", "uuu",
+            [](Page& p) {
+                p.group->reset();
+                clickOn(p.box(1));
+            },
+            1, "ucuv", "fff-");
+        row(
+            "the space bar on a box", "uuu", [](Page& p) { pressSpaceOn(p.box(1)); }, 1, "ucuv",
+            "----");
+        row(
+            "setValue that changes", "uuu", [](Page& p) { p.group->setValue(1, true); }, 2, "ucuv",
+            "----");
         row(
             "setValue that changes nothing", "ccc", [](Page& p) { p.group->setValue(1, true); }, 1,
-            "cccc");
+            "cccc", "----");
         row(
-            "setValue of a box that varies", "cvc", [](Page& p) { p.group->setValue(1, true); }, 2,
-            "cccc");
+            "setValue(true) of a box that varies", "cvc",
+            [](Page& p) { p.group->setValue(1, true); }, 2, "cccc", "----");
+        row(
+            "setValue(false) of a box that varies", "cvc",
+            [](Page& p) { p.group->setValue(1, false); }, 2, "cucv", "----");
+        row(
+            "setValue of a fresh box", "uuu",
+            [](Page& p) {
+                p.group->reset();
+                p.group->setValue(1, true);
+            },
+            2, "ucuv", "fff-");
+        row(
+            "setValue of a disabled box", "uuu",
+            [](Page& p) {
+                p.group->setEnabled(1, false);
+                p.group->setValue(1, true);
+            },
+            2, "ucuu", "----");
+        row(
+            "readValue of the same", "ccc", [](Page& p) { p.group->readValue(1, true); }, 0, "cccc",
+            "----");
         row(
             "readValue that finds a difference", "ccc",
-            [](Page& p) { p.group->readValue(1, false); }, 0, "cvcc");
+            [](Page& p) { p.group->readValue(1, false); }, 0, "cvcc", "----");
         row(
-            "readValue of a box that was reset", "uuu",
+            "readValue of a box that varies", "cvc", [](Page& p) { p.group->readValue(1, false); },
+            0, "cvcv", "----");
+        row(
+            "readValue of a fresh box that changes it", "uuu",
             [](Page& p) {
                 p.group->reset();
                 p.group->readValue(1, true);
             },
-            1, "ucuv");
+            1, "ucuv", "f-f-");
         row(
-            "reset of unchecked boxes", "uuu", [](Page& p) { p.group->reset(); }, 0, "uuuu");
+            "readValue of a fresh box that does not", "uuu",
+            [](Page& p) {
+                p.group->reset();
+                p.group->readValue(1, false);
+            },
+            0, "uuuu", "f-f-");
+        row(
+            "reset of unchecked boxes", "uuu", [](Page& p) { p.group->reset(); }, 0, "uuuu",
+            "fff-");
         row(
             "reset of checked and varying boxes", "cuv", [](Page& p) { p.group->reset(); }, 2,
-            "uuuu");
+            "uuuu", "fff-");
         row(
-            "onEndRead", "ccc", [](Page& p) { p.group->onEndRead(); }, 0, "cccc");
+            "reset of fresh boxes", "uuu",
+            [](Page& p) {
+                p.group->reset();
+                p.group->reset();
+            },
+            0, "uuuu", "fff-");
         row(
-            "setEnabled", "ccc", [](Page& p) { p.group->setEnabled(false); }, 0, "cccc");
+            "onEndRead", "ccc", [](Page& p) { p.group->onEndRead(); }, 0, "cccc", "----");
         row(
-            "a click on All", "cuv", [](Page& p) { clickOn(p.all()); }, 1, "cccc");
+            "onEndRead without an enabled box", "ccc",
+            [](Page& p) {
+                p.group->setEnabled(false);
+                p.group->onEndRead();
+            },
+            0, "cccu", "---f");
+        row(
+            "setEnabled of one box", "cuc", [](Page& p) { p.group->setEnabled(1, false); }, 0,
+            "cucv", "----");
+        row(
+            "setEnabled of all", "ccc", [](Page& p) { p.group->setEnabled(false); }, 0, "cccc",
+            "----");
+        row(
+            "a click on All, unchecked", "uuu", [](Page& p) { clickOn(p.all()); }, 1, "cccc",
+            "----");
+        row(
+            "a click on All, checked", "ccc", [](Page& p) { clickOn(p.all()); }, 1, "uuuu", "----");
+        row(
+            "a click on All, varying", "cuv", [](Page& p) { clickOn(p.all()); }, 1, "cccc", "----");
+        row(
+            "a click on All without an enabled box", "cuv",
+            [](Page& p) {
+                p.group->setEnabled(false);
+                clickOn(p.all());
+            },
+            1, "cuvc", "----");
+        row(
+            "the space bar on All", "cuv", [](Page& p) { pressSpaceOn(p.all()); }, 1, "cccc",
+            "----");
     }
 
     void signalsOfTheGroup()
@@ -294,6 +396,7 @@ private Q_SLOTS:
         action(page);
         QCOMPARE(valueChanged.count(), signalCount);
         QTEST(page.shown(), "shown");
+        QTEST(page.freshBoxes(), "fresh");
     }
 
     void valuesGoByIndex()
@@ -578,6 +681,36 @@ private Q_SLOTS:
         QVERIFY(page.box(0)->save(storage));
         clickOn(page.all());
         QCOMPARE(page.shown(), QString("cuuc"));
+    }
+
+    void theWindowMayGoAtAnyStep()
+    {
+        const std::vector<Action> steps = {[](Page& p) { p.read("cuv"); },
+            [](Page& p) { clickOn(p.box(1)); }, [](Page& p) { p.group->setEnabled(0, false); },
+            [](Page& p) { clickOn(p.all()); }, [](Page& p) { p.group->setCanBeSaved("k"); },
+            [](Page& p) { p.box(1)->load(KeyValueStorage()); }, [](Page& p) { p.group->reset(); },
+            [](Page& p) { p.group->readValue(2, true); }, [](Page& p) { p.group->onEndRead(); }};
+        for (std::size_t done = 0; done <= steps.size(); ++done) {
+            Page page;
+            for (std::size_t i = 0; i < done; ++i)
+                steps[i](page);
+            delete page.form;
+            QVERIFY(page.group);
+        }
+    }
+
+    void whoeverHearsOfALostFocusMayDestroyTheGroup()
+    {
+        const Page page;
+        page.form->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(page.form));
+        page.box(1)->setFocus();
+        QVERIFY(innerBox(page.box(1))->hasFocus());
+        connect(qApp, &QApplication::focusChanged, this, [&] { delete page.group; });
+        page.group->setEnabled(false);
+        disconnect(qApp, &QApplication::focusChanged, this, nullptr);
+        QVERIFY(!page.group);
+        QVERIFY(!page.box(2)->isEnabled());
     }
 
     void aSlotMayDestroyTheGroupAndItsBoxes_data()
