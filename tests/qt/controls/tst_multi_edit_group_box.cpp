@@ -209,17 +209,46 @@ private Q_SLOTS:
 
         row("varies checked disabled", "click", 0, "varies checked disabled");
         row("varies checked disabled", "space", 0, "varies checked disabled");
+        row("varies checked disabled", "setChecked(true)", 0, "varies checked disabled");
+        row("varies checked disabled", "setChecked(false)", 0, "varies unchecked disabled");
         row("varies checked disabled", "setValue(true)", 1, "common checked disabled");
         row("varies checked disabled", "setValue(false)", 1, "common unchecked disabled");
+        row("varies checked disabled", "setValue(1)", 0, "varies checked disabled");
+        row("varies checked disabled", "setValue()", 0, "varies checked disabled");
         row("varies checked disabled", "readValue(true)", 0, "varies checked disabled");
         row("varies checked disabled", "readValue(false)", 0, "varies checked disabled");
+        row("varies checked disabled", "readValue(1)", 0, "varies checked disabled");
+        row("varies checked disabled", "readValue()", 0, "varies checked disabled");
         row("varies checked disabled", "reset", 0, "fresh unchecked");
         row("varies checked disabled", "forceVaries", 0, "varies checked disabled");
 
+        row("common unchecked disabled", "click", 0, "common unchecked disabled");
+        row("common unchecked disabled", "space", 0, "common unchecked disabled");
+        row("common unchecked disabled", "setChecked(true)", 0, "common checked disabled");
+        row("common unchecked disabled", "setChecked(false)", 0, "common unchecked disabled");
+        row("common unchecked disabled", "setValue(true)", 1, "common checked disabled");
+        row("common unchecked disabled", "setValue(false)", 1, "common unchecked disabled");
+        row("common unchecked disabled", "setValue(1)", 0, "common unchecked disabled");
+        row("common unchecked disabled", "setValue()", 0, "common unchecked disabled");
+        row("common unchecked disabled", "readValue(true)", 0, "varies unchecked disabled");
+        row("common unchecked disabled", "readValue(false)", 0, "common unchecked disabled");
+        row("common unchecked disabled", "readValue(1)", 0, "common unchecked disabled");
+        row("common unchecked disabled", "readValue()", 0, "common unchecked disabled");
+        row("common unchecked disabled", "reset", 0, "fresh unchecked");
+        row("common unchecked disabled", "forceVaries", 0, "varies unchecked disabled");
+
         row("common checked disabled", "click", 0, "common checked disabled");
+        row("common checked disabled", "space", 0, "common checked disabled");
+        row("common checked disabled", "setChecked(true)", 0, "common checked disabled");
+        row("common checked disabled", "setChecked(false)", 0, "common unchecked disabled");
+        row("common checked disabled", "setValue(true)", 1, "common checked disabled");
         row("common checked disabled", "setValue(false)", 1, "common unchecked disabled");
+        row("common checked disabled", "setValue(1)", 0, "common checked disabled");
+        row("common checked disabled", "setValue()", 0, "common checked disabled");
         row("common checked disabled", "readValue(true)", 0, "common checked disabled");
         row("common checked disabled", "readValue(false)", 0, "varies checked disabled");
+        row("common checked disabled", "readValue(1)", 0, "common checked disabled");
+        row("common checked disabled", "readValue()", 0, "common checked disabled");
         row("common checked disabled", "reset", 0, "fresh unchecked");
         row("common checked disabled", "forceVaries", 0, "varies checked disabled");
     }
@@ -269,6 +298,25 @@ private Q_SLOTS:
         for (const bool value : values)
             m_control->readValue(value);
         QTEST(endState(m_control), "end");
+    }
+
+    void theParentMayGoAtAnyStep()
+    {
+        const QStringList steps = {"readValue(true)", "click", "readValue(true)", "space",
+            "setValue(true)", "reset", "setChecked(true)", "readValue(false)", "space",
+            "forceVaries", "setValue()", "setValue(false)", "readValue(1)", "reset"};
+        for (int done = 0; done <= steps.size(); ++done) {
+            auto* parent = new QWidget(m_form.get());
+            const QPointer<MultiEditGroupBox> control(createIn(parent));
+            parent->show();
+            for (int i = 0; i < done; ++i) {
+                if (steps[i] == "setValue()")
+                    expectAssert("checked");
+                actions().at(steps[i])(control);
+            }
+            delete parent;
+            QVERIFY(!control);
+        }
     }
 
     void aSlotMayDestroyTheControl_data()
