@@ -182,6 +182,8 @@ private Q_SLOTS:
         QTest::newRow("common, force varies") << common << forced << 0 << varies << false;
         QTest::newRow("common, keys") << common << typed << 0 << text("/t") << false;
         QTest::newRow("common, Enter") << common << enter << 1 << text("/a") << false;
+        QTest::newRow("common, keys and Enter")
+            << common << typedAndEnter << 1 << text("/t") << false;
         QTest::newRow("common, pick without a choice")
             << common << pick << 1 << text("/a") << false;
 
@@ -195,7 +197,15 @@ private Q_SLOTS:
         QTest::newRow("varying, keys and Enter")
             << varying << typedAndEnter << 1 << text("/t") << false;
 
+        QTest::newRow("forced when fresh, reset")
+            << forced << reset << 0 << text("*VARIES*") << true;
         QTest::newRow("forced when fresh, read") << forced << readSame << 0 << text("/a") << false;
+        QTest::newRow("forced when fresh, set") << forced << set << 0 << text("/s") << true;
+        QTest::newRow("forced when fresh, force varies") << forced << forced << 0 << varies << true;
+        QTest::newRow("forced when fresh, keys") << forced << typed << 0 << text("/t") << true;
+        QTest::newRow("forced when fresh, Enter") << forced << enter << 0 << varies << true;
+        QTest::newRow("forced when fresh, keys and Enter")
+            << forced << typedAndEnter << 1 << text("/t") << true;
     }
 
     void signalsAndStates()
@@ -310,6 +320,7 @@ private Q_SLOTS:
         QFETCH(boost::any, value);
         MultiEditFilePicker picker(nullptr, TypeofPathFile);
         picker.setValue(text("/a"));
+        QSignalSpy changed(&picker, &MultiEditFilePicker::valueChanged);
         for (const auto& give :
             {Act([&](auto& p) { p.setValue(value); }), Act([&](auto& p) { p.readValue(value); })}) {
             expectAssert(
@@ -318,6 +329,7 @@ private Q_SLOTS:
             give(picker);
             QCOMPARE(picker.getCurrentValue(), text(""));
         }
+        QCOMPARE(changed.count(), 0);
     }
 
     void aWideStringIsAPathToo()
@@ -415,6 +427,26 @@ private Q_SLOTS:
         expectAssert("m_edit");
         picker.m_btn->click();
         QCOMPARE(changed.count(), 0);
+    }
+
+    void theParentMayGoAtAnyStep()
+    {
+        const std::vector<Act> steps = {[](auto& p) { p.readValue(text("/a")); },
+            [](auto& p) { replace(p, "/t"); }, pressEnter, [](auto& p) { p.m_btn->click(); },
+            [](auto& p) { p.readValue(text("/b")); }, [](auto& p) { type(p, "x"); }, pressEnter,
+            [](auto& p) { p.forceVaries(); }, [](auto& p) { p.setValue(text("/s")); },
+            [](auto& p) { p.reset(); }};
+        for (std::size_t done = 0; done <= steps.size(); ++done) {
+            auto* parent = new QWidget;
+            const QPointer<MultiEditFilePicker> picker(new MultiEditFilePicker(parent, noDialog));
+            parent->show();
+            QVERIFY(QTest::qWaitForWindowActive(parent));
+            picker->setFocus();
+            for (std::size_t i = 0; i < done; ++i)
+                steps[i](*picker);
+            delete parent;
+            QVERIFY(!picker);
+        }
     }
 
     void aSlotMayDestroyIt_data()
