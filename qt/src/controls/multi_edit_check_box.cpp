@@ -67,7 +67,7 @@ void MultiEditCheckBox::reset()
 {
     const QPointer<MultiEditCheckBox> alive(this);
     m_check->setTristate(false);
-    // The slots of the signal that this may emit still find the old flags.
+    // The slots of the signal that this may emit do not find a fresh control yet.
     m_check->setChecked(false);
     if (!alive)
         return;

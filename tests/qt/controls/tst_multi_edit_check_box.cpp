@@ -280,8 +280,8 @@ private Q_SLOTS:
         QTEST(endState(m_control), "end");
     }
 
-    // The old flags are what a slot finds, so that it can tell a reset control
-    // from one that a user has unchecked only by suspending the signal.
+    // To a slot it looks as if a user had unchecked the box, so an application
+    // that does not want this suspends the signal.
     void aResetEmitsBeforeTheControlIsFresh()
     {
         m_control->readValue(true);
@@ -297,6 +297,25 @@ private Q_SLOTS:
         m_control->reset();
         QCOMPARE(count, 1);
         QVERIFY(!m_control->dataVaries());
+    }
+
+    void theParentMayGoAtAnyStep()
+    {
+        const QStringList steps = {"readValue(true)", "click", "readValue(true)", "space",
+            "forceVaries", "click", "reset", "setChecked(true)", "readValue(false)", "setValue()",
+            "forceVaries", "setValue(false)", "forceVaries", "readValue(1)", "reset"};
+        for (int done = 0; done <= steps.size(); ++done) {
+            auto* parent = new QWidget(m_form.get());
+            const QPointer<MultiEditCheckBox> control(MultiEditCheckBox::create("Visible", parent));
+            parent->show();
+            for (int i = 0; i < done; ++i) {
+                if (steps[i] == "setValue()")
+                    expectAssert("v");
+                actions().at(steps[i])(control);
+            }
+            delete parent;
+            QVERIFY(!control);
+        }
     }
 
     void aSlotMayDestroyTheControl_data()

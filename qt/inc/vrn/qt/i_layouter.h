@@ -19,7 +19,8 @@ namespace vrn::qt {
 ///     {
 ///         void onCreate(QWidget* parent) override { m_flow = new FlowLayout(parent); }
 ///         void onAdd(QWidget* widget) override { m_flow->addWidget(widget); }
-///         ...
+///         FlowLayout* m_flow = nullptr;
+///     };
 struct VRN_QT2_EXPORT ILayouter
 {
     ILayouter();

@@ -79,8 +79,9 @@ public:
     void setLoadOrder(LoadOrder order) { m_loadOrder = order; }
     LoadOrder getLoadOrder() const { return m_loadOrder; }
 
-    /// While this is so, setValue() of a MultiEdit control emits nothing. Nobody
-    /// but a derived class makes it so.
+    /// While this is so, setValue() of a line edit, enum box or check box emits
+    /// nothing, nor does readValue() of a check box; group boxes and radio groups
+    /// do not ask. Nobody but a derived class makes it so.
     bool isLoading() const { return m_loading; }
 
 protected:

@@ -15,9 +15,8 @@ namespace vrn::qt {
 ///     for (const Beam& beam : selection)
 ///         grade->readValue(beam.grade);
 ///
-/// Other than its siblings this control emits valueChanged() for changes from
-/// code: reset(), setValue(), the first readValue() and the one that finds a
-/// difference.
+/// Changes from code emit valueChanged() as well: reset(), setValue(), the first
+/// readValue() and, in this control alone, the one that finds a difference.
 ///
 /// A slot of any of its signals may destroy the control, or its parent.
 class VRN_QT2_EXPORT MultiEditRadioButtonGroup
