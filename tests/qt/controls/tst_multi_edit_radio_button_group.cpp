@@ -520,6 +520,29 @@ private Q_SLOTS:
         QCOMPARE(group.isNull(), isDestroyed);
     }
 
+    // With the value read first and the selected one second.
+    void theComparisonIsAskedFromTheSecondReadUntilOneDiffers()
+    {
+        static QStringList asked;
+        asked.clear();
+        auto* group = Group::create(
+            "Grade", threeGrades(),
+            [](const boost::any& a, const boost::any& b) {
+                asked << QString("%1 %2").arg(boost::any_cast<int>(a)).arg(boost::any_cast<int>(b));
+                return vrn::any_equal<int>(a, b);
+            },
+            &vrn::any_less<int>, m_form.get(), nullptr, true, true);
+        group->readValue(235);
+        QCOMPARE(asked, QStringList());
+        group->readValue(235);
+        group->readValue(275);
+        group->readValue(355);
+        QCOMPARE(asked, QStringList({"235 235", "275 235"}));
+        group->setValue(355);
+        group->readValue(235);
+        QCOMPARE(asked.last(), QString("235 355"));
+    }
+
     void aComparisonMayDestroyTheControl()
     {
         static QPointer<Group> group;
