@@ -162,13 +162,14 @@ void Toolbar::addWidget(QWidget* widget)
 
 void Toolbar::clear()
 {
-    // Whoever hears of one button's end may bring about that of the others.
+    // Whoever hears of the end of one button may bring about that of the others,
+    // and so may what a function holds: the toolbar has forgotten all by then.
+    const auto cleared = std::exchange(m_buttons, {});
     std::vector<QPointer<QPushButton>> buttons;
-    for (const auto& entry : m_buttons) {
+    for (const auto& entry : cleared) {
         entry.second.button->disconnect(this);
         buttons.emplace_back(entry.second.button);
     }
-    m_buttons.clear();
 
     const bool mayDelete = m_buttonsInUse == 0;
     for (const auto& button : buttons) {

@@ -14,6 +14,7 @@
 #include "support/test_object.h"
 
 #include <functional>
+#include <memory>
 
 using namespace vrn::qt;
 
@@ -349,6 +350,26 @@ private Q_SLOTS:
                 [&] { toolbar.clear(); });
         }
         toolbar.clear();
+        QCOMPARE(toolbar.layout()->count(), 0);
+    }
+
+    void theEndOfAFunctionMayClearTheToolbar()
+    {
+        Toolbar toolbar(nullptr, ExpandHorizontal);
+        int ended = 0;
+        const auto onEnd = [&](const int* held) {
+            delete held;
+            ++ended;
+            toolbar.setButtonsEnabled(false, 1);
+            toolbar.clear();
+        };
+        for (const char* id : {"a", "b", "c"}) {
+            const std::shared_ptr<const int> resource(new int, onEnd);
+            toolbar.addButtonWithText(
+                id, id, "", [resource] {}, 1);
+        }
+        toolbar.clear();
+        QCOMPARE(ended, 3);
         QCOMPARE(toolbar.layout()->count(), 0);
     }
 
