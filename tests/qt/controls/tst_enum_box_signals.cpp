@@ -133,11 +133,12 @@ private Q_SLOTS:
         QTest::addColumn<SimpleAction>("act");
         QTest::addColumn<int>("changedDue");
         QTest::addColumn<QString>("shown");
-        const auto row = [](const char* name, SimpleAction act, int changed, const char* shown) {
+        const auto row = [](const char* name, const SimpleAction& act, int changed,
+                             const char* shown) {
             QTest::addRow("a list: %s", name) << false << act << changed << QString(shown);
             QTest::addRow("an editable box: %s", name) << true << act << changed << QString(shown);
         };
-        const auto editable = [](const char* name, SimpleAction act, int changed,
+        const auto editable = [](const char* name, const SimpleAction& act, int changed,
                                   const char* shown) {
             QTest::addRow("an editable box: %s", name) << true << act << changed << QString(shown);
         };
