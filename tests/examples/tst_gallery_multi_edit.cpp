@@ -186,6 +186,30 @@ private Q_SLOTS:
         QCOMPARE(logOfSignals(), QStringList());
     }
 
+    void theShortcutOfACaptionGoesToItsControl_data()
+    {
+        QTest::addColumn<QString>("key");
+        QTest::addColumn<QString>("control");
+        QTest::newRow("a line edit") << "alt+n"
+                                     << "Number";
+        QTest::newRow("a line edit with a button") << "alt+b"
+                                                   << "With a button";
+        // By Qt, a list is named by the entry that it shows.
+        QTest::newRow("a list") << "alt+l" << getVariesString();
+        QTest::newRow("a check box") << "alt+c"
+                                     << "Painted";
+        QTest::newRow("a file picker") << "alt+f"
+                                       << "File";
+    }
+
+    void theShortcutOfACaptionGoesToItsControl()
+    {
+        QFETCH(QString, key);
+        QFETCH(QString, control);
+        x11::press({key});
+        QTRY_COMPARE(nameOf(QApplication::focusWidget()), control);
+    }
+
     void tabGoesInReadingOrder()
     {
         focusField("Text");

@@ -121,7 +121,7 @@ MultiEditPage::MultiEditPage(QWidget* parent)
     addControl(tr("&List"), createGrades(this), 235, 355);
     addControl(tr("&Check box"), MultiEditCheckBox::create(tr("Painted"), this), true, false);
     addControl(tr("&Group box"), createCamber(this), true, false);
-    addControl(tr("R&adio buttons"), createSupports(this), 0, 1);
+    addControl(tr("Radio buttons"), createSupports(this), 0, 1);
     addControl(tr("&File"), new MultiEditFilePicker(this, TypeofPathFile),
         std::string("/models/north.frame"), std::string("/models/south.frame"));
     setFocusProxy(m_grid->itemAtPosition(1, 1)->widget());

@@ -164,6 +164,7 @@ MultiEditFilePicker::MultiEditFilePicker(QWidget* parent, TypeofPath type)
     vrn_connect(m_edit, &MultiEditLineEdit::valueChanged, this, &MultiEditFilePicker::valueChanged);
     vrn_connect(m_edit, &QObject::destroyed, this, [this] { m_edit = nullptr; });
     setFocusProxy(m_edit);
+    setFocusPolicy(m_edit->focusPolicy());
 }
 
 MultiEditFilePicker::~MultiEditFilePicker()

@@ -25,6 +25,7 @@ SimpleCheckBox::SimpleCheckBox(const QString& label, QWidget* parent)
     m_check = new QCheckBox(label, this);
     layout->addWidget(m_check);
     setFocusProxy(m_check);
+    setFocusPolicy(m_check->focusPolicy());
 }
 
 SimpleCheckBox::~SimpleCheckBox() = default;

@@ -90,6 +90,7 @@ void SimpleEnumBox::makeCombo()
     // What room there is, the list takes, and not the caption.
     m_layout->addWidget(m_combo, 1);
     setFocusProxy(m_combo);
+    setFocusPolicy(m_combo->focusPolicy());
     vrn_connect(m_combo.data(), &QComboBox::textActivated, this, &SimpleEnumBox::onItemActivated);
 }
 

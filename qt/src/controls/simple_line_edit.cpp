@@ -83,6 +83,8 @@ SimpleLineEdit::SimpleLineEdit(QWidget* parent, const QString& caption,
     }
 
     setFocusProxy(m_lineEdit);
+    // For a caption of the application, whose shortcut passes over what has none.
+    setFocusPolicy(m_lineEdit->focusPolicy());
     if ((options & OptionBorderless) != 0) {
         m_lineEdit->setStyleSheet(
             QStringLiteral("QLineEdit { border:0; background-color:white; }"));
