@@ -21,6 +21,7 @@
 
 #include "gallery_application.h"
 #include "gallery_window.h"
+#include "pages/files_and_toolbars_page.h"
 #include "qt/controls/catching_application.h"
 #include "support/test_object.h"
 #include "support/x11_input.h"
@@ -229,7 +230,8 @@ private:
 
     MultiEditFilePicker* pickerOf(int type) const
     {
-        for (auto* picker : m_window->findChildren<MultiEditFilePicker*>()) {
+        const auto* page = m_window->findChild<gallery::FilesAndToolbarsPage*>();
+        for (auto* picker : page->findChildren<MultiEditFilePicker*>()) {
             if (picker->m_type == type)
                 return picker;
         }
