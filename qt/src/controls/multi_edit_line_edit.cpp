@@ -7,7 +7,7 @@
 
 #include <QLineEdit>
 
-#include <cstring>
+#include <cmath>
 #include <string>
 #include <utility>
 
@@ -19,10 +19,10 @@ constexpr unsigned long noFlags = 0;
 
 using ValueComparison = bool (*)(const boost::any&, const boost::any&);
 
-// To the bit: 0 and -0 are written differently, a not-a-number always alike.
+// 0 and -0 are written differently.
 bool isIdentical(double a, double b)
 {
-    return std::memcmp(&a, &b, sizeof a) == 0;
+    return a == b && std::signbit(a) == std::signbit(b);
 }
 
 bool isIdentical(

@@ -38,7 +38,7 @@ struct AnyTextValidator : public IValidator
     }
 };
 
-int rowOf(const NamedValueList& values, NamedValueList::const_iterator entry)
+int rowOf(const NamedValueList& values, const NamedValueList::const_iterator& entry)
 {
     return static_cast<int>(entry - values.begin());
 }
