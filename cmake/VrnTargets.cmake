@@ -36,7 +36,8 @@ endfunction()
 
 # vrn_use_qt(<target>): moc, and Qt's strict defines on this target alone.
 function(vrn_use_qt target)
-    set_target_properties(${target} PROPERTIES AUTOMOC ON)
+    # moc reads the target's own files; it need not wait for the libraries that are linked.
+    set_target_properties(${target} PROPERTIES AUTOMOC ON AUTOGEN_ORIGIN_DEPENDS OFF)
     target_compile_definitions(${target} PRIVATE
         QT_NO_KEYWORDS
         QT_NO_FOREACH

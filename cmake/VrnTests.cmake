@@ -1,3 +1,14 @@
+# vrn_use_qt_in_tests(<target>): as vrn_use_qt(), with what tests want otherwise. All
+# tests share one precompiled header, so that this has to be the same for each.
+function(vrn_use_qt_in_tests target)
+    vrn_use_qt(${target})
+    target_compile_options(${target} PRIVATE
+        # Tests are written with plain literals where a reader wants plain text.
+        -UQT_NO_CAST_FROM_ASCII -UQT_NO_CAST_TO_ASCII -UQT_NO_CAST_FROM_BYTEARRAY
+        # Folders of one target, for QFINDTESTDATA, which no test uses.
+        -UQT_TESTCASE_BUILDDIR -UQT_TESTCASE_SOURCEDIR)
+endfunction()
+
 # vrn_add_test(<name> [X11] [SOURCES <file>...] [LIBRARIES <target>...] [ENVIRONMENT <NAME=value>...])
 #
 # A Qt Test program from <name>.cpp and the further SOURCES, linked with the test
@@ -7,10 +18,11 @@ function(vrn_add_test name)
     cmake_parse_arguments(arg "X11" "" "SOURCES;LIBRARIES;ENVIRONMENT" ${ARGN})
     add_executable(${name} ${name}.cpp ${arg_SOURCES})
     vrn_configure_target(${name})
-    vrn_use_qt(${name})
-    # Tests are written with plain literals where a reader wants plain text.
-    target_compile_options(${name} PRIVATE
-        -UQT_NO_CAST_FROM_ASCII -UQT_NO_CAST_TO_ASCII -UQT_NO_CAST_FROM_BYTEARRAY)
+    vrn_use_qt_in_tests(${name})
+    target_precompile_headers(${name} REUSE_FROM vrn_test_support)
+    # Empty, for a test includes what moc makes of it.
+    set_source_files_properties("${CMAKE_CURRENT_BINARY_DIR}/${name}_autogen/mocs_compilation.cpp"
+        PROPERTIES SKIP_PRECOMPILE_HEADERS ON)
     target_link_libraries(${name} PRIVATE vrn_test_support ${arg_LIBRARIES})
     if(arg_X11)
         add_test(NAME ${name} COMMAND
