@@ -19,6 +19,13 @@ MultiEditEnumBox::MultiEditEnumBox(
     : SimpleEnumBox(parent, name, eqFn)
 {
     VRN_ASSERT(anyEqAvailable());
+    MultiEditEnumBox::onComboReplaced();
+}
+
+MultiEditEnumBox::~MultiEditEnumBox() = default;
+
+void MultiEditEnumBox::onComboReplaced()
+{
     // The second connection of this signal: one pick makes valueChanged() come
     // twice, and applications count on it.
     vrn_connect(&combo(), &QComboBox::textActivated, this, &MultiEditEnumBox::onItemActivated);
@@ -27,8 +34,6 @@ MultiEditEnumBox::MultiEditEnumBox(
     vrn_connect(
         &combo(), QOverload<int>::of(&QComboBox::activated), this, &SimpleEnumBox::activated);
 }
-
-MultiEditEnumBox::~MultiEditEnumBox() = default;
 
 void MultiEditEnumBox::reset()
 {
@@ -63,9 +68,10 @@ void MultiEditEnumBox::setValue(const boost::any& value)
 
 void MultiEditEnumBox::forceVaries()
 {
-    m_varies = true;
     m_fresh = false;
     combo().addVarious(true);
+    // Last: on its way there an empty list that is editable shows other texts.
+    m_varies = true;
 }
 
 void MultiEditEnumBox::onSelected()

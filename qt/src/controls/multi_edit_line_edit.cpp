@@ -112,7 +112,7 @@ void MultiEditLineEdit::readValue(const boost::any& value)
     // values there are equal to the one before.
     if (m_isLikeShown && m_isLikeShown(value, m_shownValue))
         return;
-    if (edit()->text() != validator().reformat(value, noFlags)) {
+    if (edit()->text() != asShown(validator().reformat(value, noFlags))) {
         forceVaries();
         return;
     }
@@ -150,7 +150,12 @@ void MultiEditLineEdit::copyStateFrom(const MultiEditLineEdit& other)
 
 bool MultiEditLineEdit::vetoValidation(const QString& text)
 {
-    return text == getVariesString();
+    return text == getVariesString() || (m_varies && text == asShown(getVariesString()));
+}
+
+QString MultiEditLineEdit::asShown(const QString& text) const
+{
+    return text.left(edit()->maxLength());
 }
 
 void MultiEditLineEdit::onValidated(const QString& /*text*/, const boost::any& /*value*/)

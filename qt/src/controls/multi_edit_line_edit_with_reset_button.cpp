@@ -26,7 +26,10 @@ MultiEditLineEditWithResetButton::MultiEditLineEditWithResetButton(
     button->setToolTip(QObject::tr("Reset to default.", "makeLineEditWithOptionalValue"));
     button->setAccessibleName(button->toolTip());
 
+    // Ahead of the validation: what that throws keeps the text from whoever comes behind it.
+    disconnect(edit(), &QLineEdit::textEdited, this, &SimpleLineEdit::onTextEdited);
     vrn_connect(edit(), &QLineEdit::textEdited, this, [this] { m_resetPending = false; });
+    vrn_connect(edit(), &QLineEdit::textEdited, this, &SimpleLineEdit::onTextEdited);
     vrn_connect(button, &QToolButton::clicked, this, [this, fn = std::move(fn)] {
         VRN_ASSERT(fn);
         // A copy: the function may destroy this control, and itself with it.

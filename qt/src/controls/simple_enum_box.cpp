@@ -34,7 +34,9 @@ struct AnyTextValidator : public IValidator
 
     QString reformat(const boost::any& value, const std::bitset<32>&) override
     {
-        return boost::any_cast<QString>(value);
+        const auto* text = boost::any_cast<QString>(&value);
+        VRN_ASSERT(text);
+        return text ? *text : QString();
     }
 };
 
@@ -55,20 +57,12 @@ SimpleEnumBox* SimpleEnumBox::create(
 SimpleEnumBox::SimpleEnumBox(
     QWidget* parent, const QString& name, bool (*eqFn)(const boost::any&, const boost::any&))
     : QWidget(parent)
-    , m_layout(new QHBoxLayout(this))
     , m_eq(eqFn)
 {
-    m_layout->setContentsMargins(0, 0, 0, 0);
-    VRN_QT_Label* label = nullptr;
-    if (!name.isEmpty()) {
-        label = new VRN_QT_Label(Qt::PlainText, name, this);
-        m_layout->addWidget(label);
-    }
+    if (!name.isEmpty())
+        m_label = new VRN_QT_Label(Qt::PlainText, name, this);
+    makeLayout();
     makeCombo();
-    if (label) {
-        label->setBuddy(m_combo);
-        m_combo->setAccessibleName(detail::withoutMnemonic(name));
-    }
 }
 
 SimpleEnumBox::~SimpleEnumBox()
@@ -80,6 +74,30 @@ SimpleEnumBox::~SimpleEnumBox()
     delete m_lineEdit;
 }
 
+void SimpleEnumBox::makeLayout()
+{
+    m_layout = new QHBoxLayout(this);
+    m_layout->setContentsMargins(0, 0, 0, 0);
+    if (m_label)
+        m_layout->addWidget(m_label);
+    if (m_combo)
+        layOutCombo();
+}
+
+// What room there is, the list takes, and not the caption.
+void SimpleEnumBox::layOutCombo()
+{
+    row().addWidget(m_combo, 1);
+}
+
+QHBoxLayout& SimpleEnumBox::row()
+{
+    VRN_ASSERT(m_layout);
+    if (!m_layout)
+        makeLayout();
+    return *m_layout;
+}
+
 void SimpleEnumBox::makeCombo()
 {
     m_combo = new VRN_QT4_ComboBox(this);
@@ -87,18 +105,23 @@ void SimpleEnumBox::makeCombo()
     m_combo->setEditable(false);
     m_combo->setDuplicatesEnabled(false);
     m_combo->setWidthTextEnabled(true);
-    // What room there is, the list takes, and not the caption.
-    m_layout->addWidget(m_combo, 1);
+    layOutCombo();
     setFocusProxy(m_combo);
     setFocusPolicy(m_combo->focusPolicy());
+    if (m_label) {
+        m_label->setBuddy(m_combo);
+        m_combo->setAccessibleName(detail::withoutMnemonic(m_label->text()));
+    }
     vrn_connect(m_combo.data(), &QComboBox::textActivated, this, &SimpleEnumBox::onItemActivated);
 }
 
 VRN_QT4_ComboBox& SimpleEnumBox::combo()
 {
     VRN_ASSERT(m_combo);
-    if (!m_combo)
+    if (!m_combo) {
         makeCombo();
+        onComboReplaced();
+    }
     return *m_combo;
 }
 
@@ -177,7 +200,8 @@ void SimpleEnumBox::selectByValue(const boost::any& value)
         VRN_ASSERT(m_validator);
         if (!m_validator)
             return;
-        combo.lineEdit()->setText(m_validator->reformat(value, noFlags));
+        const IValidator::pointer validator = m_validator;
+        combo.lineEdit()->setText(validator->reformat(value, noFlags));
     } else {
         VRN_ASSERT_MESSAGE(found, "Value not found");
         return;
@@ -196,9 +220,10 @@ boost::any SimpleEnumBox::getSelectedValue() const
     if (isEditable()) {
         const QString text = m_combo->lineEdit()->text();
         boost::any value = getValueForName(text);
-        if (!value.empty() || !m_validator)
+        const IValidator::pointer validator = m_validator;
+        if (!value.empty() || !validator)
             return value;
-        return m_validator->validate(text, value, noFlags) ? value : boost::any();
+        return validator->validate(text, value, noFlags) ? value : boost::any();
     }
 
     const boost::any* value = valueOfRow();
@@ -232,7 +257,8 @@ QString SimpleEnumBox::getNameForValue(const boost::any& value) const
         if (anyEq(candidate, value))
             return name;
     }
-    return isEditable() && m_validator ? m_validator->reformat(value, noFlags) : QString();
+    const IValidator::pointer validator = m_validator;
+    return isEditable() && validator ? validator->reformat(value, noFlags) : QString();
 }
 
 boost::any SimpleEnumBox::getValueForName(const QString& name) const
@@ -357,7 +383,7 @@ void SimpleEnumBox::addWidget(QWidget* w)
 {
     VRN_ASSERT(w);
     if (w)
-        m_layout->addWidget(w);
+        row().addWidget(w);
 }
 
 int SimpleEnumBox::getComboWidth() const
@@ -372,5 +398,7 @@ void SimpleEnumBox::onItemActivated(const QString& /*text*/)
 }
 
 void SimpleEnumBox::onSelected() {}
+
+void SimpleEnumBox::onComboReplaced() {}
 
 } // namespace vrn::qt

@@ -122,22 +122,30 @@ IValidator& SimpleLineEdit::validator() const
     return refusing;
 }
 
-QLineEdit* SimpleLineEdit::edit()
+detail::LineEditImpl& SimpleLineEdit::lineEdit() const
 {
     VRN_ASSERT(m_lineEdit);
-    return m_lineEdit;
+    if (!m_lineEdit) {
+        m_lineEdit = new detail::LineEditImpl(0, const_cast<SimpleLineEdit*>(this));
+        m_lineEdit->hide();
+    }
+    return *m_lineEdit;
+}
+
+QLineEdit* SimpleLineEdit::edit()
+{
+    return &lineEdit();
 }
 
 const QLineEdit* SimpleLineEdit::edit() const
 {
-    VRN_ASSERT(m_lineEdit);
-    return m_lineEdit;
+    return &lineEdit();
 }
 
 boost::any SimpleLineEdit::getValue() const
 {
     boost::any value;
-    const bool ok = validator().validateWhenFinished(m_lineEdit->text(), value, noFlags);
+    const bool ok = validator().validateWhenFinished(lineEdit().text(), value, noFlags);
     VRN_ASSERT_MESSAGE(ok, "getValue() failed to validate");
     return value;
 }
@@ -145,10 +153,10 @@ boost::any SimpleLineEdit::getValue() const
 void SimpleLineEdit::setValue(const boost::any& value)
 {
     IValidator& validator = this->validator();
-    m_lineEdit->setText(validator.reformat(value, noFlags));
+    lineEdit().setText(validator.reformat(value, noFlags));
     boost::any scratch;
     m_valueValid = false; // Also if validate throws.
-    m_valueValid = validator.validate(m_lineEdit->text(), scratch, noFlags);
+    m_valueValid = validator.validate(lineEdit().text(), scratch, noFlags);
 }
 
 bool SimpleLineEdit::vetoValidation(const QString& /*text*/)
@@ -173,12 +181,12 @@ void SimpleLineEdit::onTextEdited(const QString& text)
             onValidated(text, value);
     });
     showValidity();
-    m_lineEdit->showEditHint(m_validator->getEditHint(text));
+    lineEdit().showEditHint(m_validator->getEditHint(text));
 }
 
 void SimpleLineEdit::onEditingFinished()
 {
-    const QString text = m_lineEdit->text();
+    const QString text = lineEdit().text();
     onTextEdited(text);
     if (vetoValidation(text))
         return;
@@ -188,7 +196,7 @@ void SimpleLineEdit::onEditingFinished()
         m_valueValid = validator.validateWhenFinished(text, value, noFlags);
         if (m_valueValid) {
             onValidated(text, value);
-            m_lineEdit->setText(validator.reformat(value, noFlags));
+            lineEdit().setText(validator.reformat(value, noFlags));
         }
     });
     Q_EMIT valueChanged();
@@ -212,26 +220,26 @@ void SimpleLineEdit::showValidity()
 {
     // Setting a style sheet polishes the edit anew, even if it is the same one.
     const QString& style = styleOfValidity(m_valueValid);
-    if (m_lineEdit->styleSheet() != style)
-        m_lineEdit->setStyleSheet(style);
+    if (lineEdit().styleSheet() != style)
+        lineEdit().setStyleSheet(style);
 }
 
 QToolButton* SimpleLineEdit::addButton(
     const boost::function<QString(const QString&)>& fn, const QPixmap& pixmap)
 {
-    return m_lineEdit->addButton(fn, pixmap);
+    return lineEdit().addButton(fn, pixmap);
 }
 
 void SimpleLineEdit::setValueHistory(boost::shared_ptr<vrn::ValueHistory> history)
 {
     m_valueHistory = std::move(history);
-    m_lineEdit->setValueHistory(m_valueHistory);
+    lineEdit().setValueHistory(m_valueHistory);
 }
 
 void SimpleLineEdit::addCurrentValueToValueHistory()
 {
     VRN_ASSERT(m_validator);
-    const QString text = m_lineEdit->text();
+    const QString text = lineEdit().text();
     if (m_valueHistory && !text.isEmpty() && text != getVariesString())
         m_valueHistory->add(text.toStdWString());
 }
@@ -252,27 +260,27 @@ void SimpleLineEdit::setMinimumWidthFactor(double factor)
 
 void SimpleLineEdit::setEditMaximumWidth(int width)
 {
-    m_lineEdit->setMaximumWidth(width);
+    lineEdit().setMaximumWidth(width);
 }
 
 void SimpleLineEdit::setMaxLength(int length)
 {
-    m_lineEdit->setMaxLength(length);
+    lineEdit().setMaxLength(length);
 }
 
 void SimpleLineEdit::setReadOnly(bool readOnly)
 {
-    m_lineEdit->setReadOnly(readOnly);
+    lineEdit().setReadOnly(readOnly);
 }
 
 void SimpleLineEdit::setAlignment(Qt::Alignment alignment)
 {
-    m_lineEdit->setAlignment(alignment);
+    lineEdit().setAlignment(alignment);
 }
 
 void SimpleLineEdit::selectAll()
 {
-    m_lineEdit->selectAll();
+    lineEdit().selectAll();
 }
 
 QSize SimpleLineEdit::sizeHint() const
@@ -287,7 +295,7 @@ QSize SimpleLineEdit::minimumSizeHint() const
 
 QSize SimpleLineEdit::sizeFromParts(SizeFunction sizeOf) const
 {
-    const QSize edit = (this->edit()->*sizeOf)();
+    const QSize edit = (lineEdit().*sizeOf)();
     const int factor = m_widthFactor ? 1 : 0;
     int width = static_cast<int>(factor * (edit.width() * 0.6));
     if (!m_unitString->text().isEmpty())
@@ -300,7 +308,7 @@ QSize SimpleLineEdit::sizeFromParts(SizeFunction sizeOf) const
 void SimpleLineEdit::focusInEvent(QFocusEvent* event)
 {
     QWidget::focusInEvent(event);
-    m_lineEdit->setFocus(Qt::OtherFocusReason);
+    lineEdit().setFocus(Qt::OtherFocusReason);
 }
 
 void SimpleLineEdit::focusOutEvent(QFocusEvent* event)
@@ -314,8 +322,8 @@ void SimpleLineEdit::paintEvent(QPaintEvent* event)
     if (!m_buttonFunction)
         return;
     QStyleOptionButton option;
-    option.palette = m_lineEdit->palette();
-    option.rect = m_lineEdit->geometry();
+    option.palette = lineEdit().palette();
+    option.rect = lineEdit().geometry();
     option.rect.setLeft(option.rect.right() - 20);
     option.text = QStringLiteral("...");
     QPainter painter(this);

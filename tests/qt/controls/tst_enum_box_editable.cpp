@@ -305,6 +305,26 @@ private Q_SLOTS:
 
     // --- the control around the edit
 
+    // Whoever goes over all fields of a page meets it, too.
+    void withoutAValidatorItsControlReportsAForeignValue_data()
+    {
+        QTest::addColumn<boost::any>("value");
+        QTest::newRow("a number") << boost::any(1.0);
+        QTest::newRow("an empty one") << boost::any();
+    }
+
+    void withoutAValidatorItsControlReportsAForeignValue()
+    {
+        QFETCH(boost::any, value);
+        SimpleEnumBox* box = createFilled();
+        box->setEditable(true);
+        auto* control = m_form->findChild<MultiEditLineEdit*>();
+        QVERIFY(control);
+        expectAssert("text");
+        control->setValue(value);
+        QCOMPARE(textOf(*box), QString());
+    }
+
     void theControlAroundTheEditIsAChildOfTheParent()
     {
         SimpleEnumBox* box = createEditable(strength());

@@ -207,6 +207,50 @@ private Q_SLOTS:
         QVERIFY(box->dataVaries());
     }
 
+    void anEmptyListWithTheVariousTextTypedVariesToo()
+    {
+        auto* box = MultiEditEnumBox::create(m_form.get(), {}, equalInts);
+        box->setEditable(true, strength());
+        comboOf(*box).setEditText(getVariesString());
+        QVERIFY(!box->dataVaries());
+        box->forceVaries();
+        QVERIFY(box->dataVaries());
+        QCOMPARE(textOf(*box), getVariesString());
+    }
+
+    // --- a list that someone has destroyed
+
+    void aPickInAListMadeAnewIsToldAsEver()
+    {
+        MultiEditEnumBox* box = createFilled();
+        delete &comboOf(*box);
+        expectAssert("m_combo");
+        box->setValues(steels());
+        showActive(*m_form);
+        box->forceVaries();
+        QStringList heard;
+        connect(box, &SimpleEnumBox::activated, this,
+            [&](int row) { heard << QString("activated %1").arg(row); });
+        connect(box, &SimpleEnumBox::valueChanged, this, [&] { heard << "changed"; });
+        pick(*box, 2);
+        heard.sort();
+        QCOMPARE(heard, QStringList({"activated 2", "changed", "changed"}));
+        QCOMPARE(box->getCurrentValue(), boost::any(355));
+    }
+
+    void aTextInAListMadeAnewEndsTheVariation()
+    {
+        MultiEditEnumBox* box = createFilled();
+        delete &comboOf(*box);
+        expectAssert("m_combo");
+        box->setEditable(true, strength());
+        box->setValues(steels());
+        box->forceVaries();
+        comboOf(*box).setEditText("460");
+        QVERIFY(!box->dataVaries());
+        QCOMPARE(box->getCurrentValue(), boost::any(460));
+    }
+
     void aVaryingBoxSaysSoInItsAccessibleValue_data()
     {
         QTest::addColumn<bool>("editable");

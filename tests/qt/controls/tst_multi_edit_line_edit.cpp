@@ -495,6 +495,51 @@ private Q_SLOTS:
         QCOMPARE(field->edit()->styleSheet(), blackText());
     }
 
+    // --- a text that is cut to a maximum length
+
+    void aCutVariesTextIsNoValue_data()
+    {
+        QTest::addColumn<bool>("isLimitedFirst");
+        QTest::addColumn<MultiEditAction>("end");
+        QTest::newRow("cut when it varies, Enter") << true << action::enter();
+        QTest::newRow("cut when it varies, left") << true << action::leave();
+        QTest::newRow("cut later, Enter") << false << action::enter();
+        QTest::newRow("cut later, left") << false << action::leave();
+    }
+
+    void aCutVariesTextIsNoValue()
+    {
+        QFETCH(bool, isLimitedFirst);
+        QFETCH(MultiEditAction, end);
+        Form form;
+        MultiEditLineEdit* field = create(new StringEditValidator(40));
+        form.open(field);
+        if (isLimitedFirst)
+            field->setMaxLength(5);
+        field->forceVaries();
+        field->setMaxLength(5);
+        QCOMPARE(field->edit()->text(), getVariesString().left(5));
+        QSignalSpy valueChanged(field, &MultiEditLineEdit::valueChanged);
+        end(*field, form);
+        QCOMPARE(valueChanged.count(), 0);
+        QVERIFY(field->dataVaries());
+        QVERIFY(field->getCurrentValue().empty());
+        action::inOrder({action::type("IPE"), end})(*field, form);
+        QVERIFY(!field->dataVaries());
+        QCOMPARE(field->getCurrentValue(), boost::any(std::wstring(L"IPE")));
+    }
+
+    void textsAreComparedAsTheyAreCut()
+    {
+        const QScopedPointer<MultiEditLineEdit> field(create(new StringEditValidator(40)));
+        field->setMaxLength(5);
+        field->readValue(std::wstring(L"IPE 300"));
+        field->readValue(std::wstring(L"IPE 300"));
+        QVERIFY(!field->dataVaries());
+        field->readValue(std::wstring(L"HEA 300"));
+        QVERIFY(field->dataVaries());
+    }
+
     void theVariesTextIsTheTranslatedOne()
     {
         OtherLanguage german;

@@ -2,6 +2,7 @@
 #include <vrn/qt/pixmap.h>
 #include <vrn/qt/string_edit_validator.h>
 
+#include "catching_application.h"
 #include "multi_edit_line_edit_fixture.h"
 #include "support/test_main.h"
 #include "support/test_object.h"
@@ -195,6 +196,31 @@ private Q_SLOTS:
         QCOMPARE(current, boost::any(-1));
     }
 
+    void aTextWhoseValidationThrowsEndsTheDefaultToo()
+    {
+        const ThroughQt throughQt;
+        struct Throwing : public DoubleEditValidator
+        {
+            Throwing()
+                : DoubleEditValidator(1, 0.0, 100.0, false)
+            {}
+            bool validate(
+                const QString& text, boost::any& value, const std::bitset<32>& flags) override
+            {
+                if (text.endsWith('y'))
+                    throw std::runtime_error("from the validator");
+                return DoubleEditValidator::validate(text, value, flags);
+            }
+        };
+        MultiEditLineEditWithResetButton field(new Throwing, 7, &restore);
+        buttonOf(field)->click();
+        QCOMPARE(field.getCurrentValue(), boost::any(-1));
+        QTest::keyClicks(field.edit(), "y");
+        QCOMPARE(CatchingApplication::instance().caught.size(), std::size_t(1));
+        QVERIFY(!field.isValueValid());
+        QVERIFY(field.getCurrentValue().empty());
+    }
+
     void aFieldMayShowATextAndReportNoValue()
     {
         MultiEditLineEditWithResetButton field(new StringEditValidator(40), 7,
@@ -323,5 +349,5 @@ private Q_SLOTS:
     }
 };
 
-VRN_TEST_MAIN(TestMultiEditLineEditWithResetButton)
+VRN_CATCHING_TEST_MAIN(TestMultiEditLineEditWithResetButton)
 #include "tst_multi_edit_line_edit_with_reset_button.moc"

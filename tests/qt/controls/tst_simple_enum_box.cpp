@@ -502,6 +502,41 @@ private Q_SLOTS:
         QCOMPARE(&box.combo(), &comboOf(box));
     }
 
+    void aListMadeAnewHasTheCaption()
+    {
+        OpenBox box(m_form.get(), equalInts, "&Steel");
+        delete &comboOf(box);
+        expectAssert("m_combo");
+        box.setValues(steels());
+        QCOMPARE(box.findChild<QLabel*>()->buddy(), static_cast<QWidget*>(&comboOf(box)));
+        QCOMPARE(comboOf(box).accessibleName(), QString("Steel"));
+    }
+
+    void aLayoutThatSomeoneDestroyedIsReportedAndReplaced_data()
+    {
+        QTest::addColumn<Operation>("operation");
+        QTest::newRow("by a widget to the right of the list")
+            << Operation([](SimpleEnumBox& b) { b.addWidget(new QLineEdit); });
+        QTest::newRow("by a list made anew") << Operation([](SimpleEnumBox& b) {
+            delete &comboOf(b);
+            b.selectByName("S235");
+        });
+    }
+
+    void aLayoutThatSomeoneDestroyedIsReportedAndReplaced()
+    {
+        QFETCH(Operation, operation);
+        SimpleEnumBox* box = createFilled();
+        delete box->layout();
+        if (QByteArray(QTest::currentDataTag()) == "by a list made anew")
+            expectAssert("m_combo");
+        expectAssert("m_layout");
+        operation(*box);
+        QVERIFY(box->layout());
+        QVERIFY(box->layout()->indexOf(&comboOf(*box)) >= 0);
+        QCOMPARE(box->layout()->contentsMargins(), QMargins());
+    }
+
     void eachOperationDoesWithoutTheList_data()
     {
         QTest::addColumn<Operation>("operation");

@@ -366,6 +366,46 @@ private Q_SLOTS:
         QVERIFY(!field->isValueValid());
     }
 
+    void anEditThatSomeoneDestroyedIsReportedAndDoneWithout_data()
+    {
+        QTest::addColumn<Step>("step");
+        const auto row = [](const char* name, Step step) {
+            QTest::newRow(name) << std::move(step);
+        };
+        row("edit", [](SimpleLineEdit& f) { QVERIFY(f.edit()); });
+        row("setValue", [](SimpleLineEdit& f) { f.setValue(7); });
+        row("the end of editing", [](SimpleLineEdit& f) { f.onEditingFinished(); });
+        row("a text of the user", [](SimpleLineEdit& f) { f.onTextEdited("12"); });
+        row("addButton", [](SimpleLineEdit& f) {
+            QVERIFY(f.addButton([](const QString& text) { return text; }, {}));
+        });
+        row("setValueHistory", [](SimpleLineEdit& f) { f.setValueHistory(historyWith(L"1")); });
+        row("addCurrentValueToValueHistory",
+            [](SimpleLineEdit& f) { f.addCurrentValueToValueHistory(); });
+        row("setEditMaximumWidth", [](SimpleLineEdit& f) { f.setEditMaximumWidth(50); });
+        row("setMaxLength", [](SimpleLineEdit& f) { f.setMaxLength(5); });
+        row("setReadOnly", [](SimpleLineEdit& f) { f.setReadOnly(true); });
+        row("setAlignment", [](SimpleLineEdit& f) { f.setAlignment(Qt::AlignRight); });
+        row("selectAll", [](SimpleLineEdit& f) { f.selectAll(); });
+        row("sizeHint", [](SimpleLineEdit& f) { QVERIFY(f.sizeHint().isValid()); });
+        row("minimumSizeHint", [](SimpleLineEdit& f) { QVERIFY(f.minimumSizeHint().isValid()); });
+        row("shown, laid out and painted", [](SimpleLineEdit& f) { f.grab(); });
+    }
+
+    void anEditThatSomeoneDestroyedIsReportedAndDoneWithout()
+    {
+        QFETCH(Step, step);
+        const QScopedPointer<SimpleLineEdit> field(
+            SimpleLineEdit::create(nullptr, "Span", new DigitsValidator, 0, ExpandHorizontal));
+        delete field->edit();
+        expectAssert("m_lineEdit");
+        step(*field);
+        QVERIFY(field->edit());
+        QVERIFY(field->edit()->isHidden());
+        field->setValue(8);
+        QCOMPARE(field->getValue(), boost::any(8));
+    }
+
     void tenThousandControlsLeaveNothingBehind()
     {
         Form form;

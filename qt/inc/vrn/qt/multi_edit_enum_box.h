@@ -49,6 +49,7 @@ public:
 
 protected:
     void onSelected() override;
+    void onComboReplaced() override;
 
 private Q_SLOTS:
     void onItemActivated(const QString& text) override;

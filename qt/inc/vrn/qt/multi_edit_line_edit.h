@@ -58,6 +58,9 @@ protected:
     void onValidated(const QString& text, const boost::any& value) override;
 
 private:
+    /// What setMaxLength() leaves of `text` in the edit.
+    QString asShown(const QString& text) const;
+
     bool m_varies = false;
     bool m_fresh = true;
     // The last value found to be written as the text in the edit, and how to tell

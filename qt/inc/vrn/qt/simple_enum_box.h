@@ -18,6 +18,7 @@
 
 class QHBoxLayout;
 class VRN_QT4_ComboBox;
+class VRN_QT_Label;
 
 namespace vrn::qt {
 
@@ -34,8 +35,9 @@ using PixmapPtrList = std::deque<boost::shared_ptr<QPixmap>>;
 ///     connect(grade, &SimpleEnumBox::valueChanged, this,
 ///         [=] { model.setGrade(grade->getSelectedValue()); });
 ///
-/// Two values are the same if the function given to create() says so. Of equal
-/// values, and of equal names, the first in the list counts.
+/// Two values are the same if the function given to create() says so; it must not
+/// change the box. Of equal values, and of equal names, the first in the list
+/// counts.
 ///
 /// Made editable, it also takes a text that its validator turns into a value.
 /// The text is then what counts: the value of the entry by this name, or else
@@ -132,19 +134,26 @@ protected:
     /// Whether `value` is the same as getSelectedValue().
     bool isSelected(const boost::any& value) const;
 
-    /// Called after a selection by name or by value. Does nothing here.
-    virtual void onSelected();
-
-    void changeEvent(QEvent* event) override;
-
 protected Q_SLOTS:
     /// Called when the user picks an entry. Emits valueChanged() here.
     virtual void onItemActivated(const QString& text);
+
+protected:
+    /// Called after a selection by name or by value. Does nothing here.
+    virtual void onSelected();
+    /// Called when combo() has made a list anew. Does nothing here; a derived
+    /// class makes its connections to the list again.
+    virtual void onComboReplaced();
+
+    void changeEvent(QEvent* event) override;
 
 private Q_SLOTS:
     void onEditingFinished();
 
 private:
+    void makeLayout();
+    void layOutCombo();
+    QHBoxLayout& row();
     void makeCombo();
     bool hasLineEdit() const;
     void makeLineEdit();
@@ -158,7 +167,8 @@ private:
     QPointer<MultiEditLineEdit> m_lineEdit;
     QPointer<QLineEdit> m_edit;
     int m_timesMadeEditable = 0;
-    QHBoxLayout* m_layout;
+    QPointer<QHBoxLayout> m_layout;
+    QPointer<VRN_QT_Label> m_label;
     bool (*m_eq)(const boost::any&, const boost::any&);
     IValidator::pointer m_validator;
 };

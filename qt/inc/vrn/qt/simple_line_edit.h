@@ -88,6 +88,8 @@ public:
     /// keystroke, the end of editing or setValue. False before the first.
     bool isValueValid() const { return m_valueValid; }
 
+    /// The edit. If someone has destroyed it, this is reported, and one that is
+    /// not shown takes its place.
     QLineEdit* edit();
     const QLineEdit* edit() const;
 
@@ -153,6 +155,7 @@ private Q_SLOTS:
     void onClickedButton();
 
 private:
+    detail::LineEditImpl& lineEdit() const;
     using SizeFunction = QSize (QWidget::*)() const;
     QSize sizeFromParts(SizeFunction sizeOf) const;
     template <typename Function>
@@ -160,7 +163,7 @@ private:
     void showValidity();
 
     // A control that takes the edit over, such as a combo box, may destroy it.
-    QPointer<detail::LineEditImpl> m_lineEdit;
+    mutable QPointer<detail::LineEditImpl> m_lineEdit;
     bool m_valueValid = false;
     boost::shared_ptr<IValidator> m_validator;
     QBoxLayout* m_layout = nullptr;
