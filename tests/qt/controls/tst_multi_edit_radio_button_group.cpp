@@ -83,6 +83,10 @@ const std::map<QString, Action>& actions()
     return all;
 }
 
+// From the checked button to the next. It takes the focus to do this, so it is
+// not among the actions.
+const QString arrowKey = "arrow key";
+
 // Whether the action looks for the button of a value that none has. A read does
 // so only if it is the first.
 bool looksForUnknown(const QString& start, const QString& action)
@@ -491,6 +495,15 @@ private Q_SLOTS:
         for (const auto& action : actions())
             QTest::addRow("later, toggled, common S355: %s", qPrintable(action.first))
                 << ways.at("later") << "common S355" << action.first << false;
+        // So is it after an arrow key, which goes on with the buttons after the click.
+        for (const char* way : {"later", "its parent, later"}) {
+            for (const char* start : {"fresh S355", "common S235"}) {
+                for (const bool byValueChanged : {true, false})
+                    QTest::addRow("%s, %s, %s: arrow key", way,
+                        byValueChanged ? "valueChanged" : "toggled", start)
+                        << ways.at(way) << start << arrowKey << byValueChanged;
+            }
+        }
     }
 
     void aSlotMayDestroyTheControl()
@@ -515,7 +528,18 @@ private Q_SLOTS:
             connect(buttonOf(group, "S235"), &QRadioButton::toggled, this, onSignal);
         if (looksForUnknown(start, action))
             expectAssert("it != m_value2button.end()", {}, notFound);
-        actions().at(action)(group);
+        if (action == arrowKey) {
+            m_form->activateWindow();
+            QVERIFY(QTest::qWaitForWindowActive(m_form.get()));
+            // The next is looked for by its place.
+            parent->adjustSize();
+            auto* checked = buttonOf(group, checkedIn(group).first());
+            checked->setFocus();
+            QTest::keyClick(checked, Qt::Key_Down);
+            QVERIFY(isDestroyed);
+        } else {
+            actions().at(action)(group);
+        }
         deleteDeferred();
         QCOMPARE(group.isNull(), isDestroyed);
     }

@@ -18,7 +18,8 @@ namespace vrn::qt {
 /// Changes from code emit valueChanged() as well: reset(), setValue(), the first
 /// readValue() and, in this control alone, the one that finds a difference.
 ///
-/// A slot of any of its signals may destroy the control, or its parent.
+/// A slot of any of its signals may call deleteLater() on the control, or on its
+/// parent.
 class VRN_QT2_EXPORT MultiEditRadioButtonGroup
     : public SimpleRadioButtonGroup
     , public MultiEditControlBase
