@@ -51,6 +51,10 @@ const std::map<QString, Action>& actions()
     return all;
 }
 
+// Alt and the letter of the title. It takes an active window, so it is not among
+// the actions.
+const QString shortcut = "shortcut";
+
 // Brings a new control into a state, without a signal.
 void bringInto(MultiEditGroupBox* control, const QString& state)
 {
@@ -111,7 +115,7 @@ private Q_SLOTS:
     void aNewControlIsFreshUncheckedAndEnabled()
     {
         QCOMPARE(m_control->parentWidget(), m_form.get());
-        QCOMPARE(m_control->title(), QString("Fire protection"));
+        QCOMPARE(m_control->title(), QString("&Fire protection"));
         QVERIFY(m_control->isCheckable());
         QCOMPARE(endState(m_control), QString("fresh unchecked"));
     }
@@ -344,6 +348,15 @@ private Q_SLOTS:
         for (const auto& action : actions())
             QTest::addRow("later, toggled, common checked: %s", qPrintable(action.first))
                 << ways.at("later") << "common checked" << action.first << false;
+        // So does it with the focus after the shortcut of the title.
+        for (const char* way : {"later", "its parent, later"}) {
+            for (const char* start : {"fresh unchecked", "common checked"}) {
+                for (const bool byValueChanged : {true, false})
+                    QTest::addRow("%s, %s, %s: shortcut", way,
+                        byValueChanged ? "valueChanged" : "toggled", start)
+                        << ways.at(way) << start << shortcut << byValueChanged;
+            }
+        }
     }
 
     void aSlotMayDestroyTheControl()
@@ -368,7 +381,16 @@ private Q_SLOTS:
             connect(control, &QGroupBox::toggled, this, onSignal);
         if (action == "setValue()" || action == "setValue(1)")
             expectAssert("checked");
-        actions().at(action)(control);
+        if (action == shortcut) {
+            // That of the other control would make it ambiguous.
+            m_control->setTitle(QString());
+            m_form->activateWindow();
+            QVERIFY(QTest::qWaitForWindowActive(m_form.get()));
+            QTest::keyClick(m_form.get(), Qt::Key_F, Qt::AltModifier);
+            QVERIFY(isDestroyed);
+        } else {
+            actions().at(action)(control);
+        }
         deleteDeferred();
         QCOMPARE(control.isNull(), isDestroyed);
     }
@@ -377,7 +399,7 @@ private:
     static MultiEditGroupBox* createIn(QWidget* parent)
     {
         auto* rows = new QVBoxLayout(parent);
-        auto* control = MultiEditGroupBox::create("Fire protection", parent);
+        auto* control = MultiEditGroupBox::create("&Fire protection", parent);
         new QVBoxLayout(control);
         rows->addWidget(control);
         return control;

@@ -18,7 +18,8 @@ namespace vrn::qt {
 /// Only reset() enables a group box again: one that varied stays disabled after
 /// setValue(), though it does not vary any more.
 ///
-/// A slot of any of its signals may destroy the control, or its parent.
+/// A slot of any of its signals may call deleteLater() on the control, or on its
+/// parent.
 class VRN_QT2_EXPORT MultiEditGroupBox
     : public QGroupBox
     , public MultiEditControlBase
