@@ -37,6 +37,7 @@ SimpleRadioButtonGroup::SimpleRadioButtonGroup(const QString& title, const Named
     , m_lessFn(lessFn)
     , m_values(values)
     , m_value2button(lessFn)
+    , m_listener(std::make_unique<QObject>())
 {
     VRN_ASSERT(!m_values.empty());
     // Before there are buttons: a screen reader may ask for the widget around them.
@@ -67,7 +68,8 @@ SimpleRadioButtonGroup::SimpleRadioButtonGroup(const QString& title, const Named
             m_value2button[value] = button;
         m_button2value[button] = value;
         // The layouter may have put the button into a widget that goes before this one.
-        vrn_connect(button, &QObject::destroyed, this, [this, button] { forget(button); });
+        vrn_connect(
+            button, &QObject::destroyed, m_listener.get(), [this, button] { forget(button); });
     }
 
     if (useGroupBox) {
@@ -76,12 +78,7 @@ SimpleRadioButtonGroup::SimpleRadioButtonGroup(const QString& title, const Named
     }
 }
 
-SimpleRadioButtonGroup::~SimpleRadioButtonGroup()
-{
-    // The buttons inside are destroyed after the maps that they would be taken from.
-    for (const auto& entry : m_button2value)
-        entry.first->disconnect(this);
-}
+SimpleRadioButtonGroup::~SimpleRadioButtonGroup() = default;
 
 boost::any SimpleRadioButtonGroup::getSelectedValue() const
 {

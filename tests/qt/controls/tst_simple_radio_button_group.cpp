@@ -12,7 +12,9 @@
 #include <QRadioButton>
 #include <QVBoxLayout>
 
+#include <functional>
 #include <memory>
+#include <stdexcept>
 
 using namespace vrn::qt;
 using vrn::test::clickOn;
@@ -66,6 +68,27 @@ QStringList enabledIn(const QWidget& widget)
     return names;
 }
 
+using Create = std::function<void(QWidget*)>;
+
+// An order as an application writes it, which throws at a value of another type.
+bool castAndCompare(const boost::any& a, const boost::any& b)
+{
+    return boost::any_cast<int>(a) < boost::any_cast<int>(b);
+}
+
+// Throws at the second button.
+struct ThrowingLayouter : public VBoxLayouter
+{
+    void onAdd(QWidget* widget) override
+    {
+        if (++count == 2)
+            throw std::runtime_error("no room");
+        VBoxLayouter::onAdd(widget);
+    }
+
+    int count = 0;
+};
+
 // Writes down what a group asks of it.
 struct RecordingLayouter : public ILayouter
 {
@@ -85,6 +108,8 @@ struct RecordingLayouter : public ILayouter
 };
 
 } // namespace
+
+Q_DECLARE_METATYPE(Create)
 
 class TestSimpleRadioButtonGroup : public vrn::test::TestObject
 {
@@ -304,6 +329,39 @@ private Q_SLOTS:
         container.show();
         clickOn(buttonOf(container, "S235"));
         QVERIFY(buttonOf(container, "S235")->isChecked());
+    }
+
+    void whatThrowsLeavesNothingOfTheGroup_data()
+    {
+        QTest::addColumn<Create>("createIn");
+        const NamedValueList mixed = {{"one", 1}, {"two", 2}, {"text", std::string("3")}};
+        for (const bool useGroupBox : {true, false}) {
+            const char* where = useGroupBox ? "in a group box" : "in a foreign container";
+            QTest::addRow("an order, the buttons %s", where) << Create([=](QWidget* form) {
+                VBoxLayouter layouter;
+                if (!useGroupBox)
+                    layouter.onCreate(form);
+                Group::create("Grade", mixed, &vrn::any_equal<int>, &castAndCompare, form,
+                    &layouter, useGroupBox, true);
+            });
+            QTest::addRow("a layouter, the buttons %s", where) << Create([=](QWidget* form) {
+                ThrowingLayouter layouter;
+                if (!useGroupBox)
+                    layouter.onCreate(form);
+                create(form, threeGrades(), &layouter, useGroupBox);
+            });
+        }
+    }
+
+    // The buttons made before go with the group or, if they stand elsewhere, with
+    // their container, and are not looked for where they were noted.
+    void whatThrowsLeavesNothingOfTheGroup()
+    {
+        QFETCH(Create, createIn);
+        auto form = std::make_unique<QWidget>();
+        QVERIFY_EXCEPTION_THROWN(createIn(form.get()), std::exception);
+        QVERIFY(form->findChildren<Group*>().isEmpty());
+        form.reset();
     }
 
     void theTitleIsTheAccessibleName_data()

@@ -84,6 +84,10 @@ private:
     void forget(QRadioButton* button);
 
     std::unique_ptr<ILayouter> m_ownedLayouter;
+    // Lives as long as the group listens to the end of its buttons. The last member,
+    // so the first to go: the buttons inside are destroyed after the maps that they
+    // would be taken from.
+    std::unique_ptr<QObject> m_listener;
 };
 
 } // namespace vrn::qt
