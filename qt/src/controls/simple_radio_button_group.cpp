@@ -6,6 +6,7 @@
 
 #include <QButtonGroup>
 #include <QGroupBox>
+#include <QPointer>
 #include <QRadioButton>
 #include <QVBoxLayout>
 
@@ -13,6 +14,7 @@
 #include "controls/varies_accessible_p.h"
 
 #include <algorithm>
+#include <vector>
 
 namespace vrn::qt {
 
@@ -110,10 +112,16 @@ void SimpleRadioButtonGroup::setValueEnabled(const boost::any& value, bool enabl
 
 void SimpleRadioButtonGroup::setValuesEnabled(bool enabled)
 {
+    // A disabled button gives the focus away, and whoever hears of that may destroy
+    // this group.
+    std::vector<QPointer<QRadioButton>> buttons;
     for (auto it = m_value2button.begin(); it != m_value2button.end(); ++it) {
         VRN_ASSERT(it->second);
-        if (it->second)
-            it->second->setEnabled(enabled);
+        buttons.emplace_back(it->second);
+    }
+    for (const auto& button : buttons) {
+        if (button)
+            button->setEnabled(enabled);
     }
 }
 

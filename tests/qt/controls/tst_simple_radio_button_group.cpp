@@ -9,6 +9,7 @@
 #include <QAccessible>
 #include <QButtonGroup>
 #include <QGroupBox>
+#include <QPointer>
 #include <QRadioButton>
 #include <QVBoxLayout>
 
@@ -362,6 +363,26 @@ private Q_SLOTS:
         QVERIFY_EXCEPTION_THROWN(createIn(form.get()), std::exception);
         QVERIFY(form->findChildren<Group*>().isEmpty());
         form.reset();
+    }
+
+    void whoeverHearsOfALostFocusMayDestroyTheGroup()
+    {
+        QWidget window;
+        VBoxLayouter layouter;
+        layouter.onCreate(&window);
+        QPointer<Group> group = create(&window, threeGrades(), &layouter, false);
+        layouter.onFinish();
+        window.show();
+        window.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&window));
+        // The one that is disabled first.
+        buttonOf(window, "S235")->setFocus();
+        QVERIFY(buttonOf(window, "S235")->hasFocus());
+        connect(qApp, &QApplication::focusChanged, this, [&] { delete group; });
+        group->setValuesEnabled(false);
+        disconnect(qApp, &QApplication::focusChanged, this, nullptr);
+        QVERIFY(!group);
+        QCOMPARE(enabledIn(window), QStringList());
     }
 
     void theTitleIsTheAccessibleName_data()
