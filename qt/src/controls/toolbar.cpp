@@ -77,8 +77,10 @@ Toolbar::Toolbar(QWidget* parent, ExpandDirection direction)
 
 Toolbar::~Toolbar()
 {
-    // The buttons go after this part of the toolbar, and would report that.
-    for (const auto& entry : m_buttons)
+    // The buttons go after this part of the toolbar, and would report that. What
+    // their functions hold goes now, and may call the toolbar: it has forgotten them.
+    const auto ended = std::exchange(m_buttons, {});
+    for (const auto& entry : ended)
         entry.second.button->disconnect(this);
 }
 
@@ -131,8 +133,10 @@ QPushButton* Toolbar::registerButton(
     m_layout->addWidget(button);
     // By name: a class derived from this one can have its own onClicked().
     connect(button, SIGNAL(clicked()), this, SLOT(onClicked()));
-    vrn_connect(button, &QObject::destroyed, this,
-        [this](QObject* destroyed) { m_buttons.erase(destroyed); });
+    vrn_connect(button, &QObject::destroyed, this, [this](QObject* destroyed) {
+        // The function goes when the map is done: what it holds may call the toolbar.
+        const auto ended = m_buttons.extract(destroyed);
+    });
     return button;
 }
 

@@ -29,6 +29,7 @@ QPixmap redSquare()
 
 using Fn = boost::function<void()>;
 using Add = std::function<QPushButton*(Toolbar&, const Fn&)>;
+using End = std::function<void(Toolbar*)>;
 
 // Its one button of that name, which says whether it is enabled.
 bool isEnabled(const Toolbar& toolbar, const char* id)
@@ -40,6 +41,7 @@ bool isEnabled(const Toolbar& toolbar, const char* id)
 } // namespace
 
 Q_DECLARE_METATYPE(Add)
+Q_DECLARE_METATYPE(End)
 Q_DECLARE_METATYPE(ExpandDirection)
 
 class TestToolbar : public vrn::test::TestObject
@@ -353,24 +355,64 @@ private Q_SLOTS:
         QCOMPARE(toolbar.layout()->count(), 0);
     }
 
+    void theEndOfAFunctionMayClearTheToolbar_data()
+    {
+        QTest::addColumn<QStringList>("ids");
+        QTest::addColumn<End>("end");
+        const End clear = [](Toolbar* toolbar) { toolbar->clear(); };
+        const End deleteButton = [](Toolbar* t) { delete t->findChild<QPushButton*>("b"); };
+        const End deleteToolbar = [](Toolbar* toolbar) { delete toolbar; };
+        const QStringList one = {"b"};
+        const QStringList three = {"a", "b", "c"};
+        QTest::newRow("by clear()") << three << clear;
+        QTest::newRow("by that of its button") << three << deleteButton;
+        QTest::newRow("by that of the only button") << one << deleteButton;
+        QTest::newRow("by that of the toolbar") << three << deleteToolbar;
+        QTest::newRow("by that of a toolbar with one button") << one << deleteToolbar;
+    }
+
     void theEndOfAFunctionMayClearTheToolbar()
     {
-        Toolbar toolbar(nullptr, ExpandHorizontal);
+        QFETCH(QStringList, ids);
+        QFETCH(End, end);
+        const QPointer<Toolbar> toolbar(new Toolbar(nullptr, ExpandHorizontal));
         int ended = 0;
         const auto onEnd = [&](const int* held) {
             delete held;
             ++ended;
-            toolbar.setButtonsEnabled(false, 1);
-            toolbar.clear();
+            toolbar->setButtonsEnabled(false, 1);
+            toolbar->clear();
+        };
+        for (const QString& id : ids) {
+            const std::shared_ptr<const int> resource(new int, onEnd);
+            toolbar->addButtonWithText(
+                id.toStdString(), id, "", [resource] {}, 1);
+        }
+        end(toolbar);
+        QCOMPARE(ended, ids.size());
+        if (toolbar)
+            QCOMPARE(toolbar->layout()->count(), 0);
+        delete toolbar;
+    }
+
+    // Not so if a single button is deleted: it is the toolbar's child until then.
+    void theEndOfAFunctionMayDestroyAToolbarThatIsCleared()
+    {
+        const QPointer<Toolbar> toolbar(new Toolbar(nullptr, ExpandHorizontal));
+        int ended = 0;
+        const auto onEnd = [&](const int* held) {
+            delete held;
+            ++ended;
+            delete toolbar;
         };
         for (const char* id : {"a", "b", "c"}) {
             const std::shared_ptr<const int> resource(new int, onEnd);
-            toolbar.addButtonWithText(
+            toolbar->addButtonWithText(
                 id, id, "", [resource] {}, 1);
         }
-        toolbar.clear();
+        toolbar->clear();
         QCOMPARE(ended, 3);
-        QCOMPARE(toolbar.layout()->count(), 0);
+        QVERIFY(!toolbar);
     }
 
     void whoeverHearsOfALostFocusMayClearTheToolbar()
