@@ -55,6 +55,8 @@ private Q_SLOTS:
         QTest::addColumn<bool>("isRow");
         QTest::newRow("horizontal is a row") << ExpandHorizontal << true;
         QTest::newRow("vertical is a column") << ExpandVertical << false;
+        QTest::newRow("a value past the last is a column") << ExpandDirection(2) << false;
+        QTest::newRow("a value before the first is a column") << ExpandDirection(-1) << false;
     }
 
     void theDirectionChoosesTheLayout()
