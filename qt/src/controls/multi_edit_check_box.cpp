@@ -6,6 +6,7 @@
 
 #include <QCheckBox>
 #include <QPointer>
+#include <QScopeGuard>
 
 namespace vrn::qt {
 
@@ -46,12 +47,14 @@ void MultiEditCheckBox::setChecked(bool checked)
 void MultiEditCheckBox::onClicked(int state)
 {
     const QPointer<MultiEditCheckBox> alive(this);
-    const bool wasBusy = m_checkIsBusy;
+    // Also when a slot throws.
+    const auto endOfSignal = qScopeGuard([&, wasBusy = m_checkIsBusy] {
+        if (alive)
+            m_checkIsBusy = wasBusy;
+    });
     m_checkIsBusy = true;
     m_varies = false;
     setChecked(state == Qt::Checked);
-    if (alive)
-        m_checkIsBusy = wasBusy;
 }
 
 void MultiEditCheckBox::forceVaries()
