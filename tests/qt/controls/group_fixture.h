@@ -42,6 +42,12 @@ inline void clickOn(QGroupBox* box)
     QTest::mouseClick(box, Qt::LeftButton, {}, indicator.center());
 }
 
+/// Says what the slots of a signal found, call by call, and what was due.
+inline QString foundInstead(const QStringList& found, const QStringList& due)
+{
+    return "slots find \"" + found.join(", ") + "\" instead of \"" + due.join(", ") + '"';
+}
+
 /// Destroys what has called deleteLater().
 inline void deleteDeferred()
 {
