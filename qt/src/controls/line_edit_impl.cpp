@@ -93,7 +93,7 @@ QToolButton* LineEditImpl::addButton(
     setMinimumSize(
         std::max(minimum.width(), button.height() + 2 + 2 * frameWidth()), minimumHeight);
     placeButton();
-    vrn_connect(m_btn1, &QToolButton::clicked, this, &LineEditImpl::onClicked1);
+    vrn_connect(m_btn1.data(), &QToolButton::clicked, this, &LineEditImpl::onClicked1);
     return m_btn1;
 }
 

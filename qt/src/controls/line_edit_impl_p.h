@@ -60,7 +60,7 @@ private:
     QPointer<EditHintPopup> m_hintPopup;
     boost::shared_ptr<vrn::ValueHistory> m_history;
     unsigned int m_options;
-    QToolButton* m_btn1 = nullptr;
+    QPointer<QToolButton> m_btn1;
     boost::function<QString(const QString&)> m_buttonFunction;
 };
 

@@ -280,6 +280,26 @@ private Q_SLOTS:
         QVERIFY(button->isVisible());
     }
 
+    void aDeletedButtonIsDoneWithoutOnAResize()
+    {
+        LineEditImpl edit(0);
+        edit.show();
+        delete edit.addButton(unchanged, {});
+        edit.resize(300, 50);
+        QCOMPARE(edit.size(), QSize(300, 50));
+    }
+
+    void aDeletedButtonIsReplacedWithoutAReport()
+    {
+        LineEditImpl edit(0);
+        delete edit.addButton(unchanged, {});
+        QToolButton* second = edit.addButton([](const QString&) { return "second"; }, square(8));
+        QCOMPARE(edit.findChildren<QToolButton*>(), QList<QToolButton*>{second});
+        QCOMPARE(second->iconSize(), QSize(12, 12));
+        second->click();
+        QCOMPARE(edit.text(), QString("second"));
+    }
+
     void anEditWithoutAButtonResizes()
     {
         LineEditImpl edit(0);
