@@ -131,8 +131,10 @@ bool LineEditImpl::event(QEvent* event)
         // too late, or a combo box hands it straight to the edit. The group is asked
         // first: the popups are in their place when they show.
         m_popups->eventFilter(this, event);
-        m_hintPopup->eventFilter(this, event);
-        m_historyPopup->eventFilter(this, event);
+        if (m_hintPopup)
+            m_hintPopup->eventFilter(this, event);
+        if (m_historyPopup)
+            m_historyPopup->eventFilter(this, event);
     }
     return QLineEdit::event(event);
 }

@@ -8,6 +8,7 @@
 #include "support/test_main.h"
 #include "support/test_object.h"
 
+#include <QComboBox>
 #include <QLabel>
 #include <QListWidget>
 #include <QSignalSpy>
@@ -514,19 +515,53 @@ private Q_SLOTS:
         QVERIFY(!hint);
     }
 
+    void aPopupThatWentFirstIsDoneWithout_data()
+    {
+        QTest::addColumn<bool>("inComboBox");
+        QTest::addColumn<bool>("hintStays");
+        QTest::addColumn<bool>("historyStays");
+        for (const bool inComboBox : {false, true}) {
+            const char* place = inComboBox ? "in a combo box" : "on its own";
+            QTest::addRow("%s, both went", place) << inComboBox << false << false;
+            QTest::addRow("%s, the history is left", place) << inComboBox << false << true;
+            QTest::addRow("%s, the hint is left", place) << inComboBox << true << false;
+        }
+    }
+
     void aPopupThatWentFirstIsDoneWithout()
     {
+        QFETCH(bool, inComboBox);
+        QFETCH(bool, hintStays);
+        QFETCH(bool, historyStays);
         Form form;
-        SimpleLineEdit* field = createField("h");
-        field->setValueHistory(historyOf({L"1"}));
+        auto* edit = new LineEditImpl(0);
+        QWidget* field = edit;
+        if (inComboBox) {
+            auto* box = new QComboBox;
+            box->setEditable(true);
+            box->setLineEdit(edit);
+            field = box;
+        }
+        edit->setValueHistory(historyOf({L"1"}));
         form.open(field);
-        delete field->findChild<HistoryPopup*>();
-        delete field->findChild<EditHintPopup*>();
-        QTest::keyClicks(field->edit(), "12");
-        field->setValueHistory(historyOf({L"2"}));
+        const QPointer<EditHintPopup> hint = edit->findChild<EditHintPopup*>();
+        const QPointer<HistoryPopup> history = edit->findChild<HistoryPopup*>();
+        QVERIFY(hint && history);
+        if (!hintStays)
+            delete hint;
+        if (!historyStays)
+            delete history;
+
+        edit->showEditHint("h");
+        edit->setValueHistory(historyOf({L"2"}));
         form.leave();
+        QVERIFY(!hint || hint->isHidden());
+        QVERIFY(!history || history->isHidden());
         form.enter();
-        QCOMPARE(field->edit()->text(), QString("012"));
+        QVERIFY(!hint || standsOnScreen(hint));
+        QVERIFY(!history || standsOnScreen(history));
+        QCOMPARE(!hint.isNull(), hintStays);
+        QCOMPARE(!history.isNull(), historyStays);
     }
 
 private:
