@@ -143,11 +143,13 @@ bool LineEditImpl::event(QEvent* event)
 // its characters. Cut beforehand, a long text takes a third of the time.
 void LineEditImpl::inputMethodEvent(QInputMethodEvent* event)
 {
-    const auto room = maxLength() - (text().size() - selectedText().size());
+    // Any int can be the maximum, the least one too.
+    const qint64 room = qint64(maxLength()) - (text().size() - selectedText().size());
     const bool plainInsertion = !isReadOnly() && inputMask().isEmpty()
         && event->replacementLength() == 0;
     if (plainInsertion && room > 0 && event->commitString().size() > room) {
-        event->setCommitString(event->commitString().left(room), event->replacementStart());
+        event->setCommitString(
+            event->commitString().left(static_cast<int>(room)), event->replacementStart());
         Q_EMIT inputRejected(); // As QLineEdit does when a text does not fit.
     }
     QLineEdit::inputMethodEvent(event);

@@ -36,11 +36,12 @@ private Q_SLOTS:
         QTest::addColumn<QString>("mask");
         QTest::addColumn<bool>("readOnly");
         QTest::addColumn<int>("replaced"); // before the cursor
+        QTest::addColumn<int>("maximum");
         QTest::addColumn<QString>("text");
         const auto row = [](const char* name, const char* before, int selected, const char* mask,
-                             bool readOnly, int replaced, const char* text) {
+                             bool readOnly, int replaced, const char* text, int maximum = 5) {
             QTest::newRow(name) << QString(before) << selected << QString(mask) << readOnly
-                                << replaced << QString(text);
+                                << replaced << maximum << QString(text);
         };
         row("it fits", "12", 0, "", false, 0, "abc");
         row("one too many", "12", 0, "", false, 0, "abcd");
@@ -53,6 +54,12 @@ private Q_SLOTS:
         row("the edit has a mask", "", 0, "99.99", false, 0, "a1b2c3d4e5");
         row("a part is replaced", "1234", 0, "", false, 2, "abcdefg");
         row("all is replaced", "1234", 0, "", false, 4, "abcdefg");
+        row("there is no room at all", "", 0, "", false, 0, "abcdefg", 0);
+        row("the maximum is below zero", "12", 0, "", false, 0, "abcdefg", -1);
+        row("the maximum is the least number", "12", 0, "", false, 0, "abcdefg",
+            std::numeric_limits<int>::min());
+        row("the maximum is the greatest number", "12", 0, "", false, 0, "abcdefg",
+            std::numeric_limits<int>::max());
     }
     void aTextIsCutAsByAPlainEdit()
     {
@@ -61,11 +68,12 @@ private Q_SLOTS:
         QFETCH(QString, mask);
         QFETCH(bool, readOnly);
         QFETCH(int, replaced);
+        QFETCH(int, maximum);
         QFETCH(QString, text);
         LineEditImpl ours(0);
         QLineEdit plain;
         const auto outcomeOf = [&](QLineEdit& edit) {
-            edit.setMaxLength(5);
+            edit.setMaxLength(maximum);
             edit.setInputMask(mask);
             edit.setText(before);
             edit.setCursorPosition(mask.isEmpty() ? int(before.size()) : 0);
