@@ -243,6 +243,24 @@ private Q_SLOTS:
         QVERIFY(!unit->isHidden());
     }
 
+    void aUnitTakenBackKeepsItsWidth()
+    {
+        const QScopedPointer<SimpleLineEdit> field(createField("Span"));
+        const QSize hintWithout = field->sizeHint();
+        const QSize minimumWithout = field->minimumSizeHint();
+        field->setUnitString("kN/m2");
+        const QSize hint = field->sizeHint();
+        const QSize minimum = field->minimumSizeHint();
+        QVERIFY(hint.width() > hintWithout.width());
+        QVERIFY(minimum.width() > minimumWithout.width());
+
+        field->setUnitString("");
+        QVERIFY(unitLabel(*field)->isHidden());
+        QCOMPARE(unitLabel(*field)->text(), QString("[kN/m2]"));
+        QCOMPARE(field->sizeHint(), hint);
+        QCOMPARE(field->minimumSizeHint(), minimum);
+    }
+
     void sizeHints_data()
     {
         QTest::addColumn<QString>("caption");
