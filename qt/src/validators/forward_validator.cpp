@@ -1,7 +1,9 @@
 #include <vrn/qt/forward_validator.h>
 
 #include <vrn/assert/smart_assert.h>
+#include <vrn/qt/chained_validator.h>
 
+#include <algorithm>
 #include <utility>
 
 namespace vrn::qt {
@@ -19,7 +21,7 @@ IValidator* ForwardValidator::getValidator() const
 
 void ForwardValidator::setValidator(IValidator::pointer target)
 {
-    const bool forwardsToItself = target.get() == this;
+    const bool forwardsToItself = isReachedFrom(target.get());
     VRN_ASSERT(!forwardsToItself);
     if (!forwardsToItself)
         m_target = std::move(target);
@@ -45,6 +47,18 @@ QString ForwardValidator::reformat(const boost::any& value, const std::bitset<32
 QString ForwardValidator::reformatForDisplay(const boost::any& value, const std::bitset<32>& flags)
 {
     return m_target ? m_target->reformatForDisplay(value, flags) : QString();
+}
+
+bool ForwardValidator::isReachedFrom(const IValidator* validator) const
+{
+    if (validator == this)
+        return true;
+    if (const auto* forwarder = dynamic_cast<const ForwardValidator*>(validator))
+        return isReachedFrom(forwarder->getValidator());
+    const auto* chain = dynamic_cast<const ChainedValidator*>(validator);
+    return chain
+        && std::any_of(chain->m_members.begin(), chain->m_members.end(),
+            [this](const auto& member) { return isReachedFrom(member.get()); });
 }
 
 } // namespace vrn::qt

@@ -1,3 +1,5 @@
+#include <vrn/qt/chained_validator.h>
+#include <vrn/qt/conversion_validator.h>
 #include <vrn/qt/double_edit_validator.h>
 #include <vrn/qt/forward_validator.h>
 
@@ -9,6 +11,8 @@
 
 #include <boost/make_shared.hpp>
 
+using vrn::qt::ChainedValidator;
+using vrn::qt::ConversionValidator;
 using vrn::qt::DoubleEditValidator;
 using vrn::qt::ForwardValidator;
 using vrn::qt::IValidator;
@@ -18,6 +22,14 @@ using vrn::test::RecordingValidator;
 namespace {
 
 const std::bitset<32> noFlags;
+
+std::unique_ptr<IValidator> chainOf(std::unique_ptr<IValidator> member)
+{
+    std::deque<std::unique_ptr<IValidator>> members;
+    members.push_back(std::make_unique<DoubleEditValidator>());
+    members.push_back(std::move(member));
+    return std::make_unique<ChainedValidator>(std::move(members));
+}
 
 } // namespace
 
@@ -40,6 +52,70 @@ private Q_SLOTS:
         expectAssert("!forwardsToItself");
         validator->setValidator(validator);
         QCOMPARE(validator->getValidator(), static_cast<vrn::qt::IValidator*>(m_target.get()));
+    }
+
+    void itDoesNotForwardToItselfThroughAnother_data()
+    {
+        QTest::addColumn<bool>("converts");
+        QTest::addColumn<int>("between");
+        QTest::newRow("one forwarder between") << false << 1;
+        QTest::newRow("five forwarders between") << false << 5;
+        QTest::newRow("one conversion between") << true << 1;
+        QTest::newRow("five conversions between") << true << 5;
+    }
+
+    void itDoesNotForwardToItselfThroughAnother()
+    {
+        QFETCH(bool, converts);
+        QFETCH(int, between);
+        const auto first = boost::make_shared<ForwardValidator>(m_target);
+        IValidator::pointer last = first;
+        for (int i = 0; i < between; ++i) {
+            if (converts)
+                last = boost::make_shared<ConversionValidator>(last);
+            else
+                last = boost::make_shared<ForwardValidator>(last);
+        }
+        expectAssert("!forwardsToItself");
+        first->setValidator(last);
+        QCOMPARE(first->getValidator(), static_cast<IValidator*>(m_target.get()));
+        boost::any value;
+        QVERIFY(last->validate("text", value, noFlags));
+    }
+
+    void itDoesNotForwardToAChainThatItIsPartOf_data()
+    {
+        QTest::addColumn<bool>("nested");
+        QTest::newRow("as a member") << false;
+        QTest::newRow("as a member of a member") << true;
+    }
+
+    void itDoesNotForwardToAChainThatItIsPartOf()
+    {
+        QFETCH(bool, nested);
+        auto owned = std::make_unique<ForwardValidator>(m_target);
+        ForwardValidator* member = owned.get();
+        auto chain = chainOf(std::move(owned));
+        if (nested)
+            chain = chainOf(std::move(chain));
+        const IValidator::pointer shared(chain.release());
+        // One more step, so that a chain is also met behind a forwarder.
+        const auto outer = boost::make_shared<ForwardValidator>(shared);
+        expectAssert("!forwardsToItself");
+        member->setValidator(outer);
+        QCOMPARE(member->getValidator(), static_cast<IValidator*>(m_target.get()));
+        boost::any value;
+        QVERIFY(outer->validate("text", value, noFlags));
+    }
+
+    void itForwardsToAnotherOfTheSameTarget()
+    {
+        const auto first = boost::make_shared<ForwardValidator>(m_target);
+        const IValidator::pointer chain(chainOf(std::make_unique<ForwardValidator>(m_target)));
+        first->setValidator(chain);
+        QCOMPARE(first->getValidator(), chain.get());
+        boost::any value;
+        QVERIFY(first->validate("text", value, noFlags));
     }
 
     void withoutATargetEveryTextIsRefusedAndTheValueKept_data()

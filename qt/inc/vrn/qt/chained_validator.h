@@ -27,6 +27,9 @@ struct VRN_QT2_EXPORT ChainedValidator : public IValidator
     QString reformat(const boost::any& value, const std::bitset<32>& flags) override;
 
 private:
+    // Looks for itself among the members before it forwards to a chain.
+    friend struct ForwardValidator;
+
     std::deque<std::unique_ptr<IValidator>> m_members;
 };
 

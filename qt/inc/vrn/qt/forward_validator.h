@@ -15,7 +15,8 @@ struct VRN_QT2_EXPORT ForwardValidator : public IValidator
     ~ForwardValidator() override;
 
     IValidator* getValidator() const;
-    /// A validator that would forward to itself is reported and not taken.
+    /// A target that leads back to this validator, be it through other forwarders
+    /// and chains, is reported and not taken: no question would ever be answered.
     void setValidator(IValidator::pointer target);
 
     bool validate(const QString& text, boost::any& value, const std::bitset<32>& flags) override;
@@ -25,6 +26,8 @@ struct VRN_QT2_EXPORT ForwardValidator : public IValidator
     QString reformatForDisplay(const boost::any& value, const std::bitset<32>& flags) override;
 
 private:
+    bool isReachedFrom(const IValidator* validator) const;
+
     IValidator::pointer m_target;
 };
 
