@@ -1,5 +1,7 @@
 #include <vrn/qt/conversion_validator.h>
 
+#include "validators/lasting_function_p.h"
+
 #include <utility>
 
 namespace vrn::qt {
@@ -13,8 +15,8 @@ ConversionValidator::~ConversionValidator() = default;
 void ConversionValidator::setConversionFn(
     std::function<void(boost::any&)> toDisplayFn, std::function<void(boost::any&)> fromDisplayFn)
 {
-    m_toDisplayFn = std::move(toDisplayFn);
-    m_fromDisplayFn = std::move(fromDisplayFn);
+    m_toDisplayFn = detail::lasting(std::move(toDisplayFn));
+    m_fromDisplayFn = detail::lasting(std::move(fromDisplayFn));
 }
 
 bool ConversionValidator::validate(

@@ -27,26 +27,32 @@ void ForwardValidator::setValidator(IValidator::pointer target)
         m_target = std::move(target);
 }
 
+// A target may have itself exchanged while it answers: each of the operations keeps
+// it until it has.
 bool ForwardValidator::validate(
     const QString& text, boost::any& value, const std::bitset<32>& flags)
 {
-    return m_target && m_target->validate(text, value, flags);
+    const IValidator::pointer target = m_target;
+    return target && target->validate(text, value, flags);
 }
 
 bool ForwardValidator::validateWhenFinished(
     const QString& text, boost::any& value, const std::bitset<32>& flags)
 {
-    return m_target && m_target->validateWhenFinished(text, value, flags);
+    const IValidator::pointer target = m_target;
+    return target && target->validateWhenFinished(text, value, flags);
 }
 
 QString ForwardValidator::reformat(const boost::any& value, const std::bitset<32>& flags)
 {
-    return m_target ? m_target->reformat(value, flags) : QString();
+    const IValidator::pointer target = m_target;
+    return target ? target->reformat(value, flags) : QString();
 }
 
 QString ForwardValidator::reformatForDisplay(const boost::any& value, const std::bitset<32>& flags)
 {
-    return m_target ? m_target->reformatForDisplay(value, flags) : QString();
+    const IValidator::pointer target = m_target;
+    return target ? target->reformatForDisplay(value, flags) : QString();
 }
 
 bool ForwardValidator::isReachedFrom(const IValidator* validator) const

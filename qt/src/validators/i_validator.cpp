@@ -1,5 +1,7 @@
 #include <vrn/qt/i_validator.h>
 
+#include "validators/lasting_function_p.h"
+
 #include <utility>
 
 namespace vrn::qt {
@@ -26,7 +28,7 @@ QString IValidator::getEditHint(const QString& text) const
 
 void IValidator::setEditHintFunction(std::function<QString(const QString&)> hint)
 {
-    m_editHint = std::move(hint);
+    m_editHint = detail::lasting(std::move(hint));
 }
 
 void IValidator::setPostfix(const QString& postfix)

@@ -1,6 +1,7 @@
 #include <vrn/qt/conversion_validator.h>
 #include <vrn/qt/double_edit_validator.h>
 
+#include "life.h"
 #include "recording_validator.h"
 #include "support/hostile_texts.h"
 #include "support/keystroke_time.h"
@@ -14,6 +15,7 @@
 using vrn::qt::ConversionValidator;
 using vrn::qt::DoubleEditValidator;
 using vrn::qt::ForwardValidator;
+using vrn::test::lifeIn;
 using vrn::test::patternOfFlags;
 using vrn::test::RecordingValidator;
 
@@ -218,6 +220,51 @@ private Q_SLOTS:
         QCOMPARE(value, boost::any(50.0));
         conversion.reformat(0.5, noFlags);
         QCOMPARE(m_target->lastValue, boost::any(0.5));
+    }
+
+    void aFunctionMayReplaceItself_data()
+    {
+        QTest::addColumn<int>("operation");
+        QTest::newRow("at a keystroke") << 0;
+        QTest::newRow("when editing ends") << 1;
+        QTest::newRow("formatting for an edit") << 2;
+        QTest::newRow("formatting for display") << 3;
+    }
+
+    void aFunctionMayReplaceItself()
+    {
+        QFETCH(int, operation);
+        ConversionValidator conversion(m_target);
+        bool alive = false;
+        bool outlivesItsCall = false;
+        const std::function<void(boost::any&)> none;
+        auto replacing = [&, life = lifeIn(alive)](boost::any&) {
+            const bool* const isAlive = life.get();
+            bool& outlives = outlivesItsCall;
+            conversion.setConversionFn(none, none);
+            outlives = *isAlive;
+        };
+        boost::any value;
+        if (operation < 2)
+            conversion.setConversionFn(none, std::move(replacing));
+        else
+            conversion.setConversionFn(std::move(replacing), none);
+        switch (operation) {
+        case 0:
+            QVERIFY(conversion.validate("text", value, noFlags));
+            break;
+        case 1:
+            QVERIFY(conversion.validateWhenFinished("text", value, noFlags));
+            break;
+        case 2:
+            conversion.reformat(value, noFlags);
+            break;
+        case 3:
+            conversion.reformatForDisplay(value, noFlags);
+            break;
+        }
+        QVERIFY(outlivesItsCall);
+        QVERIFY(!alive);
     }
 
     // The range and the postfix are those of the form that is typed.

@@ -3,6 +3,7 @@
 #include <vrn/qt/double_edit_validator.h>
 #include <vrn/qt/forward_validator.h>
 
+#include "life.h"
 #include "recording_validator.h"
 #include "support/hostile_texts.h"
 #include "support/keystroke_time.h"
@@ -22,6 +23,36 @@ using vrn::test::RecordingValidator;
 namespace {
 
 const std::bitset<32> noFlags;
+
+// The only target of a forwarder, taken away from it by whatever it is asked.
+struct LeavingValidator : public IValidator
+{
+    LeavingValidator(ForwardValidator* forwarder, bool& alive)
+        : m_forwarder(forwarder)
+        , m_life(vrn::test::lifeIn(alive))
+    {}
+
+    bool validate(const QString&, boost::any&, const std::bitset<32>&) override
+    {
+        return outlivesItsCall();
+    }
+
+    QString reformat(const boost::any&, const std::bitset<32>&) override
+    {
+        return outlivesItsCall() ? "alive" : "destroyed";
+    }
+
+private:
+    bool outlivesItsCall()
+    {
+        const bool* const isAlive = m_life.get();
+        m_forwarder->setValidator(nullptr);
+        return *isAlive;
+    }
+
+    ForwardValidator* m_forwarder;
+    std::shared_ptr<bool> m_life;
+};
 
 std::unique_ptr<IValidator> chainOf(std::unique_ptr<IValidator> member)
 {
@@ -116,6 +147,40 @@ private Q_SLOTS:
         QCOMPARE(first->getValidator(), chain.get());
         boost::any value;
         QVERIFY(first->validate("text", value, noFlags));
+    }
+
+    void aTargetMayBeExchangedWhileItIsAsked_data()
+    {
+        QTest::addColumn<int>("operation");
+        QTest::newRow("at a keystroke") << 0;
+        QTest::newRow("when editing ends") << 1;
+        QTest::newRow("formatting for an edit") << 2;
+        QTest::newRow("formatting for display") << 3;
+    }
+
+    void aTargetMayBeExchangedWhileItIsAsked()
+    {
+        QFETCH(int, operation);
+        bool alive = false;
+        ForwardValidator forward(nullptr);
+        forward.setValidator(boost::make_shared<LeavingValidator>(&forward, alive));
+        boost::any value;
+        switch (operation) {
+        case 0:
+            QVERIFY(forward.validate("text", value, noFlags));
+            break;
+        case 1:
+            QVERIFY(forward.validateWhenFinished("text", value, noFlags));
+            break;
+        case 2:
+            QCOMPARE(forward.reformat(value, noFlags), QString("alive"));
+            break;
+        case 3:
+            QCOMPARE(forward.reformatForDisplay(value, noFlags), QString("alive"));
+            break;
+        }
+        QVERIFY(!alive);
+        QVERIFY(!forward.getValidator());
     }
 
     void withoutATargetEveryTextIsRefusedAndTheValueKept_data()

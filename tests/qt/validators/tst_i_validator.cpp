@@ -1,5 +1,6 @@
 #include <vrn/qt/i_validator.h>
 
+#include "life.h"
 #include "support/test_main.h"
 #include "support/test_object.h"
 
@@ -8,6 +9,7 @@
 #include <type_traits>
 
 using vrn::qt::IValidator;
+using vrn::test::lifeIn;
 
 namespace {
 
@@ -197,6 +199,29 @@ private Q_SLOTS:
         QCOMPARE(validator.getEditHint("text"), QString("second"));
         validator.setEditHintFunction({});
         QVERIFY(validator.getEditHint("text").isEmpty());
+    }
+
+    void aHintFunctionMayReplaceItself()
+    {
+        PlainValidator validator;
+        bool alive = false;
+        validator.setEditHintFunction([&validator, life = lifeIn(alive)](const QString&) {
+            const bool* const isAlive = life.get();
+            validator.setEditHintFunction([](const QString&) { return QString("successor"); });
+            return QString(*isAlive ? "alive" : "destroyed");
+        });
+        QCOMPARE(validator.getEditHint("text"), QString("alive"));
+        QVERIFY(!alive);
+        QCOMPARE(validator.getEditHint("text"), QString("successor"));
+    }
+
+    void aHintFunctionKeepsItsStateFromCallToCall()
+    {
+        PlainValidator validator;
+        validator.setEditHintFunction(
+            [calls = 0](const QString&) mutable { return QString::number(++calls); });
+        QCOMPARE(validator.getEditHint("text"), QString("1"));
+        QCOMPARE(validator.getEditHint("text"), QString("2"));
     }
 };
 
