@@ -22,6 +22,9 @@ namespace {
 // What a control passes to its validator: what a user types is in the C locale.
 constexpr unsigned long noFlags = 0;
 
+// What room there is, the list takes, and not the caption.
+constexpr int stretchOfList = 1;
+
 // For the edit of a box without a validator: any text may stand there, though it
 // has a value only if it is the name of an entry.
 struct AnyTextValidator : public IValidator
@@ -81,13 +84,7 @@ void SimpleEnumBox::makeLayout()
     if (m_label)
         m_layout->addWidget(m_label);
     if (m_combo)
-        layOutCombo();
-}
-
-// What room there is, the list takes, and not the caption.
-void SimpleEnumBox::layOutCombo()
-{
-    row().addWidget(m_combo, 1);
+        m_layout->addWidget(m_combo, stretchOfList);
 }
 
 QHBoxLayout& SimpleEnumBox::row()
@@ -100,12 +97,14 @@ QHBoxLayout& SimpleEnumBox::row()
 
 void SimpleEnumBox::makeCombo()
 {
+    // First: a layout made anew takes the list that there is.
+    QHBoxLayout& row = this->row();
     m_combo = new VRN_QT4_ComboBox(this);
     m_combo->setSorting(false);
     m_combo->setEditable(false);
     m_combo->setDuplicatesEnabled(false);
     m_combo->setWidthTextEnabled(true);
-    layOutCombo();
+    row.addWidget(m_combo, stretchOfList);
     setFocusProxy(m_combo);
     setFocusPolicy(m_combo->focusPolicy());
     if (m_label) {
@@ -200,7 +199,7 @@ void SimpleEnumBox::selectByValue(const boost::any& value)
         VRN_ASSERT(m_validator);
         if (!m_validator)
             return;
-        const IValidator::pointer validator = m_validator;
+        const IValidator::pointer validator = m_validator; // It may have itself exchanged.
         combo.lineEdit()->setText(validator->reformat(value, noFlags));
     } else {
         VRN_ASSERT_MESSAGE(found, "Value not found");
@@ -220,7 +219,7 @@ boost::any SimpleEnumBox::getSelectedValue() const
     if (isEditable()) {
         const QString text = m_combo->lineEdit()->text();
         boost::any value = getValueForName(text);
-        const IValidator::pointer validator = m_validator;
+        const IValidator::pointer validator = m_validator; // As in selectByValue().
         if (!value.empty() || !validator)
             return value;
         return validator->validate(text, value, noFlags) ? value : boost::any();
@@ -257,7 +256,7 @@ QString SimpleEnumBox::getNameForValue(const boost::any& value) const
         if (anyEq(candidate, value))
             return name;
     }
-    const IValidator::pointer validator = m_validator;
+    const IValidator::pointer validator = m_validator; // As in selectByValue().
     return isEditable() && validator ? validator->reformat(value, noFlags) : QString();
 }
 

@@ -2,6 +2,7 @@
 
 #include "enum_box_fixture.h"
 #include "line_edit_fixture.h"
+#include "support/life.h"
 #include "support/test_main.h"
 #include "support/test_object.h"
 
@@ -9,10 +10,19 @@
 #include <QSignalSpy>
 #include <QSplitter>
 
+#include <functional>
 #include <memory>
 
 using namespace vrn::qt;
 using namespace vrn::test;
+
+namespace {
+
+using Ask = std::function<QString(SimpleEnumBox&)>;
+
+} // namespace
+
+Q_DECLARE_METATYPE(Ask)
 
 // What holds for an enum box into which the user may type.
 class TestEnumBoxEditable : public TestObject
@@ -304,6 +314,60 @@ private Q_SLOTS:
     }
 
     // --- the control around the edit
+
+    void aValidatorMayBeExchangedWhileItIsAsked_data()
+    {
+        QTest::addColumn<Ask>("ask");
+        const auto row = [](const char* name, Ask ask) { QTest::newRow(name) << std::move(ask); };
+        row("for the selected value", [](SimpleEnumBox& box) {
+            const boost::any value = box.getSelectedValue();
+            return value.empty() ? QString() : boost::any_cast<QString>(value);
+        });
+        row("for the name of a value", [](SimpleEnumBox& box) { return box.getNameForValue(460); });
+        row("for the text of a value", [](SimpleEnumBox& box) {
+            box.selectByValue(460);
+            return textOf(box);
+        });
+    }
+
+    void aValidatorMayBeExchangedWhileItIsAsked()
+    {
+        QFETCH(Ask, ask);
+        struct Leaving : public IValidator
+        {
+            Leaving(SimpleEnumBox* box, bool& alive)
+                : m_box(box)
+                , m_life(lifeIn(alive))
+            {}
+
+            bool validate(const QString&, boost::any& value, const std::bitset<32>&) override
+            {
+                value = leave();
+                return true;
+            }
+
+            QString reformat(const boost::any&, const std::bitset<32>&) override { return leave(); }
+
+        private:
+            QString leave()
+            {
+                const bool* const isAlive = m_life.get();
+                m_box->setEditable(true, strength());
+                return *isAlive ? "alive" : "destroyed";
+            }
+
+            SimpleEnumBox* m_box;
+            std::shared_ptr<bool> m_life;
+        };
+        SimpleEnumBox* box = createFilled();
+        // The edit keeps the first validator, and nobody but the box a later one.
+        box->setEditable(true, strength());
+        bool alive = false;
+        box->setEditable(true, boost::make_shared<Leaving>(box, alive));
+        comboOf(*box).lineEdit()->setText("460");
+        QCOMPARE(ask(*box), QString("alive"));
+        QVERIFY(!alive);
+    }
 
     // Whoever goes over all fields of a page meets it, too.
     void withoutAValidatorItsControlReportsAForeignValue_data()

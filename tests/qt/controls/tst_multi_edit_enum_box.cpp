@@ -233,7 +233,6 @@ private Q_SLOTS:
             [&](int row) { heard << QString("activated %1").arg(row); });
         connect(box, &SimpleEnumBox::valueChanged, this, [&] { heard << "changed"; });
         pick(*box, 2);
-        heard.sort();
         QCOMPARE(heard, QStringList({"activated 2", "changed", "changed"}));
         QCOMPARE(box->getCurrentValue(), boost::any(355));
     }

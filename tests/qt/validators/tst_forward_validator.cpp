@@ -3,10 +3,10 @@
 #include <vrn/qt/double_edit_validator.h>
 #include <vrn/qt/forward_validator.h>
 
-#include "life.h"
 #include "recording_validator.h"
 #include "support/hostile_texts.h"
 #include "support/keystroke_time.h"
+#include "support/life.h"
 #include "support/test_main.h"
 #include "support/test_object.h"
 

@@ -1,6 +1,6 @@
 #include <vrn/qt/i_validator.h>
 
-#include "life.h"
+#include "support/life.h"
 #include "support/test_main.h"
 #include "support/test_object.h"
 

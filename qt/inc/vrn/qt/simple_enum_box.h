@@ -152,7 +152,6 @@ private Q_SLOTS:
 
 private:
     void makeLayout();
-    void layOutCombo();
     QHBoxLayout& row();
     void makeCombo();
     bool hasLineEdit() const;
