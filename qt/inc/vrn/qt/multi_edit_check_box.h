@@ -1,6 +1,7 @@
 #pragma once
 
 #include <vrn/qt/multi_edit_control_base.h>
+#include <vrn/qt/selection_state.h>
 #include <vrn/qt/simple_check_box.h>
 
 namespace vrn::qt {
@@ -44,7 +45,7 @@ public:
     /// The first value is shown, and valueChanged() emitted if this changes the
     /// box. What is no `bool` is ignored.
     void readValue(const boost::any& value) override;
-    bool dataVaries() const override { return m_varies; }
+    bool dataVaries() const override { return m_state.varies(); }
     boost::any getCurrentValue() const override;
     /// Emits as setChecked() does. What is no `bool` is reported, and changes
     /// nothing.
@@ -66,11 +67,8 @@ private Q_SLOTS:
 private:
     MultiEditCheckBox(const QString& label, QWidget* parent);
 
-    bool m_varies = false;
-    bool m_fresh = true;
+    SelectionState m_state;
     bool m_emitValueChanged = true;
-    // Whether the box inside is emitting a signal.
-    bool m_checkIsBusy = false;
 };
 
 } // namespace vrn::qt

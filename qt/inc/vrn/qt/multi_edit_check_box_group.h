@@ -90,15 +90,23 @@ private Q_SLOTS:
     void onClickedToggleAll();
 
 private:
-    using Check = QPointer<MultiEditCheckBox>;
+    // The boxes belong to their parent and may go before the group.
+    using Box = QPointer<MultiEditCheckBox>;
+    struct Check
+    {
+        Box box;
+        // Since all boxes were loaded last.
+        std::size_t timesLoaded = 0;
+    };
 
     MultiEditCheckBox* check(std::size_t idx) const;
+    std::deque<Box> boxes() const;
+    bool areAllLoaded() const;
     void load(std::size_t idx, const vrn::KeyValueStorage& storage);
     void _updateCheckAllBox();
 
     std::deque<Check> m_checks;
-    Check m_toggleAll;
-    std::size_t m_loadedCount = 0;
+    Box m_toggleAll;
 };
 
 } // namespace vrn::qt

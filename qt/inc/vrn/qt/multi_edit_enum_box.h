@@ -1,6 +1,7 @@
 #pragma once
 
 #include <vrn/qt/multi_edit_control_base.h>
+#include <vrn/qt/selection_state.h>
 #include <vrn/qt/simple_enum_box.h>
 
 namespace vrn::qt {
@@ -41,7 +42,7 @@ public:
     /// shown again.
     void reset() override;
     void readValue(const boost::any& value) override;
-    bool dataVaries() const override { return m_varies; }
+    bool dataVaries() const override { return m_state.varies(); }
     boost::any getCurrentValue() const override;
     void setValue(const boost::any& value) override;
     /// Emits nothing.
@@ -49,10 +50,10 @@ public:
 
 protected:
     void onSelected() override;
-    void onComboReplaced() override;
 
 private Q_SLOTS:
     void onItemActivated(const QString& text) override;
+    void onActivated(int index);
     void onLineEditTextChanged();
 
 private:
@@ -61,8 +62,7 @@ private:
 
     void setCommon();
 
-    bool m_varies = false;
-    bool m_fresh = true;
+    SelectionState m_state;
 };
 
 } // namespace vrn::qt

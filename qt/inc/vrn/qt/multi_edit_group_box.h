@@ -1,6 +1,7 @@
 #pragma once
 
 #include <vrn/qt/multi_edit_control_base.h>
+#include <vrn/qt/selection_state.h>
 
 #include <QGroupBox>
 
@@ -38,7 +39,7 @@ public:
     void reset() override;
     /// Emits nothing. What is no `bool` is ignored.
     void readValue(const boost::any& value) override;
-    bool dataVaries() const override { return m_varies; }
+    bool dataVaries() const override { return m_state.varies(); }
     boost::any getCurrentValue() const override;
     /// Emits valueChanged() once, and leaves a disabled box disabled. What is no
     /// `bool` is reported, and changes nothing.
@@ -60,8 +61,7 @@ private Q_SLOTS:
 private:
     MultiEditGroupBox(const QString& label, QWidget* parent);
 
-    bool m_varies = false;
-    bool m_fresh = true;
+    SelectionState m_state;
     bool m_emitValueChanged = true;
 };
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <vrn/qt/multi_edit_control_base.h>
+#include <vrn/qt/selection_state.h>
 #include <vrn/qt/simple_radio_button_group.h>
 
 namespace vrn::qt {
@@ -42,7 +43,7 @@ public:
     /// disabled by itself. Emits valueChanged().
     void reset() override;
     void readValue(const boost::any& value) override;
-    bool dataVaries() const override { return m_varies; }
+    bool dataVaries() const override { return m_state.varies(); }
     boost::any getCurrentValue() const override;
     /// Emits valueChanged(), also for an unknown value, which is reported and
     /// checks nothing.
@@ -64,8 +65,7 @@ private:
     void onButtonCreated(QRadioButton* button);
     void setAutoExclusive();
 
-    bool m_varies = false;
-    bool m_fresh = true;
+    SelectionState m_state;
 };
 
 } // namespace vrn::qt

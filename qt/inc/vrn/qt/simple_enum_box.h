@@ -16,9 +16,7 @@
 
 #include <deque>
 
-class QHBoxLayout;
 class VRN_QT4_ComboBox;
-class VRN_QT_Label;
 
 namespace vrn::qt {
 
@@ -123,8 +121,8 @@ protected:
     SimpleEnumBox(
         QWidget* parent, const QString& name, bool (*eqFn)(const boost::any&, const boost::any&));
 
-    /// The list. If someone has destroyed it, this is reported, and an empty one
-    /// takes its place.
+    /// The list. If someone has destroyed it, this is reported, and one that is
+    /// not shown stands in for it.
     VRN_QT4_ComboBox& combo();
 
     bool anyEqAvailable() const { return m_eq != nullptr; }
@@ -141,9 +139,6 @@ protected Q_SLOTS:
 protected:
     /// Called after a selection by name or by value. Does nothing here.
     virtual void onSelected();
-    /// Called when combo() has made a list anew. Does nothing here; a derived
-    /// class makes its connections to the list again.
-    virtual void onComboReplaced();
 
     void changeEvent(QEvent* event) override;
 
@@ -151,9 +146,6 @@ private Q_SLOTS:
     void onEditingFinished();
 
 private:
-    void makeLayout();
-    QHBoxLayout& row();
-    void makeCombo();
     bool hasLineEdit() const;
     void makeLineEdit();
     void dropLineEdit();
@@ -166,8 +158,6 @@ private:
     QPointer<MultiEditLineEdit> m_lineEdit;
     QPointer<QLineEdit> m_edit;
     int m_timesMadeEditable = 0;
-    QPointer<QHBoxLayout> m_layout;
-    QPointer<VRN_QT_Label> m_label;
     bool (*m_eq)(const boost::any&, const boost::any&);
     IValidator::pointer m_validator;
 };

@@ -12,6 +12,7 @@
 #include <map>
 #include <memory>
 
+class QGroupBox;
 class QRadioButton;
 
 namespace vrn::qt {
@@ -73,6 +74,9 @@ protected:
     /// The value of the first entry; empty without entries.
     const boost::any& firstValue() const;
 
+    /// The box around the buttons; null without one.
+    QWidget* buttonBox() const;
+
     EqualFunction m_equalFn;
     LessFunction m_lessFn;
     NamedValueList m_values;
@@ -84,9 +88,9 @@ private:
     void forget(QRadioButton* button);
 
     std::unique_ptr<ILayouter> m_ownedLayouter;
-    // Lives as long as the group listens to the end of its buttons. The last member,
-    // so the first to go: the buttons inside are destroyed after the maps that they
-    // would be taken from.
+    QGroupBox* m_groupBox = nullptr;
+    // Receives the end of the buttons, which may stand in a widget of the application.
+    // The last member, so the first to go, also when an order or a layouter throws.
     std::unique_ptr<QObject> m_listener;
 };
 

@@ -83,14 +83,13 @@ private Q_SLOTS:
     void onClicked();
 
 private:
-    class ButtonInUse;
-
+    template <typename Predicate>
+    void disposeOfButtons(Predicate isOurs);
     QPushButton* registerButton(
         QPushButton* button, const QString& toolTip, boost::function<void()> fn, unsigned int mask);
 
     QBoxLayout* m_layout;
     std::map<QObject*, ToolbarButton> m_buttons;
-    int m_buttonsInUse = 0;
 };
 
 } // namespace vrn::qt

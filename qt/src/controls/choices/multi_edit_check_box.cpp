@@ -5,8 +5,8 @@
 #include <vrn/companion_qt/signal_blocker.h>
 
 #include <QCheckBox>
-#include <QPointer>
-#include <QScopeGuard>
+
+#include "controls/parts/alive_p.h"
 
 namespace vrn::qt {
 
@@ -22,22 +22,14 @@ MultiEditCheckBox::MultiEditCheckBox(const QString& label, QWidget* parent)
     vrn_connect(m_check, &QCheckBox::stateChanged, this, &MultiEditCheckBox::onClicked);
 }
 
-MultiEditCheckBox::~MultiEditCheckBox()
-{
-    // After its signal a QCheckBox goes on with itself. One that is destroyed
-    // with this control by a slot has to stay until then.
-    if (m_checkIsBusy) {
-        m_check->setParent(nullptr);
-        m_check->deleteLater();
-    }
-}
+MultiEditCheckBox::~MultiEditCheckBox() = default;
 
 // From code, a change of state emits twice: the box inside tells of it, which
 // comes back here through onClicked() and emits, and then the outer call does.
 void MultiEditCheckBox::setChecked(bool checked)
 {
-    const QPointer<MultiEditCheckBox> alive(this);
-    m_varies = false;
+    const detail::Alive alive(this, m_check);
+    m_state.setCommon();
     m_check->setTristate(false);
     m_check->setChecked(checked);
     if (alive && m_emitValueChanged)
@@ -46,21 +38,14 @@ void MultiEditCheckBox::setChecked(bool checked)
 
 void MultiEditCheckBox::onClicked(int state)
 {
-    const QPointer<MultiEditCheckBox> alive(this);
-    // Also when a slot throws.
-    const auto endOfSignal = qScopeGuard([&, wasBusy = m_checkIsBusy] {
-        if (alive)
-            m_checkIsBusy = wasBusy;
-    });
-    m_checkIsBusy = true;
-    m_varies = false;
+    const detail::Alive alive(this, m_check);
+    m_state.setCommon();
     setChecked(state == Qt::Checked);
 }
 
 void MultiEditCheckBox::forceVaries()
 {
-    m_varies = true;
-    m_fresh = false;
+    m_state.setVaries();
     m_check->setTristate(true);
     const VRN_QT_SignalBlocker blocker(m_check);
     m_check->setCheckState(Qt::PartiallyChecked);
@@ -68,14 +53,12 @@ void MultiEditCheckBox::forceVaries()
 
 void MultiEditCheckBox::reset()
 {
-    const QPointer<MultiEditCheckBox> alive(this);
+    const detail::Alive alive(this, m_check);
     m_check->setTristate(false);
     // The slots of the signal that this may emit do not find a fresh control yet.
     m_check->setChecked(false);
-    if (!alive)
-        return;
-    m_varies = false;
-    m_fresh = true;
+    if (alive)
+        m_state.reset();
 }
 
 void MultiEditCheckBox::readValue(const boost::any& value)
@@ -84,14 +67,14 @@ void MultiEditCheckBox::readValue(const boost::any& value)
     const bool* checked = boost::any_cast<bool>(&value);
     if (!checked)
         return;
-    if (m_fresh) {
+    if (m_state.isFresh()) {
         // Not the own setChecked(): a change is told once, as that of a click is, and
         // no change is not told at all.
-        const QPointer<MultiEditCheckBox> alive(this);
+        const detail::Alive alive(this, m_check);
         m_check->setChecked(*checked);
         if (alive)
-            m_fresh = false;
-    } else if (!m_varies && *checked != m_check->isChecked()) {
+            m_state.setRead();
+    } else if (!m_state.varies() && *checked != m_check->isChecked()) {
         forceVaries();
     }
 }
@@ -103,13 +86,13 @@ void MultiEditCheckBox::setValue(const boost::any& value)
     if (!v)
         return;
     const VRN_QT_SignalBlocker blocker(isLoading() ? this : nullptr);
-    m_varies = false;
+    m_state.setCommon();
     setChecked(*v);
 }
 
 boost::any MultiEditCheckBox::getCurrentValue() const
 {
-    return m_varies ? boost::any() : boost::any(isChecked());
+    return dataVaries() ? boost::any() : boost::any(isChecked());
 }
 
 } // namespace vrn::qt

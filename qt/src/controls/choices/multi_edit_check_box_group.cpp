@@ -4,6 +4,10 @@
 #include <vrn/companion_qt/connect.h>
 #include <vrn/companion_qt/signal_blocker.h>
 
+#include <QScopeGuard>
+
+#include "controls/parts/alive_p.h"
+
 #include <stdexcept>
 
 namespace vrn::qt {
@@ -16,6 +20,28 @@ const T& at(const std::deque<T>& items, std::size_t idx)
         throw std::out_of_range("invalid deque<T> subscript");
     return items[idx];
 }
+
+// No valueChanged() of `box` while this lives. The box may go, and a slot on the
+// box inside may throw.
+class Muted
+{
+public:
+    explicit Muted(MultiEditCheckBox* box)
+        : m_box(box)
+    {
+        box->suspendValueChangedSignal();
+    }
+    ~Muted()
+    {
+        if (m_box)
+            m_box->resumeValueChangedSignal();
+    }
+    Muted(const Muted&) = delete;
+    Muted& operator=(const Muted&) = delete;
+
+private:
+    QPointer<MultiEditCheckBox> m_box;
+};
 
 bool saveCheck(const MultiEditCheckBox& check, vrn::KeyValueStorage& storage)
 {
@@ -34,23 +60,35 @@ bool saveCheck(const MultiEditCheckBox& check, vrn::KeyValueStorage& storage)
 MultiEditCheckBoxGroup::MultiEditCheckBoxGroup(QWidget* parent, ILayouter& layouter,
     const std::deque<QString>& labels, const std::deque<QString>& tooltips)
 {
+    // What a layouter throws leaves no cell of this group in the parent.
+    std::deque<QPointer<QWidget>> cells;
+    auto unlessFinished = qScopeGuard([&cells] {
+        for (const QPointer<QWidget>& cell : cells)
+            delete cell;
+    });
+    const auto addTo = [&](QWidget* cell) {
+        cells.emplace_back(cell);
+        layouter.onAdd(cell);
+    };
+
     for (std::size_t i = 0; i < labels.size(); ++i) {
         if (labels[i].isEmpty()) {
-            layouter.onAdd(new QWidget(parent));
+            addTo(new QWidget(parent));
             continue;
         }
         auto* check = MultiEditCheckBox::create(labels[i], parent);
-        layouter.onAdd(check);
+        addTo(check);
         vrn_connect(
             check, &MultiEditCheckBox::valueChanged, this, &MultiEditCheckBoxGroup::onClickedAny);
-        m_checks.emplace_back(check);
+        m_checks.push_back({check, 0});
         if (i < tooltips.size())
             check->setToolTip(tooltips[i]);
     }
     m_toggleAll = MultiEditCheckBox::create(tr("All"), parent);
-    layouter.onAdd(m_toggleAll);
+    addTo(m_toggleAll);
     vrn_connect(m_toggleAll.data(), &MultiEditCheckBox::valueChanged, this,
         &MultiEditCheckBoxGroup::onClickedToggleAll);
+    unlessFinished.dismiss();
 }
 
 MultiEditCheckBoxGroup::~MultiEditCheckBoxGroup() = default;
@@ -81,9 +119,7 @@ bool MultiEditCheckBoxGroup::dataVaries(std::size_t idx) const
 
 void MultiEditCheckBoxGroup::reset()
 {
-    // A copy, here and below: a slot may destroy this group or its boxes.
-    const auto checks = m_checks;
-    for (const Check& box : checks) {
+    for (const Box& box : boxes()) {
         if (box)
             box->reset();
     }
@@ -96,15 +132,13 @@ void MultiEditCheckBoxGroup::onEndRead()
 
 void MultiEditCheckBoxGroup::setEnabled(std::size_t idx, bool enabled)
 {
-    if (MultiEditCheckBox* box = at(m_checks, idx))
+    if (MultiEditCheckBox* box = at(m_checks, idx).box)
         box->setEnabled(enabled);
 }
 
 void MultiEditCheckBoxGroup::setEnabled(bool enabled)
 {
-    // A box gives its focus away by this, which somebody may hear of.
-    const auto checks = m_checks;
-    for (const Check& box : checks) {
+    for (const Box& box : boxes()) {
         if (box)
             box->setEnabled(enabled);
     }
@@ -114,7 +148,7 @@ void MultiEditCheckBoxGroup::setCanBeSaved(const std::string& key)
 {
     const QPointer<MultiEditCheckBoxGroup> group(this);
     for (std::size_t i = 0; i < m_checks.size(); ++i) {
-        MultiEditCheckBox* box = m_checks[i];
+        MultiEditCheckBox* box = m_checks[i].box;
         if (!box)
             continue;
         box->setCanBeSaved(
@@ -129,21 +163,36 @@ void MultiEditCheckBoxGroup::setCanBeSaved(const std::string& key)
 
 void MultiEditCheckBoxGroup::load(std::size_t idx, const vrn::KeyValueStorage& storage)
 {
-    const Check loaded = m_checks[idx];
+    const Box loaded = m_checks[idx].box;
     // To the end of this function: when all boxes emit, the last one does not.
     const VRN_QT_SignalBlocker blocker(loaded);
     const auto entry = storage.find(loaded->getStorageId());
     if (entry != storage.end() && boost::any_cast<bool>(&entry->second))
         loaded->setValue(entry->second);
 
-    if (++m_loadedCount != size())
+    ++m_checks[idx].timesLoaded;
+    if (!areAllLoaded())
         return;
-    m_loadedCount = 0;
-    const auto checks = m_checks;
-    for (const Check& box : checks) {
+    for (Check& check : m_checks)
+        check.timesLoaded = 0;
+    for (const Box& box : boxes()) {
         if (box)
             Q_EMIT box->valueChanged();
     }
+}
+
+// As many loads as boxes make a round; boxes that are gone do not count.
+bool MultiEditCheckBoxGroup::areAllLoaded() const
+{
+    std::size_t loads = 0;
+    std::size_t boxCount = 0;
+    for (const Check& check : m_checks) {
+        if (!check.box)
+            continue;
+        loads += check.timesLoaded;
+        ++boxCount;
+    }
+    return loads >= boxCount;
 }
 
 std::size_t MultiEditCheckBoxGroup::lastIndex() const
@@ -160,16 +209,13 @@ void MultiEditCheckBoxGroup::onClickedAny()
 
 void MultiEditCheckBoxGroup::onClickedToggleAll()
 {
-    const QPointer<MultiEditCheckBoxGroup> alive(this);
+    const detail::Alive alive(this);
     const bool checked = m_toggleAll->isChecked();
-    const auto checks = m_checks;
-    for (const Check& box : checks) {
+    for (const Box& box : boxes()) {
         if (!box || !box->isEnabled())
             continue;
-        box->suspendValueChangedSignal();
+        const Muted muted(box);
         box->setChecked(checked);
-        if (box)
-            box->resumeValueChangedSignal();
     }
     if (alive)
         Q_EMIT valueChanged();
@@ -181,9 +227,9 @@ void MultiEditCheckBoxGroup::_updateCheckAllBox()
     VRN_ASSERT(m_toggleAll);
     if (!m_toggleAll)
         return;
-    m_toggleAll->suspendValueChangedSignal();
+    const Muted muted(m_toggleAll);
     m_toggleAll->reset();
-    for (const Check& box : m_checks) {
+    for (const Box& box : boxes()) {
         if (!box || !box->isEnabled())
             continue;
         // What "All" does not show makes it vary, unless nothing was read before:
@@ -196,16 +242,24 @@ void MultiEditCheckBoxGroup::_updateCheckAllBox()
         if (m_toggleAll->dataVaries())
             break;
     }
-    m_toggleAll->resumeValueChangedSignal();
 }
 
 MultiEditCheckBox* MultiEditCheckBoxGroup::check(std::size_t idx) const
 {
     VRN_ASSERT_MESSAGE(idx < m_checks.size(), "index out of bounds")
     ("idx", idx)("m_checks.size()", m_checks.size());
-    MultiEditCheckBox* box = at(m_checks, idx);
+    MultiEditCheckBox* box = at(m_checks, idx).box;
     VRN_ASSERT(box);
     return box;
+}
+
+// A copy: a slot may destroy this group or its boxes.
+std::deque<MultiEditCheckBoxGroup::Box> MultiEditCheckBoxGroup::boxes() const
+{
+    std::deque<Box> boxes;
+    for (const Check& check : m_checks)
+        boxes.push_back(check.box);
+    return boxes;
 }
 
 } // namespace vrn::qt

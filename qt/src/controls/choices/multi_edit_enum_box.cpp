@@ -5,6 +5,8 @@
 #include <vrn/companion_qt/connect.h>
 #include <vrn/companion_qt/signal_blocker.h>
 
+#include "controls/parts/alive_p.h"
+
 namespace vrn::qt {
 
 MultiEditEnumBox* MultiEditEnumBox::create(
@@ -19,45 +21,39 @@ MultiEditEnumBox::MultiEditEnumBox(
     : SimpleEnumBox(parent, name, eqFn)
 {
     VRN_ASSERT(anyEqAvailable());
-    MultiEditEnumBox::onComboReplaced();
-}
-
-MultiEditEnumBox::~MultiEditEnumBox() = default;
-
-void MultiEditEnumBox::onComboReplaced()
-{
     // The second connection of this signal: one pick makes valueChanged() come
     // twice, and applications count on it.
     vrn_connect(&combo(), &QComboBox::textActivated, this, &MultiEditEnumBox::onItemActivated);
     vrn_connect(
         &combo(), &QComboBox::editTextChanged, this, &MultiEditEnumBox::onLineEditTextChanged);
     vrn_connect(
-        &combo(), QOverload<int>::of(&QComboBox::activated), this, &SimpleEnumBox::activated);
+        &combo(), QOverload<int>::of(&QComboBox::activated), this, &MultiEditEnumBox::onActivated);
 }
+
+MultiEditEnumBox::~MultiEditEnumBox() = default;
 
 void MultiEditEnumBox::reset()
 {
-    m_varies = false;
-    m_fresh = true;
     combo().removeVarious();
+    m_state.reset();
 }
 
 void MultiEditEnumBox::readValue(const boost::any& value)
 {
-    if (m_fresh) {
-        const QPointer<MultiEditEnumBox> alive(this);
+    if (m_state.isFresh()) {
+        const detail::Alive alive(this);
         selectByValue(value);
         if (alive)
-            m_fresh = false;
+            m_state.setRead();
         return;
     }
-    if (!m_varies && !isSelected(value))
+    if (!m_state.varies() && !isSelected(value))
         forceVaries();
 }
 
 boost::any MultiEditEnumBox::getCurrentValue() const
 {
-    return m_varies ? boost::any() : getSelectedValue();
+    return dataVaries() ? boost::any() : getSelectedValue();
 }
 
 void MultiEditEnumBox::setValue(const boost::any& value)
@@ -68,10 +64,10 @@ void MultiEditEnumBox::setValue(const boost::any& value)
 
 void MultiEditEnumBox::forceVaries()
 {
-    m_fresh = false;
+    m_state.setVaries();
     combo().addVarious(true);
-    // Last: on its way there an empty list that is editable shows other texts.
-    m_varies = true;
+    // Again: on its way there an empty list that is editable shows other texts.
+    m_state.setVaries();
 }
 
 void MultiEditEnumBox::onSelected()
@@ -84,15 +80,25 @@ void MultiEditEnumBox::onItemActivated(const QString& /*text*/)
     setCommon();
 }
 
+void MultiEditEnumBox::onActivated(int index)
+{
+    const detail::Alive alive(this, &combo());
+    Q_EMIT activated(index);
+}
+
 void MultiEditEnumBox::setCommon()
 {
-    m_varies = false;
+    const detail::Alive alive(this, &combo());
+    m_state.setCommon();
     Q_EMIT valueChanged();
 }
 
 void MultiEditEnumBox::onLineEditTextChanged()
 {
-    m_varies = combo().getCurrentId() == VRN_QT4_ComboBox::getVariousId();
+    if (combo().getCurrentId() == VRN_QT4_ComboBox::getVariousId())
+        m_state.setVaries();
+    else
+        m_state.setCommon();
 }
 
 } // namespace vrn::qt

@@ -3,8 +3,7 @@
 #include <vrn/assert/smart_assert.h>
 #include <vrn/companion_qt/connect.h>
 
-#include <QPointer>
-
+#include "controls/parts/alive_p.h"
 #include "controls/selection/varies_accessible_p.h"
 
 namespace vrn::qt {
@@ -31,27 +30,26 @@ MultiEditGroupBox::~MultiEditGroupBox() = default;
 
 void MultiEditGroupBox::onClicked(bool /*checked*/)
 {
-    m_varies = false;
+    m_state.setCommon();
     if (m_emitValueChanged)
         Q_EMIT valueChanged();
 }
 
 void MultiEditGroupBox::forceVaries()
 {
-    m_varies = true;
-    m_fresh = false;
+    m_state.setVaries();
     setEnabled(false);
 }
 
 void MultiEditGroupBox::reset()
 {
-    const QPointer<MultiEditGroupBox> alive(this);
+    const detail::Alive alive(this);
     setChecked(false);
     if (!alive)
         return;
     setEnabled(true);
-    m_varies = false;
-    m_fresh = true;
+    if (alive)
+        m_state.reset();
 }
 
 void MultiEditGroupBox::readValue(const boost::any& value)
@@ -59,12 +57,12 @@ void MultiEditGroupBox::readValue(const boost::any& value)
     const bool* checked = boost::any_cast<bool>(&value);
     if (!checked)
         return;
-    if (m_fresh) {
-        const QPointer<MultiEditGroupBox> alive(this);
+    if (m_state.isFresh()) {
+        const detail::Alive alive(this);
         setChecked(*checked);
         if (alive)
-            m_fresh = false;
-    } else if (!m_varies && *checked != isChecked()) {
+            m_state.setRead();
+    } else if (!m_state.varies() && *checked != isChecked()) {
         forceVaries();
     }
 }
@@ -75,19 +73,19 @@ void MultiEditGroupBox::setValue(const boost::any& value)
     VRN_ASSERT(checked);
     if (!checked)
         return;
-    const QPointer<MultiEditGroupBox> alive(this);
+    const detail::Alive alive(this);
     setChecked(*checked);
     if (!alive)
         return;
     // Disabled it stays: only reset() enables the box.
-    m_varies = false;
+    m_state.setCommon();
     if (m_emitValueChanged)
         Q_EMIT valueChanged();
 }
 
 boost::any MultiEditGroupBox::getCurrentValue() const
 {
-    return m_varies ? boost::any() : boost::any(isChecked());
+    return dataVaries() ? boost::any() : boost::any(isChecked());
 }
 
 } // namespace vrn::qt

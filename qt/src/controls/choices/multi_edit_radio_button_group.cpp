@@ -4,8 +4,9 @@
 #include <vrn/companion_qt/connect.h>
 
 #include <QButtonGroup>
-#include <QPointer>
 #include <QRadioButton>
+
+#include "controls/parts/alive_p.h"
 
 namespace vrn::qt {
 
@@ -43,14 +44,15 @@ void MultiEditRadioButtonGroup::onButtonCreated(QRadioButton* button)
 
 void MultiEditRadioButtonGroup::onClicked(bool /*checked*/)
 {
-    m_varies = false;
+    const detail::Alive alive(this, buttonBox());
+    m_state.setCommon();
     Q_EMIT valueChanged();
 }
 
 void MultiEditRadioButtonGroup::setValue(const boost::any& value)
 {
-    const QPointer<MultiEditRadioButtonGroup> alive(this);
-    m_varies = false;
+    const detail::Alive alive(this, buttonBox());
+    m_state.setCommon();
     setAutoExclusive();
     setSelected(value);
     if (alive)
@@ -60,8 +62,7 @@ void MultiEditRadioButtonGroup::setValue(const boost::any& value)
 // A checked radio button cannot be unchecked for as long as it is exclusive.
 void MultiEditRadioButtonGroup::forceVaries()
 {
-    m_varies = true;
-    m_fresh = false;
+    m_state.setVaries();
     for (const auto& entry : m_button2value) {
         QRadioButton* button = entry.first;
         button->blockSignals(true);
@@ -81,9 +82,8 @@ void MultiEditRadioButtonGroup::forceVaries()
 
 void MultiEditRadioButtonGroup::reset()
 {
-    const QPointer<MultiEditRadioButtonGroup> alive(this);
-    m_varies = false;
-    m_fresh = true;
+    const detail::Alive alive(this, buttonBox());
+    m_state.reset();
     setValue(firstValue());
     if (!alive)
         return;
@@ -93,13 +93,13 @@ void MultiEditRadioButtonGroup::reset()
 
 void MultiEditRadioButtonGroup::readValue(const boost::any& value)
 {
-    if (m_varies)
+    if (m_state.varies())
         return;
-    const QPointer<MultiEditRadioButtonGroup> alive(this);
-    if (m_fresh) {
+    const detail::Alive alive(this, buttonBox());
+    if (m_state.isFresh()) {
         setValue(value);
         if (alive)
-            m_fresh = false;
+            m_state.setRead();
         return;
     }
     if (m_equalFn && m_equalFn(value, selectedValue()))
@@ -113,7 +113,7 @@ void MultiEditRadioButtonGroup::readValue(const boost::any& value)
 
 boost::any MultiEditRadioButtonGroup::getCurrentValue() const
 {
-    return m_varies ? boost::any() : getValue();
+    return dataVaries() ? boost::any() : getValue();
 }
 
 void MultiEditRadioButtonGroup::setAutoExclusive()

@@ -5,6 +5,7 @@
 #include <QCheckBox>
 #include <QHBoxLayout>
 
+#include "controls/parts/alive_p.h"
 #include "controls/selection/varies_accessible_p.h"
 
 namespace vrn::qt {
@@ -28,7 +29,10 @@ SimpleCheckBox::SimpleCheckBox(const QString& label, QWidget* parent)
     setFocusPolicy(m_check->focusPolicy());
 }
 
-SimpleCheckBox::~SimpleCheckBox() = default;
+SimpleCheckBox::~SimpleCheckBox()
+{
+    detail::disposeOf(m_check);
+}
 
 bool SimpleCheckBox::isChecked() const
 {

@@ -11,7 +11,9 @@
 #include <QIcon>
 #include <QLineEdit>
 
+#include "controls/parts/alive_p.h"
 #include "controls/parts/mnemonic_p.h"
+#include "controls/parts/spare_p.h"
 
 #include <algorithm>
 #include <utility>
@@ -22,7 +24,7 @@ namespace {
 // What a control passes to its validator: what a user types is in the C locale.
 constexpr unsigned long noFlags = 0;
 
-// What room there is, the list takes, and not the caption.
+// The list takes the spare room, not the caption.
 constexpr int stretchOfList = 1;
 
 // For the edit of a box without a validator: any text may stand there, though it
@@ -60,68 +62,37 @@ SimpleEnumBox* SimpleEnumBox::create(
 SimpleEnumBox::SimpleEnumBox(
     QWidget* parent, const QString& name, bool (*eqFn)(const boost::any&, const boost::any&))
     : QWidget(parent)
+    , m_combo(new VRN_QT4_ComboBox(this))
     , m_eq(eqFn)
 {
-    if (!name.isEmpty())
-        m_label = new VRN_QT_Label(Qt::PlainText, name, this);
-    makeLayout();
-    makeCombo();
-}
-
-SimpleEnumBox::~SimpleEnumBox()
-{
-    // The children go when this part of the box has gone, and an edit with the
-    // focus may then finish editing.
-    if (m_combo)
-        m_combo->disconnect(this);
-    delete m_lineEdit;
-}
-
-void SimpleEnumBox::makeLayout()
-{
-    m_layout = new QHBoxLayout(this);
-    m_layout->setContentsMargins(0, 0, 0, 0);
-    if (m_label)
-        m_layout->addWidget(m_label);
-    if (m_combo)
-        m_layout->addWidget(m_combo, stretchOfList);
-}
-
-QHBoxLayout& SimpleEnumBox::row()
-{
-    VRN_ASSERT(m_layout);
-    if (!m_layout)
-        makeLayout();
-    return *m_layout;
-}
-
-void SimpleEnumBox::makeCombo()
-{
-    // First: a layout made anew takes the list that there is.
-    QHBoxLayout& row = this->row();
-    m_combo = new VRN_QT4_ComboBox(this);
+    auto* layout = new QHBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    if (!name.isEmpty()) {
+        auto* label = new VRN_QT_Label(Qt::PlainText, name, this);
+        label->setBuddy(m_combo);
+        m_combo->setAccessibleName(detail::withoutMnemonic(name));
+        layout->addWidget(label);
+    }
     m_combo->setSorting(false);
     m_combo->setEditable(false);
     m_combo->setDuplicatesEnabled(false);
     m_combo->setWidthTextEnabled(true);
-    row.addWidget(m_combo, stretchOfList);
+    layout->addWidget(m_combo, stretchOfList);
     setFocusProxy(m_combo);
     setFocusPolicy(m_combo->focusPolicy());
-    if (m_label) {
-        m_label->setBuddy(m_combo);
-        m_combo->setAccessibleName(detail::withoutMnemonic(m_label->text()));
-    }
     vrn_connect(m_combo.data(), &QComboBox::textActivated, this, &SimpleEnumBox::onItemActivated);
+}
+
+SimpleEnumBox::~SimpleEnumBox()
+{
+    dropLineEdit();
+    detail::disposeOf(m_combo);
 }
 
 VRN_QT4_ComboBox& SimpleEnumBox::combo()
 {
     VRN_ASSERT(m_combo);
-    if (!m_combo) {
-        makeCombo();
-        onComboReplaced();
-    }
-    return *m_combo;
+    return m_combo ? *m_combo : detail::spare<VRN_QT4_ComboBox>(nullptr);
 }
 
 void SimpleEnumBox::resize(int width, int height)
@@ -186,6 +157,8 @@ void SimpleEnumBox::selectByName(const QString& name)
 void SimpleEnumBox::selectByValue(const boost::any& value)
 {
     VRN_QT4_ComboBox& combo = this->combo();
+    if (!m_combo)
+        return;
     VRN_ASSERT(m_combo->isEditable() || !m_values.empty());
     const auto entry = std::find_if(m_values.begin(), m_values.end(),
         [&](const auto& candidate) { return anyEq(candidate.second, value); });
@@ -297,6 +270,8 @@ void SimpleEnumBox::setEditable(bool editable, IValidator::pointer validator)
 {
     m_validator = std::move(validator);
     combo().setEditable(editable);
+    if (!m_combo)
+        return;
     if (!editable) {
         dropLineEdit();
         return;
@@ -336,13 +311,17 @@ void SimpleEnumBox::makeLineEdit()
     }
 }
 
-// Destroyed later: its signal may be the one that is being handled.
+// Its signal may be the one that is being handled, and a program that deletes the
+// children of the parent one by one has it in its list.
 void SimpleEnumBox::dropLineEdit()
 {
     if (!m_lineEdit)
         return;
     m_lineEdit->disconnect(this);
-    m_lineEdit->deleteLater();
+    if (m_lineEdit->parent())
+        m_lineEdit->deleteLater();
+    else
+        detail::disposeOf(m_lineEdit);
     m_lineEdit = nullptr;
 }
 
@@ -372,7 +351,7 @@ void SimpleEnumBox::onEditingFinished()
     // The combo box tells of its entries itself.
     if (!getValueForName(text).empty())
         return;
-    const QPointer<SimpleEnumBox> alive(this);
+    const detail::Alive alive(this, m_combo);
     m_lineEdit->onTextEdited(text);
     if (alive)
         Q_EMIT valueChanged();
@@ -381,8 +360,9 @@ void SimpleEnumBox::onEditingFinished()
 void SimpleEnumBox::addWidget(QWidget* w)
 {
     VRN_ASSERT(w);
-    if (w)
-        row().addWidget(w);
+    VRN_ASSERT(layout());
+    if (w && layout())
+        layout()->addWidget(w);
 }
 
 int SimpleEnumBox::getComboWidth() const
@@ -393,11 +373,10 @@ int SimpleEnumBox::getComboWidth() const
 
 void SimpleEnumBox::onItemActivated(const QString& /*text*/)
 {
+    const detail::Alive alive(this, m_combo);
     Q_EMIT valueChanged();
 }
 
 void SimpleEnumBox::onSelected() {}
-
-void SimpleEnumBox::onComboReplaced() {}
 
 } // namespace vrn::qt

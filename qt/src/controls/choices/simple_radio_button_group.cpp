@@ -10,6 +10,7 @@
 #include <QRadioButton>
 #include <QVBoxLayout>
 
+#include "controls/parts/alive_p.h"
 #include "controls/parts/mnemonic_p.h"
 #include "controls/selection/varies_accessible_p.h"
 
@@ -51,17 +52,17 @@ SimpleRadioButtonGroup::SimpleRadioButtonGroup(const QString& title, const Named
         layouter = m_ownedLayouter.get();
     }
     QVBoxLayout* layout = nullptr;
-    QGroupBox* groupBox = nullptr;
     if (useGroupBox) {
         layout = new QVBoxLayout(this);
         layout->setContentsMargins(0, 0, 0, 0);
-        groupBox = new QGroupBox(title, this);
-        layouter->onCreate(groupBox);
+        m_groupBox = new QGroupBox(title, this);
+        layouter->onCreate(m_groupBox);
     }
     QButtonGroup* buttonGroup = useButtonGroup ? new QButtonGroup(this) : nullptr;
 
     for (const auto& [name, value] : m_values) {
-        auto* button = new QRadioButton(name, groupBox ? static_cast<QWidget*>(groupBox) : this);
+        auto* button = new QRadioButton(
+            name, m_groupBox ? static_cast<QWidget*>(m_groupBox) : this);
         layouter->onAdd(button);
         if (buttonGroup)
             buttonGroup->addButton(button, -1);
@@ -76,11 +77,20 @@ SimpleRadioButtonGroup::SimpleRadioButtonGroup(const QString& title, const Named
 
     if (useGroupBox) {
         layouter->onFinish();
-        layout->addWidget(groupBox);
+        layout->addWidget(m_groupBox);
     }
 }
 
-SimpleRadioButtonGroup::~SimpleRadioButtonGroup() = default;
+SimpleRadioButtonGroup::~SimpleRadioButtonGroup()
+{
+    m_listener.reset();
+    detail::disposeOf(m_groupBox);
+}
+
+QWidget* SimpleRadioButtonGroup::buttonBox() const
+{
+    return m_groupBox;
+}
 
 boost::any SimpleRadioButtonGroup::getSelectedValue() const
 {
@@ -112,8 +122,8 @@ void SimpleRadioButtonGroup::setValueEnabled(const boost::any& value, bool enabl
 
 void SimpleRadioButtonGroup::setValuesEnabled(bool enabled)
 {
-    // A disabled button gives the focus away, and whoever hears of that may destroy
-    // this group.
+    // A disabled button gives the focus away, and a slot that is told of that may
+    // destroy this group.
     std::vector<QPointer<QRadioButton>> buttons;
     for (auto it = m_value2button.begin(); it != m_value2button.end(); ++it) {
         VRN_ASSERT(it->second);

@@ -12,6 +12,8 @@
 #include <QPointer>
 #include <QPushButton>
 
+#include "controls/parts/alive_p.h"
+
 #include <exception>
 #include <utility>
 #include <vector>
@@ -41,31 +43,6 @@ void warn(QWidget* parent, const QString& text)
 
 } // namespace
 
-// Lives while Qt is at work on a button, below a call of the application, and is
-// not done with it: clear() must not delete that button yet.
-class Toolbar::ButtonInUse
-{
-public:
-    explicit ButtonInUse(Toolbar* toolbar)
-        : m_toolbar(toolbar)
-    {
-        ++toolbar->m_buttonsInUse;
-    }
-    ~ButtonInUse()
-    {
-        if (m_toolbar)
-            --m_toolbar->m_buttonsInUse;
-    }
-    ButtonInUse(const ButtonInUse&) = delete;
-    ButtonInUse& operator=(const ButtonInUse&) = delete;
-
-    /// Null once the toolbar has been destroyed.
-    QWidget* toolbar() const { return m_toolbar.data(); }
-
-private:
-    QPointer<Toolbar> m_toolbar;
-};
-
 Toolbar::Toolbar(QWidget* parent, ExpandDirection direction)
     : QWidget(parent)
     , m_layout(createLayout(this, direction))
@@ -77,11 +54,7 @@ Toolbar::Toolbar(QWidget* parent, ExpandDirection direction)
 
 Toolbar::~Toolbar()
 {
-    // The buttons go after this part of the toolbar, and would report that. What
-    // their functions hold goes now, and may call the toolbar: it has forgotten them.
-    const auto ended = std::exchange(m_buttons, {});
-    for (const auto& entry : ended)
-        entry.second.button->disconnect(this);
+    disposeOfButtons([this](const QPushButton& button) { return isAncestorOf(&button); });
 }
 
 QPushButton* Toolbar::addButton(const std::string& id, const QIcon& icon, const QString& toolTip,
@@ -166,43 +139,39 @@ void Toolbar::addWidget(QWidget* widget)
 
 void Toolbar::clear()
 {
-    // Whoever hears of the end of one button may bring about that of the others,
-    // and so may what a function holds: the toolbar has forgotten all by then.
-    const auto cleared = std::exchange(m_buttons, {});
-    std::vector<QPointer<QPushButton>> buttons;
-    for (const auto& entry : cleared) {
-        entry.second.button->disconnect(this);
-        buttons.emplace_back(entry.second.button);
-    }
+    disposeOfButtons([](const QPushButton&) { return true; });
+}
 
-    const bool mayDelete = m_buttonsInUse == 0;
-    for (const auto& button : buttons) {
-        if (mayDelete) {
-            delete button;
-        } else if (button) {
-            // Without its name nobody finds it in place of a new one. To hide it
-            // comes last: whoever hears of its focus may destroy the toolbar.
-            button->deleteLater();
-            button->setObjectName(QString());
-            m_layout->removeWidget(button);
-            button->hide();
-        }
+template <typename Predicate>
+void Toolbar::disposeOfButtons(Predicate isOurs)
+{
+    // The end of a button, or of what its function holds, may bring about that of the
+    // others and call the toolbar: it has forgotten all of them.
+    const auto forgotten = std::exchange(m_buttons, {});
+    std::vector<QPointer<QPushButton>> buttons;
+    for (const auto& entry : forgotten) {
+        entry.second.button->disconnect(this);
+        if (isOurs(*entry.second.button))
+            buttons.emplace_back(entry.second.button);
     }
+    for (const auto& button : buttons)
+        detail::disposeOf(button);
 }
 
 void Toolbar::setButtonsEnabled(bool enabled, unsigned int mask)
 {
-    // A disabled button gives the focus away, and whoever hears of that may
+    // A disabled button gives the focus away, and a slot that is told of that may
     // change the toolbar.
-    const ButtonInUse inUse(this);
     std::vector<QPointer<QPushButton>> buttons;
     for (const auto& entry : m_buttons) {
         if ((entry.second.mask & mask) != 0)
             buttons.emplace_back(entry.second.button);
     }
     for (const auto& button : buttons) {
-        if (button)
-            button->setEnabled(enabled);
+        if (!button)
+            continue;
+        const detail::Alive alive(this, button);
+        button->setEnabled(enabled);
     }
 }
 
@@ -213,11 +182,11 @@ void Toolbar::onClicked()
         return;
     // A copy: the function may destroy its button, and itself with it.
     const auto fn = entry->second.fn;
-    const ButtonInUse inUse(this);
+    const detail::Alive alive(this, entry->second.button);
     try {
         fn();
     } catch (const std::exception& exception) {
-        warn(inUse.toolbar(),
+        warn(alive ? this : nullptr,
             tr("An exception occurred:\n%1").arg(QString::fromUtf8(exception.what())));
     }
 }

@@ -220,36 +220,6 @@ private Q_SLOTS:
 
     // --- a list that someone has destroyed
 
-    void aPickInAListMadeAnewIsToldAsEver()
-    {
-        MultiEditEnumBox* box = createFilled();
-        delete &comboOf(*box);
-        expectAssert("m_combo");
-        box->setValues(steels());
-        showActive(*m_form);
-        box->forceVaries();
-        QStringList heard;
-        connect(box, &SimpleEnumBox::activated, this,
-            [&](int row) { heard << QString("activated %1").arg(row); });
-        connect(box, &SimpleEnumBox::valueChanged, this, [&] { heard << "changed"; });
-        pick(*box, 2);
-        QCOMPARE(heard, QStringList({"activated 2", "changed", "changed"}));
-        QCOMPARE(box->getCurrentValue(), boost::any(355));
-    }
-
-    void aTextInAListMadeAnewEndsTheVariation()
-    {
-        MultiEditEnumBox* box = createFilled();
-        delete &comboOf(*box);
-        expectAssert("m_combo");
-        box->setEditable(true, strength());
-        box->setValues(steels());
-        box->forceVaries();
-        comboOf(*box).setEditText("460");
-        QVERIFY(!box->dataVaries());
-        QCOMPARE(box->getCurrentValue(), boost::any(460));
-    }
-
     void aVaryingBoxSaysSoInItsAccessibleValue_data()
     {
         QTest::addColumn<bool>("editable");
