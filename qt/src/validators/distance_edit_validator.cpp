@@ -77,7 +77,7 @@ DistanceEditValidator::DistanceEditValidator(int unit, double min, double max, b
     , m_min(min)
     , m_max(max)
     , m_unit(unit)
-    , m_zeroIfEmpty(zeroIfEmpty)
+    , m_emptyText(zeroIfEmpty ? EmptyText::Zero : EmptyText::Refused)
 {
     VRN_ASSERT(m_min < m_max)("m_min", m_min)("m_max", m_max);
     VRN_ASSERT(m_decimals >= 0)("m_decimals", m_decimals);
@@ -87,8 +87,7 @@ DistanceEditValidator::~DistanceEditValidator() = default;
 
 void DistanceEditValidator::setEmptyValueAllowed(bool allowed)
 {
-    m_emptyAllowed = allowed;
-    m_zeroIfEmpty = !allowed;
+    m_emptyText = allowed ? EmptyText::NoValue : EmptyText::Zero;
 }
 
 void DistanceEditValidator::showUnitPostfix(bool show)
@@ -99,11 +98,11 @@ void DistanceEditValidator::showUnitPostfix(bool show)
 bool DistanceEditValidator::validate(
     const QString& text, boost::any& value, const std::bitset<32>& flags)
 {
-    if (m_emptyAllowed && text.isEmpty()) {
+    if (m_emptyText == EmptyText::NoValue && text.isEmpty()) {
         value.clear();
         return true;
     }
-    if (m_zeroIfEmpty && text.isEmpty()) {
+    if (m_emptyText == EmptyText::Zero && text.isEmpty()) {
         value = 0.0;
         return true;
     }
@@ -138,7 +137,7 @@ bool DistanceEditValidator::validateWhenFinished(
 
 QString DistanceEditValidator::reformat(const boost::any& value, const std::bitset<32>& flags)
 {
-    if (m_emptyAllowed && value.empty())
+    if (m_emptyText == EmptyText::NoValue && value.empty())
         return QString();
     const auto* length = boost::any_cast<double>(&value);
     if (!length) {

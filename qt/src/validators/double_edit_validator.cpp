@@ -17,7 +17,7 @@ DoubleEditValidator::DoubleEditValidator(int precision, double min, double max, 
     : m_precision(precision)
     , m_min(min)
     , m_max(max)
-    , m_zeroIfEmpty(zeroIfEmpty)
+    , m_emptyText(zeroIfEmpty ? EmptyText::Zero : EmptyText::Refused)
 {
     VRN_ASSERT(m_min < m_max)("m_min", m_min)("m_max", m_max);
     VRN_ASSERT(m_precision >= 0)("m_precision", m_precision);
@@ -49,18 +49,17 @@ void DoubleEditValidator::setPrecision(int precision)
 
 void DoubleEditValidator::setEmptyValueAllowed(bool allowed)
 {
-    m_emptyAllowed = allowed;
-    m_zeroIfEmpty = !allowed;
+    m_emptyText = allowed ? EmptyText::NoValue : EmptyText::Zero;
 }
 
 bool DoubleEditValidator::validate(
     const QString& text, boost::any& value, const std::bitset<32>& flags)
 {
-    if (m_emptyAllowed && text.isEmpty()) {
+    if (m_emptyText == EmptyText::NoValue && text.isEmpty()) {
         value.clear();
         return true;
     }
-    if (m_zeroIfEmpty && text.isEmpty()) {
+    if (m_emptyText == EmptyText::Zero && text.isEmpty()) {
         value = 0.0;
         return true;
     }
@@ -87,7 +86,7 @@ bool DoubleEditValidator::validateWhenFinished(
 
 QString DoubleEditValidator::reformat(const boost::any& value, const std::bitset<32>& flags)
 {
-    if (m_emptyAllowed && value.empty())
+    if (m_emptyText == EmptyText::NoValue && value.empty())
         return QString();
     const auto* number = boost::any_cast<double>(&value);
     if (!number) {

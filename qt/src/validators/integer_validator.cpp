@@ -8,7 +8,7 @@ template <typename T>
 IntegerValidator<T>::IntegerValidator(T min, T max, bool zeroIfEmpty)
     : m_min(min)
     , m_max(max)
-    , m_zeroIfEmpty(zeroIfEmpty)
+    , m_emptyText(zeroIfEmpty ? EmptyText::Zero : EmptyText::Refused)
 {
     VRN_ASSERT(min <= max)("min", min)("max", max);
 }
@@ -19,15 +19,14 @@ IntegerValidator<T>::~IntegerValidator() = default;
 template <typename T>
 void IntegerValidator<T>::setEmptyValueAllowed(bool allowed)
 {
-    m_emptyAllowed = allowed;
-    m_zeroIfEmpty = !allowed;
+    m_emptyText = allowed ? EmptyText::NoValue : EmptyText::Zero;
 }
 
 template <typename T>
 bool IntegerValidator<T>::validate(
     const QString& text, boost::any& value, const std::bitset<32>& /*flags*/)
 {
-    if (text.isEmpty() && (m_emptyAllowed || m_zeroIfEmpty)) {
+    if (text.isEmpty() && m_emptyText != EmptyText::Refused) {
         value.clear();
         return true;
     }
@@ -56,9 +55,9 @@ bool IntegerValidator<T>::validateWhenFinished(
 template <typename T>
 QString IntegerValidator<T>::reformat(const boost::any& value, const std::bitset<32>& /*flags*/)
 {
-    if (m_emptyAllowed && value.empty())
+    if (m_emptyText == EmptyText::NoValue && value.empty())
         return QString();
-    if (m_zeroIfEmpty && value.empty())
+    if (m_emptyText == EmptyText::Zero && value.empty())
         return QStringLiteral("0");
     const T* number = boost::any_cast<T>(&value);
     if (!number) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <vrn/qt/empty_text.h>
 #include <vrn/qt/i_validator.h>
 
 namespace vrn::qt {
@@ -41,8 +42,7 @@ private:
     double m_min;
     double m_max;
     int m_unit;
-    bool m_zeroIfEmpty;
-    bool m_emptyAllowed = false;
+    EmptyText m_emptyText;
     bool m_showUnitPostfix = false;
 };
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <vrn/qt/empty_text.h>
 #include <vrn/qt/i_validator.h>
 
 #include <limits>
@@ -41,8 +42,7 @@ private:
     int m_precision = 3;
     double m_min = std::numeric_limits<double>::lowest();
     double m_max = std::numeric_limits<double>::max();
-    bool m_zeroIfEmpty = true;
-    bool m_emptyAllowed = false;
+    EmptyText m_emptyText = EmptyText::Zero;
 };
 
 } // namespace vrn::qt

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <vrn/qt/empty_text.h>
 #include <vrn/qt/i_validator.h>
 
 namespace vrn::qt {
@@ -37,8 +38,7 @@ struct IntegerValidator : public IValidator
 private:
     T m_min;
     T m_max;
-    bool m_zeroIfEmpty;
-    bool m_emptyAllowed = false;
+    EmptyText m_emptyText;
 };
 
 extern template struct VRN_QT2_EXPORT IntegerValidator<int>;

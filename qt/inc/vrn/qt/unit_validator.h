@@ -1,5 +1,6 @@
 #pragma once
 
+#include <vrn/qt/empty_text.h>
 #include <vrn/qt/i_validator.h>
 #include <vrn/units/context.h>
 
@@ -61,8 +62,7 @@ private:
 
     vrn::units::Context m_context;
     boost::optional<UnitId> m_unit_id;
-    bool m_empty_is_zero = true;
-    bool m_empty_allowed = false;
+    EmptyText m_empty_text = EmptyText::Zero;
     double m_minimum = std::numeric_limits<double>::lowest();
     double m_maximum = std::numeric_limits<double>::max();
 };
