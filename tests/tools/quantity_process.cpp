@@ -1,14 +1,17 @@
 #include "quantity_process.h"
 
+#include <QFileInfo>
 #include <QProcess>
 
 namespace vrn::test {
+namespace {
 
-Outcome runQuantity(const QStringList& arguments, const QByteArray& input)
+Outcome run(const QString& program, const QStringList& arguments, const QByteArray& input,
+    const QProcessEnvironment& environment)
 {
     QProcess process;
-    process.setProcessEnvironment(quantityEnvironment());
-    process.start(QStringLiteral(VRN_QUANTITY), arguments);
+    process.setProcessEnvironment(environment);
+    process.start(program, arguments);
     process.write(input);
     process.closeWriteChannel();
     Outcome outcome;
@@ -17,6 +20,22 @@ Outcome runQuantity(const QStringList& arguments, const QByteArray& input)
     outcome.output = QString::fromUtf8(process.readAllStandardOutput());
     outcome.errors = QString::fromUtf8(process.readAllStandardError());
     return outcome;
+}
+
+} // namespace
+
+Outcome runQuantity(const QStringList& arguments, const QByteArray& input)
+{
+    return run(QStringLiteral(VRN_QUANTITY), arguments, input, quantityEnvironment());
+}
+
+Outcome runInShell(const QString& command, const QByteArray& input)
+{
+    auto environment = quantityEnvironment();
+    environment.insert(QStringLiteral("PATH"),
+        QFileInfo(QStringLiteral(VRN_QUANTITY)).path() + QLatin1Char(':')
+            + environment.value(QStringLiteral("PATH")));
+    return run(QStringLiteral("/bin/sh"), {QStringLiteral("-c"), command}, input, environment);
 }
 
 QProcessEnvironment quantityEnvironment()

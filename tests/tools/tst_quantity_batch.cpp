@@ -8,6 +8,7 @@
 #include <QRegularExpression>
 
 using vrn::test::quantityEnvironment;
+using vrn::test::runInShell;
 using vrn::test::runQuantity;
 
 namespace {
@@ -126,6 +127,46 @@ private Q_SLOTS:
         QCOMPARE(process.readAllStandardOutput(), QByteArray("ok\t2.000 m\n"));
         process.closeWriteChannel();
         QVERIFY(process.waitForFinished());
+    }
+
+    void outputThatCannotBeWrittenEndsIt_data()
+    {
+        QTest::addColumn<QByteArray>("input");
+        QTest::newRow("at the first wait for more") << QByteArray("show\t1001\t1\n");
+        // More than any buffer between the answers and the file holds.
+        QTest::newRow("amid many lines") << QByteArray("show\t1001\t1\n").repeated(100000);
+    }
+    void outputThatCannotBeWrittenEndsIt()
+    {
+        QFETCH(QByteArray, input);
+        QProcess process;
+        process.setStandardOutputFile("/dev/full");
+        process.start(QStringLiteral(VRN_QUANTITY), {"batch"});
+        // The input stays open: the program has no other reason to end.
+        process.write(input);
+        QVERIFY(process.waitForFinished(10000));
+        QCOMPARE(process.exitStatus(), QProcess::NormalExit);
+        QCOMPARE(process.readAllStandardError(),
+            QByteArray("vrn-quantity: standard output cannot be written\n"));
+        QCOMPARE(process.exitCode(), 2);
+    }
+
+    // This line is answered after the end of the input has been seen.
+    void outputThatCannotBeWrittenAtTheEndIsTold()
+    {
+        const auto outcome = runInShell("exec vrn-quantity batch > /dev/full", "show\t1001\t1");
+        QCOMPARE(outcome.errors, QString("vrn-quantity: standard output cannot be written\n"));
+        QCOMPARE(outcome.status, 2);
+    }
+
+    void aReaderThatHasGoneEndsIt()
+    {
+        const auto outcome = runInShell("trap '' PIPE; timeout 60 yes 'bad line' 2> /dev/null | { "
+                                        "vrn-quantity batch; echo $? >&2; } "
+                                        "| head -n 1");
+        QCOMPARE(
+            outcome.output, QString("error\ta line has three fields with a tab between them\n"));
+        QCOMPARE(outcome.errors, QString("vrn-quantity: standard output cannot be written\n2\n"));
     }
 
     void memoryDoesNotGrowWithTheLines()

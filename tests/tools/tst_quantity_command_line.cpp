@@ -3,6 +3,7 @@
 #include "support/test_main.h"
 #include "support/test_object.h"
 
+using vrn::test::runInShell;
 using vrn::test::runQuantity;
 
 class TestQuantityCommandLine : public vrn::test::TestObject
@@ -172,6 +173,66 @@ private Q_SLOTS:
         QCOMPARE(outcome.errors.count('\n'), 1);
         QVERIFY(outcome.errors.startsWith("vrn-quantity: "));
         QVERIFY2(outcome.errors.contains(reason), qPrintable(outcome.errors));
+    }
+
+    void messagesShowWhatATerminalWouldObey_data()
+    {
+        QTest::addColumn<QStringList>("arguments");
+        QTest::addColumn<QString>("message");
+        const auto row = [](const char* name, const QStringList& arguments, const char* message) {
+            QTest::newRow(name) << arguments << QString::fromUtf8(message);
+        };
+        row("the name of a kind", {"parse", "\x1b[31mGEO", "1"},
+            "no kind has the name \"\\x1b[31mGEO\"");
+        row("a text that is refused", {"parse", "1001", "\r1\a m"},
+            "\"\\r1\\x07 m\" is no quantity of the kind 1001");
+        row("a symbol", {"convert", "1 m", "\x7f"}, "no unit has the symbol \"\\x7f\"");
+        row("an override", {"show", "1001", "1", "--override", "1001:\t=1"},
+            "--override: there is no field \"\\t\"");
+        row("a locale", {"show", "1001", "1", "--locale", "\b"},
+            "this machine has no locale \"\\x08\"");
+        row("an argument too many", {"show", "1001", "1", "\x1b"},
+            "The following argument was not expected: \\x1b");
+        row("letters beyond ASCII stay", {"convert", "1 m", "Å"}, "no unit has the symbol \"Å\"");
+    }
+    void messagesShowWhatATerminalWouldObey()
+    {
+        QFETCH(QStringList, arguments);
+        QFETCH(QString, message);
+        QCOMPARE(runQuantity(arguments).errors, "vrn-quantity: " + message + "\n");
+    }
+
+    void messagesShowBytesThatAreNotUtf8()
+    {
+        const auto outcome = runInShell("exec vrn-quantity convert '1 m' $(printf 'k\\377m')");
+        QCOMPARE(outcome.errors, QString("vrn-quantity: no unit has the symbol \"k\\xffm\"\n"));
+        QCOMPARE(outcome.status, 2);
+    }
+
+    void outputThatCannotBeWritten_data()
+    {
+        QTest::addColumn<QString>("command");
+        const QStringList commands{"convert '1 m' cm", "parse 1001 1", "format 1001 1",
+            "show 1001 1", "list units", "list kinds", "list systems", "list units --json",
+            "list kinds --json", "list systems --json", "batch", "--help", "show --help"};
+        for (const QString& command : commands) {
+            for (const QString redirection : {" > /dev/full", " >&-"})
+                QTest::newRow(qPrintable(command + redirection)) << command + redirection;
+        }
+    }
+    void outputThatCannotBeWritten()
+    {
+        QFETCH(QString, command);
+        const auto outcome = runInShell("exec vrn-quantity " + command, "show\t1001\t1\n");
+        QCOMPARE(outcome.errors, QString("vrn-quantity: standard output cannot be written\n"));
+        QCOMPARE(outcome.status, 2);
+    }
+
+    void inputThatCannotBeRead()
+    {
+        const auto outcome = runInShell("exec vrn-quantity batch <&-");
+        QCOMPARE(outcome.errors, QString("vrn-quantity: standard input: Bad file descriptor\n"));
+        QCOMPARE(outcome.status, 2);
     }
 
     void helpIsNoError_data()

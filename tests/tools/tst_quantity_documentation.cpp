@@ -4,11 +4,9 @@
 #include "support/test_object.h"
 
 #include <QFile>
-#include <QFileInfo>
-#include <QProcess>
 
 /// Runs what docs/vrn-quantity.md shows in its blocks of kind "console": each line
-/// behind "$ ", which prints the lines up to the next one.
+/// after "$ ", which prints the lines up to the next one.
 class TestQuantityDocumentation : public vrn::test::TestObject
 {
     Q_OBJECT
@@ -35,15 +33,8 @@ private Q_SLOTS:
     {
         QFETCH(QString, command);
         QFETCH(QString, output);
-        auto environment = vrn::test::quantityEnvironment();
-        environment.insert("PATH",
-            QFileInfo(QStringLiteral(VRN_QUANTITY)).path() + ':' + environment.value("PATH"));
-        QProcess process;
-        process.setProcessEnvironment(environment);
-        process.setProcessChannelMode(QProcess::MergedChannels);
-        process.start("/bin/sh", {"-c", command});
-        QVERIFY(process.waitForFinished());
-        QCOMPARE(QString::fromUtf8(process.readAllStandardOutput()), output);
+        const auto outcome = vrn::test::runInShell("{ " + command + "; } 2>&1");
+        QCOMPARE(outcome.output, output);
     }
 };
 

@@ -4,8 +4,12 @@
 #include "support/test_object.h"
 
 #include <array>
+#include <chrono>
+#include <ctime>
+#include <fcntl.h>
 #include <QTemporaryFile>
 #include <system_error>
+#include <thread>
 #include <unistd.h>
 
 using vrn::quantity_tool::LineReader;
@@ -76,6 +80,37 @@ private Q_SLOTS:
         ::close(pipe[1]);
         QVERIFY(!reader.next());
         ::close(pipe[0]);
+    }
+
+    void waitsForAFileThatDoesNotBlock()
+    {
+        std::array<int, 2> pipe{};
+        QCOMPARE(::pipe2(pipe.data(), O_NONBLOCK), 0);
+        int waits = 0;
+        LineReader reader(pipe[0], [&waits] { ++waits; });
+        std::thread writer([end = pipe[1]] {
+            for (const std::string part : {"a\nha", "lf"}) {
+                std::this_thread::sleep_for(std::chrono::milliseconds(200));
+                if (::write(end, part.data(), part.size()) < 0)
+                    qWarning("the pipe cannot be written");
+            }
+            ::close(end);
+        });
+
+        const std::clock_t start = std::clock();
+        const bool readsFirst = reader.next() == "a";
+        const int waitsForFirst = waits;
+        const bool readsLast = reader.next() == "half";
+        const bool ends = !reader.next();
+        const auto busy = std::clock() - start;
+        writer.join();
+        ::close(pipe[0]);
+        QVERIFY(readsFirst);
+        QCOMPARE(waitsForFirst, 1);
+        QVERIFY(readsLast);
+        QVERIFY(ends);
+        // It sleeps while it waits.
+        QVERIFY2(busy < CLOCKS_PER_SEC / 10, qPrintable(QString::number(busy)));
     }
 
     void whatCannotBeReadThrows()

@@ -128,6 +128,15 @@ private Q_SLOTS:
             "1234' 1/2.000 ''");
     }
 
+    void theFeetAreInTheGlobalLocale()
+    {
+        const Context context = contextOf(UnitId::GEO_LENGTH, 215, 8);
+        const std::locale before = std::locale::global(Punctuation::german());
+        const QString text = formatted(context, UnitId::GEO_LENGTH, 12345.5 * 0.3048);
+        std::locale::global(before);
+        QCOMPARE(text, "12.345' 6 ''");
+    }
+
     void unitsWithoutOverridesUseTheirOwnDigitsAsDenominator()
     {
         QCOMPARE(formatted(Context(), 215, 1.5), "1' 6 ''");

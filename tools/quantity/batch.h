@@ -19,7 +19,7 @@ class Translator;
 std::string answer(const Translator& translator, std::string_view line);
 
 /// Answers each line of a file descriptor. No answer is held back while the next
-/// line is waited for.
+/// line is waited for. An `output` that throws where it cannot be written ends this.
 void run_batch(const Translator& translator, int input, std::ostream& output);
 
 } // namespace vrn::quantity_tool

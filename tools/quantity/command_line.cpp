@@ -1,6 +1,7 @@
 #include "command_line.h"
 
 #include "batch.h"
+#include "escape.h"
 #include "listing.h"
 #include "names.h"
 #include "number_text.h"
@@ -10,19 +11,18 @@
 
 #include <CLI/CLI.hpp>
 
-#include <algorithm>
 #include <exception>
 #include <functional>
 #include <iostream>
+#include <string_view>
 #include <unistd.h>
 
 namespace vrn::quantity_tool {
 namespace {
 
-void complain(std::string message)
+void complain(std::string_view message)
 {
-    std::replace(message.begin(), message.end(), '\n', ' ');
-    std::cerr << "vrn-quantity: " << message << '\n';
+    std::cerr << "vrn-quantity: " << printable(message) << '\n';
 }
 
 int print(const std::string& line)
@@ -208,13 +208,18 @@ int run(int argc, char** argv)
 try {
     // The standard streams are for this program alone, and its output is large.
     std::ios::sync_with_stdio(false);
+    // The first write that fails ends the run. The message about it must not try again.
+    std::cout.exceptions(std::ios::badbit);
+    std::cerr.tie(nullptr);
     const int status = run_command(argc, argv);
-    if (!std::cout.flush())
-        throw UsageError("standard output cannot be written");
+    std::cout.flush();
     return status;
+} catch (const std::ios::failure&) {
+    complain("standard output cannot be written");
+    return ExitFailed;
 } catch (const std::exception& error) {
     complain(error.what());
-    return ExitWrongUsage;
+    return ExitFailed;
 }
 
 } // namespace vrn::quantity_tool

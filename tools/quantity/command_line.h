@@ -6,7 +6,7 @@ enum ExitStatus
 {
     ExitAnswered = 0,
     ExitRefused = 1, ///< The text is no quantity, or one of another kind.
-    ExitWrongUsage = 2,
+    ExitFailed = 2, ///< Wrong usage, or a standard stream that fails.
 };
 
 /// Does what the arguments ask, on the standard streams. Whatever goes wrong is told

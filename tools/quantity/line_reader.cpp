@@ -1,11 +1,43 @@
 #include "line_reader.h"
 
+#include <array>
 #include <cerrno>
+#include <poll.h>
 #include <system_error>
 #include <unistd.h>
 #include <utility>
 
 namespace vrn::quantity_tool {
+namespace {
+
+[[noreturn]] void fail(int error)
+{
+    throw std::system_error(error, std::generic_category(), "standard input");
+}
+
+/// For a file that does not block, as another program may have left it.
+void wait_for_input(int file_descriptor)
+{
+    ::pollfd file{file_descriptor, POLLIN, 0};
+    if (::poll(&file, 1, -1) < 0 && errno != EINTR)
+        fail(errno);
+}
+
+/// Waits for some bytes; 0 at the end.
+std::size_t read_some(int file_descriptor, char* buffer, std::size_t size)
+{
+    for (;;) {
+        const ::ssize_t count = ::read(file_descriptor, buffer, size);
+        if (count >= 0)
+            return static_cast<std::size_t>(count);
+        if (errno == EAGAIN)
+            wait_for_input(file_descriptor);
+        else if (errno != EINTR)
+            fail(errno);
+    }
+}
+
+} // namespace
 
 LineReader::LineReader(int file_descriptor, std::function<void()> before_wait)
     : m_file_descriptor(file_descriptor)
@@ -37,16 +69,9 @@ bool LineReader::read_more()
     constexpr std::size_t portion = 65536;
 
     m_before_wait();
-    const auto old_size = m_buffer.size();
-    m_buffer.resize(old_size + portion);
-    ::ssize_t count = 0;
-    do {
-        count = ::read(m_file_descriptor, m_buffer.data() + old_size, portion);
-    } while (count < 0 && errno == EINTR);
-    const int error = errno;
-    m_buffer.resize(old_size + static_cast<std::size_t>(count < 0 ? 0 : count));
-    if (count < 0)
-        throw std::system_error(error, std::generic_category(), "standard input");
+    std::array<char, portion> bytes;
+    const auto count = read_some(m_file_descriptor, bytes.data(), bytes.size());
+    m_buffer.append(bytes.data(), count);
     return count > 0;
 }
 

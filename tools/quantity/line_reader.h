@@ -8,7 +8,8 @@
 
 namespace vrn::quantity_tool {
 
-/// The lines of a file descriptor, in the memory of the longest of them.
+/// The lines of a file descriptor, in the memory of the longest of them. A descriptor
+/// that does not block is waited for.
 class LineReader
 {
 public:

@@ -2,6 +2,7 @@
 
 #include <cstdio>
 #include <mutex>
+#include <new>
 
 namespace vrn::smartassert {
 namespace {
@@ -54,7 +55,11 @@ SmartAssertContext::SmartAssertContext(AssertReport report)
 
 SmartAssertContext::~SmartAssertContext()
 {
-    report(m_report);
+    try {
+        report(m_report);
+    } catch (const std::bad_alloc&) {
+        // The report is lost. The code that failed the assertion goes on.
+    }
 }
 
 void SmartAssertContext::addValue(const char* name, std::string value)

@@ -5,8 +5,6 @@
 
 #include <vrn/assert/smart_assert.h>
 
-#include <sstream>
-
 namespace vrn::units {
 inline namespace v1 {
 namespace {
@@ -59,10 +57,10 @@ std::wstring FeetAndFractionalInchesParser::format(
     }
     const auto feet = static_cast<std::int32_t>(lifted);
     const double inches = (value - feet) * detail::metres_per_foot / detail::metres_per_inch;
-    // The feet are not written in the locale of the call; only the fraction is.
-    std::wostringstream text;
-    text << feet << L"' " << write_fraction(inches, precision, "''", locale);
-    return text.str();
+    // The locale of the call is that of the fraction alone; the feet are in the global one.
+    std::wstring text;
+    append_integer(text, feet, std::locale());
+    return text + L"' " + write_fraction(inches, precision, "''", locale);
 }
 
 } // namespace v1

@@ -168,6 +168,8 @@ double NumberReader::extract_from_stream(std::wstring_view text) const
 {
     std::wistringstream stream{std::wstring(text)};
     stream.imbue(m_locale);
+    // Without this, memory that runs out while the stream reads would give 0.
+    stream.exceptions(std::ios::badbit);
     double value = 0;
     stream >> value;
     return value;

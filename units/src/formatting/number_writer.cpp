@@ -24,6 +24,16 @@ bool is_classic(const std::locale& locale)
     return locale == std::locale::classic();
 }
 
+/// A stream of the locale. What is thrown while it writes goes on to the caller; by
+/// itself a stream keeps that, and the text is a part of the number.
+std::wostringstream make_stream(const std::locale& locale)
+{
+    std::wostringstream stream;
+    stream.imbue(locale);
+    stream.exceptions(std::ios::badbit);
+    return stream;
+}
+
 /// No double has a digit other than 0 behind this many decimals, so no more are
 /// written, whatever a format asks for.
 constexpr std::int32_t most_decimals = 1074;
@@ -43,21 +53,8 @@ void append_fixed(std::wstring& text, double v, std::int32_t precision, const st
         std::copy_n(buffer.data(), length, text.end() - static_cast<std::ptrdiff_t>(length));
         return;
     }
-    std::wostringstream stream;
-    stream.imbue(locale);
+    std::wostringstream stream = make_stream(locale);
     stream << std::fixed << std::setprecision(std::min(precision, most_decimals)) << v;
-    text += stream.str();
-}
-
-void append_integer(std::wstring& text, std::int64_t number, const std::locale& locale)
-{
-    if (is_classic(locale)) {
-        text += std::to_wstring(number);
-        return;
-    }
-    std::wostringstream stream;
-    stream.imbue(locale);
-    stream << number;
     text += stream.str();
 }
 
@@ -86,6 +83,17 @@ bool fits_64_bits(double v)
 }
 
 } // namespace
+
+void append_integer(std::wstring& text, std::int64_t number, const std::locale& locale)
+{
+    if (is_classic(locale)) {
+        text += std::to_wstring(number);
+        return;
+    }
+    std::wostringstream stream = make_stream(locale);
+    stream << number;
+    text += stream.str();
+}
 
 std::wstring write_fixed(
     double v, std::int32_t precision, std::string_view label, const std::locale& locale)

@@ -35,6 +35,9 @@ std::wstring write_scientific(
 std::wstring write_fraction(
     double v, std::int32_t p, std::string_view label, const std::locale& locale);
 
+/// Appends the number alone, without a unit.
+void append_integer(std::wstring& text, std::int64_t number, const std::locale& locale);
+
 /// Pulls a value just below a whole number up to it before it is truncated. One
 /// 512th.
 constexpr double whole_number_lift = 0.001953125;

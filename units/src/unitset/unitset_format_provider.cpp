@@ -45,6 +45,21 @@ UnitsetFormatProvider::UnitsetFormatProvider(
     , m_overrides(std::move(overrides))
 {}
 
+UnitsetFormatProvider::~UnitsetFormatProvider() = default;
+
+UnitsetFormatProvider::UnitsetFormatProvider(const UnitsetFormatProvider& other) = default;
+
+UnitsetFormatProvider::UnitsetFormatProvider(UnitsetFormatProvider&& other) noexcept = default;
+
+// The copy may fail, and the move does not.
+UnitsetFormatProvider& UnitsetFormatProvider::operator=(const UnitsetFormatProvider& other)
+{
+    return *this = UnitsetFormatProvider(other);
+}
+
+UnitsetFormatProvider& UnitsetFormatProvider::operator=(
+    UnitsetFormatProvider&& other) noexcept = default;
+
 const UnitFormat* UnitsetFormatProvider::find_entry(UnitId::UnitId id) const
 {
     const auto found = m_overrides.find(id);
@@ -121,11 +136,11 @@ boost::optional<std::string> UnitsetFormatProvider::get_label(UnitId::UnitId id)
 
 void UnitsetFormatProvider::set_label(UnitId::UnitId id, const boost::optional<std::string>& label)
 {
-    UnitFormat& format = override_of(id);
+    ::bond::maybe<std::string> text;
     if (label)
-        format.label.set_value(*label);
-    else
-        format.label.set_nothing();
+        text.set_value(*label);
+    // What may fail comes before the change.
+    override_of(id).label = std::move(text);
 }
 
 } // namespace v1

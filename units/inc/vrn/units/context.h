@@ -22,6 +22,9 @@ inline namespace v1 {
 /// A copy is independent of its original, so a change of the one is not seen by
 /// the other. Reading is safe from any thread, as long as nobody changes the
 /// formats.
+///
+/// Where memory does not suffice, every operation throws std::bad_alloc. An assignment
+/// that throws leaves the context as it was; a text is never read or written in part.
 class VRN_UNITS_EXPORT Context
 {
 public:

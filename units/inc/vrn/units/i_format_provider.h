@@ -14,7 +14,7 @@ inline namespace v1 {
 /// How the values of each unit and unit set are written; see UnitFormat.
 ///
 /// Every getter throws std::invalid_argument with "Invalid unit id." for an id
-/// that it cannot answer for.
+/// that it cannot answer for. A setter that throws has changed nothing.
 class VRN_UNITS_EXPORT IFormatProvider
 {
 public:

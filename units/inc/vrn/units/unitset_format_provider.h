@@ -21,7 +21,8 @@ inline namespace v1 {
 ///     formats.set_unit(UnitId::METRE, UnitId::METRE);
 ///     formats.set_precision(UnitId::METRE, 2);
 ///
-/// Reading is safe from any thread, as long as nobody calls a setter.
+/// A setter or an assignment that throws, as it does where memory does not suffice, has
+/// changed nothing. Reading is safe from any thread, as long as nobody calls a setter.
 class VRN_UNITS_EXPORT UnitsetFormatProvider : public IFormatProvider
 {
 public:
@@ -29,6 +30,12 @@ public:
     /// unit set is asked for, and the set is then not known.
     explicit UnitsetFormatProvider(
         std::int32_t system_index = 0, std::map<std::int32_t, UnitFormat> overrides = {});
+    ~UnitsetFormatProvider() override;
+
+    UnitsetFormatProvider(const UnitsetFormatProvider& other);
+    UnitsetFormatProvider(UnitsetFormatProvider&& other) noexcept;
+    UnitsetFormatProvider& operator=(const UnitsetFormatProvider& other);
+    UnitsetFormatProvider& operator=(UnitsetFormatProvider&& other) noexcept;
 
     std::int32_t system_index() const noexcept { return m_system_index; }
     const std::map<std::int32_t, UnitFormat>& overrides() const noexcept { return m_overrides; }

@@ -39,8 +39,9 @@ struct AssertReport
     std::vector<std::pair<std::string, std::string>> values; ///< Name and printed value.
 };
 
-/// Called for every failed assertion, on the thread that failed it. It must not
-/// throw: reports are made while an expression is being torn down.
+/// Called for every failed assertion, on the thread that failed it. It must throw
+/// nothing but std::bad_alloc, with which the report is lost: reports are made while an
+/// expression is being torn down.
 using AssertHandler = std::function<void(const AssertReport&)>;
 
 /// Replaces the handler of the process and returns the one before it. An empty

@@ -45,8 +45,8 @@ class maybe
 public:
     maybe() = default;
     explicit maybe(T value)
-        : m_is_nothing(false)
-        , m_value(std::move(value))
+        : m_value(std::move(value))
+        , m_is_nothing(false)
     {}
 
     maybe& operator=(T value)
@@ -97,8 +97,9 @@ private:
             throw CoreException("Field value is 'nothing'");
     }
 
-    bool m_is_nothing = true;
+    // In this order, an assignment of a value that throws changes nothing.
     T m_value = T(); ///< Blank while the field is nothing.
+    bool m_is_nothing = true;
 };
 
 } // namespace bond
