@@ -35,6 +35,8 @@ QList<QStringList> tableRows(const QString& document, const QStringList& header)
         if (linesOfTable > 2)
             rows.append(cells);
     }
+    if (rows.isEmpty())
+        QTest::qFail(qPrintable("no table of " + header.join(", ")), __FILE__, __LINE__);
     return rows;
 }
 
