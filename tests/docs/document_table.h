@@ -1,0 +1,16 @@
+#pragma once
+
+#include <QList>
+#include <QString>
+#include <QStringList>
+
+namespace vrn::test {
+
+/// The rows below the header cells `header` in docs/`document`, cell by cell; those of
+/// all tables with that header, in their order. Fails the test where there are none.
+QList<QStringList> tableRows(const QString& document, const QStringList& header);
+
+/// What `cell` shows in its first pair of backticks; empty without one.
+QString codeOf(const QString& cell);
+
+} // namespace vrn::test

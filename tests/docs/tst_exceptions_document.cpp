@@ -1,0 +1,418 @@
+#include <vrn/base/any_predicates.h>
+#include <vrn/qt/controls.h>
+#include <vrn/qt/layouters.h>
+#include <vrn/qt/validators.h>
+#include <vrn/units/units.h>
+
+#include <boost/function.hpp>
+#include <boost/make_shared.hpp>
+#include <boost/regex.hpp>
+#include <boost/throw_exception.hpp>
+
+#include <QFile>
+#include <QLineEdit>
+#include <QScopeGuard>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QToolButton>
+
+#include "document_table.h"
+#include "qt/controls/catching_application.h"
+#include "qt/controls/line_edit_fixture.h"
+#include "support/test_main.h"
+#include "support/test_object.h"
+
+#include <filesystem>
+#include <functional>
+#include <stdexcept>
+#include <typeinfo>
+
+using namespace vrn::qt;
+using namespace vrn::units;
+using vrn::test::codeOf;
+using vrn::test::ThroughQt;
+
+namespace {
+
+using Code = std::function<void()>;
+
+struct OfTheApplication
+{};
+
+/// Whether an exception is of a type and of none derived from it. What Boost throws has
+/// the place of the throw added to it.
+using IsOfType = bool (*)(const std::exception&);
+
+template <typename T>
+bool isOfType(const std::exception& error)
+{
+    return typeid(error) == typeid(T) || typeid(error) == typeid(boost::wrapexcept<T>);
+}
+
+const QMap<QString, IsOfType>& types()
+{
+    static const QMap<QString, IsOfType> byName = {
+        {"vrn::units::UnknownUnit", &isOfType<UnknownUnit>},
+        {"boost::regex_error", &isOfType<boost::regex_error>},
+        {"boost::bad_any_cast", &isOfType<boost::bad_any_cast>},
+        {"boost::bad_function_call", &isOfType<boost::bad_function_call>},
+        {"std::filesystem::filesystem_error", &isOfType<std::filesystem::filesystem_error>},
+        {"std::out_of_range", &isOfType<std::out_of_range>},
+        {"std::logic_error", &isOfType<std::logic_error>},
+        {"std::invalid_argument", &isOfType<std::invalid_argument>},
+        {"bond::CoreException", &isOfType<bond::CoreException>},
+    };
+    return byName;
+}
+
+constexpr std::bitset<32> noFlags;
+
+constexpr auto gapAmongUnits = static_cast<UnitId::UnitId>(12);
+constexpr auto gapAmongKinds = static_cast<UnitId::UnitId>(1035);
+constexpr auto negativeId = static_cast<UnitId::UnitId>(-1);
+
+/// A context in which `kind` is shown in `unit`.
+Context showing(UnitId::UnitId kind, UnitId::UnitId unit)
+{
+    UnitFormat format;
+    format.unit_id = unit;
+    return Context(0, {{kind, format}});
+}
+
+/// What Enter does to `text` in a field.
+Code enter(IValidator* validator, const QString& text)
+{
+    const IValidator::pointer shared(validator);
+    return [=] {
+        const std::unique_ptr<SimpleLineEdit> field(
+            SimpleLineEdit::create(nullptr, {}, shared, 0, ExpandHorizontal));
+        field->edit()->setText(text);
+        field->onEditingFinished();
+    };
+}
+
+Code validate(const Context& context, UnitId::UnitId id)
+{
+    return [=] {
+        boost::any value;
+        UnitValidator(context, id).validate("12", value, noFlags);
+    };
+}
+
+Code write(const Context& context, UnitId::UnitId id)
+{
+    return [=] { UnitValidator(context, id).reformat(IConverter::quantity{id, 1.0}, noFlags); };
+}
+
+template <typename Call>
+Code withGroupOfTwo(Call call)
+{
+    return [=] {
+        QWidget parent;
+        HBoxLayouter row;
+        row.onCreate(&parent);
+        MultiEditCheckBoxGroup group(&parent, row, {"x", "y"}, {});
+        call(group);
+    };
+}
+
+struct NotAnInt : public IntegerValidator<int>
+{
+    NotAnInt()
+        : IntegerValidator(0, 9, true)
+    {}
+
+    bool validate(const QString& /*text*/, boost::any& value, const std::bitset<32>& /*f*/) override
+    {
+        value = 1.5;
+        return true;
+    }
+};
+
+void pickWhileItVaries()
+{
+    MultiEditFilePicker picker(nullptr, TypeofPathFile);
+    picker.forceVaries();
+    QMetaObject::invokeMethod(&picker, "onPick");
+}
+
+// A link to itself cannot be looked behind.
+void pickBehindALoop()
+{
+    const QTemporaryDir folder;
+    const QString loop = folder.filePath("loop");
+    QVERIFY(QFile::link("loop", loop));
+    MultiEditFilePicker picker(nullptr, TypeofPathFileInFolder);
+    picker.setValue((loop + "/a/b.txt").toStdString());
+    QMetaObject::invokeMethod(&picker, "onPick");
+}
+
+void hookWithoutAFunction()
+{
+    const std::unique_ptr<SimpleLineEdit> field(
+        SimpleLineEdit::create(nullptr, {}, new StringEditValidator(9), 0, ExpandHorizontal));
+    const OnValueChangedHook hook(field.get(), {});
+    Q_EMIT field->valueChanged();
+}
+
+StringEditValidator* withPattern(const wchar_t* pattern)
+{
+    auto* validator = new StringEditValidator(9);
+    validator->setAllowedRegex(pattern);
+    return validator;
+}
+
+/// The code of each row, by what the row says of "By" and "When".
+const QMap<QString, QList<Code>>& cases()
+{
+    const IConverter::quantity metre{UnitId::METRE, 1.0};
+    static const QMap<QString, QList<Code>> byRow = {
+        {"DistanceEditValidator: a unit that it does not know stands after the number, as in "
+         "\"3 furlong\"",
+            {enter(new DistanceEditValidator(UnitId::METRE, 0.0, 9.0, true), "3 furlong")}},
+        {"StringEditValidator: the first text is validated, and the pattern does not compile",
+            {enter(withPattern(L"("), "x")}},
+        {"UnitValidator: a value is written, by Enter too, and its kind is shown in a unit that it "
+         "does not list: MAT_ELSUP_M3 and INERTIA_POINT in system 7, and any kind after an "
+         "override to such a unit",
+            {enter(new UnitValidator(Context(7), UnitId::MAT_ELSUP_M3), "3 kip/ft"),
+                enter(new UnitValidator(Context(7), UnitId::INERTIA_POINT), "3 tm2"),
+                write(Context(7), UnitId::MAT_ELSUP_M3),
+                write(showing(UnitId::GEO_LENGTH, UnitId::KILONEWTON), UnitId::GEO_LENGTH)}},
+        {"UnitValidator: a text is validated, and its id, or the unit in which that is shown, is "
+         "neither a unit nor a kind; or it is a kind, and the system is none of 0 to 9",
+            {validate(Context(), gapAmongUnits), validate(Context(), gapAmongKinds),
+                validate(Context(), negativeId),
+                validate(showing(UnitId::GEO_LENGTH, gapAmongUnits), UnitId::GEO_LENGTH),
+                validate(showing(UnitId::GEO_LENGTH, gapAmongKinds), UnitId::GEO_LENGTH),
+                validate(Context(10), UnitId::GEO_LENGTH)}},
+        {"UnitValidator: a value is written, and its id is negative, or 1000 or more and not a "
+         "kind; or it is a kind, and the system is none of 0 to 9",
+            {write(Context(), gapAmongKinds), write(Context(), negativeId),
+                write(Context(-1), UnitId::GEO_LENGTH)}},
+        {"UnitValidator: a value is written, and its id is below 1000 and not a unit, or the unit "
+         "in which it is shown is none",
+            {write(Context(), gapAmongUnits),
+                write(showing(UnitId::GEO_LENGTH, gapAmongUnits), UnitId::GEO_LENGTH),
+                write(showing(UnitId::GEO_LENGTH, gapAmongKinds), UnitId::GEO_LENGTH)}},
+        {"IntegerValidator: editing ends, and the validate of a class derived from it has left a "
+         "value of another type",
+            {enter(new NotAnInt, "1")}},
+        {"MultiEditFilePicker: its button is clicked while it varies", {&pickWhileItVaries}},
+        {"MultiEditFilePicker that picks a folder for a file: its button is clicked, and it cannot "
+         "be found out whether the folder exists",
+            {&pickBehindALoop}},
+        {"MultiEditCheckBoxGroup: it is given an index past the end",
+            {withGroupOfTwo([](auto& group) { group.getValue(2); }),
+                withGroupOfTwo([](auto& group) { group.setValue(2, true); }),
+                withGroupOfTwo([](auto& group) { group.readValue(2, true); }),
+                withGroupOfTwo([](auto& group) { group.dataVaries(2); }),
+                withGroupOfTwo([](auto& group) { group.setEnabled(2, true); })}},
+        {"OnValueChangedHook: the signal comes, and the function is empty",
+            {&hookWithoutAFunction}},
+        {"Converter: it is asked before set_unit_provider()",
+            {[] { Converter().can_convert(UnitId::METRE, UnitId::METRE); },
+                [=] { Converter().convert(metre, UnitId::METRE); },
+                [=] { Converter().to_base(metre); },
+                [] { Converter().from_base(1.0, UnitId::METRE); }}},
+        {"Converter, Context: a quantity is converted to a unit that does not fit, or written in "
+         "one",
+            {[=] { Context().converter().convert(metre, UnitId::KILONEWTON); },
+                [] {
+                    Context(7).format({UnitId::INERTIA_POINT, 1.0}, std::locale::classic());
+                }}},
+        {"IUnitProvider, Converter, Context: an id is neither a unit nor a kind, or the other "
+         "spellings of a kind are asked for",
+            {[] { VarnelikUnitProvider().get_dimension(gapAmongUnits); },
+                [] { VarnelikUnitProvider().get_factor(gapAmongUnits); },
+                [] { VarnelikUnitProvider().get_symbol(gapAmongKinds); },
+                [] { VarnelikUnitProvider().get_compatible_units(negativeId); },
+                [] { VarnelikUnitProvider().get_alternative_symbols(gapAmongUnits); },
+                [] { VarnelikUnitProvider().get_alternative_symbols(UnitId::GEO_LENGTH); },
+                [=] { Context().converter().convert(metre, gapAmongUnits); },
+                [] {
+                    Context().converter().to_base({gapAmongUnits, 1.0});
+                },
+                [] { Context().converter().from_base(1.0, gapAmongUnits); },
+                [] {
+                    Context().format({gapAmongUnits, 1.0}, std::locale::classic());
+                },
+                [] { Context().get_display_label(gapAmongUnits); }}},
+        {"IFormatProvider, Context: an id is neither below 1000 nor a kind, or the digits or the "
+         "dimension of an id below 1000 are asked for that is not a unit",
+            {[] { UnitsetFormatProvider().get_unit(gapAmongKinds); },
+                [] { UnitsetFormatProvider().get_format(negativeId); },
+                [] { UnitsetFormatProvider().get_label(gapAmongKinds); },
+                [] { UnitsetFormatProvider().get_precision(gapAmongKinds); },
+                [] { UnitsetFormatProvider().get_precision(gapAmongUnits); },
+                [] { Context().get_display_dimension(gapAmongUnits); },
+                [] { Context().get_display_label(gapAmongKinds); },
+                [] { Context().parse(L"1", gapAmongUnits, std::locale::classic()); },
+                [] {
+                    Context().format({gapAmongKinds, 1.0}, std::locale::classic());
+                }}},
+        {"UnitFormat: the value of its label is asked for while there is none",
+            {[] { UnitFormat().label.value(); }}},
+    };
+    return byRow;
+}
+
+QString keyOf(const QStringList& row)
+{
+    QString key = row.at(2) + ": " + row.at(3);
+    return key.remove('`');
+}
+
+QList<QStringList> rows()
+{
+    return vrn::test::tableRows("exceptions.md", {"Thrown", "`what()`", "By", "When"});
+}
+
+} // namespace
+
+Q_DECLARE_METATYPE(Code)
+Q_DECLARE_METATYPE(IValidator::pointer)
+
+/// Runs the tables of docs/exceptions.md: what stands there is thrown, and nothing that is
+/// thrown here is missing there.
+class TestExceptionsDocument : public vrn::test::TestObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void eachRowHasACaseAndEachCaseARow()
+    {
+        QStringList documented;
+        for (const QStringList& row : rows())
+            documented.append(keyOf(row));
+        for (const QString& key : documented)
+            QVERIFY2(cases().contains(key), qPrintable("no case: " + key));
+        for (const QString& key : cases().keys())
+            QVERIFY2(documented.count(key) == 1, qPrintable("not one row: " + key));
+    }
+
+    void aRow_data()
+    {
+        QTest::addColumn<QString>("type");
+        QTest::addColumn<QString>("text");
+        for (const QStringList& row : rows())
+            QTest::newRow(qPrintable(keyOf(row))) << codeOf(row.at(0)) << codeOf(row.at(1));
+    }
+
+    void aRow()
+    {
+        QFETCH(QString, type);
+        QFETCH(QString, text);
+        QVERIFY2(types().contains(type), qPrintable(type));
+        // What is reported besides is a matter of the tests of each class.
+        const auto catcher = vrn::smartassert::set_assert_handler([](const auto&) {});
+        const auto end = qScopeGuard([&] { vrn::smartassert::set_assert_handler(catcher); });
+        const ThroughQt throughQt;
+        for (const Code& code : cases().value(QTest::currentDataTag())) {
+            try {
+                code();
+                QFAIL("nothing is thrown");
+            } catch (const std::exception& error) {
+                QVERIFY2(types().value(type)(error), typeid(error).name());
+                if (!text.isEmpty())
+                    QCOMPARE(QString(error.what()), text);
+            }
+        }
+    }
+
+    void afterEnterAFieldIsInOrder_data()
+    {
+        QTest::addColumn<IValidator::pointer>("validator");
+        QTest::addColumn<QString>("text");
+        const auto row = [](const char* name, IValidator* validator, const char* text) {
+            QTest::newRow(name) << IValidator::pointer(validator) << QString(text);
+        };
+        row("an unknown unit", new DistanceEditValidator(UnitId::METRE, 0.0, 9.0, true),
+            "3 furlong");
+        row("a kind without a text", new UnitValidator(Context(7), UnitId::INERTIA_POINT), "3 tm2");
+        row("a value of another type", new NotAnInt, "1");
+    }
+
+    void afterEnterAFieldIsInOrder()
+    {
+        QFETCH(IValidator::pointer, validator);
+        QFETCH(QString, text);
+        const auto catcher = vrn::smartassert::set_assert_handler([](const auto&) {});
+        const auto end = qScopeGuard([&] { vrn::smartassert::set_assert_handler(catcher); });
+        const ThroughQt throughQt;
+        const std::unique_ptr<SimpleLineEdit> field(
+            SimpleLineEdit::create(nullptr, {}, validator, 0, ExpandHorizontal));
+        field->edit()->setText(text);
+        QSignalSpy changed(field.get(), &SimpleLineEdit::valueChanged);
+        QVERIFY_EXCEPTION_THROWN(field->onEditingFinished(), std::exception);
+        QCOMPARE(changed.count(), 0);
+        QCOMPARE(field->edit()->text(), text);
+        QCOMPARE(field->edit()->styleSheet(), vrn::test::redText());
+        QVERIFY(!field->isValueValid());
+        field->onTextEdited({});
+        QCOMPARE(field->edit()->styleSheet(), vrn::test::blackText());
+        QVERIFY(field->isValueValid());
+    }
+
+    void whatAFunctionThrowsGoesOn_data()
+    {
+        QTest::addColumn<Code>("code");
+        const auto fail = [](const auto&...) { throw OfTheApplication(); };
+        QTest::newRow("a hint") << Code([=] {
+            StringEditValidator validator(9);
+            validator.setEditHintFunction([=](const QString& text) {
+                fail();
+                return text;
+            });
+            validator.getEditHint("x");
+        });
+        QTest::newRow("a conversion") << Code([=] {
+            ConversionValidator validator(boost::make_shared<StringEditValidator>(9));
+            validator.setConversionFn(fail, {});
+            validator.reformat(std::string("x"), noFlags);
+        });
+        QTest::newRow("a comparison") << Code([] {
+            MultiEditValue value(
+                [](const boost::any&, const boost::any&) -> bool { throw OfTheApplication(); });
+            value.readValue(1);
+            value.readValue(1);
+        });
+        QTest::newRow("the function of a button") << Code([=] {
+            MultiEditLineEditWithButton field(
+                new StringEditValidator(9), 1, std::function<void(int)>(fail));
+            field.getButton()->click();
+        });
+        QTest::newRow("a saver") << Code([=] {
+            MultiEditValue value(&vrn::any_differ<int>);
+            value.setCanBeSaved("x",
+                [=](vrn::KeyValueStorage&) {
+                    fail();
+                    return true;
+                },
+                {});
+            vrn::KeyValueStorage storage;
+            value.save(storage);
+        });
+        QTest::newRow("a loader") << Code([=] {
+            MultiEditValue value(&vrn::any_differ<int>);
+            value.setCanBeSaved("x", {}, fail);
+            value.load({});
+        });
+        QTest::newRow("a slot") << Code([=] {
+            QWidget parent;
+            auto* box = MultiEditCheckBox::create("x", &parent);
+            QObject::connect(box, &MultiEditCheckBox::valueChanged, &parent, [=] { fail(); });
+            box->setChecked(true);
+        });
+    }
+
+    void whatAFunctionThrowsGoesOn()
+    {
+        QFETCH(Code, code);
+        const ThroughQt throughQt;
+        QVERIFY_EXCEPTION_THROWN(code(), OfTheApplication);
+    }
+};
+
+VRN_TEST_MAIN(TestExceptionsDocument)
+#include "tst_exceptions_document.moc"
