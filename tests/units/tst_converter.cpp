@@ -140,6 +140,34 @@ private Q_SLOTS:
         QVERIFY(std::isnan(converter().convert({UnitId::FOOT, none}, UnitId::METRE).value));
     }
 
+    void quantitiesAreComparedAsTheyStand_data()
+    {
+        QTest::addColumn<int>("id");
+        QTest::addColumn<double>("value");
+        QTest::addColumn<bool>("equal");
+
+        QTest::newRow("the same number and unit") << 13 << 1.0 << true;
+        QTest::newRow("another number") << 13 << std::nextafter(1.0, 2.0) << false;
+        QTest::newRow("another unit") << 16 << 1.0 << false;
+        QTest::newRow("the same length in another unit") << 16 << 1000.0 << false;
+        QTest::newRow("the same length under a set") << 1001 << 1.0 << false;
+        QTest::newRow("no number") << 13 << std::numeric_limits<double>::quiet_NaN() << false;
+    }
+
+    void quantitiesAreComparedAsTheyStand()
+    {
+        QFETCH(int, id);
+        QFETCH(double, value);
+        QFETCH(bool, equal);
+
+        const IConverter::quantity metre{UnitId::METRE, 1.0};
+        const IConverter::quantity other{unitId(id), value};
+        QCOMPARE(metre == other, equal);
+        QCOMPARE(other == metre, equal);
+        QCOMPARE(metre != other, !equal);
+        QCOMPARE(other != metre, !equal);
+    }
+
     void incompatibleUnitsAreReportedAndRefused()
     {
         expectAssert("can_convert(q.unit_id, unit_id)", {"q.unit_id", "unit_id"});

@@ -38,10 +38,13 @@ enum TypeofPath : int
 /// file has to exist under it.
 ///
 /// The dialog starts at the path in the edit, or in the current folder if there
-/// is no such path. In a path both slash and backslash separate. Two things
-/// leave the button's slot as exceptions: boost::bad_any_cast while the control
-/// varies, and with TypeofPathFileInFolder std::filesystem::filesystem_error if
-/// it cannot be found out whether the folder exists. An application that allows
+/// is no such path. With TypeofPathFolder it starts at the folder of the path, even
+/// if that is gone: it then opens the folder around it and offers the lost name. In a
+/// path both slash and backslash separate.
+///
+/// Two things leave the button's slot as exceptions: boost::bad_any_cast while the
+/// control varies, and with TypeofPathFileInFolder std::filesystem::filesystem_error
+/// if it cannot be found out whether the folder exists. An application that allows
 /// for them catches in its QApplication::notify.
 class VRN_QT2_EXPORT MultiEditFilePicker
     : public QWidget

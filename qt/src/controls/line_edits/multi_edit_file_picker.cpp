@@ -112,17 +112,12 @@ QString titleOf(TypeofPath type)
 
 // The dialogs of QFileDialog::getOpenFileName and its like, which must not be
 // used themselves: they keep the dialog on the stack as a child of `parent`,
-// which may be destroyed while the dialog is open. `initial` is a folder, or a
-// file in it that a dialog for files selects.
+// which may be destroyed while the dialog is open.
 QStringList pick(
     QWidget* parent, TypeofPath type, const QString& initial, const QString& filter = QString())
 {
     const bool isForFiles = type == TypeofPathFile || type == TypeofPathFiles;
-    // Qt takes no folder for the one visited last; here it is the current one.
-    const QFileInfo start(initial.isEmpty() ? QDir::currentPath() : initial);
-    const QString selected = isForFiles || start.isDir() ? start.filePath() : start.absolutePath();
-
-    auto* dialog = new QFileDialog(parent, titleOf(type), selected, filter);
+    auto* dialog = new QFileDialog(parent, titleOf(type), initial, filter);
     const QPointer<QFileDialog> alive(dialog);
     if (isForFiles) {
         dialog->setFileMode(
@@ -242,13 +237,17 @@ void MultiEditFilePicker::onPick()
         break;
     }
     case TypeofPathFolder:
-        // Also if there is no such folder: Qt then chooses another.
-        result = pick(m_edit, m_type, folder).value(0);
+        // Also one that is gone: Qt then opens the folder around it, with the name in
+        // the edit. For Qt no folder is the one visited last; here it is the current one.
+        result = pick(m_edit, m_type, folder.isEmpty() ? QDir::currentPath() : folder).value(0);
         break;
     case TypeofPathFileInFolder: {
         if (!exists(folder))
             initial = QDir::currentPath();
-        const QString picked = pick(m_edit, m_type, initial).value(0);
+        // Without the name of a file, which Qt would offer as a folder.
+        const QFileInfo start(initial);
+        const QString picked =
+            pick(m_edit, m_type, start.isDir() ? initial : start.absolutePath()).value(0);
         if (alive) // Also without a choice.
             result = picked + QLatin1Char('/') + QString::fromStdString(m_fileName);
         break;

@@ -257,6 +257,47 @@ private Q_SLOTS:
         QCOMPARE(user.count, 1);
     }
 
+    void aFolderIsAskedForAsByQt_data()
+    {
+        QTest::addColumn<QString>("value");
+        QTest::addColumn<QString>("folder");
+        QTest::newRow("its folder is there") << "%1/data/a.txt"
+                                             << "%1/data";
+        QTest::newRow("its folder is gone") << "%1/data/gone/a.txt"
+                                            << "%1/data/gone";
+        QTest::newRow("its folder is gone with the one around it") << "%1/data/gone/gone/a.txt"
+                                                                   << "%1/data/gone/gone";
+        QTest::newRow("its folder is a file") << "%1/data/a.txt/b.txt"
+                                              << "%1/data/a.txt";
+        QTest::newRow("its folder is relative, and gone") << "gone/a.txt"
+                                                          << "gone";
+    }
+
+    // The folder picker hands the folder of its value to the dialog, whether it is
+    // there or not; Qt's own function shows what comes of that.
+    void aFolderIsAskedForAsByQt()
+    {
+        QFETCH(QString, value);
+        QFETCH(QString, folder);
+        // The folder that the dialog opens at, and the name in its edit.
+        const auto shownWhile = [&](const std::function<void()>& ask) {
+            visit(at("data/sub"));
+            QStringList shown;
+            User user([&](QFileDialog& dialog) {
+                shown = QStringList{dialog.directory().canonicalPath(),
+                    dialog.findChild<QLineEdit*>("fileNameEdit")->text()};
+                cancel(dialog);
+            });
+            ask();
+            return shown;
+        };
+        MultiEditFilePicker picker(nullptr, TypeofPathFolder);
+        picker.setValue(text(expand(value)));
+        QCOMPARE(shownWhile([&] { picker.m_btn->click(); }), shownWhile([&] {
+            QFileDialog::getExistingDirectory(nullptr, QString(), expand(folder));
+        }));
+    }
+
     void aChoiceBecomesTheValue_data()
     {
         QTest::addColumn<int>("pathType");

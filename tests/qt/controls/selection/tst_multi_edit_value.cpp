@@ -1,5 +1,6 @@
 #include <vrn/base/any_predicates.h>
 #include <vrn/qt/multi_edit_value.h>
+#include <vrn/units/i_converter.h>
 
 #include "support/test_main.h"
 #include "support/test_object.h"
@@ -141,6 +142,19 @@ private Q_SLOTS:
         value.readValue(2);
         QVERIFY(!value.dataVaries());
         value.readValue(1);
+        QVERIFY(value.dataVaries());
+    }
+
+    void quantitiesAreComparedByTheReadyMadePredicate()
+    {
+        namespace units = vrn::units;
+        using units::IConverter;
+        const IConverter::quantity metre{units::UnitId::GEO_LENGTH, 1.0};
+        MultiEditValue value(&vrn::any_differ<IConverter::quantity>);
+        value.readValue(metre);
+        value.readValue(metre);
+        QVERIFY(!value.dataVaries());
+        value.readValue(IConverter::quantity{units::UnitId::GEO_DISTANCE, 1.0});
         QVERIFY(value.dataVaries());
     }
 

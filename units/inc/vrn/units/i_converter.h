@@ -16,6 +16,14 @@ public:
     {
         UnitId::UnitId unit_id = UnitId::BLANK;
         double value = 0.0;
+
+        /// Whether number and id are the same. Nothing is converted: 1 m does not
+        /// equal 1000 mm.
+        friend constexpr bool operator==(const quantity& a, const quantity& b)
+        {
+            return a.unit_id == b.unit_id && a.value == b.value;
+        }
+        friend constexpr bool operator!=(const quantity& a, const quantity& b) { return !(a == b); }
     };
 
     virtual ~IConverter();

@@ -1,0 +1,140 @@
+#include <vrn/companion_qt/connect.h>
+
+#include <QSignalSpy>
+
+#include "support/test_main.h"
+#include "support/test_object.h"
+
+namespace {
+
+class Bell : public QObject
+{
+    Q_OBJECT
+
+public Q_SLOTS:
+    void ring() { ++rings; }
+
+Q_SIGNALS:
+    void pressed();
+
+public:
+    int rings = 0;
+};
+
+class Door : public Bell
+{
+    Q_OBJECT
+};
+
+} // namespace
+
+// Both forms of vrn_connect: by the names of signal and slot, and typed.
+class TestConnect : public vrn::test::TestObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void byNameItConnectsAndSaysSo()
+    {
+        Bell button;
+        Bell bell;
+        bool connected = vrn_connect(
+            &button, SIGNAL(pressed()), &bell, SLOT(ring()), Qt::AutoConnection);
+        QVERIFY(connected);
+        Q_EMIT button.pressed();
+        QCOMPARE(bell.rings, 1);
+    }
+
+    // The declaration by which other code may keep its address.
+    void byNameItIsOneFunction()
+    {
+        bool (*const byName)(const QObject*, const char*, const QObject*, const char*,
+            Qt::ConnectionType) = &vrn_connect;
+        Bell button;
+        Bell bell;
+        QVERIFY(byName(&button, SIGNAL(pressed()), &bell, SIGNAL(pressed()), Qt::AutoConnection));
+        QSignalSpy pressed(&bell, &Bell::pressed);
+        Q_EMIT button.pressed();
+        QCOMPARE(pressed.count(), 1);
+    }
+
+    void byNameTheTypeMayBeLeftOut()
+    {
+        Door button;
+        Door bell;
+        static_assert(
+            std::is_same_v<decltype(vrn_connect(&button, SIGNAL(pressed()), &bell, SLOT(ring()))),
+                bool>);
+        QVERIFY(vrn_connect(&button, SIGNAL(pressed()), &bell, SLOT(ring())));
+        Q_EMIT button.pressed();
+        QCOMPARE(bell.rings, 1);
+    }
+
+    void byNameAConnectionIsMadeAsOftenAsAsked()
+    {
+        Bell button;
+        Bell bell;
+        QVERIFY(vrn_connect(&button, SIGNAL(pressed()), &bell, SLOT(ring()), Qt::AutoConnection));
+        QVERIFY(vrn_connect(&button, SIGNAL(pressed()), &bell, SLOT(ring()), Qt::AutoConnection));
+        Q_EMIT button.pressed();
+        QCOMPARE(bell.rings, 2);
+    }
+
+    void byNameTheTypeCounts()
+    {
+        Bell button;
+        Bell bell;
+        QVERIFY(vrn_connect(&button, SIGNAL(pressed()), &bell, SLOT(ring()), Qt::QueuedConnection));
+        Q_EMIT button.pressed();
+        QCOMPARE(bell.rings, 0);
+        QCoreApplication::processEvents();
+        QCOMPARE(bell.rings, 1);
+    }
+
+    void byNameAFailureIsAnsweredFalse_data()
+    {
+        QTest::addColumn<QByteArray>("signal");
+        QTest::addColumn<QByteArray>("method");
+        QTest::addColumn<QString>("warning");
+        QTest::newRow("no such signal") << QByteArray(SIGNAL(opened())) << QByteArray(SLOT(ring()))
+                                        << "QObject::connect: No such signal Bell::opened()";
+        QTest::newRow("no such slot") << QByteArray(SIGNAL(pressed())) << QByteArray(SLOT(open()))
+                                      << "QObject::connect: No such slot Bell::open()";
+    }
+
+    void byNameAFailureIsAnsweredFalse()
+    {
+        QFETCH(QByteArray, signal);
+        QFETCH(QByteArray, method);
+        QFETCH(QString, warning);
+        Bell button;
+        Bell bell;
+        expectWarning(warning); // Qt's own; nothing else is reported.
+        QVERIFY(!vrn_connect(&button, signal, &bell, method, Qt::AutoConnection));
+    }
+
+    void typedItGivesTheConnection()
+    {
+        Bell button;
+        Bell bell;
+        const QMetaObject::Connection connection = vrn_connect(
+            &button, &Bell::pressed, &bell, &Bell::ring);
+        Q_EMIT button.pressed();
+        QCOMPARE(bell.rings, 1);
+        QVERIFY(QObject::disconnect(connection));
+        Q_EMIT button.pressed();
+        QCOMPARE(bell.rings, 1);
+    }
+
+    void typedAFailureIsReported()
+    {
+        const Bell* none = nullptr;
+        Bell bell;
+        expectWarning("QObject::connect(Bell, Bell): invalid nullptr parameter");
+        expectAssert("connection");
+        QVERIFY(!vrn_connect(none, &Bell::pressed, &bell, &Bell::ring));
+    }
+};
+
+VRN_TEST_MAIN(TestConnect)
+#include "tst_connect.moc"
