@@ -6,6 +6,7 @@
 #include "controls/edit_hint_popup_p.h"
 #include "controls/history_popup_p.h"
 #include "line_edit_fixture.h"
+#include "support/test_main.h"
 #include "support/test_object.h"
 
 #include <QListWidget>
@@ -446,5 +447,5 @@ private:
     }
 };
 
-VRN_CATCHING_TEST_MAIN(TestSimpleLineEditLifetime)
+VRN_TEST_IN(TestSimpleLineEditLifetime, CatchingApplication)
 #include "tst_simple_line_edit_lifetime.moc"
