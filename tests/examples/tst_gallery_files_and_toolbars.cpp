@@ -22,7 +22,7 @@
 #include "gallery_application.h"
 #include "gallery_window.h"
 #include "pages/files_and_toolbars_page.h"
-#include "qt/controls/catching_application.h"
+#include "support/catching_application.h"
 #include "support/test_main.h"
 #include "support/test_object.h"
 #include "support/x11_input.h"

@@ -1,0 +1,43 @@
+#include <vrn/qt/simple_check_box.h>
+
+#include <vrn/assert/smart_assert.h>
+
+#include <QCheckBox>
+#include <QHBoxLayout>
+
+#include "controls/selection/varies_accessible_p.h"
+
+namespace vrn::qt {
+
+SimpleCheckBox* SimpleCheckBox::create(const QString& label, QWidget* parent)
+{
+    VRN_ASSERT(parent);
+    return new SimpleCheckBox(label, parent);
+}
+
+SimpleCheckBox::SimpleCheckBox(const QString& label, QWidget* parent)
+    : QWidget(parent)
+{
+    // Before there is a box: a screen reader may ask for it while it is made.
+    detail::installVariesAccessible();
+    auto* layout = new QHBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    m_check = new QCheckBox(label, this);
+    layout->addWidget(m_check);
+    setFocusProxy(m_check);
+    setFocusPolicy(m_check->focusPolicy());
+}
+
+SimpleCheckBox::~SimpleCheckBox() = default;
+
+bool SimpleCheckBox::isChecked() const
+{
+    return m_check->isChecked();
+}
+
+void SimpleCheckBox::setChecked(bool checked)
+{
+    m_check->setChecked(checked);
+}
+
+} // namespace vrn::qt

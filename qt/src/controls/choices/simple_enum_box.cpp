@@ -1,0 +1,403 @@
+#include <vrn/qt/simple_enum_box.h>
+
+#include <vrn/assert/smart_assert.h>
+#include <vrn/companion_qt/combo_box.h>
+#include <vrn/companion_qt/connect.h>
+#include <vrn/companion_qt/label.h>
+#include <vrn/qt/multi_edit_line_edit.h>
+
+#include <QEvent>
+#include <QHBoxLayout>
+#include <QIcon>
+#include <QLineEdit>
+
+#include "controls/parts/mnemonic_p.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace vrn::qt {
+namespace {
+
+// What a control passes to its validator: what a user types is in the C locale.
+constexpr unsigned long noFlags = 0;
+
+// What room there is, the list takes, and not the caption.
+constexpr int stretchOfList = 1;
+
+// For the edit of a box without a validator: any text may stand there, though it
+// has a value only if it is the name of an entry.
+struct AnyTextValidator : public IValidator
+{
+    bool validate(const QString& text, boost::any& value, const std::bitset<32>&) override
+    {
+        value = text;
+        return true;
+    }
+
+    QString reformat(const boost::any& value, const std::bitset<32>&) override
+    {
+        const auto* text = boost::any_cast<QString>(&value);
+        VRN_ASSERT(text);
+        return text ? *text : QString();
+    }
+};
+
+int rowOf(const NamedValueList& values, const NamedValueList::const_iterator& entry)
+{
+    return static_cast<int>(entry - values.begin());
+}
+
+} // namespace
+
+SimpleEnumBox* SimpleEnumBox::create(
+    QWidget* parent, const QString& name, bool (*const& eqFn)(const boost::any&, const boost::any&))
+{
+    VRN_ASSERT(parent);
+    return parent ? new SimpleEnumBox(parent, name, eqFn) : nullptr;
+}
+
+SimpleEnumBox::SimpleEnumBox(
+    QWidget* parent, const QString& name, bool (*eqFn)(const boost::any&, const boost::any&))
+    : QWidget(parent)
+    , m_eq(eqFn)
+{
+    if (!name.isEmpty())
+        m_label = new VRN_QT_Label(Qt::PlainText, name, this);
+    makeLayout();
+    makeCombo();
+}
+
+SimpleEnumBox::~SimpleEnumBox()
+{
+    // The children go when this part of the box has gone, and an edit with the
+    // focus may then finish editing.
+    if (m_combo)
+        m_combo->disconnect(this);
+    delete m_lineEdit;
+}
+
+void SimpleEnumBox::makeLayout()
+{
+    m_layout = new QHBoxLayout(this);
+    m_layout->setContentsMargins(0, 0, 0, 0);
+    if (m_label)
+        m_layout->addWidget(m_label);
+    if (m_combo)
+        m_layout->addWidget(m_combo, stretchOfList);
+}
+
+QHBoxLayout& SimpleEnumBox::row()
+{
+    VRN_ASSERT(m_layout);
+    if (!m_layout)
+        makeLayout();
+    return *m_layout;
+}
+
+void SimpleEnumBox::makeCombo()
+{
+    // First: a layout made anew takes the list that there is.
+    QHBoxLayout& row = this->row();
+    m_combo = new VRN_QT4_ComboBox(this);
+    m_combo->setSorting(false);
+    m_combo->setEditable(false);
+    m_combo->setDuplicatesEnabled(false);
+    m_combo->setWidthTextEnabled(true);
+    row.addWidget(m_combo, stretchOfList);
+    setFocusProxy(m_combo);
+    setFocusPolicy(m_combo->focusPolicy());
+    if (m_label) {
+        m_label->setBuddy(m_combo);
+        m_combo->setAccessibleName(detail::withoutMnemonic(m_label->text()));
+    }
+    vrn_connect(m_combo.data(), &QComboBox::textActivated, this, &SimpleEnumBox::onItemActivated);
+}
+
+VRN_QT4_ComboBox& SimpleEnumBox::combo()
+{
+    VRN_ASSERT(m_combo);
+    if (!m_combo) {
+        makeCombo();
+        onComboReplaced();
+    }
+    return *m_combo;
+}
+
+void SimpleEnumBox::resize(int width, int height)
+{
+    QWidget::resize(width, height);
+}
+
+void SimpleEnumBox::setSizeAdjustPolicy(QComboBox::SizeAdjustPolicy policy)
+{
+    combo().setSizeAdjustPolicy(policy);
+}
+
+void SimpleEnumBox::setValues(const NamedValueList& values, const PixmapPtrList& pixmaps,
+    const std::deque<QColor>& backgroundColors)
+{
+    m_values = values;
+    VRN_QT4_ComboBox& combo = this->combo();
+    if (pixmaps.empty())
+        combo.setWidthTextEnabled(true);
+    else
+        combo.setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+
+    QSize iconSize(0, 0);
+    combo.clear();
+    combo.setInsertPolicy(QComboBox::InsertAtBottom);
+    for (std::size_t i = 0; i < m_values.size(); ++i) {
+        QIcon icon;
+        if (i < pixmaps.size() && pixmaps[i]) {
+            icon = QIcon(*pixmaps[i]);
+            iconSize = iconSize.expandedTo(pixmaps[i]->size());
+        }
+        combo.insertItem(combo.count(), icon, m_values[i].first);
+        if (i < backgroundColors.size())
+            combo.setItemData(static_cast<int>(i), backgroundColors[i], Qt::BackgroundRole);
+    }
+    if (!m_values.empty())
+        combo.setCurrentIndex(0);
+    if (!pixmaps.empty() && !iconSize.isNull())
+        combo.setIconSize(iconSize);
+    combo.setMinimumWidth(combo.sizeHint().width());
+}
+
+bool SimpleEnumBox::anyEq(const boost::any& a, const boost::any& b) const
+{
+    VRN_ASSERT(m_eq != 0); // NOLINT(modernize-use-nullptr): the text of the report
+    if (a.empty() != b.empty())
+        return false;
+    return m_eq && m_eq(a, b);
+}
+
+void SimpleEnumBox::selectByName(const QString& name)
+{
+    VRN_QT4_ComboBox& combo = this->combo();
+    const auto entry = std::find_if(m_values.begin(), m_values.end(),
+        [&](const auto& candidate) { return candidate.first == name; });
+    if (entry == m_values.end())
+        return;
+    combo.setCurrentIndex(rowOf(m_values, entry));
+    onSelected();
+}
+
+void SimpleEnumBox::selectByValue(const boost::any& value)
+{
+    VRN_QT4_ComboBox& combo = this->combo();
+    VRN_ASSERT(m_combo->isEditable() || !m_values.empty());
+    const auto entry = std::find_if(m_values.begin(), m_values.end(),
+        [&](const auto& candidate) { return anyEq(candidate.second, value); });
+    const bool found = entry != m_values.end();
+    if (found) {
+        const QString name = entry->first;
+        combo.setCurrentIndex(rowOf(m_values, entry));
+        if (combo.isEditable())
+            combo.lineEdit()->setText(name);
+    } else if (combo.isEditable()) {
+        VRN_ASSERT(m_validator);
+        if (!m_validator)
+            return;
+        const IValidator::pointer validator = m_validator; // It may have itself exchanged.
+        combo.lineEdit()->setText(validator->reformat(value, noFlags));
+    } else {
+        VRN_ASSERT_MESSAGE(found, "Value not found");
+        return;
+    }
+    onSelected();
+}
+
+boost::any SimpleEnumBox::getSelectedValue() const
+{
+    if (m_values.empty())
+        return boost::any();
+    VRN_ASSERT(m_combo);
+    if (!m_combo)
+        return boost::any();
+
+    if (isEditable()) {
+        const QString text = m_combo->lineEdit()->text();
+        boost::any value = getValueForName(text);
+        const IValidator::pointer validator = m_validator; // As in selectByValue().
+        if (!value.empty() || !validator)
+            return value;
+        return validator->validate(text, value, noFlags) ? value : boost::any();
+    }
+
+    const boost::any* value = valueOfRow();
+    return value ? *value : boost::any();
+}
+
+// The value of the current row, without a copy of it; null for none.
+const boost::any* SimpleEnumBox::valueOfRow() const
+{
+    const int i = m_combo->currentIndex();
+    VRN_ASSERT(i >= 0 && i < m_combo->count())("i", i)("count", m_combo->count());
+    // The rows behind those of the values are no values: the various entry, and
+    // texts that were entered while the box was editable.
+    const bool isValue = i >= 0 && static_cast<std::size_t>(i) < m_values.size();
+    return isValue ? &m_values[static_cast<std::size_t>(i)].second : nullptr;
+}
+
+// A copy of the value for each object of a selection would cost more than to
+// compare it.
+bool SimpleEnumBox::isSelected(const boost::any& value) const
+{
+    if (!m_combo || m_combo->isEditable() || m_values.empty())
+        return anyEq(value, getSelectedValue());
+    const boost::any* shown = valueOfRow();
+    return shown ? anyEq(value, *shown) : anyEq(value, boost::any());
+}
+
+QString SimpleEnumBox::getNameForValue(const boost::any& value) const
+{
+    for (const auto& [name, candidate] : m_values) {
+        if (anyEq(candidate, value))
+            return name;
+    }
+    const IValidator::pointer validator = m_validator; // As in selectByValue().
+    return isEditable() && validator ? validator->reformat(value, noFlags) : QString();
+}
+
+boost::any SimpleEnumBox::getValueForName(const QString& name) const
+{
+    VRN_ASSERT(m_combo);
+    for (const auto& [candidate, value] : m_values) {
+        if (candidate == name)
+            return value;
+    }
+    return boost::any();
+}
+
+void SimpleEnumBox::next()
+{
+    VRN_QT4_ComboBox& combo = this->combo();
+    if (combo.currentIndex() >= combo.count() - 1)
+        return;
+    combo.setCurrentIndex(combo.currentIndex() + 1);
+    Q_EMIT valueChanged();
+}
+
+void SimpleEnumBox::previous()
+{
+    VRN_QT4_ComboBox& combo = this->combo();
+    if (combo.currentIndex() < 1)
+        return;
+    combo.setCurrentIndex(combo.currentIndex() - 1);
+    Q_EMIT valueChanged();
+}
+
+bool SimpleEnumBox::isEditable() const
+{
+    return m_combo && m_combo->isEditable();
+}
+
+void SimpleEnumBox::setEditable(bool editable, IValidator::pointer validator)
+{
+    m_validator = std::move(validator);
+    combo().setEditable(editable);
+    if (!editable) {
+        dropLineEdit();
+        return;
+    }
+    if (!hasLineEdit())
+        makeLineEdit();
+    // Not unique: each call makes valueChanged() come once more.
+    vrn_connect(
+        m_lineEdit.data(), &SimpleLineEdit::valueChanged, this, &SimpleEnumBox::onEditingFinished);
+    ++m_timesMadeEditable;
+}
+
+// The combo box destroys its edit when it is no longer editable, and takes
+// another one when it is so again.
+bool SimpleEnumBox::hasLineEdit() const
+{
+    return m_lineEdit && m_edit && m_edit == m_combo->lineEdit();
+}
+
+// The control around the edit is a child of the parent, where nobody may see it.
+void SimpleEnumBox::makeLineEdit()
+{
+    dropLineEdit();
+    const auto validator = m_validator ? m_validator : IValidator::pointer(new AnyTextValidator);
+    m_lineEdit = MultiEditLineEdit::create(
+        parentWidget(), QString(), validator, 0, ExpandHorizontal);
+    m_lineEdit->hide();
+    m_lineEdit->setAttribute(Qt::WA_TransparentForMouseEvents);
+    m_edit = m_lineEdit->edit();
+    m_combo->setLineEdit(m_edit);
+    // However the edit goes, there is no use for the control without it.
+    vrn_connect(m_edit.data(), &QObject::destroyed, m_lineEdit.data(), &QObject::deleteLater);
+    // A control that was dropped took no connection with it.
+    for (int i = 0; i < m_timesMadeEditable; ++i) {
+        vrn_connect(m_lineEdit.data(), &SimpleLineEdit::valueChanged, this,
+            &SimpleEnumBox::onEditingFinished);
+    }
+}
+
+// Destroyed later: its signal may be the one that is being handled.
+void SimpleEnumBox::dropLineEdit()
+{
+    if (!m_lineEdit)
+        return;
+    m_lineEdit->disconnect(this);
+    m_lineEdit->deleteLater();
+    m_lineEdit = nullptr;
+}
+
+void SimpleEnumBox::changeEvent(QEvent* event)
+{
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::ParentChange && m_lineEdit) {
+        m_lineEdit->setParent(parentWidget());
+        m_lineEdit->hide();
+    }
+}
+
+bool SimpleEnumBox::isValueValid() const
+{
+    VRN_ASSERT(m_lineEdit);
+    return m_lineEdit && m_lineEdit->isValueValid();
+}
+
+void SimpleEnumBox::onEditingFinished()
+{
+    VRN_QT4_ComboBox& combo = this->combo();
+    if (!m_validator || !m_lineEdit || !combo.isEditable())
+        return;
+    if (combo.getCurrentId() == VRN_QT4_ComboBox::getVariousId())
+        return;
+    const QString text = combo.lineEdit()->text();
+    // The combo box tells of its entries itself.
+    if (!getValueForName(text).empty())
+        return;
+    const QPointer<SimpleEnumBox> alive(this);
+    m_lineEdit->onTextEdited(text);
+    if (alive)
+        Q_EMIT valueChanged();
+}
+
+void SimpleEnumBox::addWidget(QWidget* w)
+{
+    VRN_ASSERT(w);
+    if (w)
+        row().addWidget(w);
+}
+
+int SimpleEnumBox::getComboWidth() const
+{
+    VRN_ASSERT(m_combo);
+    return m_combo ? m_combo->width() : 0;
+}
+
+void SimpleEnumBox::onItemActivated(const QString& /*text*/)
+{
+    Q_EMIT valueChanged();
+}
+
+void SimpleEnumBox::onSelected() {}
+
+void SimpleEnumBox::onComboReplaced() {}
+
+} // namespace vrn::qt

@@ -1,0 +1,154 @@
+#include <vrn/qt/simple_radio_button_group.h>
+
+#include <vrn/assert/smart_assert.h>
+#include <vrn/companion_qt/connect.h>
+#include <vrn/qt/layouters.h>
+
+#include <QButtonGroup>
+#include <QGroupBox>
+#include <QPointer>
+#include <QRadioButton>
+#include <QVBoxLayout>
+
+#include "controls/parts/mnemonic_p.h"
+#include "controls/selection/varies_accessible_p.h"
+
+#include <algorithm>
+#include <vector>
+
+namespace vrn::qt {
+
+SimpleRadioButtonGroup* SimpleRadioButtonGroup::create(const QString& title,
+    const NamedValueList& values, bool (*const& equalFn)(const boost::any&, const boost::any&),
+    const boost::function<bool(const boost::any&, const boost::any&)>& lessFn, QWidget* parent,
+    ILayouter* layouter, bool useGroupBox, bool useButtonGroup)
+{
+    VRN_ASSERT(parent);
+    VRN_ASSERT(!values.empty());
+    VRN_ASSERT(equalFn);
+    VRN_ASSERT(lessFn);
+    return new SimpleRadioButtonGroup(
+        title, values, equalFn, lessFn, parent, layouter, useGroupBox, useButtonGroup);
+}
+
+SimpleRadioButtonGroup::SimpleRadioButtonGroup(const QString& title, const NamedValueList& values,
+    EqualFunction equalFn, const LessFunction& lessFn, QWidget* parent, ILayouter* layouter,
+    bool useGroupBox, bool useButtonGroup)
+    : QWidget(parent)
+    , m_equalFn(equalFn)
+    , m_lessFn(lessFn)
+    , m_values(values)
+    , m_value2button(lessFn)
+    , m_listener(std::make_unique<QObject>())
+{
+    VRN_ASSERT(!m_values.empty());
+    // Before there are buttons: a screen reader may ask for the widget around them.
+    detail::installVariesAccessible();
+    setAccessibleName(detail::withoutMnemonic(title));
+
+    if (!layouter) {
+        m_ownedLayouter = std::make_unique<VBoxLayouter>();
+        layouter = m_ownedLayouter.get();
+    }
+    QVBoxLayout* layout = nullptr;
+    QGroupBox* groupBox = nullptr;
+    if (useGroupBox) {
+        layout = new QVBoxLayout(this);
+        layout->setContentsMargins(0, 0, 0, 0);
+        groupBox = new QGroupBox(title, this);
+        layouter->onCreate(groupBox);
+    }
+    QButtonGroup* buttonGroup = useButtonGroup ? new QButtonGroup(this) : nullptr;
+
+    for (const auto& [name, value] : m_values) {
+        auto* button = new QRadioButton(name, groupBox ? static_cast<QWidget*>(groupBox) : this);
+        layouter->onAdd(button);
+        if (buttonGroup)
+            buttonGroup->addButton(button, -1);
+        // Without an order the map could not even be asked.
+        if (m_lessFn)
+            m_value2button[value] = button;
+        m_button2value[button] = value;
+        // The layouter may have put the button into a widget that goes before this one.
+        vrn_connect(
+            button, &QObject::destroyed, m_listener.get(), [this, button] { forget(button); });
+    }
+
+    if (useGroupBox) {
+        layouter->onFinish();
+        layout->addWidget(groupBox);
+    }
+}
+
+SimpleRadioButtonGroup::~SimpleRadioButtonGroup() = default;
+
+boost::any SimpleRadioButtonGroup::getSelectedValue() const
+{
+    return selectedValue();
+}
+
+const boost::any& SimpleRadioButtonGroup::selectedValue() const
+{
+    for (auto it = m_button2value.begin(); it != m_button2value.end(); ++it) {
+        VRN_ASSERT(it->first);
+        if (it->first && it->first->isChecked())
+            return it->second;
+    }
+    VRN_ASSERT_MESSAGE(false, "no button checked - returning default value");
+    return firstValue();
+}
+
+void SimpleRadioButtonGroup::setSelected(const boost::any& value)
+{
+    if (QRadioButton* button = buttonOf(value))
+        button->setChecked(true);
+}
+
+void SimpleRadioButtonGroup::setValueEnabled(const boost::any& value, bool enabled)
+{
+    if (QRadioButton* button = buttonOf(value))
+        button->setEnabled(enabled);
+}
+
+void SimpleRadioButtonGroup::setValuesEnabled(bool enabled)
+{
+    // A disabled button gives the focus away, and whoever hears of that may destroy
+    // this group.
+    std::vector<QPointer<QRadioButton>> buttons;
+    for (auto it = m_value2button.begin(); it != m_value2button.end(); ++it) {
+        VRN_ASSERT(it->second);
+        buttons.emplace_back(it->second);
+    }
+    for (const auto& button : buttons) {
+        if (button)
+            button->setEnabled(enabled);
+    }
+}
+
+const boost::any& SimpleRadioButtonGroup::firstValue() const
+{
+    static const boost::any none;
+    return m_values.empty() ? none : m_values.front().second;
+}
+
+// Null, after a report, if there is none.
+QRadioButton* SimpleRadioButtonGroup::buttonOf(const boost::any& value) const
+{
+    const auto it = m_value2button.find(value);
+    VRN_ASSERT_MESSAGE(it != m_value2button.end(), "value key not found");
+    if (it == m_value2button.end())
+        return nullptr;
+    VRN_ASSERT(it->second);
+    return it->second;
+}
+
+void SimpleRadioButtonGroup::forget(QRadioButton* button)
+{
+    m_button2value.erase(button);
+    const auto isOfButton = [button](const auto& entry) { return entry.second == button; };
+    const auto it = std::find_if(m_value2button.begin(), m_value2button.end(), isOfButton);
+    if (it != m_value2button.end())
+        m_value2button.erase(it);
+}
+
+} // namespace vrn::qt

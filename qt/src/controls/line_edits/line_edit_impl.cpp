@@ -1,0 +1,214 @@
+#include "controls/line_edits/line_edit_impl_p.h"
+
+#include <vrn/assert/smart_assert.h>
+#include <vrn/companion_qt/connect.h>
+#include <vrn/qt/simple_line_edit.h>
+
+#include <QApplication>
+#include <QEvent>
+#include <QInputMethodEvent>
+#include <QPixmap>
+#include <QPointer>
+#include <QStyle>
+#include <QToolButton>
+
+#include "controls/popups/edit_hint_popup_p.h"
+#include "controls/popups/history_popup_p.h"
+#include "controls/popups/popup_group_p.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace vrn::qt::detail {
+namespace {
+
+// Three dots over a base line: "there is more to this field".
+const char* const buttonIcon[] = {
+    // clang-format off
+    "16 16 2 1",
+    "  c None",
+    "# c #404040",
+    "                ",
+    "                ",
+    "                ",
+    "                ",
+    "                ",
+    "                ",
+    "                ",
+    "  ##   ##   ##  ",
+    "  ##   ##   ##  ",
+    "                ",
+    "                ",
+    "                ",
+    "                ",
+    "                ",
+    "                ",
+    "                ",
+    // clang-format on
+};
+
+} // namespace
+
+LineEditImpl::LineEditImpl(unsigned int options, QWidget* parent)
+    : QLineEdit(parent)
+    , m_options(options)
+{}
+
+LineEditImpl::~LineEditImpl()
+{
+    // What QLineEdit has to tell from here on, it tells of half an edit.
+    blockSignals(true);
+}
+
+QToolButton* LineEditImpl::addButton(
+    const boost::function<QString(const QString&)>& fn, const QPixmap& pixmap)
+{
+    VRN_ASSERT(fn);
+    VRN_ASSERT_MESSAGE(!m_btn1, "only 1 button allowed, at the moment.");
+    if (m_btn1)
+        return m_btn1;
+
+    m_buttonFunction = fn;
+    m_btn1 = new QToolButton(this);
+    if (pixmap.isNull()) {
+        const QPixmap builtIn(buttonIcon);
+        m_btn1->setIcon(builtIn);
+        m_btn1->setIconSize(builtIn.size());
+    } else {
+        m_btn1->setIcon(pixmap);
+        m_btn1->setIconSize(QSize(12, 12));
+    }
+    m_btn1->setCursor(Qt::ArrowCursor);
+    m_btn1->setStyleSheet(QStringLiteral("QToolButton { border: none; padding: 0; margin: 0; }"));
+    m_btn1->show();
+
+    const QSize button = m_btn1->sizeHint();
+    setStyleSheet(QStringLiteral("QLineEdit { padding-right: %1px; padding-top:-1; margin-top:-1; "
+                                 "padding-bottom:0;  }")
+                      .arg(button.width() + 1 + frameWidth()));
+    const QSize minimum = minimumSizeHint();
+    const int minimumHeight = (m_options & SimpleLineEdit::OptionBorderless) != 0
+        ? 16
+        : std::max(minimum.height(), button.height() + 2 * frameWidth());
+    setMinimumSize(
+        std::max(minimum.width(), button.height() + 2 + 2 * frameWidth()), minimumHeight);
+    placeButton();
+    vrn_connect(m_btn1.data(), &QToolButton::clicked, this, &LineEditImpl::onClicked1);
+    return m_btn1;
+}
+
+void LineEditImpl::setValueHistory(boost::shared_ptr<vrn::ValueHistory> history)
+{
+    m_history = std::move(history);
+    if (m_historyPopup)
+        m_historyPopup->setValueHistory(m_history);
+}
+
+void LineEditImpl::showEditHint(const QString& hint)
+{
+    if (!m_popups && !hint.isEmpty())
+        buildPopups();
+    if (!m_hintPopup)
+        return;
+    m_hintPopup->setHint(hint);
+    if (hint.isEmpty())
+        m_hintPopup->hide();
+    else if (hasFocus())
+        m_hintPopup->show();
+}
+
+bool LineEditImpl::event(QEvent* event)
+{
+    const bool takesFocus = event->type() == QEvent::FocusIn;
+    const bool focusChanges = takesFocus || event->type() == QEvent::FocusOut;
+    const bool buildsPopups = takesFocus && !m_popups;
+    if (buildsPopups)
+        buildPopups();
+    // A combo box has the focus in place of its edit.
+    const bool isInComboBox = focusProxy() != nullptr;
+    if (buildsPopups || (focusChanges && m_popups && isInComboBox)) {
+        // The popups do not see this event as the filters that they are: they came
+        // too late, or a combo box hands it straight to the edit. The group is asked
+        // first: the popups are in their place when they show.
+        m_popups->eventFilter(this, event);
+        if (m_hintPopup)
+            m_hintPopup->eventFilter(this, event);
+        if (m_historyPopup)
+            m_historyPopup->eventFilter(this, event);
+    }
+    return QLineEdit::event(event);
+}
+
+// Of a text that does not fit, QLineEdit copies the part that does once for each of
+// its characters. Cut beforehand, a long text takes a third of the time.
+void LineEditImpl::inputMethodEvent(QInputMethodEvent* event)
+{
+    // Any int can be the maximum, the least one too.
+    const qint64 room = qint64(maxLength()) - (text().size() - selectedText().size());
+    const bool plainInsertion = !isReadOnly() && inputMask().isEmpty()
+        && event->replacementLength() == 0;
+    if (plainInsertion && room > 0 && event->commitString().size() > room) {
+        event->setCommitString(
+            event->commitString().left(static_cast<int>(room)), event->replacementStart());
+        Q_EMIT inputRejected(); // As QLineEdit does when a text does not fit.
+    }
+    QLineEdit::inputMethodEvent(event);
+}
+
+void LineEditImpl::resizeEvent(QResizeEvent* event)
+{
+    QLineEdit::resizeEvent(event);
+    if (m_btn1)
+        placeButton();
+}
+
+void LineEditImpl::buildPopups()
+{
+    m_hintPopup = new EditHintPopup(this);
+    m_historyPopup = new HistoryPopup(this);
+    m_historyPopup->setValueHistory(m_history);
+    vrn_connect(m_historyPopup.data(), &HistoryPopup::itemSelected, this,
+        &LineEditImpl::onHistoryItemSelected);
+    m_popups = new PopupGroup(this);
+    m_popups->add(m_hintPopup);
+    m_popups->add(m_historyPopup);
+}
+
+void LineEditImpl::onHistoryItemSelected(const QString& text)
+{
+    if (text.isEmpty() || isReadOnly())
+        return;
+    setText(text);
+    Q_EMIT editingFinished();
+}
+
+void LineEditImpl::onClicked1()
+{
+    if (!m_buttonFunction)
+        return;
+    // The function may destroy this edit, and itself with it.
+    const QPointer<LineEditImpl> self(this);
+    const auto fn = m_buttonFunction;
+    const QString before = text();
+    const QString after = fn(before);
+    if (!self || after == before)
+        return;
+    setText(after);
+    selectAll();
+}
+
+void LineEditImpl::placeButton()
+{
+    const QSize button = m_btn1->sizeHint();
+    m_btn1->move(rect().right() - frameWidth() - button.width(),
+        (rect().bottom() + 1 - button.height()) / 2);
+}
+
+int LineEditImpl::frameWidth() const
+{
+    if ((m_options & SimpleLineEdit::OptionBorderless) != 0)
+        return 0;
+    return style()->pixelMetric(QStyle::PM_DefaultFrameWidth, nullptr, this);
+}
+
+} // namespace vrn::qt::detail

@@ -1,0 +1,342 @@
+#include <vrn/qt/simple_line_edit.h>
+
+#include <vrn/assert/smart_assert.h>
+#include <vrn/companion_qt/connect.h>
+#include <vrn/companion_qt/label.h>
+#include <vrn/companion_qt/push_button.h>
+#include <vrn/qt/forward_validator.h>
+#include <vrn/qt/varies_string.h>
+
+#include <QBoxLayout>
+#include <QColor>
+#include <QFocusEvent>
+#include <QPainter>
+#include <QPixmap>
+#include <QStyleOptionButton>
+
+#include "controls/line_edits/line_edit_impl_p.h"
+#include "controls/parts/mnemonic_p.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace vrn::qt {
+namespace {
+
+// What a control passes to its validator: what a user types is in the C locale.
+constexpr unsigned long noFlags = 0;
+
+const QString& styleOfValidity(bool valid)
+{
+    static const QString pattern = QStringLiteral("QLineEdit { color: %1; }");
+    static const QString black = pattern.arg(QStringLiteral("#000"));
+    static const QString red = pattern.arg(QColor(230, 20, 20).name());
+    return valid ? black : red;
+}
+
+QBoxLayout* createLayout(QWidget* parent, ExpandDirection direction)
+{
+    if (direction == ExpandHorizontal)
+        return new QHBoxLayout(parent);
+    return new QVBoxLayout(parent);
+}
+
+} // namespace
+
+SimpleLineEdit* SimpleLineEdit::create(QWidget* parent, const QString& caption,
+    IValidator* validator, unsigned int options, ExpandDirection direction)
+{
+    return create(parent, caption, boost::shared_ptr<IValidator>(validator), options, direction);
+}
+
+SimpleLineEdit* SimpleLineEdit::create(QWidget* parent, const QString& caption,
+    boost::shared_ptr<IValidator> validator, unsigned int options, ExpandDirection direction)
+{
+    return create(parent, caption, std::move(validator), {}, options, direction);
+}
+
+SimpleLineEdit* SimpleLineEdit::create(QWidget* parent, const QString& caption,
+    boost::shared_ptr<IValidator> validator, boost::function<void()> buttonFn, unsigned int options,
+    ExpandDirection direction)
+{
+    return new SimpleLineEdit(
+        parent, caption, std::move(validator), std::move(buttonFn), options, direction);
+}
+
+SimpleLineEdit::SimpleLineEdit(QWidget* parent, const QString& caption,
+    boost::shared_ptr<IValidator> validator, boost::function<void()> buttonFn, unsigned int options,
+    ExpandDirection direction)
+    : QWidget(parent)
+    , m_lineEdit(new detail::LineEditImpl(options))
+    , m_validator(std::move(validator))
+    , m_layout(createLayout(this, direction))
+    , m_unitString(new VRN_QT_Label)
+    , m_buttonFunction(std::move(buttonFn))
+{
+    m_layout->setContentsMargins(2, 2, 2, 2);
+
+    if (!caption.isEmpty()) {
+        m_caption = new VRN_QT_Label(caption);
+        m_caption->setBuddy(m_lineEdit);
+        m_lineEdit->setAccessibleName(detail::withoutMnemonic(caption));
+        m_layout->addWidget(m_caption);
+    }
+
+    setFocusProxy(m_lineEdit);
+    // For a caption of the application, whose shortcut passes over what has none.
+    setFocusPolicy(m_lineEdit->focusPolicy());
+    if ((options & OptionBorderless) != 0) {
+        m_lineEdit->setStyleSheet(
+            QStringLiteral("QLineEdit { border:0; background-color:white; }"));
+        setStyleSheet(QStringLiteral("* { background-color:white; }"));
+    }
+    m_layout->addWidget(m_lineEdit);
+    vrn_connect(edit(), &QLineEdit::editingFinished, this, &SimpleLineEdit::onEditingFinished);
+    vrn_connect(edit(), &QLineEdit::textEdited, this, &SimpleLineEdit::onTextEdited);
+
+    m_layout->addWidget(m_unitString);
+    m_unitString->hide();
+
+    if (m_buttonFunction) {
+        m_button = new VRN_QT_PushButton(QStringLiteral("..."));
+        m_button->setFixedSize(20, 20);
+        vrn_connect(m_button, &QPushButton::clicked, this, &SimpleLineEdit::onClickedButton);
+        m_layout->addWidget(m_button);
+    }
+}
+
+SimpleLineEdit::~SimpleLineEdit()
+{
+    // An edit with the focus finishes editing when it is destroyed, and that is
+    // after this part of the control has gone.
+    if (m_lineEdit)
+        m_lineEdit->disconnect(this);
+}
+
+IValidator& SimpleLineEdit::validator() const
+{
+    VRN_ASSERT(m_validator);
+    if (m_validator)
+        return *m_validator;
+    static ForwardValidator refusing(nullptr);
+    return refusing;
+}
+
+detail::LineEditImpl& SimpleLineEdit::lineEdit() const
+{
+    VRN_ASSERT(m_lineEdit);
+    if (!m_lineEdit) {
+        m_lineEdit = new detail::LineEditImpl(0, const_cast<SimpleLineEdit*>(this));
+        m_lineEdit->hide();
+    }
+    return *m_lineEdit;
+}
+
+QLineEdit* SimpleLineEdit::edit()
+{
+    return &lineEdit();
+}
+
+const QLineEdit* SimpleLineEdit::edit() const
+{
+    return &lineEdit();
+}
+
+boost::any SimpleLineEdit::getValue() const
+{
+    boost::any value;
+    const bool ok = validator().validateWhenFinished(lineEdit().text(), value, noFlags);
+    VRN_ASSERT_MESSAGE(ok, "getValue() failed to validate");
+    return value;
+}
+
+void SimpleLineEdit::setValue(const boost::any& value)
+{
+    IValidator& validator = this->validator();
+    lineEdit().setText(validator.reformat(value, noFlags));
+    boost::any scratch;
+    m_valueValid = false; // Also if validate throws.
+    m_valueValid = validator.validate(lineEdit().text(), scratch, noFlags);
+}
+
+bool SimpleLineEdit::vetoValidation(const QString& /*text*/)
+{
+    return false;
+}
+
+void SimpleLineEdit::onValidated(const QString& /*text*/, const boost::any& /*value*/) {}
+
+void SimpleLineEdit::onTextEdited(const QString& text)
+{
+    if (!m_validator) {
+        m_valueValid = true;
+        return;
+    }
+    if (vetoValidation(text))
+        return;
+    refuseIfThrown([&] {
+        boost::any value;
+        m_valueValid = m_validator->validate(text, value, noFlags);
+        if (m_valueValid)
+            onValidated(text, value);
+    });
+    showValidity();
+    lineEdit().showEditHint(m_validator->getEditHint(text));
+}
+
+void SimpleLineEdit::onEditingFinished()
+{
+    const QString text = lineEdit().text();
+    onTextEdited(text);
+    if (vetoValidation(text))
+        return;
+    refuseIfThrown([&] {
+        IValidator& validator = this->validator();
+        boost::any value;
+        m_valueValid = validator.validateWhenFinished(text, value, noFlags);
+        if (m_valueValid) {
+            onValidated(text, value);
+            lineEdit().setText(validator.reformat(value, noFlags));
+        }
+    });
+    Q_EMIT valueChanged();
+}
+
+// Runs a step of the validation. An exception goes on to the caller and leaves
+// a refused text.
+template <typename Function>
+void SimpleLineEdit::refuseIfThrown(Function step)
+{
+    try {
+        step();
+    } catch (...) {
+        m_valueValid = false;
+        showValidity();
+        throw;
+    }
+}
+
+void SimpleLineEdit::showValidity()
+{
+    // Setting a style sheet polishes the edit anew, even if it is the same one.
+    const QString& style = styleOfValidity(m_valueValid);
+    if (lineEdit().styleSheet() != style)
+        lineEdit().setStyleSheet(style);
+}
+
+QToolButton* SimpleLineEdit::addButton(
+    const boost::function<QString(const QString&)>& fn, const QPixmap& pixmap)
+{
+    return lineEdit().addButton(fn, pixmap);
+}
+
+void SimpleLineEdit::setValueHistory(boost::shared_ptr<vrn::ValueHistory> history)
+{
+    m_valueHistory = std::move(history);
+    lineEdit().setValueHistory(m_valueHistory);
+}
+
+void SimpleLineEdit::addCurrentValueToValueHistory()
+{
+    VRN_ASSERT(m_validator);
+    const QString text = lineEdit().text();
+    if (m_valueHistory && !text.isEmpty() && text != getVariesString())
+        m_valueHistory->add(text.toStdWString());
+}
+
+void SimpleLineEdit::setUnitString(const QString& unit)
+{
+    VRN_ASSERT(m_unitString);
+    m_unitString->setHidden(unit.isEmpty());
+    // A hidden label keeps its text, and sizeHint() its width.
+    if (!unit.isEmpty())
+        m_unitString->setText(QLatin1Char('[') + unit + QLatin1Char(']'));
+}
+
+void SimpleLineEdit::setMinimumWidthFactor(double factor)
+{
+    m_widthFactor = factor < 0.01 || std::min(factor, 100.0) != 0.0;
+}
+
+void SimpleLineEdit::setEditMaximumWidth(int width)
+{
+    lineEdit().setMaximumWidth(width);
+}
+
+void SimpleLineEdit::setMaxLength(int length)
+{
+    lineEdit().setMaxLength(length);
+}
+
+void SimpleLineEdit::setReadOnly(bool readOnly)
+{
+    lineEdit().setReadOnly(readOnly);
+}
+
+void SimpleLineEdit::setAlignment(Qt::Alignment alignment)
+{
+    lineEdit().setAlignment(alignment);
+}
+
+void SimpleLineEdit::selectAll()
+{
+    lineEdit().selectAll();
+}
+
+QSize SimpleLineEdit::sizeHint() const
+{
+    return sizeFromParts(&QWidget::sizeHint);
+}
+
+QSize SimpleLineEdit::minimumSizeHint() const
+{
+    return sizeFromParts(&QWidget::minimumSizeHint);
+}
+
+QSize SimpleLineEdit::sizeFromParts(SizeFunction sizeOf) const
+{
+    const QSize edit = (lineEdit().*sizeOf)();
+    const int factor = m_widthFactor ? 1 : 0;
+    int width = static_cast<int>(factor * (edit.width() * 0.6));
+    if (!m_unitString->text().isEmpty())
+        width += (m_unitString->*sizeOf)().width();
+    if (m_caption)
+        width += (m_caption->*sizeOf)().width();
+    return QSize(width + 12, edit.height());
+}
+
+void SimpleLineEdit::focusInEvent(QFocusEvent* event)
+{
+    QWidget::focusInEvent(event);
+    lineEdit().setFocus(Qt::OtherFocusReason);
+}
+
+void SimpleLineEdit::focusOutEvent(QFocusEvent* event)
+{
+    QWidget::focusOutEvent(event);
+}
+
+void SimpleLineEdit::paintEvent(QPaintEvent* event)
+{
+    QWidget::paintEvent(event);
+    if (!m_buttonFunction)
+        return;
+    QStyleOptionButton option;
+    option.palette = lineEdit().palette();
+    option.rect = lineEdit().geometry();
+    option.rect.setLeft(option.rect.right() - 20);
+    option.text = QStringLiteral("...");
+    QPainter painter(this);
+    style()->drawControl(QStyle::CE_PushButton, &option, &painter, this);
+    style()->drawControl(QStyle::CE_PushButtonLabel, &option, &painter, this);
+}
+
+void SimpleLineEdit::onClickedButton()
+{
+    // The function may destroy this control, and itself with it.
+    const auto fn = m_buttonFunction;
+    if (fn)
+        fn();
+}
+
+} // namespace vrn::qt

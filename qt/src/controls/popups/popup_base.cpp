@@ -1,0 +1,89 @@
+#include "controls/popups/popup_base_p.h"
+
+#include <QApplication>
+#include <QFocusEvent>
+#include <QWindow>
+
+namespace vrn::qt::detail {
+namespace {
+
+constexpr qreal opacityAtRest = 0.7;
+constexpr qreal opacityUnderMouse = 0.9;
+
+} // namespace
+
+PopupBase::PopupBase(QWidget* owner)
+    : QWidget(owner)
+    , m_owner(owner)
+{
+    owner->installEventFilter(this);
+    setWindowFlags(Qt::Tool | Qt::FramelessWindowHint);
+    setStyleSheet(QStringLiteral("* {  border: 1px solid gray; background-color:white;}"));
+    setContentsMargins(0, 0, 0, 0);
+    setWindowOpacity(opacityAtRest);
+    setAttribute(Qt::WA_MouseTracking);
+    setAttribute(Qt::WA_ShowWithoutActivating);
+    setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+}
+
+PopupBase::~PopupBase() = default;
+
+void PopupBase::setVisible(bool visible)
+{
+    // The popup may have been shown empty and have something to show by now.
+    if (visible && isVisible() && testAttribute(Qt::WA_DontShowOnScreen) && !sizeHint().isEmpty())
+        QWidget::setVisible(false);
+    QWidget::setVisible(visible);
+}
+
+void PopupBase::showEvent(QShowEvent* event)
+{
+    // A window of size (0, 0) would still be a dot on the screen.
+    setAttribute(Qt::WA_DontShowOnScreen, sizeHint().isEmpty());
+    // On the window alone: the flags of the widget stay those of its constructor.
+    if (QWindow* window = windowHandle())
+        window->setFlag(Qt::WindowDoesNotAcceptFocus);
+    QWidget::showEvent(event);
+}
+
+bool PopupBase::event(QEvent* event)
+{
+    if (event->type() == QEvent::WindowDeactivate)
+        hide();
+    return QWidget::event(event);
+}
+
+bool PopupBase::eventFilter(QObject* watched, QEvent* event)
+{
+    if (watched == m_owner && event->type() == QEvent::FocusIn)
+        show();
+    // This window is never the active one, so it goes by the owner's.
+    if (watched == m_owner
+        && (event->type() == QEvent::WindowDeactivate || event->type() == QEvent::Hide))
+        hide();
+    if (watched == m_owner && event->type() == QEvent::FocusOut) {
+        const bool windowChanges = static_cast<QFocusEvent*>(event)->reason()
+            == Qt::ActiveWindowFocusReason;
+        QWidget* focused = QApplication::focusWidget();
+        if (!windowChanges && focused != this) {
+            hide();
+            if (focused)
+                focused->setFocus(Qt::OtherFocusReason);
+        }
+    }
+    return QWidget::eventFilter(watched, event);
+}
+
+void PopupBase::enterEvent(compat::EnterEvent* event)
+{
+    setWindowOpacity(opacityUnderMouse);
+    QWidget::enterEvent(event);
+}
+
+void PopupBase::leaveEvent(QEvent* event)
+{
+    setWindowOpacity(opacityAtRest);
+    QWidget::leaveEvent(event);
+}
+
+} // namespace vrn::qt::detail

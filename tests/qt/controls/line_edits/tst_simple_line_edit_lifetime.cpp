@@ -1,0 +1,451 @@
+#include <vrn/qt/distance_edit_validator.h>
+#include <vrn/qt/simple_line_edit.h>
+#include <vrn/units/unknown_unit.h>
+
+#include "controls/popups/edit_hint_popup_p.h"
+#include "controls/popups/history_popup_p.h"
+#include "line_edit_fixture.h"
+#include "support/catching_application.h"
+#include "support/test_main.h"
+#include "support/test_object.h"
+
+#include <QListWidget>
+#include <QPointer>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QToolButton>
+
+#include <stdexcept>
+
+using namespace vrn::qt;
+using vrn::test::blackText;
+using vrn::test::CatchingApplication;
+using vrn::test::DigitsValidator;
+using vrn::test::Form;
+using vrn::test::redText;
+using vrn::test::ThroughQt;
+
+namespace {
+
+using Step = std::function<void(SimpleLineEdit&)>;
+
+void type(SimpleLineEdit& field, const QString& text)
+{
+    QTest::keyClicks(field.edit(), text);
+}
+
+void pressEnter(SimpleLineEdit& field)
+{
+    QTest::keyClick(field.edit(), Qt::Key_Return);
+}
+
+boost::shared_ptr<vrn::ValueHistory> historyWith(const std::wstring& value)
+{
+    const auto history = boost::make_shared<vrn::ValueHistory>(
+        L"key", boost::make_shared<vrn::ValueHistoryMemoryStorage>());
+    history->add(value);
+    return history;
+}
+
+void clickFirstOfHistory(SimpleLineEdit& field)
+{
+    auto* list = field.findChild<detail::HistoryPopup*>()->findChild<QListWidget*>();
+    QTest::mouseClick(
+        list->viewport(), Qt::LeftButton, {}, list->visualItemRect(list->item(0)).center());
+}
+
+void throwHere()
+{
+    throw std::runtime_error("from the validator");
+}
+
+// Throws from one of its operations, or from its hint function, while it is armed.
+struct ThrowingValidator : public DigitsValidator
+{
+    explicit ThrowingValidator(const QString& operation)
+    {
+        before = [this, operation](const QString& current) {
+            if (armed && current == operation)
+                throwHere();
+        };
+        setEditHintFunction([this, operation](const QString&) {
+            if (armed && operation == QLatin1String("hint"))
+                throwHere();
+            return QString();
+        });
+    }
+
+    bool armed = false;
+};
+
+} // namespace
+
+Q_DECLARE_METATYPE(Step)
+
+class TestSimpleLineEditLifetime : public vrn::test::TestObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init()
+    {
+        TestObject::init();
+        CatchingApplication::instance().caught.clear();
+    }
+
+    void aSlotMayDeleteTheControlLater_data()
+    {
+        QTest::addColumn<Step>("arrange");
+        QTest::addColumn<Step>("act");
+
+        const Step onValueChanged = [](SimpleLineEdit& f) {
+            connect(&f, &SimpleLineEdit::valueChanged, &f, &QObject::deleteLater);
+        };
+        const Step enter = [](SimpleLineEdit& f) { pressEnter(f); };
+        const Step leave = [](SimpleLineEdit& f) {
+            type(f, "1");
+            f.window()->findChild<QLineEdit*>(QString(), Qt::FindDirectChildrenOnly)->setFocus();
+        };
+        const Step addButton = [](SimpleLineEdit& f) {
+            f.addButton(
+                [&f](const QString&) {
+                    f.deleteLater();
+                    return QString("7");
+                },
+                {});
+        };
+        QTest::newRow("valueChanged at Enter") << onValueChanged << enter;
+        QTest::newRow("valueChanged on leaving the field") << onValueChanged << leave;
+        QTest::newRow("valueChanged by a history entry")
+            << onValueChanged << Step([](SimpleLineEdit& f) { clickFirstOfHistory(f); });
+        QTest::newRow("textEdited") << Step([](SimpleLineEdit& f) {
+            connect(f.edit(), &QLineEdit::textEdited, &f, &QObject::deleteLater);
+        }) << Step([](SimpleLineEdit& f) { type(f, "123"); });
+        QTest::newRow("editingFinished") << Step([](SimpleLineEdit& f) {
+            connect(f.edit(), &QLineEdit::editingFinished, &f, &QObject::deleteLater);
+        }) << enter;
+        QTest::newRow("editingFinished by a history entry") << Step([](SimpleLineEdit& f) {
+            connect(f.edit(), &QLineEdit::editingFinished, &f, &QObject::deleteLater);
+        }) << Step([](SimpleLineEdit& f) { clickFirstOfHistory(f); });
+        QTest::newRow("the function of the tool button")
+            << addButton << Step([](SimpleLineEdit& f) { f.findChild<QToolButton*>()->click(); });
+        QTest::newRow("the function of the push button")
+            << Step([](SimpleLineEdit&) {})
+            << Step([](SimpleLineEdit& f) { f.findChild<QPushButton*>()->click(); });
+        QTest::newRow("the parent from valueChanged") << Step([](SimpleLineEdit& f) {
+            connect(&f, &SimpleLineEdit::valueChanged, f.parentWidget(), &QObject::deleteLater);
+        }) << enter;
+    }
+
+    void aSlotMayDeleteTheControlLater()
+    {
+        QFETCH(Step, arrange);
+        QFETCH(Step, act);
+        QPointer<Form> form(new Form);
+        QPointer<SimpleLineEdit> field;
+        field = SimpleLineEdit::create(
+            nullptr, "Span", boost::make_shared<DigitsValidator>(), [&] { field->deleteLater(); },
+            0, ExpandHorizontal);
+        field->setValueHistory(historyWith(L"12"));
+        form->open(field);
+        arrange(*field);
+        act(*field);
+        QVERIFY(field);
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        QVERIFY(!field);
+        delete form;
+    }
+
+    // Qt's edit with the focus reports the end of editing when it is destroyed.
+    void aDestroyedControlHasNoEndOfEditing()
+    {
+        vrn::test::Log log;
+        Form form;
+        SimpleLineEdit* field = createWithPopups(&log);
+        form.open(field);
+        type(*field, "1");
+        QVERIFY(field->findChild<detail::EditHintPopup*>()->isVisible());
+        QSignalSpy valueChanged(field, &SimpleLineEdit::valueChanged);
+        log.clear();
+        delete field;
+        QCOMPARE(valueChanged.count(), 0);
+        QCOMPARE(log, vrn::test::Log());
+    }
+
+    // A window that goes takes the focus from its fields while they still live.
+    void aDestroyedWindowIsLeft()
+    {
+        vrn::test::Log log;
+        auto* form = new Form;
+        SimpleLineEdit* field = createWithPopups(&log);
+        form->open(field);
+        type(*field, "1");
+        QSignalSpy editingFinished(field->edit(), &QLineEdit::editingFinished);
+        QSignalSpy valueChanged(field, &SimpleLineEdit::valueChanged);
+        delete form;
+        QCOMPARE(editingFinished.count(), 1);
+        QCOMPARE(valueChanged.count(), 1);
+        QCoreApplication::processEvents();
+    }
+
+    void aThrowingValidatorLeavesTheControlConsistent_data()
+    {
+        QTest::addColumn<QString>("operation");
+        QTest::addColumn<Step>("act");
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<bool>("valid");
+        QTest::addColumn<QString>("styleSheet");
+
+        const Step key = [](SimpleLineEdit& f) { type(f, "3"); };
+        const Step enter = [](SimpleLineEdit& f) { pressEnter(f); };
+        const Step leave = [](SimpleLineEdit& f) {
+            f.window()->findChild<QLineEdit*>(QString(), Qt::FindDirectChildrenOnly)->setFocus();
+        };
+        const Step set = [](SimpleLineEdit& f) {
+            QVERIFY_EXCEPTION_THROWN(f.setValue(7), std::runtime_error);
+            // As in Qt's own calls of slots, the test goes on in the application.
+            CatchingApplication::instance().caught.emplace_back("from the validator");
+        };
+        QTest::newRow("validate on a keystroke")
+            << "validate" << key << "123" << false << redText();
+        QTest::newRow("the hint on a keystroke") << "hint" << key << "123" << true << blackText();
+        QTest::newRow("validate at Enter") << "validate" << enter << "12" << false << redText();
+        QTest::newRow("validateWhenFinished at Enter")
+            << "finish" << enter << "12" << false << redText();
+        QTest::newRow("reformat at Enter") << "reformat" << enter << "12" << false << redText();
+        QTest::newRow("the hint at Enter") << "hint" << enter << "12" << true << blackText();
+        QTest::newRow("validate on leaving") << "validate" << leave << "12" << false << redText();
+        QTest::newRow("validateWhenFinished on leaving")
+            << "finish" << leave << "12" << false << redText();
+        QTest::newRow("reformat on leaving") << "reformat" << leave << "12" << false << redText();
+        QTest::newRow("validate in setValue, which shows its text and leaves the colour alone")
+            << "validate" << set << "007" << false << blackText();
+        QTest::newRow("reformat in setValue, which then has no text to show")
+            << "reformat" << set << "12" << true << blackText();
+    }
+
+    void aThrowingValidatorLeavesTheControlConsistent()
+    {
+        QFETCH(QString, operation);
+        QFETCH(Step, act);
+        const ThroughQt throughQt;
+        Form form;
+        const auto validator = boost::make_shared<ThrowingValidator>(operation);
+        SimpleLineEdit* field = SimpleLineEdit::create(nullptr, {}, validator, 0, ExpandHorizontal);
+        form.open(field);
+        type(*field, "12");
+        QSignalSpy valueChanged(field, &SimpleLineEdit::valueChanged);
+
+        validator->armed = true;
+        act(*field);
+        QCOMPARE(
+            CatchingApplication::instance().caught, std::vector<std::string>{"from the validator"});
+        QTEST(field->edit()->text(), "text");
+        QTEST(field->isValueValid(), "valid");
+        QTEST(field->edit()->styleSheet(), "styleSheet");
+        QCOMPARE(valueChanged.count(), 0);
+
+        validator->armed = false;
+        form.enter();
+        QTest::keyClick(field->edit(), Qt::Key_A, Qt::ControlModifier);
+        type(*field, "9");
+        QVERIFY(field->isValueValid());
+        QCOMPARE(field->edit()->styleSheet(), blackText());
+        pressEnter(*field);
+        QCOMPARE(field->edit()->text(), QString("009"));
+        QCOMPARE(valueChanged.count(), 1);
+        QCOMPARE(field->getValue(), boost::any(9));
+        QCOMPARE(CatchingApplication::instance().caught.size(), std::size_t(1));
+    }
+
+    void getValuePassesAnExceptionOn()
+    {
+        const auto validator = boost::make_shared<ThrowingValidator>("finish");
+        const QScopedPointer<SimpleLineEdit> field(
+            SimpleLineEdit::create(nullptr, {}, validator, 0, ExpandHorizontal));
+        field->setValue(7);
+        validator->armed = true;
+        QVERIFY_EXCEPTION_THROWN(field->getValue(), std::runtime_error);
+        QVERIFY(field->isValueValid());
+        QCOMPARE(field->edit()->text(), QString("007"));
+        validator->armed = false;
+        QCOMPARE(field->getValue(), boost::any(7));
+    }
+
+    void anUnknownUnitIsRedUntilItIsMended()
+    {
+        const ThroughQt throughQt;
+        Form form;
+        constexpr int metre = 13;
+        SimpleLineEdit* field = SimpleLineEdit::create(
+            nullptr, {}, new DistanceEditValidator(metre, 0.0, 100.0, true), 0, ExpandHorizontal);
+        form.open(field);
+        type(*field, "2");
+        QCOMPARE(field->edit()->styleSheet(), blackText());
+        type(*field, "yd");
+        QCOMPARE(CatchingApplication::instance().caught.size(), std::size_t(2));
+        QVERIFY(CatchingApplication::instance().caught[1].find("yd") != std::string::npos);
+        QCOMPARE(field->edit()->text(), QString("2yd"));
+        QCOMPARE(field->edit()->styleSheet(), redText());
+        QVERIFY(!field->isValueValid());
+
+        pressEnter(*field);
+        QCOMPARE(CatchingApplication::instance().caught.size(), std::size_t(3));
+        QCOMPARE(field->edit()->text(), QString("2yd"));
+        QCOMPARE(field->edit()->styleSheet(), redText());
+        QVERIFY(!field->isValueValid());
+        QVERIFY_EXCEPTION_THROWN(field->getValue(), vrn::units::UnknownUnit);
+
+        QTest::keyClick(field->edit(), Qt::Key_Backspace);
+        QTest::keyClick(field->edit(), Qt::Key_Backspace);
+        QCOMPARE(field->edit()->text(), QString("2"));
+        QCOMPARE(field->edit()->styleSheet(), blackText());
+        QVERIFY(field->isValueValid());
+        QCOMPARE(field->getValue(), boost::any(2.0));
+    }
+
+    void throwingButtonFunctionsLeaveTheControlUsable()
+    {
+        const ThroughQt throughQt;
+        Form form;
+        SimpleLineEdit* field = SimpleLineEdit::create(
+            nullptr, {}, boost::make_shared<DigitsValidator>(), &throwHere, 0, ExpandHorizontal);
+        form.open(field);
+        QToolButton* button = field->addButton(
+            [](const QString& text) {
+                throwHere();
+                return text;
+            },
+            {});
+        type(*field, "12");
+        QTest::mouseClick(button, Qt::LeftButton);
+        QTest::mouseClick(field->findChild<QPushButton*>(), Qt::LeftButton);
+        QCOMPARE(CatchingApplication::instance().caught.size(), std::size_t(2));
+        QVERIFY(field->isValueValid());
+        form.enter();
+        type(*field, "3");
+        pressEnter(*field);
+        QCOMPARE(field->edit()->text(), QString("123"));
+    }
+
+    void aMissingValidatorIsReportedAndRefuses()
+    {
+        const QScopedPointer<SimpleLineEdit> field(SimpleLineEdit::create(
+            nullptr, {}, boost::shared_ptr<IValidator>(), 0, ExpandHorizontal));
+        QSignalSpy valueChanged(field.data(), &SimpleLineEdit::valueChanged);
+
+        field->edit()->setText("12");
+        field->onTextEdited("12");
+        QVERIFY2(field->isValueValid(), "a keystroke does not ask for the validator");
+        QCOMPARE(field->edit()->styleSheet(), QString());
+
+        expectAssert("m_validator");
+        field->onEditingFinished();
+        QVERIFY(!field->isValueValid());
+        QCOMPARE(field->edit()->text(), QString("12"));
+        QCOMPARE(valueChanged.count(), 1);
+
+        expectAssert("m_validator");
+        expectAssert("ok", {}, "getValue() failed to validate");
+        QCOMPARE(field->getValue(), boost::any());
+
+        expectAssert("m_validator");
+        field->setValue(7);
+        QVERIFY(!field->isValueValid());
+        QCOMPARE(field->edit()->text(), QString());
+
+        expectAssert("m_validator");
+        field->addCurrentValueToValueHistory();
+    }
+
+    void aMissingRawValidatorIsReportedToo()
+    {
+        const QScopedPointer<SimpleLineEdit> field(SimpleLineEdit::create(
+            nullptr, {}, static_cast<IValidator*>(nullptr), 0, ExpandHorizontal));
+        expectAssert("m_validator");
+        field->onEditingFinished();
+        QVERIFY(!field->isValueValid());
+    }
+
+    void anEditThatSomeoneDestroyedIsReportedAndDoneWithout_data()
+    {
+        QTest::addColumn<Step>("step");
+        const auto row = [](const char* name, Step step) {
+            QTest::newRow(name) << std::move(step);
+        };
+        row("edit", [](SimpleLineEdit& f) { QVERIFY(f.edit()); });
+        row("setValue", [](SimpleLineEdit& f) { f.setValue(7); });
+        row("the end of editing", [](SimpleLineEdit& f) { f.onEditingFinished(); });
+        row("a text of the user", [](SimpleLineEdit& f) { f.onTextEdited("12"); });
+        row("addButton", [](SimpleLineEdit& f) {
+            QVERIFY(f.addButton([](const QString& text) { return text; }, {}));
+        });
+        row("setValueHistory", [](SimpleLineEdit& f) { f.setValueHistory(historyWith(L"1")); });
+        row("addCurrentValueToValueHistory",
+            [](SimpleLineEdit& f) { f.addCurrentValueToValueHistory(); });
+        row("setEditMaximumWidth", [](SimpleLineEdit& f) { f.setEditMaximumWidth(50); });
+        row("setMaxLength", [](SimpleLineEdit& f) { f.setMaxLength(5); });
+        row("setReadOnly", [](SimpleLineEdit& f) { f.setReadOnly(true); });
+        row("setAlignment", [](SimpleLineEdit& f) { f.setAlignment(Qt::AlignRight); });
+        row("selectAll", [](SimpleLineEdit& f) { f.selectAll(); });
+        row("sizeHint", [](SimpleLineEdit& f) { QVERIFY(f.sizeHint().isValid()); });
+        row("minimumSizeHint", [](SimpleLineEdit& f) { QVERIFY(f.minimumSizeHint().isValid()); });
+        row("shown, laid out and painted", [](SimpleLineEdit& f) { f.grab(); });
+    }
+
+    void anEditThatSomeoneDestroyedIsReportedAndDoneWithout()
+    {
+        QFETCH(Step, step);
+        const QScopedPointer<SimpleLineEdit> field(
+            SimpleLineEdit::create(nullptr, "Span", new DigitsValidator, 0, ExpandHorizontal));
+        delete field->edit();
+        expectAssert("m_lineEdit");
+        step(*field);
+        QVERIFY(field->edit());
+        QVERIFY(field->edit()->isHidden());
+        field->setValue(8);
+        QCOMPARE(field->getValue(), boost::any(8));
+    }
+
+    void tenThousandControlsLeaveNothingBehind()
+    {
+        Form form;
+        auto* first = new QLineEdit;
+        form.open(first);
+        const int before = int(QApplication::allWidgets().size());
+        const auto validator = boost::make_shared<DigitsValidator>();
+        validator->setEditHintFunction([](const QString&) { return QString("hint"); });
+        for (int i = 0; i < 10000; ++i) {
+            // Shown ones with the focus and both popups are the slow minority.
+            const bool shown = i % 20 == 0;
+            QScopedPointer<SimpleLineEdit> field(SimpleLineEdit::create(
+                nullptr, "Span", validator, [] {}, unsigned(i % 2), ExpandHorizontal));
+            if (i % 3 == 0)
+                field->addButton([](const QString& text) { return text; }, {});
+            if (shown) {
+                field->setValueHistory(historyWith(L"1"));
+                form.layout()->addWidget(field.data());
+                field->setFocus();
+            }
+            QTest::keyClick(field->edit(), Qt::Key_4);
+            QTest::keyClick(field->edit(), Qt::Key_Return);
+            QVERIFY(field->isValueValid());
+            QCOMPARE(field->edit()->text(), QString("004"));
+        }
+        QCOMPARE(int(QApplication::allWidgets().size()), before);
+        QCOMPARE(validator.use_count(), 1L);
+    }
+
+private:
+    static SimpleLineEdit* createWithPopups(vrn::test::Log* log)
+    {
+        auto validator = boost::make_shared<DigitsValidator>(log);
+        validator->setEditHintFunction([](const QString&) { return QString("hint"); });
+        auto* field = SimpleLineEdit::create(nullptr, "Span", validator, 0, ExpandHorizontal);
+        field->setValueHistory(historyWith(L"12"));
+        return field;
+    }
+};
+
+VRN_TEST_IN(TestSimpleLineEditLifetime, CatchingApplication)
+#include "tst_simple_line_edit_lifetime.moc"

@@ -1,0 +1,353 @@
+#include <vrn/qt/toolbar.h>
+
+#include <QMessageBox>
+#include <QPointer>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+#include "support/catching_application.h"
+#include "support/modal_dialog.h"
+#include "support/test_main.h"
+#include "support/test_object.h"
+
+#include <functional>
+#include <stdexcept>
+
+using namespace vrn::qt;
+using vrn::test::CatchingApplication;
+using vrn::test::ThroughQt;
+using vrn::test::WhenOpen;
+
+namespace {
+
+using Press = std::function<void(QPushButton*)>;
+
+void destroyDeferred()
+{
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
+
+} // namespace
+
+Q_DECLARE_METATYPE(Press)
+
+// What the functions of buttons may do.
+class TestToolbarCallbacks : public vrn::test::TestObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init()
+    {
+        TestObject::init();
+        CatchingApplication::instance().caught.clear();
+        m_window = std::make_unique<QWidget>();
+        m_toolbar = new Toolbar(nullptr, ExpandHorizontal);
+        auto* layout = new QVBoxLayout(m_window.get());
+        layout->addWidget(m_toolbar);
+        m_window->show();
+        QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
+    }
+
+    void cleanup()
+    {
+        m_window.reset();
+        QVERIFY(CatchingApplication::instance().caught.empty());
+        TestObject::cleanup();
+    }
+
+    void anEmptyFunctionDoesNothing() { add("x", {})->click(); }
+
+    void onClickedWithoutAButtonDoesNothing()
+    {
+        add("x", [] { QFAIL("called"); });
+        QVERIFY(QMetaObject::invokeMethod(m_toolbar, "onClicked"));
+    }
+
+    void aForeignButtonDoesNothing()
+    {
+        add("x", [] { QFAIL("called"); });
+        QPushButton foreign;
+        QVERIFY(connect(&foreign, SIGNAL(clicked()), m_toolbar, SLOT(onClicked())));
+        foreign.click();
+    }
+
+    void eachButtonHasItsOwnFunction()
+    {
+        QString log;
+        auto* a = add("a", [&] { log += 'a'; });
+        auto* b = add("b", [&] { log += 'b'; });
+        b->click();
+        a->click();
+        b->click();
+        QCOMPARE(log, QString("bab"));
+    }
+
+    void aDisabledButtonDoesNothing()
+    {
+        auto* button = add("x", [] { QFAIL("called"); });
+        m_toolbar->setButtonsEnabled(false, 1);
+        QTest::mouseClick(button, Qt::LeftButton);
+    }
+
+    void anExceptionIsShown_data()
+    {
+        QTest::addColumn<QByteArray>("what");
+        QTest::newRow("plain") << QByteArray("boom");
+        QTest::newRow("empty") << QByteArray();
+        QTest::newRow("outside ASCII") << QByteArray("Träger Ω 鋼");
+        QTest::newRow("two lines") << QByteArray("first\nsecond");
+        QTest::newRow("markup is text") << QByteArray("invalid <b>deque</b>");
+        QTest::newRow("place markers are text") << QByteArray("%1 of %2");
+        QTest::newRow("not UTF-8") << QByteArray("bad \xff byte");
+    }
+
+    void anExceptionIsShown()
+    {
+        QFETCH(QByteArray, what);
+        auto* button = add("x", [&] { throw std::runtime_error(what.toStdString()); });
+        WhenOpen<QMessageBox> user([&](QMessageBox& box) {
+            QCOMPARE(box.windowTitle(), QString("Varnelik: Exception"));
+            QCOMPARE(box.text(), "An exception occurred:\n" + QString::fromUtf8(what));
+            QCOMPARE(box.textFormat(), Qt::PlainText);
+            QCOMPARE(box.icon(), QMessageBox::Warning);
+            QCOMPARE(int(box.standardButtons()), int(QMessageBox::Ok));
+            QCOMPARE(box.parentWidget(), m_toolbar.data());
+            box.button(QMessageBox::Ok)->click();
+        });
+        button->click();
+        QCOMPARE(user.count, 1);
+        QVERIFY(m_window->findChildren<QMessageBox*>().isEmpty());
+    }
+
+    void afterAnExceptionTheToolbarGoesOn()
+    {
+        int calls = 0;
+        auto* bad = add("bad", [] { throw std::logic_error("boom"); });
+        auto* good = add("good", [&] { ++calls; });
+        WhenOpen<QMessageBox> user([](QMessageBox& box) { box.reject(); });
+        bad->click();
+        good->click();
+        bad->click();
+        QCOMPARE(user.count, 2);
+        QCOMPARE(calls, 1);
+        QVERIFY(bad->isEnabled());
+        // Nothing counts as running any more.
+        const QPointer<QPushButton> alive(bad);
+        m_toolbar->clear();
+        QVERIFY(!alive);
+    }
+
+    void whatIsNoStdExceptionPasses()
+    {
+        const ThroughQt throughQt;
+        auto* button = add("x", [] { throw 42; });
+        WhenOpen<QMessageBox> user([](QMessageBox& box) { box.reject(); });
+        QVERIFY_EXCEPTION_THROWN(button->click(), int);
+        QCOMPARE(user.count, 0);
+        const QPointer<QPushButton> alive(button);
+        m_toolbar->clear();
+        QVERIFY(!alive);
+    }
+
+    void aFunctionMayClearTheToolbar_data() { waysToPress(); }
+
+    void aFunctionMayClearTheToolbar()
+    {
+        QFETCH(Press, press);
+        const auto resource = std::make_shared<int>();
+        add("other", {});
+        const QPointer<QPushButton> button(add("x", [this, resource] {
+            m_toolbar->clear();
+            QCOMPARE(m_toolbar->layout()->count(), 0);
+            for (const auto* left : m_toolbar->findChildren<QPushButton*>())
+                QVERIFY(left->isHidden());
+            // Of that name there is only the new one.
+            auto* successor = m_toolbar->addButtonWithText("x", "text", "", {}, 1);
+            QCOMPARE(m_toolbar->findChild<QPushButton*>("x"), successor);
+            m_toolbar->setButtonsEnabled(false, 1);
+            QVERIFY(!successor->isEnabled());
+        }));
+        press(button);
+        destroyDeferred();
+        QVERIFY(!button);
+        QCOMPARE(resource.use_count(), 1L);
+        QCOMPARE(m_toolbar->findChildren<QPushButton*>().size(), 1);
+    }
+
+    void aClearedButtonCallsNothingMore()
+    {
+        int calls = 0;
+        QPushButton* button = nullptr;
+        button = add("x", [&] {
+            ++calls;
+            m_toolbar->clear();
+            button->click();
+        });
+        button->click();
+        QCOMPARE(calls, 1);
+    }
+
+    void aFunctionMayClearAndThrow()
+    {
+        auto* button = add("x", [this] {
+            m_toolbar->clear();
+            throw std::runtime_error("boom");
+        });
+        WhenOpen<QMessageBox> user([](QMessageBox& box) {
+            QCOMPARE(box.text(), QString("An exception occurred:\nboom"));
+            box.reject();
+        });
+        QTest::mouseClick(button, Qt::LeftButton);
+        QCOMPARE(user.count, 1);
+    }
+
+    void aFunctionMayAddButtons_data() { waysToPress(); }
+
+    void aFunctionMayAddButtons()
+    {
+        QFETCH(Press, press);
+        auto* button = add("x", [this] {
+            for (int i = 0; i < 100; ++i)
+                m_toolbar->addButtonWithText("new", "text", "", {}, 1);
+        });
+        press(button);
+        press(button);
+        QCOMPARE(m_toolbar->findChildren<QPushButton*>("new").size(), 200);
+    }
+
+    void aFunctionMayDestroyItsButton_data() { waysToPress(); }
+
+    void aFunctionMayDestroyItsButton()
+    {
+        QFETCH(Press, press);
+        const auto resource = std::make_shared<int>();
+        QPointer<QPushButton> button;
+        button = add("x", [&button, resource] {
+            delete button;
+            QCOMPARE(resource.use_count(), 2L); // That of the copy that runs.
+        });
+        press(button);
+        QVERIFY(!button);
+        QCOMPARE(resource.use_count(), 1L);
+        m_toolbar->setButtonsEnabled(false, 1);
+    }
+
+    void aFunctionMayDestroyTheToolbar_data() { waysToPress(); }
+
+    void aFunctionMayDestroyTheToolbar()
+    {
+        QFETCH(Press, press);
+        const auto resource = std::make_shared<int>(7);
+        press(add("x", [this, resource] {
+            delete m_toolbar;
+            QCOMPARE(*resource, 7);
+        }));
+        QVERIFY(!m_toolbar);
+    }
+
+    void aFunctionMayDestroyTheToolbarLater()
+    {
+        QTest::mouseClick(add("x", [this] { m_toolbar->deleteLater(); }), Qt::LeftButton);
+        destroyDeferred();
+        QVERIFY(!m_toolbar);
+    }
+
+    void aFunctionMayDestroyTheWindow()
+    {
+        QTest::mouseClick(add("x", [this] { m_window.reset(); }), Qt::LeftButton);
+        QVERIFY(!m_toolbar);
+    }
+
+    void aFunctionMayDestroyTheToolbarAndThrow()
+    {
+        auto* button = add("x", [this] {
+            delete m_toolbar;
+            throw std::runtime_error("boom");
+        });
+        WhenOpen<QMessageBox> user([](QMessageBox& box) {
+            QCOMPARE(box.text(), QString("An exception occurred:\nboom"));
+            QVERIFY(!box.parentWidget());
+            box.reject();
+        });
+        QTest::mouseClick(button, Qt::LeftButton);
+        QCOMPARE(user.count, 1);
+    }
+
+    void theToolbarMayGoWhileTheBoxIsOpen()
+    {
+        auto* button = add("x", [] { throw std::runtime_error("boom"); });
+        WhenOpen<QMessageBox> user([this](QMessageBox&) { delete m_toolbar; });
+        QTest::mouseClick(button, Qt::LeftButton);
+        QCOMPARE(user.count, 1);
+        QVERIFY(!m_toolbar);
+    }
+
+    void theToolbarMayBeClearedWhileTheBoxIsOpen()
+    {
+        const QPointer<QPushButton> button(add("x", [] { throw std::runtime_error("boom"); }));
+        WhenOpen<QMessageBox> user([this](QMessageBox& box) {
+            m_toolbar->clear();
+            box.reject();
+        });
+        QTest::mouseClick(button, Qt::LeftButton);
+        QCOMPARE(user.count, 1);
+        QVERIFY(m_toolbar);
+        destroyDeferred();
+        QVERIFY(!button);
+    }
+
+    void aSlotOfTheButtonMayClearTheToolbar_data() { waysToPress(); }
+
+    void aSlotOfTheButtonMayClearTheToolbar()
+    {
+        QFETCH(Press, press);
+        const QPointer<QPushButton> button(add("x", {}));
+        connect(button, &QPushButton::clicked, m_toolbar, [this] { m_toolbar->clear(); });
+        press(button);
+        QVERIFY(!button);
+    }
+
+    void aFunctionMayClickAnotherButton()
+    {
+        QStringList log;
+        const QPointer<QPushButton> inner(add("inner", [&] {
+            m_toolbar->clear();
+            log << "inner";
+        }));
+        const QPointer<QPushButton> outer(add("outer", [&] {
+            inner->click();
+            log << "outer";
+        }));
+        outer->click();
+        QCOMPARE(log, QStringList({"inner", "outer"}));
+        destroyDeferred();
+        QVERIFY(!inner && !outer);
+    }
+
+private:
+    QPushButton* add(const char* id, const boost::function<void()>& fn)
+    {
+        auto* button = m_toolbar->addButtonWithText(id, "text", "tip", fn, 1);
+        QCoreApplication::processEvents(); // It gets its place.
+        return button;
+    }
+
+    static void waysToPress()
+    {
+        QTest::addColumn<Press>("press");
+        QTest::newRow("click()") << Press([](QPushButton* button) { button->click(); });
+        QTest::newRow("by the mouse")
+            << Press([](QPushButton* button) { QTest::mouseClick(button, Qt::LeftButton); });
+        QTest::newRow("by the space bar") << Press([](QPushButton* button) {
+            button->setFocus();
+            QTest::keyClick(button, Qt::Key_Space);
+        });
+    }
+
+    std::unique_ptr<QWidget> m_window;
+    QPointer<Toolbar> m_toolbar;
+};
+
+VRN_TEST_IN(TestToolbarCallbacks, CatchingApplication)
+#include "tst_toolbar_callbacks.moc"
