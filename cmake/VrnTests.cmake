@@ -9,29 +9,47 @@ function(vrn_use_qt_in_tests target)
         -UQT_TESTCASE_BUILDDIR -UQT_TESTCASE_SOURCEDIR)
 endfunction()
 
-# vrn_add_test(<name> [X11] [SOURCES <file>...] [LIBRARIES <target>...] [ENVIRONMENT <NAME=value>...])
+# vrn_add_test_program(<program> [SOURCES <file>...] [LIBRARIES <target>...])
 #
-# A Qt Test program from <name>.cpp and the other SOURCES, linked with the test support
-# and the LIBRARIES. It runs offscreen. With X11 it runs under a window manager on its
-# own X server and has the ctest label "x11".
-function(vrn_add_test name)
-    cmake_parse_arguments(arg "X11" "" "SOURCES;LIBRARIES;ENVIRONMENT" ${ARGN})
-    add_executable(${name} ${name}.cpp ${arg_SOURCES})
-    vrn_configure_target(${name})
-    vrn_use_qt_in_tests(${name})
-    target_precompile_headers(${name} REUSE_FROM vrn_test_support)
+# A program for several test classes, which vrn_add_test() adds to it, linked with the
+# test support and the LIBRARIES. Its command line names the classes to run.
+function(vrn_add_test_program program)
+    cmake_parse_arguments(arg "" "" "SOURCES;LIBRARIES" ${ARGN})
+    add_executable(${program} ${arg_SOURCES})
+    vrn_configure_target(${program})
+    vrn_use_qt_in_tests(${program})
+    target_precompile_headers(${program} REUSE_FROM vrn_test_support)
     # This source is empty: a test includes the output of moc itself.
-    set_source_files_properties("${CMAKE_CURRENT_BINARY_DIR}/${name}_autogen/mocs_compilation.cpp"
+    set_source_files_properties("${CMAKE_CURRENT_BINARY_DIR}/${program}_autogen/mocs_compilation.cpp"
         PROPERTIES SKIP_PRECOMPILE_HEADERS ON)
-    target_link_libraries(${name} PRIVATE vrn_test_support ${arg_LIBRARIES})
+    target_link_libraries(${program} PRIVATE vrn_test_support ${arg_LIBRARIES})
+endfunction()
+
+# vrn_add_test(<name> [X11] [PROGRAM <program>] [SOURCES <file>...] [LIBRARIES <target>...]
+#              [ENVIRONMENT <NAME=value>...])
+#
+# The test class in <name>.cpp, which the test <name> runs in a process of its own. It is
+# a part of PROGRAM, which the target <name> builds; without one it is a program by itself.
+# SOURCES and LIBRARIES are added to the program. It runs offscreen; with X11 it runs on an
+# X server of its own under a window manager and has the ctest label "x11".
+function(vrn_add_test name)
+    cmake_parse_arguments(arg "X11" "PROGRAM" "SOURCES;LIBRARIES;ENVIRONMENT" ${ARGN})
+    if(arg_PROGRAM)
+        add_custom_target(${name} DEPENDS ${arg_PROGRAM})
+    else()
+        set(arg_PROGRAM ${name})
+        vrn_add_test_program(${name})
+    endif()
+    target_sources(${arg_PROGRAM} PRIVATE ${name}.cpp ${arg_SOURCES})
+    target_link_libraries(${arg_PROGRAM} PRIVATE ${arg_LIBRARIES})
     if(arg_X11)
         add_test(NAME ${name} COMMAND
-            "${vrn_qt2_SOURCE_DIR}/tests/support/run-x11" "$<TARGET_FILE:${name}>")
+            "${vrn_qt2_SOURCE_DIR}/tests/support/run-x11" "$<TARGET_FILE:${arg_PROGRAM}>" ${name})
         # Serial, because a test waits only five seconds for the effect of a key.
         set_tests_properties(${name} PROPERTIES LABELS x11 TIMEOUT 300 RUN_SERIAL ON)
         set(environment "QT_QPA_PLATFORM=xcb")
     else()
-        add_test(NAME ${name} COMMAND ${name})
+        add_test(NAME ${name} COMMAND ${arg_PROGRAM} ${name})
         set_tests_properties(${name} PROPERTIES TIMEOUT 300)
         set(environment "QT_QPA_PLATFORM=offscreen")
     endif()

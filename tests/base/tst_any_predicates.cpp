@@ -84,5 +84,5 @@ private Q_SLOTS:
     }
 };
 
-VRN_TEST_MAIN(TestAnyPredicates)
+VRN_TEST(TestAnyPredicates)
 #include "tst_any_predicates.moc"

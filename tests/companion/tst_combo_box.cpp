@@ -294,5 +294,5 @@ private Q_SLOTS:
     }
 };
 
-VRN_TEST_MAIN(TestComboBox)
+VRN_TEST(TestComboBox)
 #include "tst_combo_box.moc"

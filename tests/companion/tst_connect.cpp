@@ -136,5 +136,5 @@ private Q_SLOTS:
     }
 };
 
-VRN_TEST_MAIN(TestConnect)
+VRN_TEST(TestConnect)
 #include "tst_connect.moc"

@@ -100,5 +100,5 @@ private:
     PathGroup m_group;
 };
 
-VRN_TEST_MAIN(TestEnvironment)
+VRN_TEST(TestEnvironment)
 #include "tst_environment.moc"

@@ -177,5 +177,5 @@ private Q_SLOTS:
     }
 };
 
-VRN_TEST_MAIN(TestInputContext)
+VRN_TEST(TestInputContext)
 #include "tst_input_context.moc"

@@ -27,5 +27,5 @@ private Q_SLOTS:
     }
 };
 
-VRN_TEST_MAIN(TestLabel)
+VRN_TEST(TestLabel)
 #include "tst_label.moc"

@@ -58,5 +58,5 @@ private Q_SLOTS:
     }
 };
 
-VRN_TEST_MAIN(TestNamedWidgets)
+VRN_TEST(TestNamedWidgets)
 #include "tst_named_widgets.moc"

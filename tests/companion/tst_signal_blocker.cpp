@@ -73,5 +73,5 @@ private Q_SLOTS:
     void thereMayBeNoObject() { const VRN_QT_SignalBlocker blocker(nullptr); }
 };
 
-VRN_TEST_MAIN(TestSignalBlocker)
+VRN_TEST(TestSignalBlocker)
 #include "tst_signal_blocker.moc"

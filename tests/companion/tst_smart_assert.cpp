@@ -133,5 +133,5 @@ private:
     static bool steelIsWood() { return false; }
 };
 
-VRN_TEST_MAIN(TestSmartAssert)
+VRN_TEST(TestSmartAssert)
 #include "tst_smart_assert.moc"

@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QLocale>
 
+#include "support/test_main.h"
 #include "support/test_object.h"
 
 #include <memory>
@@ -55,9 +56,11 @@ private:
     std::unique_ptr<QCoreApplication> m_application;
 };
 
-int main(int argc, char** argv)
+class NoApplication
 {
-    TestTranslator test;
-    return QTest::qExec(&test, argc, argv);
-}
+public:
+    NoApplication(int&, char**) {}
+};
+
+VRN_TEST_IN(TestTranslator, NoApplication)
 #include "tst_translator.moc"

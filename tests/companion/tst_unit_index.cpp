@@ -106,5 +106,5 @@ private Q_SLOTS:
     }
 };
 
-VRN_TEST_MAIN(TestUnitIndex)
+VRN_TEST(TestUnitIndex)
 #include "tst_unit_index.moc"

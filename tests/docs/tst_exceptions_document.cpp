@@ -414,5 +414,5 @@ private Q_SLOTS:
     }
 };
 
-VRN_TEST_MAIN(TestExceptionsDocument)
+VRN_TEST(TestExceptionsDocument)
 #include "tst_exceptions_document.moc"

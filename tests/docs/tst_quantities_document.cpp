@@ -295,5 +295,5 @@ private Q_SLOTS:
     }
 };
 
-VRN_TEST_MAIN(TestQuantitiesDocument)
+VRN_TEST(TestQuantitiesDocument)
 #include "tst_quantities_document.moc"

@@ -714,5 +714,5 @@ private Q_SLOTS:
     }
 };
 
-VRN_TEST_MAIN(TestSignalsDocument)
+VRN_TEST(TestSignalsDocument)
 #include "tst_signals_document.moc"

@@ -67,5 +67,5 @@ private:
     QString m_errors;
 };
 
-VRN_TEST_MAIN(TestGalleryCommandLine)
+VRN_TEST(TestGalleryCommandLine)
 #include "tst_gallery_command_line.moc"

@@ -40,5 +40,5 @@ private Q_SLOTS:
     }
 };
 
-VRN_TEST_MAIN(TestGalleryDecimalComma)
+VRN_TEST(TestGalleryDecimalComma)
 #include "tst_gallery_decimal_comma.moc"

@@ -23,6 +23,7 @@
 #include "gallery_window.h"
 #include "pages/files_and_toolbars_page.h"
 #include "support/catching_application.h"
+#include "support/test_main.h"
 #include "support/test_object.h"
 #include "support/x11_input.h"
 
@@ -44,6 +45,12 @@ class TestGalleryFilesAndToolbars : public TestObject
     Q_OBJECT
 
 private Q_SLOTS:
+    void initTestCase()
+    {
+        // Qt may ask the X server for the place of a dialog that it has just destroyed.
+        QLoggingCategory::setFilterRules("qt.qpa.xcb.warning=false");
+    }
+
     void init()
     {
         TestObject::init();
@@ -289,13 +296,5 @@ private:
     std::unique_ptr<gallery::GalleryWindow> m_window;
 };
 
-int main(int argc, char** argv)
-{
-    // Qt may ask the X server for the place of a dialog that it has just destroyed.
-    QLoggingCategory::setFilterRules("qt.qpa.xcb.warning=false");
-    gallery::GalleryApplication application(argc, argv);
-    application.setApplicationName(QStringLiteral("tst_gallery_files_and_toolbars"));
-    TestGalleryFilesAndToolbars test;
-    return QTest::qExec(&test, argc, argv);
-}
+VRN_TEST_IN(TestGalleryFilesAndToolbars, gallery::GalleryApplication)
 #include "tst_gallery_files_and_toolbars.moc"

@@ -9,6 +9,7 @@
 
 #include "gallery_application.h"
 #include "gallery_window.h"
+#include "support/test_main.h"
 #include "support/test_object.h"
 #include "support/x11_input.h"
 
@@ -272,10 +273,5 @@ private:
     std::unique_ptr<gallery::GalleryWindow> m_window;
 };
 
-int main(int argc, char** argv)
-{
-    gallery::GalleryApplication application(argc, argv);
-    TestGalleryLineEdits test;
-    return QTest::qExec(&test, argc, argv);
-}
+VRN_TEST_IN(TestGalleryLineEdits, gallery::GalleryApplication)
 #include "tst_gallery_line_edits.moc"

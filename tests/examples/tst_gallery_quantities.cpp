@@ -9,6 +9,7 @@
 #include "gallery_application.h"
 #include "gallery_window.h"
 #include "pages/quantities_page.h"
+#include "support/test_main.h"
 #include "support/test_object.h"
 #include "support/x11_input.h"
 
@@ -186,10 +187,5 @@ private:
     std::unique_ptr<gallery::GalleryWindow> m_window;
 };
 
-int main(int argc, char** argv)
-{
-    gallery::GalleryApplication application(argc, argv);
-    TestGalleryQuantities test;
-    return QTest::qExec(&test, argc, argv);
-}
+VRN_TEST_IN(TestGalleryQuantities, gallery::GalleryApplication)
 #include "tst_gallery_quantities.moc"

@@ -4,6 +4,7 @@
 #include <QApplication>
 #include <QLocale>
 
+#include "support/test_main.h"
 #include "support/test_object.h"
 
 // The program's resources hold a German text, and nobody asks for it but the
@@ -26,11 +27,20 @@ private Q_SLOTS:
     }
 };
 
-int main(int argc, char** argv)
+// The library takes its translations up when the application is made.
+class GermanUser
 {
-    QLocale::setDefault(QLocale(QStringLiteral("de_DE")));
-    QApplication application(argc, argv);
-    TestTranslations test;
-    return QTest::qExec(&test, argc, argv);
-}
+public:
+    GermanUser() { QLocale::setDefault(QLocale(QStringLiteral("de_DE"))); }
+};
+
+class GermanApplication
+    : private GermanUser
+    , public QApplication
+{
+public:
+    using QApplication::QApplication;
+};
+
+VRN_TEST_IN(TestTranslations, GermanApplication)
 #include "tst_translations.moc"

@@ -54,13 +54,3 @@ public:
 };
 
 } // namespace vrn::test
-
-/// VRN_TEST_MAIN with a CatchingApplication.
-#define VRN_CATCHING_TEST_MAIN(TestClass)                                                          \
-    int main(int argc, char** argv)                                                                \
-    {                                                                                              \
-        vrn::test::CatchingApplication application(argc, argv);                                    \
-        application.setApplicationName(QStringLiteral(#TestClass));                                \
-        TestClass test;                                                                            \
-        return QTest::qExec(&test, argc, argv);                                                    \
-    }

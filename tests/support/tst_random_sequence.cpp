@@ -63,5 +63,5 @@ private Q_SLOTS:
     }
 };
 
-VRN_TEST_MAIN(TestRandomSequence)
+VRN_TEST(TestRandomSequence)
 #include "tst_random_sequence.moc"

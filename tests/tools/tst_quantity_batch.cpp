@@ -217,5 +217,5 @@ private Q_SLOTS:
     }
 };
 
-VRN_TEST_MAIN(TestQuantityBatch)
+VRN_TEST(TestQuantityBatch)
 #include "tst_quantity_batch.moc"

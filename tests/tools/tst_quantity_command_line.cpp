@@ -253,5 +253,5 @@ private Q_SLOTS:
     }
 };
 
-VRN_TEST_MAIN(TestQuantityCommandLine)
+VRN_TEST(TestQuantityCommandLine)
 #include "tst_quantity_command_line.moc"

@@ -38,5 +38,5 @@ private Q_SLOTS:
     }
 };
 
-VRN_TEST_MAIN(TestQuantityDocumentation)
+VRN_TEST(TestQuantityDocumentation)
 #include "tst_quantity_documentation.moc"

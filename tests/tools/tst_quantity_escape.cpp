@@ -119,5 +119,5 @@ private Q_SLOTS:
     }
 };
 
-VRN_TEST_MAIN(TestQuantityEscape)
+VRN_TEST(TestQuantityEscape)
 #include "tst_quantity_escape.moc"

@@ -120,5 +120,5 @@ private Q_SLOTS:
     }
 };
 
-VRN_TEST_MAIN(TestQuantityLineReader)
+VRN_TEST(TestQuantityLineReader)
 #include "tst_quantity_line_reader.moc"

@@ -202,5 +202,5 @@ private:
     }
 };
 
-VRN_TEST_MAIN(TestQuantityListing)
+VRN_TEST(TestQuantityListing)
 #include "tst_quantity_listing.moc"

@@ -76,5 +76,5 @@ private Q_SLOTS:
     }
 };
 
-VRN_TEST_MAIN(TestBond)
+VRN_TEST(TestBond)
 #include "tst_bond.moc"

@@ -244,5 +244,5 @@ private Q_SLOTS:
     }
 };
 
-VRN_TEST_MAIN(TestContext)
+VRN_TEST(TestContext)
 #include "tst_context.moc"

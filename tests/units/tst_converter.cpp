@@ -221,5 +221,5 @@ private Q_SLOTS:
     }
 };
 
-VRN_TEST_MAIN(TestConverter)
+VRN_TEST(TestConverter)
 #include "tst_converter.moc"

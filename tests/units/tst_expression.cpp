@@ -322,5 +322,5 @@ private Q_SLOTS:
     }
 };
 
-VRN_TEST_MAIN(TestExpression)
+VRN_TEST(TestExpression)
 #include "tst_expression.moc"

@@ -350,5 +350,5 @@ private Q_SLOTS:
     }
 };
 
-VRN_TEST_MAIN(TestFailingAllocations)
+VRN_TEST(TestFailingAllocations)
 #include "tst_failing_allocations.moc"

@@ -248,5 +248,5 @@ private Q_SLOTS:
     }
 };
 
-VRN_TEST_MAIN(TestFeetAndInchesFormat)
+VRN_TEST(TestFeetAndInchesFormat)
 #include "tst_feet_and_inches_format.moc"

@@ -51,5 +51,5 @@ private Q_SLOTS:
     }
 };
 
-VRN_TEST_MAIN(TestFirstUse)
+VRN_TEST(TestFirstUse)
 #include "tst_first_use.moc"

@@ -258,5 +258,5 @@ private:
     const NumberReader m_classic{std::locale::classic()};
 };
 
-VRN_TEST_MAIN(TestNumberReader)
+VRN_TEST(TestNumberReader)
 #include "tst_number_reader.moc"

@@ -61,5 +61,5 @@ private:
     const std::locale m_locale = std::locale::classic();
 };
 
-VRN_TEST_MAIN(TestParsersWithoutParts)
+VRN_TEST(TestParsersWithoutParts)
 #include "tst_parsers_without_parts.moc"

@@ -370,5 +370,5 @@ private Q_SLOTS:
     }
 };
 
-VRN_TEST_MAIN(TestQuantityFormat)
+VRN_TEST(TestQuantityFormat)
 #include "tst_quantity_format.moc"

@@ -389,5 +389,5 @@ private:
     std::set<QByteArray> m_exceptions;
 };
 
-VRN_TEST_MAIN(TestQuantityLaws)
+VRN_TEST(TestQuantityLaws)
 #include "tst_quantity_laws.moc"

@@ -222,5 +222,5 @@ private:
     const ReferenceQuantityReader m_reference{VarnelikUnitProvider()};
 };
 
-VRN_TEST_MAIN(TestQuantityLongText)
+VRN_TEST(TestQuantityLongText)
 #include "tst_quantity_long_text.moc"

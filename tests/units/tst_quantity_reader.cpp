@@ -372,5 +372,5 @@ private:
     const ReferenceQuantityReader m_reference{m_provider};
 };
 
-VRN_TEST_MAIN(TestQuantityReader)
+VRN_TEST(TestQuantityReader)
 #include "tst_quantity_reader.moc"

@@ -181,5 +181,5 @@ private:
     const std::locale m_german = Punctuation::german();
 };
 
-VRN_TEST_MAIN(TestQuantityTextAgreement)
+VRN_TEST(TestQuantityTextAgreement)
 #include "tst_quantity_text_agreement.moc"

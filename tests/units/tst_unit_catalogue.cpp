@@ -183,5 +183,5 @@ private Q_SLOTS:
     }
 };
 
-VRN_TEST_MAIN(TestUnitCatalogue)
+VRN_TEST(TestUnitCatalogue)
 #include "tst_unit_catalogue.moc"

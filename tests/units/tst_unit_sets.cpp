@@ -171,5 +171,5 @@ private Q_SLOTS:
     }
 };
 
-VRN_TEST_MAIN(TestUnitSets)
+VRN_TEST(TestUnitSets)
 #include "tst_unit_sets.moc"

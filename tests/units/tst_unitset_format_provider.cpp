@@ -247,5 +247,5 @@ private Q_SLOTS:
     }
 };
 
-VRN_TEST_MAIN(TestUnitsetFormatProvider)
+VRN_TEST(TestUnitsetFormatProvider)
 #include "tst_unitset_format_provider.moc"

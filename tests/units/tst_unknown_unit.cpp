@@ -32,5 +32,5 @@ private Q_SLOTS:
     }
 };
 
-VRN_TEST_MAIN(TestUnknownUnit)
+VRN_TEST(TestUnknownUnit)
 #include "tst_unknown_unit.moc"

@@ -115,5 +115,5 @@ private Q_SLOTS:
     }
 };
 
-VRN_TEST_MAIN(TestVarnelikUnitProvider)
+VRN_TEST(TestVarnelikUnitProvider)
 #include "tst_varnelik_unit_provider.moc"

@@ -123,5 +123,5 @@ private Q_SLOTS:
     }
 };
 
-VRN_TEST_MAIN(TestWorldRelations)
+VRN_TEST(TestWorldRelations)
 #include "tst_world_relations.moc"

@@ -346,5 +346,5 @@ private:
     QStringList m_log;
 };
 
-VRN_TEST_MAIN(TestChainedValidator)
+VRN_TEST(TestChainedValidator)
 #include "tst_chained_validator.moc"

@@ -329,5 +329,5 @@ private:
     QStringList m_log;
 };
 
-VRN_TEST_MAIN(TestConversionValidator)
+VRN_TEST(TestConversionValidator)
 #include "tst_conversion_validator.moc"

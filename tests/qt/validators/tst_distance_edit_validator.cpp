@@ -610,5 +610,5 @@ private Q_SLOTS:
     }
 };
 
-VRN_TEST_MAIN(TestDistanceEditValidator)
+VRN_TEST(TestDistanceEditValidator)
 #include "tst_distance_edit_validator.moc"

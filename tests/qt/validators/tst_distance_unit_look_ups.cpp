@@ -175,5 +175,5 @@ private:
     }
 };
 
-VRN_TEST_MAIN(TestDistanceUnitLookUps)
+VRN_TEST(TestDistanceUnitLookUps)
 #include "tst_distance_unit_look_ups.moc"

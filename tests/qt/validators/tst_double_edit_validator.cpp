@@ -574,5 +574,5 @@ private Q_SLOTS:
     }
 };
 
-VRN_TEST_MAIN(TestDoubleEditValidator)
+VRN_TEST(TestDoubleEditValidator)
 #include "tst_double_edit_validator.moc"

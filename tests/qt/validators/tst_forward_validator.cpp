@@ -358,5 +358,5 @@ private:
     QStringList m_log;
 };
 
-VRN_TEST_MAIN(TestForwardValidator)
+VRN_TEST(TestForwardValidator)
 #include "tst_forward_validator.moc"

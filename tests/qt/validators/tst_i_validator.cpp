@@ -225,5 +225,5 @@ private Q_SLOTS:
     }
 };
 
-VRN_TEST_MAIN(TestIValidator)
+VRN_TEST(TestIValidator)
 #include "tst_i_validator.moc"

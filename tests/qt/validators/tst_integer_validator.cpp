@@ -452,5 +452,5 @@ private:
     }
 };
 
-VRN_TEST_MAIN(TestIntegerValidator)
+VRN_TEST(TestIntegerValidator)
 #include "tst_integer_validator.moc"

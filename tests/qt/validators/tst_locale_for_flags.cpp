@@ -104,5 +104,5 @@ private Q_SLOTS:
     }
 };
 
-VRN_TEST_MAIN(TestLocaleForFlags)
+VRN_TEST(TestLocaleForFlags)
 #include "tst_locale_for_flags.moc"

@@ -40,5 +40,5 @@ private Q_SLOTS:
     }
 };
 
-VRN_TEST_MAIN(TestLocaleNotInstalled)
+VRN_TEST(TestLocaleNotInstalled)
 #include "tst_locale_not_installed.moc"

@@ -361,5 +361,5 @@ private Q_SLOTS:
     }
 };
 
-VRN_TEST_MAIN(TestNamedValueListValidator)
+VRN_TEST(TestNamedValueListValidator)
 #include "tst_named_value_list_validator.moc"

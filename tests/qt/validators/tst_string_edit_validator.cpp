@@ -565,5 +565,5 @@ private Q_SLOTS:
     }
 };
 
-VRN_TEST_MAIN(TestStringEditValidator)
+VRN_TEST(TestStringEditValidator)
 #include "tst_string_edit_validator.moc"

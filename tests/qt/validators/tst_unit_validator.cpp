@@ -633,5 +633,5 @@ private Q_SLOTS:
     }
 };
 
-VRN_TEST_MAIN(TestUnitValidator)
+VRN_TEST(TestUnitValidator)
 #include "tst_unit_validator.moc"

@@ -109,5 +109,5 @@ private Q_SLOTS:
     }
 };
 
-VRN_TEST_MAIN(TestUnitValidatorUserLocale)
+VRN_TEST(TestUnitValidatorUserLocale)
 #include "tst_unit_validator_user_locale.moc"

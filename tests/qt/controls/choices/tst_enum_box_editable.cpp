@@ -538,5 +538,5 @@ private:
     QHBoxLayout* m_rows = nullptr;
 };
 
-VRN_TEST_MAIN(TestEnumBoxEditable)
+VRN_TEST(TestEnumBoxEditable)
 #include "tst_enum_box_editable.moc"

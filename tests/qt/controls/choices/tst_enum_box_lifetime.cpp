@@ -326,5 +326,5 @@ private:
     QPointer<MultiEditEnumBox> m_box;
 };
 
-VRN_TEST_MAIN(TestEnumBoxLifetime)
+VRN_TEST(TestEnumBoxLifetime)
 #include "tst_enum_box_lifetime.moc"

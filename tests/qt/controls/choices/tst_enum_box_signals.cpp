@@ -438,5 +438,5 @@ private:
     }
 };
 
-VRN_TEST_MAIN(TestEnumBoxSignals)
+VRN_TEST(TestEnumBoxSignals)
 #include "tst_enum_box_signals.moc"

@@ -414,5 +414,5 @@ private:
     Action m_afterAction;
 };
 
-VRN_TEST_MAIN(TestMultiEditCheckBox)
+VRN_TEST(TestMultiEditCheckBox)
 #include "tst_multi_edit_check_box.moc"

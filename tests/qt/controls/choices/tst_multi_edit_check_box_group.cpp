@@ -788,5 +788,5 @@ private Q_SLOTS:
     }
 };
 
-VRN_TEST_MAIN(TestMultiEditCheckBoxGroup)
+VRN_TEST(TestMultiEditCheckBoxGroup)
 #include "tst_multi_edit_check_box_group.moc"

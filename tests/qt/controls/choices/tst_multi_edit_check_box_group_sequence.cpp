@@ -257,5 +257,5 @@ private Q_SLOTS:
     }
 };
 
-VRN_TEST_MAIN(TestMultiEditCheckBoxGroupSequence)
+VRN_TEST(TestMultiEditCheckBoxGroupSequence)
 #include "tst_multi_edit_check_box_group_sequence.moc"

@@ -178,5 +178,5 @@ private Q_SLOTS:
     }
 };
 
-VRN_TEST_MAIN(TestMultiEditCheckBoxSequence)
+VRN_TEST(TestMultiEditCheckBoxSequence)
 #include "tst_multi_edit_check_box_sequence.moc"

@@ -274,5 +274,5 @@ private:
     std::unique_ptr<QWidget> m_form;
 };
 
-VRN_TEST_MAIN(TestMultiEditEnumBox)
+VRN_TEST(TestMultiEditEnumBox)
 #include "tst_multi_edit_enum_box.moc"

@@ -428,5 +428,5 @@ private Q_SLOTS:
     }
 };
 
-VRN_TEST_MAIN(TestMultiEditEnumBoxSequence)
+VRN_TEST(TestMultiEditEnumBoxSequence)
 #include "tst_multi_edit_enum_box_sequence.moc"

@@ -431,5 +431,5 @@ private:
     Action m_afterAction;
 };
 
-VRN_TEST_MAIN(TestMultiEditGroupBox)
+VRN_TEST(TestMultiEditGroupBox)
 #include "tst_multi_edit_group_box.moc"

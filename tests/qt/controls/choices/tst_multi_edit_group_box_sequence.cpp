@@ -182,5 +182,5 @@ private Q_SLOTS:
     }
 };
 
-VRN_TEST_MAIN(TestMultiEditGroupBoxSequence)
+VRN_TEST(TestMultiEditGroupBoxSequence)
 #include "tst_multi_edit_group_box_sequence.moc"

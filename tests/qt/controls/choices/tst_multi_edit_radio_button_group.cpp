@@ -630,5 +630,5 @@ private:
     Group* m_group = nullptr;
 };
 
-VRN_TEST_MAIN(TestMultiEditRadioButtonGroup)
+VRN_TEST(TestMultiEditRadioButtonGroup)
 #include "tst_multi_edit_radio_button_group.moc"

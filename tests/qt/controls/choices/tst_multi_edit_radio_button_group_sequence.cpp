@@ -223,5 +223,5 @@ private Q_SLOTS:
     }
 };
 
-VRN_TEST_MAIN(TestMultiEditRadioButtonGroupSequence)
+VRN_TEST(TestMultiEditRadioButtonGroupSequence)
 #include "tst_multi_edit_radio_button_group_sequence.moc"

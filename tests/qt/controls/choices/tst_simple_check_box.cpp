@@ -145,5 +145,5 @@ private Q_SLOTS:
     }
 };
 
-VRN_TEST_MAIN(TestSimpleCheckBox)
+VRN_TEST(TestSimpleCheckBox)
 #include "tst_simple_check_box.moc"

@@ -554,5 +554,5 @@ private:
     std::unique_ptr<QWidget> m_form;
 };
 
-VRN_TEST_MAIN(TestSimpleEnumBox)
+VRN_TEST(TestSimpleEnumBox)
 #include "tst_simple_enum_box.moc"

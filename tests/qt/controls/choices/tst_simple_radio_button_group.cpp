@@ -410,5 +410,5 @@ private Q_SLOTS:
     }
 };
 
-VRN_TEST_MAIN(TestSimpleRadioButtonGroup)
+VRN_TEST(TestSimpleRadioButtonGroup)
 #include "tst_simple_radio_button_group.moc"

@@ -577,5 +577,5 @@ private:
     }
 };
 
-VRN_TEST_MAIN(TestLineEditImpl)
+VRN_TEST(TestLineEditImpl)
 #include "tst_line_edit_impl.moc"

@@ -127,5 +127,5 @@ private Q_SLOTS:
     }
 };
 
-VRN_TEST_MAIN(TestLineEditImplInputMethod)
+VRN_TEST(TestLineEditImplInputMethod)
 #include "tst_line_edit_impl_input_method.moc"

@@ -502,5 +502,5 @@ private:
     }
 };
 
-VRN_TEST_MAIN(TestMultiEditFilePicker)
+VRN_TEST(TestMultiEditFilePicker)
 #include "tst_multi_edit_file_picker.moc"

@@ -13,6 +13,7 @@
 
 #include "support/catching_application.h"
 #include "support/modal_dialog.h"
+#include "support/test_main.h"
 #include "support/test_object.h"
 
 #include <filesystem>
@@ -631,5 +632,5 @@ private:
     QString m_before;
 };
 
-VRN_CATCHING_TEST_MAIN(TestMultiEditFilePickerDialog)
+VRN_TEST_IN(TestMultiEditFilePickerDialog, CatchingApplication)
 #include "tst_multi_edit_file_picker_dialog.moc"

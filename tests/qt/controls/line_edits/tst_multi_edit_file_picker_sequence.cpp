@@ -184,5 +184,5 @@ private Q_SLOTS:
     }
 };
 
-VRN_TEST_MAIN(TestMultiEditFilePickerSequence)
+VRN_TEST(TestMultiEditFilePickerSequence)
 #include "tst_multi_edit_file_picker_sequence.moc"

@@ -816,5 +816,5 @@ private Q_SLOTS:
     }
 };
 
-VRN_TEST_MAIN(TestMultiEditLineEdit)
+VRN_TEST(TestMultiEditLineEdit)
 #include "tst_multi_edit_line_edit.moc"

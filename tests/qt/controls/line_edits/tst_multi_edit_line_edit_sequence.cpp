@@ -20,5 +20,5 @@ private Q_SLOTS:
     }
 };
 
-VRN_TEST_MAIN(TestMultiEditLineEditSequence)
+VRN_TEST(TestMultiEditLineEditSequence)
 #include "tst_multi_edit_line_edit_sequence.moc"

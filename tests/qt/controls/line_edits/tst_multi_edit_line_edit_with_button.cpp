@@ -252,5 +252,5 @@ private:
     }
 };
 
-VRN_TEST_MAIN(TestMultiEditLineEditWithButton)
+VRN_TEST(TestMultiEditLineEditWithButton)
 #include "tst_multi_edit_line_edit_with_button.moc"

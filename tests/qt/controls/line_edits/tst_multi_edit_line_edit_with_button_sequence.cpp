@@ -48,5 +48,5 @@ private Q_SLOTS:
     }
 };
 
-VRN_TEST_MAIN(TestMultiEditLineEditWithButtonSequence)
+VRN_TEST(TestMultiEditLineEditWithButtonSequence)
 #include "tst_multi_edit_line_edit_with_button_sequence.moc"

@@ -349,5 +349,5 @@ private Q_SLOTS:
     }
 };
 
-VRN_CATCHING_TEST_MAIN(TestMultiEditLineEditWithResetButton)
+VRN_TEST_IN(TestMultiEditLineEditWithResetButton, CatchingApplication)
 #include "tst_multi_edit_line_edit_with_reset_button.moc"

@@ -77,5 +77,5 @@ private Q_SLOTS:
     }
 };
 
-VRN_TEST_MAIN(TestMultiEditLineEditWithResetButtonSequence)
+VRN_TEST(TestMultiEditLineEditWithResetButtonSequence)
 #include "tst_multi_edit_line_edit_with_reset_button_sequence.moc"

@@ -6,6 +6,7 @@
 #include "support/catching_application.h"
 #include "support/hostile_texts.h"
 #include "support/keystroke_time.h"
+#include "support/test_main.h"
 #include "support/test_object.h"
 
 #include <QClipboard>
@@ -345,5 +346,5 @@ private:
     }
 };
 
-VRN_CATCHING_TEST_MAIN(TestSimpleLineEditBadInput)
+VRN_TEST_IN(TestSimpleLineEditBadInput, CatchingApplication)
 #include "tst_simple_line_edit_bad_input.moc"

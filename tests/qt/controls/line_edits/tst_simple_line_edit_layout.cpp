@@ -451,5 +451,5 @@ private:
     };
 };
 
-VRN_TEST_MAIN(TestSimpleLineEditLayout)
+VRN_TEST(TestSimpleLineEditLayout)
 #include "tst_simple_line_edit_layout.moc"

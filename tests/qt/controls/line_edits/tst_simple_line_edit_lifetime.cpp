@@ -6,6 +6,7 @@
 #include "controls/popups/history_popup_p.h"
 #include "line_edit_fixture.h"
 #include "support/catching_application.h"
+#include "support/test_main.h"
 #include "support/test_object.h"
 
 #include <QListWidget>
@@ -446,5 +447,5 @@ private:
     }
 };
 
-VRN_CATCHING_TEST_MAIN(TestSimpleLineEditLifetime)
+VRN_TEST_IN(TestSimpleLineEditLifetime, CatchingApplication)
 #include "tst_simple_line_edit_lifetime.moc"

@@ -175,5 +175,5 @@ private:
     static QString print(int number) { return QString::number(number); }
 };
 
-VRN_TEST_MAIN(TestSimpleLineEditSequence)
+VRN_TEST(TestSimpleLineEditSequence)
 #include "tst_simple_line_edit_sequence.moc"

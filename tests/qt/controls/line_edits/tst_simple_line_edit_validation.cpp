@@ -500,5 +500,5 @@ private:
     }
 };
 
-VRN_TEST_MAIN(TestSimpleLineEditValidation)
+VRN_TEST(TestSimpleLineEditValidation)
 #include "tst_simple_line_edit_validation.moc"

@@ -36,5 +36,5 @@ private Q_SLOTS:
     }
 };
 
-VRN_TEST_MAIN(TestAppendToolButton)
+VRN_TEST(TestAppendToolButton)
 #include "tst_append_tool_button.moc"

@@ -139,5 +139,5 @@ private:
     const QTemporaryDir m_folder;
 };
 
-VRN_TEST_MAIN(TestAssignStyle)
+VRN_TEST(TestAssignStyle)
 #include "tst_assign_style.moc"

@@ -396,5 +396,5 @@ private:
     }
 };
 
-VRN_TEST_MAIN(TestLayouters)
+VRN_TEST(TestLayouters)
 #include "tst_layouters.moc"

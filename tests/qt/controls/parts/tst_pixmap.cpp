@@ -149,5 +149,5 @@ private:
     QStringList m_files;
 };
 
-VRN_TEST_MAIN(TestPixmap)
+VRN_TEST(TestPixmap)
 #include "tst_pixmap.moc"

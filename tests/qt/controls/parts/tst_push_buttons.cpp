@@ -111,5 +111,5 @@ private Q_SLOTS:
     }
 };
 
-VRN_TEST_MAIN(TestPushButtons)
+VRN_TEST(TestPushButtons)
 #include "tst_push_buttons.moc"

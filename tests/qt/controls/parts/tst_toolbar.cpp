@@ -442,5 +442,5 @@ private:
     }
 };
 
-VRN_TEST_MAIN(TestToolbar)
+VRN_TEST(TestToolbar)
 #include "tst_toolbar.moc"

@@ -7,6 +7,7 @@
 
 #include "support/catching_application.h"
 #include "support/modal_dialog.h"
+#include "support/test_main.h"
 #include "support/test_object.h"
 
 #include <functional>
@@ -348,5 +349,5 @@ private:
     QPointer<Toolbar> m_toolbar;
 };
 
-VRN_CATCHING_TEST_MAIN(TestToolbarCallbacks)
+VRN_TEST_IN(TestToolbarCallbacks, CatchingApplication)
 #include "tst_toolbar_callbacks.moc"

@@ -115,5 +115,5 @@ private Q_SLOTS:
     }
 };
 
-VRN_TEST_MAIN(TestEditHintPopup)
+VRN_TEST(TestEditHintPopup)
 #include "tst_edit_hint_popup.moc"

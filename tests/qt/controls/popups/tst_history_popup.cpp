@@ -278,5 +278,5 @@ private Q_SLOTS:
     }
 };
 
-VRN_TEST_MAIN(TestHistoryPopup)
+VRN_TEST(TestHistoryPopup)
 #include "tst_history_popup.moc"

@@ -393,5 +393,5 @@ private Q_SLOTS:
     }
 };
 
-VRN_TEST_MAIN(TestPopupBase)
+VRN_TEST(TestPopupBase)
 #include "tst_popup_base.moc"

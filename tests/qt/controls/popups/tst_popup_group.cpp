@@ -406,5 +406,5 @@ private:
     };
 };
 
-VRN_TEST_MAIN(TestPopupGroup)
+VRN_TEST(TestPopupGroup)
 #include "tst_popup_group.moc"

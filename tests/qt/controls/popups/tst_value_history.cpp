@@ -213,5 +213,5 @@ private Q_SLOTS:
     }
 };
 
-VRN_TEST_MAIN(TestValueHistory)
+VRN_TEST(TestValueHistory)
 #include "tst_value_history.moc"

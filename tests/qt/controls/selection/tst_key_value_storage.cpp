@@ -127,5 +127,5 @@ private Q_SLOTS:
     }
 };
 
-VRN_TEST_MAIN(TestKeyValueStorage)
+VRN_TEST(TestKeyValueStorage)
 #include "tst_key_value_storage.moc"

@@ -294,5 +294,5 @@ private Q_SLOTS:
     }
 };
 
-VRN_TEST_MAIN(TestMultiEditControlBase)
+VRN_TEST(TestMultiEditControlBase)
 #include "tst_multi_edit_control_base.moc"

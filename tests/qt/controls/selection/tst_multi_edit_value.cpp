@@ -199,5 +199,5 @@ private Q_SLOTS:
     }
 };
 
-VRN_TEST_MAIN(TestMultiEditValue)
+VRN_TEST(TestMultiEditValue)
 #include "tst_multi_edit_value.moc"

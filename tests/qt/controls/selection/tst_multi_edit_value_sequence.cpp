@@ -87,5 +87,5 @@ private Q_SLOTS:
     }
 };
 
-VRN_TEST_MAIN(TestMultiEditValueSequence)
+VRN_TEST(TestMultiEditValueSequence)
 #include "tst_multi_edit_value_sequence.moc"

@@ -142,5 +142,5 @@ private Q_SLOTS:
     }
 };
 
-VRN_TEST_MAIN(TestOnValueChangedHook)
+VRN_TEST(TestOnValueChangedHook)
 #include "tst_on_value_changed_hook.moc"

@@ -47,5 +47,5 @@ private Q_SLOTS:
     }
 };
 
-VRN_TEST_MAIN(TestOptionalMultiEditWidgetBase)
+VRN_TEST(TestOptionalMultiEditWidgetBase)
 #include "tst_optional_multi_edit_widget_base.moc"

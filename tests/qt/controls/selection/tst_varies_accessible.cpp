@@ -169,5 +169,5 @@ private:
     }
 };
 
-VRN_TEST_MAIN(TestVariesAccessible)
+VRN_TEST(TestVariesAccessible)
 #include "tst_varies_accessible.moc"
