@@ -1,6 +1,6 @@
 #pragma once
 
-#include "id_map_p.h"
+#include "definitions/id_map_p.h"
 
 #include <cstdint>
 #include <string>
@@ -20,10 +20,11 @@ struct UnitFacts
     const std::vector<std::string>* alternative_symbols; ///< Null for a unit set.
 };
 
+/// Implemented by VarnelikUnitProvider in unitset/, where units and unit sets meet.
 IdMap<UnitFacts> make_unit_facts();
 
-/// All units, then all unit sets, each in table order. Inline, for it is asked several
-/// times at each keystroke.
+/// All units, then all unit sets, each in table order. This is inline because each
+/// keystroke asks it several times.
 inline const IdMap<UnitFacts>& get_unit_facts()
 {
     static const IdMap<UnitFacts> facts = make_unit_facts();

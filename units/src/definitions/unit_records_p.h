@@ -1,6 +1,6 @@
 #pragma once
 
-#include "id_map_p.h"
+#include "definitions/id_map_p.h"
 
 #include <vrn/units/catalogue.h>
 

@@ -24,6 +24,12 @@ struct UnitRow
 /// fields are compared as one code and never read apart.
 constexpr std::uint32_t baseFlag = 1U << 30;
 
+/// The precision code of that many digits in scientific notation.
+constexpr std::int32_t scientific(std::int32_t digits)
+{
+    return 100 + digits;
+}
+
 /// The base scale has metres, seconds, kelvins, tonnes and therefore kilonewtons:
 /// 1 kN is 1 t m/sec2.
 extern const std::array<UnitRow, 399> unitTable;
