@@ -5,7 +5,7 @@
 /// Comparisons of values in a boost::any, as the controls take them: plain
 /// functions, one for each type of value.
 ///
-///     MultiEditEnumBox::create(parent, tr("Material"), &vrn::any_equal<int>);
+///     MultiEditEnumBox::create(form, tr("Material"), &vrn::any_equal<int>);
 namespace vrn {
 
 /// Two empty values are equal, and so are two of type T that `==` calls so.

@@ -7,8 +7,15 @@ namespace vrn::qt {
 /// Edits a value in another form than the one it is kept in, such as an angle
 /// kept in radian and typed in degree.
 ///
-///     auto angle = boost::make_shared<ConversionValidator>(degrees);
-///     angle->setConversionFn(radianToDegree, degreeToRadian);
+///     const auto times = [](double factor) {
+///         return [factor](boost::any& value) {
+///             if (auto* number = boost::any_cast<double>(&value))
+///                 *number *= factor;
+///         };
+///     };
+///     auto angle = boost::make_shared<ConversionValidator>(
+///         boost::make_shared<DoubleEditValidator>(-180.0, 180.0));
+///     angle->setConversionFn(times(180.0 / M_PI), times(M_PI / 180.0));
 ///
 /// The functions change the value in place. The first works on a copy before
 /// the target formats it, so the caller's value is never changed; the second

@@ -15,11 +15,11 @@ namespace vrn::qt {
 ///
 /// To lay parts out in another way, derive from it:
 ///
-///     struct FlowLayouter : ILayouter
+///     struct FormLayouter : ILayouter
 ///     {
-///         void onCreate(QWidget* parent) override { m_flow = new FlowLayout(parent); }
-///         void onAdd(QWidget* widget) override { m_flow->addWidget(widget); }
-///         FlowLayout* m_flow = nullptr;
+///         void onCreate(QWidget* parent) override { m_rows = new QFormLayout(parent); }
+///         void onAdd(QWidget* widget) override { m_rows->addRow(widget); }
+///         QFormLayout* m_rows = nullptr;
 ///     };
 struct VRN_QT2_EXPORT ILayouter
 {

@@ -44,8 +44,9 @@ enum ValidationFlag : std::size_t
 /// never puts there a convertible one instead; an empty `boost::any` stands for
 /// the absence of a value.
 ///
+///     DoubleEditValidator validator(2, 0.0, 100.0, false);
 ///     boost::any value;
-///     if (validator->validateWhenFinished(text, value, {}))
+///     if (validator.validateWhenFinished("12.5", value, {}))
 ///         model.setSpan(boost::any_cast<double>(value));
 ///
 /// Bad text is refused with `false`, never with an exception; the one exception

@@ -19,8 +19,9 @@ namespace vrn::qt {
 /// One below the other, at the top of the container.
 ///
 ///     VBoxLayouter column;
-///     auto* group = MultiEditRadioButtonGroup::create(tr("Steel"), grades, &vrn::any_equal<int>,
-///         &vrn::any_less<int>, parent, &column, true, true);
+///     auto* group = MultiEditRadioButtonGroup::create(tr("Steel"),
+///         {{"S235", 235}, {"S355", 355}}, &vrn::any_equal<int>, &vrn::any_less<int>,
+///         form, &column, true, true);
 struct VRN_QT2_EXPORT VBoxLayouter : public ILayouter
 {
     VBoxLayouter();
@@ -55,6 +56,7 @@ private:
 /// In one line of a grid, downwards or to the right. setPosition starts another
 /// line: the grid does not wrap by itself.
 ///
+///     auto* box = new QGroupBox(tr("Fixed"), form);
 ///     GridLayouter grid(ExpandHorizontal);
 ///     grid.onCreate(box);
 ///     MultiEditCheckBoxGroup upper(box, grid, {tr("x"), tr("y"), tr("z")}, {});

@@ -19,15 +19,16 @@ namespace vrn::qt {
 /// The group is no widget: the boxes are children of a parent widget, and each is
 /// driven by its index.
 ///
+///     auto* box = new QGroupBox(tr("Fixed"), form);
 ///     HBoxLayouter row;
 ///     row.onCreate(box);
-///     auto* fixed = new MultiEditCheckBoxGroup(box, row, {tr("x"), tr("y"), tr("z")}, {});
+///     MultiEditCheckBoxGroup fixed(box, row, {tr("x"), tr("y"), tr("z")}, {});
 ///     row.onFinish();
-///     fixed->reset();
-///     for (const Node& node : selection)
-///         for (std::size_t i = 0; i < fixed->size(); ++i)
-///             fixed->readValue(i, node.isFixed(i));
-///     fixed->onEndRead();
+///     fixed.reset();
+///     for (const Beam& beam : selection)
+///         for (std::size_t i = 0; i < fixed.size(); ++i)
+///             fixed.readValue(i, beam.isFixed(i));
+///     fixed.onEndRead();
 ///
 /// valueChanged() comes from setValue(), readValue() and reset() as well. Block it
 /// with a QSignalBlocker in a slot that reads the selection again: it would call

@@ -21,14 +21,32 @@ enum class LoadOrder : std::uint32_t
 /// One control for one property of many selected objects: the second base of
 /// every MultiEdit control.
 ///
-///     control->reset();
-///     for (const Beam& beam : selection)
-///         control->readValue(beam.depth);
+///     auto* control = MultiEditLineEdit::create(
+///         form, tr("Depth"), new DoubleEditValidator, 0, ExpandHorizontal);
+///     const auto read = [=] { // for each selection
+///         const QSignalBlocker blocker(control); // some controls also tell of reads
+///         control->reset();
+///         for (const Beam& beam : selection)
+///             control->readValue(beam.depth);
+///         m_shown = control->getCurrentValue();
+///     };
+///     read();
 ///     connect(control, &MultiEditLineEdit::valueChanged, this, [=] {
 ///         const boost::any depth = control->getCurrentValue();
-///         if (!depth.empty())
-///             model.setDepth(selection, boost::any_cast<double>(depth));
+///         if (depth.empty() || vrn::any_equal<double>(depth, m_shown))
+///             return; // nothing was entered
+///         m_shown = depth;
+///         model.setDepth(selection, boost::any_cast<double>(depth));
 ///     });
+///
+/// Without the comparison data would be lost. valueChanged() also comes when the user
+/// presses Enter or Tab in an untouched field, and the control then gives what it
+/// shows: 3.333 for a depth of 10/3. A slot that wrote this would round every selected
+/// object. So keep what the control gives after reading, and write only a value that
+/// differs from it.
+///
+/// A field with the focus ends its editing also when its form is destroyed. Hide the
+/// form in its destructor, while its slots still have the members that they use.
 ///
 /// A control is in one of three states:
 ///

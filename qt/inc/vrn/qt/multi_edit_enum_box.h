@@ -10,7 +10,7 @@ namespace vrn::qt {
 /// an entry of its own with getVariesString() where the objects differ.
 ///
 ///     auto* grade = MultiEditEnumBox::create(form, tr("Steel"), &vrn::any_equal<int>);
-///     grade->setValues(grades);
+///     grade->setValues({{"S235", 235}, {"S355", 355}});
 ///     grade->reset();
 ///     for (const Beam& beam : selection)
 ///         grade->readValue(beam.grade);

@@ -25,7 +25,7 @@ enum TypeofPath : int
 /// dialog. Values are `std::string` in UTF-8, at most 260 characters of them: a
 /// longer text is cut when it is read.
 ///
-///     auto* picker = new MultiEditFilePicker(page, TypeofPathFile);
+///     auto* picker = new MultiEditFilePicker(form, TypeofPathFile);
 ///     picker->setFilter("Sections (*.sec);;All files (*)");
 ///     picker->setValue(std::string("/srv/sections/heb.sec"));
 ///     connect(picker, &MultiEditFilePicker::valueChanged, this, [=] {

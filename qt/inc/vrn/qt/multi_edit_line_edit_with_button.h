@@ -11,8 +11,10 @@ namespace vrn::qt {
 /// A MultiEditLineEdit with a tool button behind it that acts on the value, or
 /// computes one. It has no caption and no parent until a layout gives it one.
 ///
-///     new MultiEditLineEditWithButton(new DoubleEditValidator(2), spanId,
-///         [](QWidget* control, int id, boost::any& value) { value = measure(id); });
+///     auto* row = new QHBoxLayout(form);
+///     const int spanId = 7;
+///     row->addWidget(new MultiEditLineEditWithButton(new DoubleEditValidator, spanId,
+///         [](QWidget* control, int id, boost::any& value) { value = 12.5; }));
 class VRN_QT2_EXPORT MultiEditLineEditWithButton : public MultiEditLineEdit
 {
     Q_OBJECT

@@ -10,11 +10,13 @@ namespace vrn::qt {
 /// shows one value, such as the text "Auto", and reports another, such as the
 /// null value that the model stores for it, until the user types.
 ///
-///     new MultiEditLineEditWithResetButton(new StringEditValidator, depthId,
+///     auto* row = new QHBoxLayout(form);
+///     const int depthId = 8;
+///     row->addWidget(new MultiEditLineEditWithResetButton(new StringEditValidator(20), depthId,
 ///         [](int id, boost::any& shown, boost::any& reported) {
 ///             shown = std::string("Auto");
-///             reported = noDepth;
-///         });
+///             reported = std::wstring();
+///         }));
 class VRN_QT2_EXPORT MultiEditLineEditWithResetButton : public MultiEditLineEdit
 {
     Q_OBJECT

@@ -5,6 +5,10 @@
 namespace vrn::qt {
 
 /// The common value of a selection, without a widget.
+///
+///     MultiEditValue span(&vrn::any_differ<vrn::units::IConverter::quantity>);
+///     for (const Beam& beam : selection)
+///         span.readValue(beam.span);
 class VRN_QT2_EXPORT MultiEditValue : public MultiEditControlBase
 {
 public:

@@ -11,9 +11,10 @@ namespace vrn::qt {
 /// into its value and back. The value is a copy of the list entry's, of
 /// whatever type.
 ///
-///     auto colours = boost::make_shared<NamedValueListValidator>(list);
-///     colours->set_equal_to(&equalColours);
-///     colours->enable_empty_value(QStringLiteral("(none)"));
+///     auto grades = boost::make_shared<NamedValueListValidator>(
+///         NamedValueList{{"S235", 235}, {"S355", 355}});
+///     grades->set_equal_to(&vrn::any_equal<int>);
+///     grades->enable_empty_value(tr("(none)"));
 ///
 /// Names are compared exactly; of two equal names or values the first wins. A
 /// refusal leaves the value untouched.

@@ -29,7 +29,7 @@ using PixmapPtrList = std::deque<boost::shared_ptr<QPixmap>>;
 /// with a caption before it.
 ///
 ///     auto* grade = SimpleEnumBox::create(form, tr("Steel"), &vrn::any_equal<int>);
-///     grade->setValues({{QStringLiteral("S235"), 235}, {QStringLiteral("S355"), 355}});
+///     grade->setValues({{"S235", 235}, {"S355", 355}});
 ///     connect(grade, &SimpleEnumBox::valueChanged, this,
 ///         [=] { model.setGrade(grade->getSelectedValue()); });
 ///

@@ -28,11 +28,14 @@ struct ToolbarButton
 
 /// A row or column of buttons that call functions of the application.
 ///
-///     auto* toolbar = new Toolbar(page, ExpandHorizontal);
-///     toolbar->addButtonWithText("add", tr("Add"), tr("Adds a beam."), [=] { add(); }, 1);
-///     toolbar->addButtonWithText("remove", "-", tr("Removes it."), [=] { remove(); }, 1 | 2);
-///     connect(list, &BeamList::selectionEmptied, toolbar,
-///         [=] { toolbar->setButtonsEnabled(false, 2); });
+///     auto* list = new QListWidget(form);
+///     auto* toolbar = new Toolbar(form, ExpandHorizontal);
+///     toolbar->addButtonWithText(
+///         "add", tr("Add"), tr("Adds a beam."), [=] { list->addItem(tr("Beam")); }, 1);
+///     toolbar->addButtonWithText(
+///         "remove", "-", tr("Removes it."), [=] { delete list->currentItem(); }, 1 | 2);
+///     connect(list, &QListWidget::itemSelectionChanged, toolbar,
+///         [=] { toolbar->setButtonsEnabled(!list->selectedItems().isEmpty(), 2); });
 ///
 /// A function that throws a std::exception gives the user a warning box with its
 /// what(), read as UTF-8, and the toolbar goes on working; anything else that is

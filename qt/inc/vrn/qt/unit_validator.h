@@ -13,6 +13,8 @@ namespace vrn::qt {
 /// A physical quantity with its unit. The value is a
 /// `vrn::units::IConverter::quantity`.
 ///
+///     #include <vrn/q/input_context.h>
+///
 ///     auto span = boost::make_shared<UnitValidator>(
 ///         vrn::units::get_active_input_context(), vrn::units::UnitId::GEO_LENGTH);
 ///     span->set_maximum(20.0); // metres, whatever unit is typed and shown

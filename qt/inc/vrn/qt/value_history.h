@@ -17,7 +17,9 @@ struct IValueHistoryStorage;
 /// The last few values that were entered under a key, newest first. Two fields
 /// whose histories have the same key and storage share their values.
 ///
-///     edit->setValueHistory(ValueHistory::create(L"forms", L"span"));
+///     auto* span = SimpleLineEdit::create(
+///         form, tr("Span"), new DoubleEditValidator, 0, ExpandHorizontal);
+///     span->setValueHistory(vrn::ValueHistory::create(L"forms", L"span"));
 ///
 /// Values are kept for the life of the process. For the GUI thread only.
 struct VRN_QT2_EXPORT ValueHistory

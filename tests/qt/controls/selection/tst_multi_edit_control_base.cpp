@@ -1,7 +1,12 @@
 #include <vrn/base/any_predicates.h>
 #include <vrn/qt/multi_edit_control_base.h>
 #include <vrn/qt/multi_edit_value.h>
+#include <vrn/qt/validators.h>
 
+#include <QSignalBlocker>
+#include <QSignalSpy>
+
+#include "multi_edit_line_edit_fixture.h"
 #include "support/test_main.h"
 #include "support/test_object.h"
 
@@ -10,6 +15,7 @@
 #include <type_traits>
 
 using namespace vrn::qt;
+using namespace vrn::test;
 using vrn::KeyValueStorage;
 
 namespace {
@@ -40,7 +46,46 @@ struct Switch : public MultiEditValue
     using MultiEditControlBase::setLoading;
 };
 
+using Quantity = vrn::units::IConverter::quantity;
+using Doubles = std::vector<double>;
+
+// A field for the depth of the selected beams, which writes as the example in the header.
+struct DepthField
+{
+    DepthField()
+        : control(MultiEditLineEdit::create(
+            nullptr, "Depth", new DoubleEditValidator, 0, ExpandHorizontal))
+    {
+        QObject::connect(control, &MultiEditLineEdit::valueChanged, control, [this] { write(); });
+    }
+
+    void read(const Doubles& depths)
+    {
+        const QSignalBlocker blocker(control);
+        control->reset();
+        for (const double depth : depths)
+            control->readValue(depth);
+        shown = control->getCurrentValue();
+    }
+
+    void write()
+    {
+        const boost::any depth = control->getCurrentValue();
+        if (depth.empty() || vrn::any_equal<double>(depth, shown))
+            return;
+        shown = depth;
+        written.push_back(boost::any_cast<double>(depth));
+    }
+
+    MultiEditLineEdit* control;
+    boost::any shown;
+    Doubles written;
+};
+
 } // namespace
+
+Q_DECLARE_METATYPE(Doubles)
+Q_DECLARE_METATYPE(boost::shared_ptr<IValidator>)
 
 class TestMultiEditControlBase : public vrn::test::TestObject
 {
@@ -291,6 +336,96 @@ private Q_SLOTS:
         control.setValue(value);
         KeyValueStorage storage;
         QVERIFY_EXCEPTION_THROWN(control.save(storage), boost::bad_any_cast);
+    }
+
+    // What lets an application tell an edit from a walk through the fields: the field
+    // rounds a value once, when it is read.
+    void anUntouchedFieldGivesWhatItGave_data()
+    {
+        namespace units = vrn::units;
+        QTest::addColumn<boost::shared_ptr<IValidator>>("validator");
+        QTest::addColumn<boost::any>("read");
+        const auto row = [](const char* name, IValidator* validator, const boost::any& read) {
+            QTest::newRow(name) << boost::shared_ptr<IValidator>(validator) << read;
+        };
+        const auto length = [](double value) { return Quantity{units::UnitId::GEO_LENGTH, value}; };
+        row("a number that is rounded", new DoubleEditValidator, 10.0 / 3.0);
+        row("a number without decimals", new DoubleEditValidator(0, 0.0, 100.0, true), 10.0 / 3.0);
+        row("a number out of range", new DoubleEditValidator(0.0, 1.0), 10.0 / 3.0);
+        row("a whole number out of range", new IntegerValidator<int>(0, 5, true), 7);
+        row("a distance in metres", new DistanceEditValidator(13, 0.0, 100.0, true), 10.0 / 3.0);
+        row("a distance in feet", new DistanceEditValidator(213, 0.0, 100.0, true), 10.0 / 3.0);
+        row("a length in metres", new UnitValidator(units::Context(0), units::UnitId::GEO_LENGTH),
+            length(10.0 / 3.0));
+        row("a length in feet", new UnitValidator(units::Context(8), units::UnitId::GEO_LENGTH),
+            length(10.0 / 3.0));
+        row("a text that is cut", new StringEditValidator(3), std::wstring(L"depth"));
+        auto* optional = new DoubleEditValidator;
+        optional->setEmptyValueAllowed(true);
+        row("no value", optional, boost::any());
+    }
+
+    void anUntouchedFieldGivesWhatItGave()
+    {
+        QFETCH(boost::shared_ptr<IValidator>, validator);
+        QFETCH(boost::any, read);
+        Form form;
+        auto* field = MultiEditLineEdit::create(nullptr, {}, validator, 0, ExpandHorizontal);
+        field->readValue(read);
+        const boost::any before = field->getCurrentValue();
+        form.open(field);
+        QSignalSpy changed(field, &MultiEditLineEdit::valueChanged);
+        action::enter()(*field, form);
+        QVERIFY(changed.count() > 0);
+        action::leave()(*field, form);
+        const boost::any after = field->getCurrentValue();
+        QVERIFY(before.type() == after.type());
+        QVERIFY(vrn::any_equal<double>(before, after) || vrn::any_equal<int>(before, after)
+            || vrn::any_equal<std::wstring>(before, after)
+            || vrn::any_equal<Quantity>(before, after));
+    }
+
+    void onlyWhatIsEnteredIsWritten_data()
+    {
+        using namespace vrn::test::action;
+        QTest::addColumn<Doubles>("depths");
+        QTest::addColumn<MultiEditAction>("act");
+        QTest::addColumn<Doubles>("written");
+        const Doubles thirds = {10.0 / 3.0, 10.0 / 3.0};
+        const Doubles different = {1.0, 2.0};
+        QTest::newRow("Enter alone") << thirds << enter() << Doubles{};
+        QTest::newRow("Tab alone") << thirds << leave() << Doubles{};
+        QTest::newRow("Enter and Tab")
+            << thirds << inOrder({enter(), enter(), leave()}) << Doubles{};
+        QTest::newRow("Tab in a field that varies") << different << leave() << Doubles{};
+        QTest::newRow("the text that stands there, typed again")
+            << thirds << inOrder({type("3.333"), enter()}) << Doubles{};
+        QTest::newRow("no number") << thirds << inOrder({type("x"), enter()}) << Doubles{};
+        QTest::newRow("a number and Enter")
+            << thirds << inOrder({type("4"), enter()}) << Doubles{4.0};
+        QTest::newRow("a number and Tab")
+            << thirds << inOrder({type("4"), leave()}) << Doubles{4.0};
+        QTest::newRow("a number is written once")
+            << thirds << inOrder({type("4"), enter(), leave()}) << Doubles{4.0};
+        QTest::newRow("a number, and back again")
+            << thirds << inOrder({type("4"), enter(), type("3.333"), enter()})
+            << Doubles{4.0, 3.333};
+        QTest::newRow("a number for objects that differ")
+            << different << inOrder({type("4"), leave()}) << Doubles{4.0};
+    }
+
+    void onlyWhatIsEnteredIsWritten()
+    {
+        QFETCH(Doubles, depths);
+        QFETCH(MultiEditAction, act);
+        QFETCH(Doubles, written);
+        DepthField field;
+        Form form;
+        field.read({7.0}); // Another selection, before.
+        field.read(depths);
+        form.open(field.control);
+        act(*field.control, form);
+        QCOMPARE(field.written, written);
     }
 };
 

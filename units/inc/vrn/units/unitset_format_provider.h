@@ -18,6 +18,7 @@ inline namespace v1 {
 /// For a unit that has none yet this is a blank UnitFormat and not the unit's
 /// own default, so set the unit first:
 ///
+///     UnitsetFormatProvider formats;
 ///     formats.set_unit(UnitId::METRE, UnitId::METRE);
 ///     formats.set_precision(UnitId::METRE, 2);
 ///

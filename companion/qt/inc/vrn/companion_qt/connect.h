@@ -8,8 +8,6 @@
 
 /// QObject::connect that reports a connection which could not be made. The
 /// connection ends with `sender` or with `receiver`.
-///
-///     vrn_connect(button, &QPushButton::clicked, form, &QWidget::close);
 template <typename Sender, typename Signal, typename Receiver, typename Slot,
     typename = std::enable_if_t<!std::is_convertible_v<Signal, const char*>>>
 QMetaObject::Connection vrn_connect(
@@ -23,8 +21,6 @@ QMetaObject::Connection vrn_connect(
 /// Connects by the names of signal and slot, as QObject::connect does, and returns
 /// whether it did. A failure is not reported beyond Qt's own warning. Two equal
 /// calls make two connections.
-///
-///     vrn_connect(button, SIGNAL(clicked()), form, SLOT(close()));
 inline bool vrn_connect(const QObject* sender, const char* signal, const QObject* receiver,
     const char* method, Qt::ConnectionType type = Qt::AutoConnection)
 {
