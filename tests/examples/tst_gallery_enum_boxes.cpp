@@ -6,41 +6,28 @@
 #include <QLineEdit>
 #include <QSignalSpy>
 
-#include "gallery_application.h"
-#include "gallery_window.h"
-#include "support/test_main.h"
-#include "support/test_object.h"
-#include "support/x11_input.h"
-
-#include <memory>
+#include "gallery_page_test.h"
 
 using namespace vrn::test;
 using namespace vrn::qt;
 
 // Drives the page of enum boxes by keys and clicks of the X server.
-class TestGalleryEnumBoxes : public TestObject
+class TestGalleryEnumBoxes : public GalleryPageTest
 {
     Q_OBJECT
 
-private Q_SLOTS:
-    void init()
-    {
-        TestObject::init();
-        m_window = std::make_unique<gallery::GalleryWindow>();
-        QVERIFY(m_window->showPage(QStringLiteral("enum-boxes")));
-        m_window->show();
-        QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
-        // The window is where it stays once it is in its frame.
-        QTRY_VERIFY(m_window->frameGeometry().top() < m_window->geometry().top());
-    }
+public:
+    TestGalleryEnumBoxes()
+        : GalleryPageTest("enum-boxes")
+    {}
 
+private Q_SLOTS:
     void cleanup()
     {
         // A list that closes with its window keeps the mouse for itself a while.
         QTRY_VERIFY(!QApplication::activePopupWidget());
         QTest::qWait(300);
-        m_window.reset();
-        TestObject::cleanup();
+        GalleryPageTest::cleanup();
     }
 
     void aClickOnAnEntryEndsTheVarying_data()
@@ -108,8 +95,7 @@ private Q_SLOTS:
         QSignalSpy activated(box, &SimpleEnumBox::activated);
         focusEdit(box);
         x11::press({"Return"});
-        x11::press({"ctrl+a"});
-        x11::type("22");
+        replaceText("22");
         QTRY_COMPARE(comboOf(box)->currentText(), QString("22"));
         QVERIFY(!box->dataVaries());
         QCOMPARE(changed.count(), 0);
@@ -126,8 +112,7 @@ private Q_SLOTS:
         auto* box = boxOf("Bolt");
         QVERIFY(!hint());
         focusEdit(box);
-        x11::press({"ctrl+a"});
-        x11::type("2");
+        replaceText("2");
         QTRY_VERIFY(hint());
         const QWidget* edit = comboOf(box)->lineEdit();
         QTRY_COMPARE(hint()->pos(), edit->mapToGlobal(QPoint(0, edit->height())));
@@ -141,8 +126,7 @@ private Q_SLOTS:
         QTRY_COMPARE(box->getCurrentValue(), boost::any(16));
         QTRY_VERIFY(!list->isVisible());
 
-        x11::press({"ctrl+a"});
-        x11::type("9");
+        replaceText("9");
         QTRY_COMPARE(comboOf(box)->currentText(), QString("9"));
         x11::press({"Tab"});
         QTRY_VERIFY(!comboOf(box)->hasFocus());
@@ -169,7 +153,7 @@ private Q_SLOTS:
 
     void theControlsAroundTheEditsAreNotSeen()
     {
-        const auto shells = m_window->findChildren<MultiEditLineEdit*>();
+        const auto shells = page().findChildren<MultiEditLineEdit*>();
         QVERIFY(!shells.isEmpty());
         for (const MultiEditLineEdit* shell : shells) {
             if (shell->parentWidget()->inherits("gallery::EnumBoxesPage"))
@@ -180,33 +164,12 @@ private Q_SLOTS:
 private:
     MultiEditEnumBox* boxOf(const QString& caption) const
     {
-        for (auto* box : m_window->findChildren<MultiEditEnumBox*>()) {
-            if (comboOf(box)->accessibleName() == caption)
-                return box;
-        }
-        qFatal("no box %s", qPrintable(caption));
+        return find<MultiEditEnumBox>(caption);
     }
 
     static QComboBox* comboOf(SimpleEnumBox* box) { return box->findChild<QComboBox*>(); }
 
-    void focusEdit(SimpleEnumBox* box)
-    {
-        QLineEdit* edit = comboOf(box)->lineEdit();
-        clickUntil([&] { return edit->mapToGlobal(edit->rect().center()); },
-            [&] { return comboOf(box)->hasFocus(); });
-    }
-
-    // Where the widget is, is asked for each click: a window that has just been
-    // shown may still lay itself out.
-    template <typename Position, typename Done>
-    static void clickUntil(Position position, Done done)
-    {
-        for (int attempt = 0; attempt < 5 && !done(); ++attempt) {
-            x11::click(position());
-            (void)QTest::qWaitFor(done, 1000);
-        }
-        QVERIFY(done());
-    }
+    void focusEdit(SimpleEnumBox* box) { focus(comboOf(box)->lineEdit()); }
 
     // Clicks on the arrow and waits for the list to take clicks.
     QAbstractItemView* openList(SimpleEnumBox* box)
@@ -220,19 +183,7 @@ private:
         QTest::qWait(QApplication::doubleClickInterval() + 50);
         return combo->view();
     }
-
-    static const QWidget* hint()
-    {
-        for (const QWidget* window : QApplication::topLevelWidgets()) {
-            if (window->inherits("vrn::qt::detail::EditHintPopup") && window->isVisible()
-                && !window->testAttribute(Qt::WA_DontShowOnScreen))
-                return window;
-        }
-        return nullptr;
-    }
-
-    std::unique_ptr<gallery::GalleryWindow> m_window;
 };
 
-VRN_TEST_IN(TestGalleryEnumBoxes, gallery::GalleryApplication)
+VRN_GALLERY_TEST(TestGalleryEnumBoxes)
 #include "tst_gallery_enum_boxes.moc"

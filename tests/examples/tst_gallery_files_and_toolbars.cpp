@@ -19,13 +19,8 @@
 #include <QTimer>
 #include <QToolButton>
 
-#include "gallery_application.h"
-#include "gallery_window.h"
-#include "pages/files_and_toolbars_page.h"
+#include "gallery_page_test.h"
 #include "support/catching_application.h"
-#include "support/test_main.h"
-#include "support/test_object.h"
-#include "support/x11_input.h"
 
 #include <functional>
 #include <memory>
@@ -40,9 +35,14 @@ using vrn::qt::TypeofPath;
 // A click that opens a dialog returns at once: the X server has it, and Qt takes
 // it when the test waits. What then happens to the dialog happens in a timer,
 // below the wait for its end.
-class TestGalleryFilesAndToolbars : public TestObject
+class TestGalleryFilesAndToolbars : public GalleryPageTest
 {
     Q_OBJECT
+
+public:
+    TestGalleryFilesAndToolbars()
+        : GalleryPageTest("files-and-toolbars")
+    {}
 
 private Q_SLOTS:
     void initTestCase()
@@ -53,20 +53,18 @@ private Q_SLOTS:
 
     void init()
     {
-        TestObject::init();
+        GalleryPageTest::init();
         m_folder = std::make_unique<QTemporaryDir>();
         m_root = QDir(m_folder->path()).canonicalPath();
         QVERIFY(QDir(m_root).mkpath("data"));
         for (const char* name : {"data/a.qss", "data/b.qss"})
             QVERIFY(QFile(m_root + '/' + name).open(QIODevice::WriteOnly));
-        openWindow();
     }
 
     void cleanup()
     {
-        m_window.reset();
+        GalleryPageTest::cleanup();
         m_folder.reset();
-        TestObject::cleanup();
     }
 
     void aTypedPathIsPicked_data()
@@ -103,8 +101,7 @@ private Q_SLOTS:
                 const auto* name = dialog->findChild<QLineEdit*>("fileNameEdit");
                 QTRY_VERIFY(name->hasFocus());
                 const QString text = QString(typed).replace("%1", m_root);
-                x11::press({"ctrl+a"});
-                x11::type(text);
+                replaceText(text);
                 QTRY_COMPARE(name->text(), text);
                 x11::press({"Return"});
             });
@@ -143,22 +140,16 @@ private Q_SLOTS:
     {
         const ThroughQt throughQt;
         openWindow(); // What Qt loses of it has to be made from here on.
-        QString message;
-        connect(qobject_cast<gallery::GalleryApplication*>(qApp),
-            &gallery::GalleryApplication::exceptionCaught, this,
-            [&message](const QString& text) { message = text; });
         MultiEditFilePicker* picker = pickerOf(0);
         picker->forceVaries();
-        x11::click(centerOf(picker->m_btn));
-        QTRY_VERIFY(!message.isEmpty());
+        click(picker->m_btn);
+        QTRY_VERIFY(!lastException().isEmpty());
         QVERIFY(!QApplication::activeModalWidget());
         QCOMPARE(picker->m_edit->edit()->text(), vrn::qt::getVariesString());
 
         // Out of that state the user types.
-        x11::click(centerOf(picker->m_edit->edit()));
-        QTRY_VERIFY(picker->m_edit->edit()->hasFocus());
-        x11::press({"ctrl+a"});
-        x11::type("/x");
+        focus(picker->m_edit->edit());
+        replaceText("/x");
         QTRY_COMPARE(picker->m_edit->edit()->text(), QString("/x"));
         QVERIFY(!picker->dataVaries());
     }
@@ -183,14 +174,14 @@ private Q_SLOTS:
             });
         QCOMPARE(boxes, 1);
         // The toolbar goes on.
-        x11::click(centerOf(toolbar->findChild<QPushButton*>("add")));
+        click(toolbar->findChild<QPushButton*>("add"));
         QTRY_VERIFY(label("Last click: +"));
     }
 
     void aDisabledGroupTakesNoClicks()
     {
-        auto* box = m_window->findChild<QCheckBox*>("canEdit");
-        x11::click(box->mapToGlobal(QPoint(box->height() / 2, box->height() / 2)));
+        auto* box = page().findChild<QCheckBox*>("canEdit");
+        click(box);
         QTRY_VERIFY(!box->isChecked());
         for (const int direction : {vrn::qt::ExpandHorizontal, vrn::qt::ExpandVertical}) {
             const Toolbar* toolbar = toolbarOf(direction);
@@ -200,45 +191,31 @@ private Q_SLOTS:
                     enabled << button->objectName();
             }
             QCOMPARE(enabled, QStringList({"open", "throw"}));
-            x11::click(centerOf(toolbar->findChild<QPushButton*>("add")));
-            x11::click(centerOf(toolbar->findChild<QPushButton*>("open")));
+            click(toolbar->findChild<QPushButton*>("add"));
+            click(toolbar->findChild<QPushButton*>("open"));
             QTRY_VERIFY(label("Last click: Open"));
         }
     }
 
     void theStyleComesFromItsFileAndGoesAgain()
     {
-        auto* sample = m_window->findChild<QFrame*>("sample");
+        auto* sample = page().findChild<QFrame*>("sample");
         const auto background = [&] {
             const QPoint corner = sample->mapToGlobal(QPoint(8, 8));
             const QPixmap pixel = sample->screen()->grabWindow(0, corner.x(), corner.y(), 1, 1);
             return pixel.toImage().pixelColor(0, 0);
         };
         const QColor before = background();
-        x11::click(centerOf(m_window->findChild<QPushButton*>("applyStyle")));
+        click(page().findChild<QPushButton*>("applyStyle"));
         QTRY_COMPARE(background(), QColor("#f4efe2"));
-        x11::click(centerOf(m_window->findChild<QPushButton*>("removeStyle")));
+        click(page().findChild<QPushButton*>("removeStyle"));
         QTRY_COMPARE(background(), before);
     }
 
 private:
-    void openWindow()
-    {
-        m_window = std::make_unique<gallery::GalleryWindow>();
-        QVERIFY(m_window->showPage(QStringLiteral("files-and-toolbars")));
-        m_window->show();
-        QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
-    }
-
-    static QPoint centerOf(const QWidget* widget)
-    {
-        return widget->mapToGlobal(widget->rect().center());
-    }
-
     MultiEditFilePicker* pickerOf(int type) const
     {
-        const auto* page = m_window->findChild<gallery::FilesAndToolbarsPage*>();
-        for (auto* picker : page->findChildren<MultiEditFilePicker*>()) {
+        for (auto* picker : page().findChildren<MultiEditFilePicker*>()) {
             if (picker->m_type == type)
                 return picker;
         }
@@ -247,7 +224,7 @@ private:
 
     Toolbar* toolbarOf(int direction) const
     {
-        for (auto* toolbar : m_window->findChildren<Toolbar*>()) {
+        for (auto* toolbar : page().findChildren<Toolbar*>()) {
             const bool isRow = toolbar->width() > toolbar->height();
             if (toolbar->findChild<QPushButton*>("throw")
                 && isRow == (direction == vrn::qt::ExpandHorizontal))
@@ -258,7 +235,7 @@ private:
 
     bool label(const QString& text) const
     {
-        for (const auto* found : m_window->findChildren<QLabel*>()) {
+        for (const auto* found : page().findChildren<QLabel*>()) {
             if (found->text() == text)
                 return true;
         }
@@ -286,15 +263,14 @@ private:
             closed = true;
         });
         timer.start(20);
-        x11::click(centerOf(button));
+        click(button);
         [&] { QTRY_VERIFY(closed && !QApplication::activeModalWidget()); }();
         return opened;
     }
 
     std::unique_ptr<QTemporaryDir> m_folder;
     QString m_root;
-    std::unique_ptr<gallery::GalleryWindow> m_window;
 };
 
-VRN_TEST_IN(TestGalleryFilesAndToolbars, gallery::GalleryApplication)
+VRN_GALLERY_TEST(TestGalleryFilesAndToolbars)
 #include "tst_gallery_files_and_toolbars.moc"

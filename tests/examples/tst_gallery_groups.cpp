@@ -7,42 +7,26 @@
 #include <QRadioButton>
 #include <QSignalSpy>
 
-#include "gallery_application.h"
-#include "gallery_window.h"
-#include "support/test_main.h"
-#include "support/test_object.h"
-#include "support/x11_input.h"
-
-#include <memory>
+#include "gallery_page_test.h"
 
 using namespace vrn::test;
 using namespace vrn::qt;
 
 // Drives the page of groups by keys and clicks of the X server.
-class TestGalleryGroups : public TestObject
+class TestGalleryGroups : public GalleryPageTest
 {
     Q_OBJECT
 
+public:
+    TestGalleryGroups()
+        : GalleryPageTest("groups")
+    {}
+
 private Q_SLOTS:
-    void init()
-    {
-        TestObject::init();
-        m_window = std::make_unique<gallery::GalleryWindow>();
-        QVERIFY(m_window->showPage(QStringLiteral("groups")));
-        m_window->show();
-        QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
-    }
-
-    void cleanup()
-    {
-        m_window.reset();
-        TestObject::cleanup();
-    }
-
     void aClickOnAPartiallyCheckedBoxChecksIt()
     {
-        QCheckBox* box = checkBox("&Visible");
-        auto* control = qobject_cast<MultiEditCheckBox*>(box->parentWidget());
+        auto* box = find<QCheckBox>("Visible");
+        auto* control = find<MultiEditCheckBox>("Visible");
         QCOMPARE(box->checkState(), Qt::PartiallyChecked);
         QSignalSpy valueChanged(control, &MultiEditCheckBox::valueChanged);
         click(box);
@@ -59,8 +43,8 @@ private Q_SLOTS:
 
     void theKeyOfACaptionChecksItsBoxAndTabGoesToTheNext()
     {
-        QCheckBox* visible = checkBox("&Visible");
-        QCheckBox* locked = checkBox("&Locked");
+        auto* visible = find<QCheckBox>("Visible");
+        auto* locked = find<QCheckBox>("Locked");
         QVERIFY(locked->isChecked());
         x11::press({"alt+v"});
         QTRY_COMPARE(visible->checkState(), Qt::Checked);
@@ -73,10 +57,10 @@ private Q_SLOTS:
 
     void arrowKeysMoveInARadioGroup()
     {
-        MultiEditRadioButtonGroup* group = radioGroup("Alignment, in a row");
+        auto* group = find<MultiEditRadioButtonGroup>("Alignment, in a row");
         QCOMPARE(checkedIn(group), QStringList{"Middle"});
         QSignalSpy valueChanged(group, &MultiEditRadioButtonGroup::valueChanged);
-        click(button(group, "Left"));
+        click(find<QRadioButton>("Left", *group));
         QTRY_COMPARE(checkedIn(group), QStringList{"Left"});
         x11::press({"Right"});
         QTRY_COMPARE(checkedIn(group), QStringList{"Middle"});
@@ -104,11 +88,11 @@ private Q_SLOTS:
     {
         QFETCH(QString, title);
         QFETCH(QString, name);
-        MultiEditRadioButtonGroup* group = radioGroup(title);
+        auto* group = find<MultiEditRadioButtonGroup>(title);
         QVERIFY(group->dataVaries());
         QCOMPARE(checkedIn(group), QStringList());
         QSignalSpy valueChanged(group, &MultiEditRadioButtonGroup::valueChanged);
-        click(button(group, name));
+        click(find<QRadioButton>(name, *group));
         QTRY_COMPARE(checkedIn(group), QStringList{name});
         QVERIFY(!group->dataVaries());
         QCOMPARE(valueChanged.count(), 1);
@@ -116,7 +100,7 @@ private Q_SLOTS:
 
     void aClickOnAllSetsTheWholeGroup()
     {
-        const QGroupBox* supports = groupBox("Supports, in a row");
+        const auto* supports = find<QGroupBox>("Supports, in a row");
         const auto boxes = supports->findChildren<QCheckBox*>();
         QCOMPARE(boxes.size(), 4);
         QCheckBox* all = boxes.last();
@@ -135,43 +119,6 @@ private Q_SLOTS:
     }
 
 private:
-    static void click(const QAbstractButton* button)
-    {
-        x11::click(button->mapToGlobal(QPoint(8, button->height() / 2)));
-    }
-
-    QCheckBox* checkBox(const QString& text) const
-    {
-        for (auto* box : m_window->findChildren<QCheckBox*>()) {
-            if (box->text() == text)
-                return box;
-        }
-        qFatal("no box %s", qPrintable(text));
-    }
-
-    QGroupBox* groupBox(const QString& title) const
-    {
-        for (auto* box : m_window->findChildren<QGroupBox*>()) {
-            if (box->title() == title)
-                return box;
-        }
-        qFatal("no group box %s", qPrintable(title));
-    }
-
-    MultiEditRadioButtonGroup* radioGroup(const QString& title) const
-    {
-        return qobject_cast<MultiEditRadioButtonGroup*>(groupBox(title)->parentWidget());
-    }
-
-    static QRadioButton* button(const QWidget* group, const QString& text)
-    {
-        for (auto* button : group->findChildren<QRadioButton*>()) {
-            if (button->text() == text)
-                return button;
-        }
-        qFatal("no button %s", qPrintable(text));
-    }
-
     static QStringList checkedIn(const QWidget* group)
     {
         QStringList names;
@@ -181,9 +128,7 @@ private:
         }
         return names;
     }
-
-    std::unique_ptr<gallery::GalleryWindow> m_window;
 };
 
-VRN_TEST_IN(TestGalleryGroups, gallery::GalleryApplication)
+VRN_GALLERY_TEST(TestGalleryGroups)
 #include "tst_gallery_groups.moc"

@@ -7,13 +7,7 @@
 #include <QScreen>
 #include <QSignalSpy>
 
-#include "gallery_application.h"
-#include "gallery_window.h"
-#include "support/test_main.h"
-#include "support/test_object.h"
-#include "support/x11_input.h"
-
-#include <memory>
+#include "gallery_page_test.h"
 
 using namespace vrn::test;
 using vrn::qt::SimpleLineEdit;
@@ -48,26 +42,21 @@ Ink inkOf(const QLineEdit* edit)
 } // namespace
 
 // Drives the page of line edits by keys and clicks of the X server.
-class TestGalleryLineEdits : public TestObject
+class TestGalleryLineEdits : public GalleryPageTest
 {
     Q_OBJECT
+
+public:
+    TestGalleryLineEdits()
+        : GalleryPageTest("line-edits")
+    {}
 
 private Q_SLOTS:
     void init()
     {
-        TestObject::init();
-        m_window = std::make_unique<gallery::GalleryWindow>();
-        QVERIFY(m_window->showPage(QStringLiteral("line-edits")));
-        m_window->show();
-        QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
+        GalleryPageTest::init();
         // The cursor bar would count as black ink.
         QApplication::setCursorFlashTime(0);
-    }
-
-    void cleanup()
-    {
-        m_window.reset();
-        TestObject::cleanup();
     }
 
     void aRefusedTextIsRedAndAGoodOneIsBlack()
@@ -116,13 +105,14 @@ private Q_SLOTS:
     {
         SimpleLineEdit* number = focusField("Number");
         x11::type("1");
-        QTRY_VERIFY(popup(number, "vrn::qt::detail::EditHintPopup"));
-        const QWidget* hint = popup(number, "vrn::qt::detail::EditHintPopup");
-        QTRY_COMPARE(hint->pos(), number->edit()->mapToGlobal(QPoint(0, number->edit()->height())));
+        QTRY_VERIFY(hint(number->edit()));
+        const QWidget* shown = hint(number->edit());
+        QTRY_COMPARE(
+            shown->pos(), number->edit()->mapToGlobal(QPoint(0, number->edit()->height())));
         x11::type("7");
         QTRY_VERIFY(number->edit()->text().endsWith("17"));
-        QVERIFY(hint->isVisible());
-        QVERIFY(hasKeyboard(number));
+        QVERIFY(shown->isVisible());
+        QVERIFY(hasKeyboard(number->edit()));
     }
 
     void theHistoryOffersTheLastFiveAndAClickTakesOneOver()
@@ -135,20 +125,20 @@ private Q_SLOTS:
         }
         x11::press({"Tab"});
         QTRY_VERIFY(!number->edit()->hasFocus());
-        QTRY_VERIFY(!popup(number, "vrn::qt::detail::HistoryPopup"));
+        QTRY_VERIFY(!history(number->edit()));
         x11::press({"shift+Tab"});
         QTRY_VERIFY(number->edit()->hasFocus());
-        QTRY_VERIFY(popup(number, "vrn::qt::detail::HistoryPopup"));
+        QTRY_VERIFY(history(number->edit()));
 
-        const QWidget* history = popup(number, "vrn::qt::detail::HistoryPopup");
-        auto* list = history->findChild<QListWidget*>();
+        const QWidget* shown = history(number->edit());
+        auto* list = shown->findChild<QListWidget*>();
         QStringList offered;
         for (int row = 0; row < list->count(); ++row)
             offered << list->item(row)->text();
         QCOMPARE(offered, QStringList({"6", "5", "4", "3", "2"}));
         // It stands below the hint with a gap, all of it on the screen.
-        QTRY_VERIFY(history->y() > number->edit()->mapToGlobal(QPoint()).y());
-        QVERIFY(number->edit()->screen()->geometry().contains(history->geometry()));
+        QTRY_VERIFY(shown->y() > number->edit()->mapToGlobal(QPoint()).y());
+        QVERIFY(number->edit()->screen()->geometry().contains(shown->geometry()));
 
         QSignalSpy changed(number, &SimpleLineEdit::valueChanged);
         const QRect third = list->visualItemRect(list->item(2));
@@ -156,7 +146,7 @@ private Q_SLOTS:
         QTRY_COMPARE(number->edit()->text(), QString("4"));
         QCOMPARE(changed.count(), 1);
         QCOMPARE(number->getValue(), boost::any(4));
-        QVERIFY(hasKeyboard(number));
+        QVERIFY(hasKeyboard(number->edit()));
 
         x11::type("9");
         QTRY_COMPARE(number->edit()->text(), QString("49"));
@@ -166,14 +156,13 @@ private Q_SLOTS:
     {
         SimpleLineEdit* angle = focusField("Angle in degree");
         int popups = 0;
-        for (const QWidget* window : QApplication::topLevelWidgets()) {
-            if (window->parentWidget() != angle->edit())
+        for (const QWidget* each : QApplication::topLevelWidgets()) {
+            if (each->parentWidget() != angle->edit())
                 continue;
             ++popups;
-            QCOMPARE(window->size(), QSize(0, 0));
-            const bool mapped = window->isVisible()
-                && !window->testAttribute(Qt::WA_DontShowOnScreen);
-            QVERIFY2(!mapped, window->metaObject()->className());
+            QCOMPARE(each->size(), QSize(0, 0));
+            const bool mapped = each->isVisible() && !each->testAttribute(Qt::WA_DontShowOnScreen);
+            QVERIFY2(!mapped, each->metaObject()->className());
         }
         QCOMPARE(popups, 2);
     }
@@ -182,45 +171,42 @@ private Q_SLOTS:
     {
         SimpleLineEdit* number = focusField("Number");
         x11::type("1");
-        QTRY_VERIFY(popup(number, "vrn::qt::detail::EditHintPopup"));
-        const QWidget* hint = popup(number, "vrn::qt::detail::EditHintPopup");
-        m_window->move(m_window->pos() + QPoint(40, 60));
-        QTRY_COMPARE(hint->pos(), number->edit()->mapToGlobal(QPoint(0, number->edit()->height())));
+        QTRY_VERIFY(hint(number->edit()));
+        const QWidget* shown = hint(number->edit());
+        window().move(window().pos() + QPoint(40, 60));
+        QTRY_COMPARE(
+            shown->pos(), number->edit()->mapToGlobal(QPoint(0, number->edit()->height())));
     }
 
     void popupsGoWithTheirWindow()
     {
         SimpleLineEdit* number = focusField("Number");
         x11::type("1");
-        QTRY_VERIFY(popup(number, "vrn::qt::detail::EditHintPopup"));
-        m_window->hide();
-        QTRY_VERIFY(!popup(number, "vrn::qt::detail::EditHintPopup"));
-        QVERIFY(!popup(number, "vrn::qt::detail::HistoryPopup"));
+        QTRY_VERIFY(hint(number->edit()));
+        window().hide();
+        QTRY_VERIFY(!hint(number->edit()));
+        QVERIFY(!history(number->edit()));
     }
 
     void popupsHideWhenAnotherWindowIsActivated()
     {
         SimpleLineEdit* number = focusField("Number");
         x11::type("1");
-        QTRY_VERIFY(popup(number, "vrn::qt::detail::EditHintPopup"));
+        QTRY_VERIFY(hint(number->edit()));
         QWidget other;
         other.resize(100, 100);
         other.show();
         QVERIFY(QTest::qWaitForWindowActive(&other));
-        QTRY_VERIFY(!popup(number, "vrn::qt::detail::EditHintPopup"));
-        QVERIFY(!popup(number, "vrn::qt::detail::HistoryPopup"));
+        QTRY_VERIFY(!hint(number->edit()));
+        QVERIFY(!history(number->edit()));
     }
 
     void anUnknownUnitIsShownAndTheFieldGoesOn()
     {
-        QString message;
-        connect(qobject_cast<gallery::GalleryApplication*>(qApp),
-            &gallery::GalleryApplication::exceptionCaught, this,
-            [&message](const QString& text) { message = text; });
         SimpleLineEdit* distance = focusField("Distance in m");
         replaceText("2 yd");
         QTRY_COMPARE(distance->edit()->text(), QString("2 yd"));
-        QVERIFY(message.contains("yd"));
+        QVERIFY(lastException().contains("yd"));
         QVERIFY(!distance->isValueValid());
         QTRY_VERIFY(inkOf(distance->edit()).red > 20);
 
@@ -231,47 +217,13 @@ private Q_SLOTS:
     }
 
 private:
-    // The field whose edit has that accessible name, with the focus in it.
     SimpleLineEdit* focusField(const QString& caption)
     {
-        SimpleLineEdit* found = nullptr;
-        for (auto* field : m_window->findChildren<SimpleLineEdit*>()) {
-            if (field->edit()->accessibleName() == caption)
-                found = field;
-        }
-        if (!found)
-            qFatal("no field %s", qPrintable(caption));
-        x11::click(found->edit()->mapToGlobal(found->edit()->rect().center()));
-        [&] { QTRY_VERIFY(hasKeyboard(found)); }();
-        return found;
+        auto* field = find<SimpleLineEdit>(caption);
+        focus(field->edit());
+        return field;
     }
-
-    void replaceText(const QString& text)
-    {
-        x11::press({"ctrl+a"});
-        x11::type(text);
-    }
-
-    // Whether what is typed next goes into this field.
-    bool hasKeyboard(SimpleLineEdit* field) const
-    {
-        return QApplication::focusWidget() == field->edit()
-            && x11::activeWindow() == m_window->winId();
-    }
-
-    // The popup of that class below the field, if it is on the screen.
-    static const QWidget* popup(SimpleLineEdit* field, const char* className)
-    {
-        for (const QWidget* window : QApplication::topLevelWidgets()) {
-            if (window->parentWidget() == field->edit() && window->inherits(className)
-                && window->isVisible() && !window->testAttribute(Qt::WA_DontShowOnScreen))
-                return window;
-        }
-        return nullptr;
-    }
-
-    std::unique_ptr<gallery::GalleryWindow> m_window;
 };
 
-VRN_TEST_IN(TestGalleryLineEdits, gallery::GalleryApplication)
+VRN_GALLERY_TEST(TestGalleryLineEdits)
 #include "tst_gallery_line_edits.moc"

@@ -10,39 +10,23 @@
 #include <QSignalSpy>
 #include <QToolButton>
 
-#include "gallery_application.h"
-#include "gallery_window.h"
-#include "support/test_main.h"
-#include "support/test_object.h"
-#include "support/x11_input.h"
-
-#include <memory>
+#include "gallery_page_test.h"
 
 using namespace vrn::test;
 using vrn::qt::getVariesString;
 using vrn::qt::MultiEditLineEdit;
 
 // Drives the page of controls for a selection by keys and clicks of the X server.
-class TestGalleryMultiEdit : public TestObject
+class TestGalleryMultiEdit : public GalleryPageTest
 {
     Q_OBJECT
 
+public:
+    TestGalleryMultiEdit()
+        : GalleryPageTest("multi-edit")
+    {}
+
 private Q_SLOTS:
-    void init()
-    {
-        TestObject::init();
-        m_window = std::make_unique<gallery::GalleryWindow>();
-        QVERIFY(m_window->showPage(QStringLiteral("multi-edit")));
-        m_window->show();
-        QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
-    }
-
-    void cleanup()
-    {
-        m_window.reset();
-        TestObject::cleanup();
-    }
-
     void aTextTypedIntoAVaryingFieldIsTheValueOfAll_data()
     {
         QTest::addColumn<QString>("field");
@@ -75,18 +59,17 @@ private Q_SLOTS:
         QFETCH(QString, value);
         MultiEditLineEdit* edit = focusField(field);
         QCOMPARE(edit->edit()->text(), getVariesString());
-        QCOMPARE(valueBeside(field), QString("(no value)"));
+        QCOMPARE(valueBeside(edit), QString("(no value)"));
         QSignalSpy valueChanged(edit, &MultiEditLineEdit::valueChanged);
 
-        x11::press({"ctrl+a"});
-        x11::type(typed);
+        replaceText(typed);
         QTRY_COMPARE(edit->edit()->text(), typed);
         QVERIFY2(!edit->dataVaries(), "a good text ends the variation at once");
         QCOMPARE(valueChanged.count(), 0);
         x11::press({"Return"});
         QTRY_COMPARE(valueChanged.count(), 1);
         QCOMPARE(edit->edit()->text(), shown);
-        QCOMPARE(valueBeside(field), value);
+        QCOMPARE(valueBeside(edit), value);
         QCOMPARE(logOfSignals(), QStringList(field + ": valueChanged(), " + value));
     }
 
@@ -101,7 +84,7 @@ private Q_SLOTS:
         QTRY_VERIFY(!number->edit()->hasFocus());
         QVERIFY(number->dataVaries());
         QCOMPARE(number->edit()->text(), getVariesString());
-        QCOMPARE(valueBeside("Number"), QString("(no value)"));
+        QCOMPARE(valueBeside(number), QString("(no value)"));
         QCOMPARE(valueChanged.count(), 0);
         QCOMPARE(logOfSignals(), QStringList());
     }
@@ -109,8 +92,7 @@ private Q_SLOTS:
     void aRefusedTextInAVaryingFieldIsNoValue()
     {
         MultiEditLineEdit* number = focusField("Number");
-        x11::press({"ctrl+a"});
-        x11::type("wide");
+        replaceText("wide");
         x11::press({"Return"});
         QTRY_COMPARE(logOfSignals(), QStringList("Number: valueChanged(), (no value)"));
         QCOMPARE(number->edit()->text(), QString("wide"));
@@ -122,17 +104,17 @@ private Q_SLOTS:
         const MultiEditLineEdit* number = field("Number");
         clickButton("Read 1");
         QTRY_COMPARE(number->edit()->text(), QString("12.5"));
-        QCOMPARE(valueBeside("Number"), QString("12.5"));
-        QCOMPARE(valueBeside("Quantity"), QString("{1092, 235000}"));
+        QCOMPARE(valueBeside(number), QString("12.5"));
+        QCOMPARE(valueBeside(field("Quantity")), QString("{1092, 235000}"));
         clickButton("Force varies");
         QTRY_COMPARE(number->edit()->text(), getVariesString());
         clickButton("Read equal");
         QTRY_COMPARE(number->edit()->text(), QString("12.5"));
         clickButton("Read different");
         QTRY_COMPARE(number->edit()->text(), getVariesString());
-        QCOMPARE(valueBeside("Number"), QString("(no value)"));
+        QCOMPARE(valueBeside(number), QString("(no value)"));
         clickButton("Reset");
-        QTRY_COMPARE(valueBeside("Number"), QString("(nothing read)"));
+        QTRY_COMPARE(valueBeside(number), QString("(nothing read)"));
         QVERIFY(!number->dataVaries());
         QCOMPARE(logOfSignals().filter(QRegularExpression("^(?!.*valueChanged)")),
             QStringList({"Read 1", "Force varies", "Read equal", "Read different", "Reset"}));
@@ -168,22 +150,22 @@ private Q_SLOTS:
     void theResetButtonShowsOneValueAndReportsAnother()
     {
         MultiEditLineEdit* depth = field("With a reset button");
-        x11::click(globalCentre(depth->findChild<QToolButton*>("btn")));
+        click(depth->findChild<QToolButton*>("btn"));
         QTRY_COMPARE(depth->edit()->text(), QString("Auto"));
-        QCOMPARE(valueBeside("With a reset button"), QString("0"));
+        QCOMPARE(valueBeside(depth), QString("0"));
         QCOMPARE(logOfSignals(), QStringList("With a reset button: valueChanged(), 0"));
         focusField("With a reset button");
         x11::press({"End"});
         x11::type("x");
-        QTRY_COMPARE(valueBeside("With a reset button"), QString("L\"Autox\""));
+        QTRY_COMPARE(valueBeside(depth), QString("L\"Autox\""));
     }
 
     void theOtherButtonComputesAValueWithoutASignal()
     {
         MultiEditLineEdit* span = field("With a button");
-        x11::click(globalCentre(span->findChild<QToolButton*>("m_btn")));
+        click(span->findChild<QToolButton*>("m_btn"));
         QTRY_COMPARE(span->edit()->text(), QString("12.34"));
-        QCOMPARE(valueBeside("With a button"), QString("12.34"));
+        QCOMPARE(valueBeside(span), QString("12.34"));
         QCOMPARE(logOfSignals(), QStringList());
     }
 
@@ -228,68 +210,23 @@ private Q_SLOTS:
     }
 
 private:
-    static QPoint globalCentre(const QWidget* widget)
-    {
-        return widget->mapToGlobal(widget->rect().center());
-    }
-
-    // As a screen reader names it.
-    static QString nameOf(QWidget* widget)
-    {
-        return QAccessible::queryAccessibleInterface(widget)->text(QAccessible::Name);
-    }
-
-    MultiEditLineEdit* field(const QString& name)
-    {
-        for (auto* each : m_window->findChildren<MultiEditLineEdit*>()) {
-            if (nameOf(each->edit()) == name)
-                return each;
-        }
-        qFatal("no field %s", qPrintable(name));
-    }
+    MultiEditLineEdit* field(const QString& name) { return find<MultiEditLineEdit>(name); }
 
     MultiEditLineEdit* focusField(const QString& name)
     {
         MultiEditLineEdit* found = field(name);
-        x11::click(globalCentre(found->edit()));
-        [&] { QTRY_VERIFY(found->edit()->hasFocus()); }();
+        focus(found->edit());
         return found;
     }
 
-    void clickButton(const QString& text)
-    {
-        for (auto* button : m_window->findChildren<QPushButton*>()) {
-            if (button->isVisible() && button->text() == text)
-                return x11::click(globalCentre(button));
-        }
-        qFatal("no button %s", qPrintable(text));
-    }
+    void clickButton(const QString& text) { click(find<QPushButton>(text)); }
 
-    // What stands beside a field as the value that the application reads.
-    QString valueBeside(const QString& name)
-    {
-        const MultiEditLineEdit* edit = field(name);
-        const QLabel* last = nullptr;
-        for (const QLabel* label : edit->parentWidget()->findChildren<QLabel*>()) {
-            const bool onTheLine = qAbs(label->geometry().center().y()
-                                       - edit->geometry().center().y())
-                < 5;
-            if (label->parentWidget() == edit->parentWidget() && onTheLine
-                && (!last || label->x() > last->x()))
-                last = label;
-        }
-        return last ? last->text() : QString();
-    }
-
-    // All pages have one window; this page alone has a text of many lines.
     QStringList logOfSignals() const
     {
-        const QString text = m_window->findChild<QPlainTextEdit*>()->toPlainText();
+        const QString text = page().findChild<QPlainTextEdit*>()->toPlainText();
         return text.isEmpty() ? QStringList() : text.split('\n');
     }
-
-    std::unique_ptr<gallery::GalleryWindow> m_window;
 };
 
-VRN_TEST_IN(TestGalleryMultiEdit, gallery::GalleryApplication)
+VRN_GALLERY_TEST(TestGalleryMultiEdit)
 #include "tst_gallery_multi_edit.moc"

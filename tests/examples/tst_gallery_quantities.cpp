@@ -6,39 +6,22 @@
 #include <QLabel>
 #include <QLineEdit>
 
-#include "gallery_application.h"
-#include "gallery_window.h"
-#include "pages/quantities_page.h"
-#include "support/test_main.h"
-#include "support/test_object.h"
-#include "support/x11_input.h"
-
-#include <memory>
+#include "gallery_page_test.h"
 
 using namespace vrn::test;
 using vrn::qt::SimpleLineEdit;
 
 // Drives the page of quantities by keys and clicks of the X server.
-class TestGalleryQuantities : public TestObject
+class TestGalleryQuantities : public GalleryPageTest
 {
     Q_OBJECT
 
+public:
+    TestGalleryQuantities()
+        : GalleryPageTest("quantities")
+    {}
+
 private Q_SLOTS:
-    void init()
-    {
-        TestObject::init();
-        m_window = std::make_unique<gallery::GalleryWindow>();
-        QVERIFY(m_window->showPage(QStringLiteral("quantities")));
-        m_window->show();
-        QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
-    }
-
-    void cleanup()
-    {
-        m_window.reset();
-        TestObject::cleanup();
-    }
-
     void textsComeBackInTheDisplayUnit_data()
     {
         QTest::addColumn<QString>("field");
@@ -91,7 +74,7 @@ private Q_SLOTS:
         const QStringList spans = {"7.620 m", "7.620 m", "7.620 m", "7.620 m", "7.620 m", "7.620 m",
             "7620 mm", "7620.000 mm", "25.00 ft", "300.00 in"};
         SimpleLineEdit* span = field("Span");
-        auto* systems = page()->findChild<QComboBox*>();
+        auto* systems = page().findChild<QComboBox*>();
         x11::press({"alt+u"});
         QTRY_VERIFY(systems->hasFocus());
         x11::press({"Home"});
@@ -105,8 +88,8 @@ private Q_SLOTS:
 
     void oneValueStandsInAllSystems()
     {
-        x11::click(globalCentre(field("Line load")->edit()));
-        auto* overview = page()->findChild<QGroupBox*>();
+        click(field("Line load")->edit());
+        auto* overview = page().findChild<QGroupBox*>();
         QTRY_COMPARE(overview->title(), QString("Line load in all systems"));
         QStringList texts;
         for (const QLabel* label : overview->findChildren<QLabel*>())
@@ -118,21 +101,14 @@ private Q_SLOTS:
 
     void lengthsMayBeShownInFeetAndInches()
     {
-        QCheckBox* feetAndInches = nullptr;
-        for (auto* box : m_window->findChildren<QCheckBox*>()) {
-            if (box->text().contains("inches"))
-                feetAndInches = box;
-        }
-        QVERIFY(feetAndInches);
-        x11::click(globalCentre(feetAndInches));
+        click(find<QCheckBox>("Lengths in feet and inches"));
         QTRY_COMPARE(field("Span")->edit()->text(), QString("25' 0 ''"));
         QCOMPARE(baseValueShown("Span"), QString("7.62"));
     }
 
     void leavingAFieldUntouchedDoesNotRoundItsValue()
     {
-        x11::click(globalCentre(field("Roof pitch")->edit()));
-        QTRY_VERIFY(field("Roof pitch")->edit()->hasFocus());
+        focus(field("Roof pitch")->edit());
         x11::press({"Return"});
         x11::press({"Tab"});
         QTRY_VERIFY(!field("Roof pitch")->edit()->hasFocus());
@@ -140,52 +116,19 @@ private Q_SLOTS:
     }
 
 private:
-    QWidget* page() const { return m_window->findChild<gallery::QuantitiesPage*>(); }
+    SimpleLineEdit* field(const QString& caption) { return find<SimpleLineEdit>(caption); }
 
-    static QPoint globalCentre(const QWidget* widget)
-    {
-        return widget->mapToGlobal(widget->rect().center());
-    }
-
-    // The field on the shown page whose edit has that accessible name.
-    SimpleLineEdit* field(const QString& caption)
-    {
-        for (auto* each : m_window->findChildren<SimpleLineEdit*>()) {
-            if (each->isVisible() && each->edit()->accessibleName() == caption)
-                return each;
-        }
-        qFatal("no field %s", qPrintable(caption));
-    }
-
-    // Types into a field and ends editing there.
     SimpleLineEdit* enter(const QString& caption, const QString& text)
     {
         SimpleLineEdit* edit = field(caption);
-        x11::click(globalCentre(edit->edit()));
-        [&] { QTRY_VERIFY(edit->edit()->hasFocus()); }();
-        x11::press({"ctrl+a"});
-        x11::type(text);
+        focus(edit->edit());
+        replaceText(text);
         x11::press({"Return"});
         return edit;
     }
 
-    // What stands beside a field as the value that the application keeps.
-    QString baseValueShown(const QString& caption)
-    {
-        const SimpleLineEdit* edit = field(caption);
-        const QLabel* beside = nullptr;
-        for (const QLabel* label : edit->parentWidget()->findChildren<QLabel*>()) {
-            const bool onTheLine = qAbs(label->geometry().center().y()
-                                       - edit->geometry().center().y())
-                < 5;
-            if (label->parentWidget() == edit->parentWidget() && onTheLine)
-                beside = label;
-        }
-        return beside ? beside->text() : QString();
-    }
-
-    std::unique_ptr<gallery::GalleryWindow> m_window;
+    QString baseValueShown(const QString& caption) { return valueBeside(field(caption)); }
 };
 
-VRN_TEST_IN(TestGalleryQuantities, gallery::GalleryApplication)
+VRN_GALLERY_TEST(TestGalleryQuantities)
 #include "tst_gallery_quantities.moc"
