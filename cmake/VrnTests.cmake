@@ -25,15 +25,18 @@ function(vrn_add_test_program program)
     target_link_libraries(${program} PRIVATE vrn_test_support ${arg_LIBRARIES})
 endfunction()
 
-# vrn_add_test(<name> [X11] [PROGRAM <program>] [SOURCES <file>...] [LIBRARIES <target>...]
-#              [ENVIRONMENT <NAME=value>...])
+# vrn_add_test(<name> [X11] [WINDOW_MANAGERS <manager>...] [PROGRAM <program>]
+#              [SOURCES <file>...] [LIBRARIES <target>...] [ENVIRONMENT <NAME=value>...])
 #
 # The test class in <name>.cpp, which the test <name> runs in a process of its own. It is
 # a part of PROGRAM, which the target <name> builds; without one it is a program by itself.
-# SOURCES and LIBRARIES are added to the program. It runs offscreen; with X11 it runs on an
-# X server of its own under a window manager and has the ctest label "x11".
+# SOURCES and LIBRARIES are added to the program.
+#
+# It runs offscreen; with X11 it runs on an X server of its own under a window manager and
+# has the ctest label "x11". The window manager is openbox; with WINDOW_MANAGERS there is a
+# test <name>_<manager> for each of them.
 function(vrn_add_test name)
-    cmake_parse_arguments(arg "X11" "PROGRAM" "SOURCES;LIBRARIES;ENVIRONMENT" ${ARGN})
+    cmake_parse_arguments(arg "X11" "PROGRAM" "WINDOW_MANAGERS;SOURCES;LIBRARIES;ENVIRONMENT" ${ARGN})
     if(arg_PROGRAM)
         add_custom_target(${name} DEPENDS ${arg_PROGRAM})
     else()
@@ -42,18 +45,31 @@ function(vrn_add_test name)
     endif()
     target_sources(${arg_PROGRAM} PRIVATE ${name}.cpp ${arg_SOURCES})
     target_link_libraries(${arg_PROGRAM} PRIVATE ${arg_LIBRARIES})
-    if(arg_X11)
-        add_test(NAME ${name} COMMAND
-            "${vrn_qt2_SOURCE_DIR}/tests/support/run-x11" "$<TARGET_FILE:${arg_PROGRAM}>" ${name})
-        # Serial, because a test waits only five seconds for the effect of a key.
-        set_tests_properties(${name} PROPERTIES LABELS x11 TIMEOUT 300 RUN_SERIAL ON)
-        set(environment "QT_QPA_PLATFORM=xcb")
-    else()
+    if(NOT arg_X11)
         add_test(NAME ${name} COMMAND ${arg_PROGRAM} ${name})
-        set_tests_properties(${name} PROPERTIES TIMEOUT 300)
-        set(environment "QT_QPA_PLATFORM=offscreen")
+        _vrn_set_test_properties(${name} "QT_QPA_PLATFORM=offscreen" ${arg_ENVIRONMENT})
+    elseif(NOT arg_WINDOW_MANAGERS)
+        _vrn_add_x11_test(${name} ${name} ${arg_PROGRAM} openbox ${arg_ENVIRONMENT})
+    else()
+        foreach(manager IN LISTS arg_WINDOW_MANAGERS)
+            _vrn_add_x11_test(${name}_${manager} ${name} ${arg_PROGRAM} ${manager} ${arg_ENVIRONMENT})
+        endforeach()
     endif()
+endfunction()
+
+# _vrn_add_x11_test(<test> <class> <program> <window manager> [<NAME=value>...])
+function(_vrn_add_x11_test test class program manager)
+    add_test(NAME ${test} COMMAND
+        "${vrn_qt2_SOURCE_DIR}/tests/support/run-x11" "$<TARGET_FILE:${program}>" ${class})
+    _vrn_set_test_properties(${test} "QT_QPA_PLATFORM=xcb" "VRN_X11_WINDOW_MANAGER=${manager}" ${ARGN})
+    # Serial, because a test waits only five seconds for the effect of a key.
+    set_tests_properties(${test} PROPERTIES LABELS x11 RUN_SERIAL ON)
+endfunction()
+
+# _vrn_set_test_properties(<test> [<NAME=value>...])
+function(_vrn_set_test_properties test)
     # The result must not depend on the user's locale, style or scaling.
-    set_tests_properties(${name} PROPERTIES ENVIRONMENT
-        "${environment};LC_ALL=C.UTF-8;QT_STYLE_OVERRIDE=fusion;QT_SCALE_FACTOR=1;QT_QPA_PLATFORMTHEME=;${arg_ENVIRONMENT}")
+    set(environment LC_ALL=C.UTF-8 QT_STYLE_OVERRIDE=fusion QT_SCALE_FACTOR=1
+        QT_QPA_PLATFORMTHEME= ${ARGN})
+    set_tests_properties(${test} PROPERTIES TIMEOUT 300 ENVIRONMENT "${environment}")
 endfunction()

@@ -23,6 +23,9 @@ PopupBase::PopupBase(QWidget* owner)
     setWindowOpacity(opacityAtRest);
     setAttribute(Qt::WA_MouseTracking);
     setAttribute(Qt::WA_ShowWithoutActivating);
+    // As a mere tool a popup gets a button in the task bar from some window managers, and
+    // the activation if it shows before the user has typed anything.
+    setAttribute(Qt::WA_X11NetWmWindowTypeToolTip);
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
 }
 
@@ -33,6 +36,10 @@ void PopupBase::setVisible(bool visible)
     // The popup may have been shown empty and have something to show by now.
     if (visible && isVisible() && testAttribute(Qt::WA_DontShowOnScreen) && !sizeHint().isEmpty())
         QWidget::setVisible(false);
+    // Some window managers minimise the popups with their window. Shown minimised, a
+    // popup would take its window along or never come back.
+    if (visible)
+        setWindowState(windowState() & ~Qt::WindowMinimized);
     QWidget::setVisible(visible);
 }
 
