@@ -20,13 +20,15 @@ boost::shared_ptr<ValueHistory> ValueHistory::create(
 
 void ValueHistory::add(const std::wstring& value)
 {
-    if (m_storage)
-        m_storage->add(*this, value);
+    // The storage may replace this history in its control.
+    if (const auto storage = m_storage)
+        storage->add(*this, value);
 }
 
 std::size_t ValueHistory::get(std::deque<std::wstring>& values) const
 {
-    return m_storage ? m_storage->get(*this, values) : 0;
+    const auto storage = m_storage;
+    return storage ? storage->get(*this, values) : 0;
 }
 
 boost::shared_ptr<IValueHistoryStorage> IValueHistoryStorage::getOrCreate(
