@@ -15,6 +15,7 @@
 #include "controls/edit_hint_popup_p.h"
 #include "controls/history_popup_p.h"
 #include "controls/popup_group_p.h"
+#include "controls/run_both_p.h"
 
 #include <algorithm>
 #include <utility>
@@ -178,8 +179,14 @@ void LineEditImpl::onHistoryItemSelected(const QString& text)
 {
     if (text.isEmpty() || isReadOnly())
         return;
+    // A slot may destroy this edit.
+    const QPointer<LineEditImpl> self(this);
     setText(text);
-    Q_EMIT editingFinished();
+    runBoth([&] { Q_EMIT textEdited(text); },
+        [&] {
+            if (self)
+                Q_EMIT editingFinished();
+        });
 }
 
 void LineEditImpl::onClicked1()
@@ -195,6 +202,7 @@ void LineEditImpl::onClicked1()
         return;
     setText(after);
     selectAll();
+    Q_EMIT textEdited(after);
 }
 
 void LineEditImpl::placeButton()
