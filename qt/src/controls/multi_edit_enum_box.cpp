@@ -4,6 +4,9 @@
 #include <vrn/companion_qt/combo_box.h>
 #include <vrn/companion_qt/connect.h>
 #include <vrn/companion_qt/signal_blocker.h>
+#include <vrn/qt/varies_string.h>
+
+#include "controls/run_both_p.h"
 
 namespace vrn::qt {
 
@@ -46,9 +49,11 @@ void MultiEditEnumBox::readValue(const boost::any& value)
 {
     if (m_fresh) {
         const QPointer<MultiEditEnumBox> alive(this);
-        selectByValue(value);
-        if (alive)
-            m_fresh = false;
+        detail::runBoth([&] { selectByValue(value); },
+            [&] {
+                if (alive)
+                    m_fresh = false;
+            });
         return;
     }
     if (!m_varies && !isSelected(value))
@@ -77,6 +82,15 @@ void MultiEditEnumBox::forceVaries()
 void MultiEditEnumBox::onSelected()
 {
     setCommon();
+}
+
+void MultiEditEnumBox::onTextEdited(const QString& text)
+{
+    if (text != getVariesString())
+        return;
+    // With this entry current, neither Enter nor leaving is a pick of the text.
+    combo().addVarious(true);
+    m_varies = true;
 }
 
 void MultiEditEnumBox::onItemActivated(const QString& /*text*/)

@@ -12,6 +12,7 @@
 #include <QLineEdit>
 
 #include "controls/mnemonic_p.h"
+#include "controls/run_both_p.h"
 
 #include <algorithm>
 #include <utility>
@@ -112,6 +113,8 @@ void SimpleEnumBox::makeCombo()
         m_combo->setAccessibleName(detail::withoutMnemonic(m_label->text()));
     }
     vrn_connect(m_combo.data(), &QComboBox::textActivated, this, &SimpleEnumBox::onItemActivated);
+    vrn_connect(
+        m_combo.data(), &QComboBox::editTextChanged, this, [this] { m_hasNoValue = false; });
 }
 
 VRN_QT4_ComboBox& SimpleEnumBox::combo()
@@ -180,6 +183,7 @@ void SimpleEnumBox::selectByName(const QString& name)
     if (entry == m_values.end())
         return;
     combo.setCurrentIndex(rowOf(m_values, entry));
+    m_hasNoValue = false;
     onSelected();
 }
 
@@ -199,13 +203,26 @@ void SimpleEnumBox::selectByValue(const boost::any& value)
         VRN_ASSERT(m_validator);
         if (!m_validator)
             return;
-        const IValidator::pointer validator = m_validator; // It may have itself exchanged.
-        combo.lineEdit()->setText(validator->reformat(value, noFlags));
+        combo.lineEdit()->setText(written(value));
     } else {
         VRN_ASSERT_MESSAGE(found, "Value not found");
         return;
     }
+    m_hasNoValue = false;
     onSelected();
+}
+
+// If the validator throws, the box is left without a value.
+QString SimpleEnumBox::written(const boost::any& value)
+{
+    const IValidator::pointer validator = m_validator; // It may have itself exchanged.
+    try {
+        return validator->reformat(value, noFlags);
+    } catch (...) {
+        combo().clearEditText();
+        m_hasNoValue = true;
+        throw;
+    }
 }
 
 boost::any SimpleEnumBox::getSelectedValue() const
@@ -217,9 +234,11 @@ boost::any SimpleEnumBox::getSelectedValue() const
         return boost::any();
 
     if (isEditable()) {
+        if (m_hasNoValue)
+            return boost::any();
         const QString text = m_combo->lineEdit()->text();
         boost::any value = getValueForName(text);
-        const IValidator::pointer validator = m_validator; // As in selectByValue().
+        const IValidator::pointer validator = m_validator; // As in written().
         if (!value.empty() || !validator)
             return value;
         return validator->validate(text, value, noFlags) ? value : boost::any();
@@ -256,7 +275,7 @@ QString SimpleEnumBox::getNameForValue(const boost::any& value) const
         if (anyEq(candidate, value))
             return name;
     }
-    const IValidator::pointer validator = m_validator; // As in selectByValue().
+    const IValidator::pointer validator = m_validator; // As in written().
     return isEditable() && validator ? validator->reformat(value, noFlags) : QString();
 }
 
@@ -327,6 +346,8 @@ void SimpleEnumBox::makeLineEdit()
     m_lineEdit->setAttribute(Qt::WA_TransparentForMouseEvents);
     m_edit = m_lineEdit->edit();
     m_combo->setLineEdit(m_edit);
+    m_hasNoValue = false;
+    vrn_connect(m_edit.data(), &QLineEdit::textEdited, this, &SimpleEnumBox::onTextEdited);
     // However the edit goes, there is no use for the control without it.
     vrn_connect(m_edit.data(), &QObject::destroyed, m_lineEdit.data(), &QObject::deleteLater);
     // A control that was dropped took no connection with it.
@@ -342,6 +363,8 @@ void SimpleEnumBox::dropLineEdit()
     if (!m_lineEdit)
         return;
     m_lineEdit->disconnect(this);
+    if (m_edit) // The combo box still hears of its text, though it is no longer shown.
+        m_edit->disconnect(m_combo);
     m_lineEdit->deleteLater();
     m_lineEdit = nullptr;
 }
@@ -373,9 +396,11 @@ void SimpleEnumBox::onEditingFinished()
     if (!getValueForName(text).empty())
         return;
     const QPointer<SimpleEnumBox> alive(this);
-    m_lineEdit->onTextEdited(text);
-    if (alive)
-        Q_EMIT valueChanged();
+    detail::runBoth([&] { m_lineEdit->onTextEdited(text); },
+        [&] {
+            if (alive)
+                Q_EMIT valueChanged();
+        });
 }
 
 void SimpleEnumBox::addWidget(QWidget* w)
@@ -397,6 +422,8 @@ void SimpleEnumBox::onItemActivated(const QString& /*text*/)
 }
 
 void SimpleEnumBox::onSelected() {}
+
+void SimpleEnumBox::onTextEdited(const QString& /*text*/) {}
 
 void SimpleEnumBox::onComboReplaced() {}
 

@@ -21,6 +21,10 @@ namespace vrn::qt {
 /// The entry of the varying selection stays behind those of the values until
 /// reset(); mostly there is no row behind it for next() to go to.
 ///
+/// A user who types, pastes or undoes to getVariesString() in an editable box
+/// makes it vary: the entry of the varying selection is shown then, and nothing is
+/// emitted. The entry follows a change of the language by itself.
+///
 /// One pick emits activated(int) and then valueChanged() twice; setValue() and
 /// the first readValue() after a reset() emit valueChanged() once.
 class VRN_QT2_EXPORT MultiEditEnumBox
@@ -40,6 +44,8 @@ public:
     /// If the entry of a varying selection is shown, what was shown before it is
     /// shown again.
     void reset() override;
+    /// If the validator of an editable box throws, the exception goes on, and the box
+    /// has no value until another one is set; a later read varies.
     void readValue(const boost::any& value) override;
     bool dataVaries() const override { return m_varies; }
     boost::any getCurrentValue() const override;
@@ -49,6 +55,7 @@ public:
 
 protected:
     void onSelected() override;
+    void onTextEdited(const QString& text) override;
     void onComboReplaced() override;
 
 private Q_SLOTS:
