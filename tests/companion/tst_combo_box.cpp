@@ -1,5 +1,6 @@
 #include <vrn/companion_qt/combo_box.h>
 
+#include "support/other_language.h"
 #include "support/test_main.h"
 #include "support/test_object.h"
 
@@ -260,6 +261,74 @@ private Q_SLOTS:
         QCOMPARE(box.getCurrentId(), 0);
         box.setEditText(various);
         QCOMPARE(box.getCurrentId(), 0);
+    }
+
+    void addedOverItsOwnTextItLeavesTheRowBefore()
+    {
+        Box box(true);
+        box.setEditText(various);
+        box.addVarious(true);
+        QCOMPARE(box.getCurrentId(), variousId());
+        box.removeVarious();
+        QCOMPARE(box.currentIndex(), 1);
+        QCOMPARE(box.currentText(), QString("b"));
+
+        box.setCurrentIndex(-1);
+        box.setEditText(various);
+        box.addVarious(true);
+        box.removeVarious();
+        QCOMPARE(box.currentIndex(), -1);
+        QCOMPARE(box.currentText(), QString());
+    }
+
+    void theEntryFollowsTheLanguage_data()
+    {
+        QTest::addColumn<bool>("editable");
+        QTest::addColumn<int>("row");
+        QTest::addColumn<QString>("typed");
+        QTest::addColumn<QString>("text");
+        QTest::newRow("shown in a list") << false << 3 << QString() << "*VERSCHIEDEN*";
+        QTest::newRow("shown in an editable box") << true << 3 << QString() << "*VERSCHIEDEN*";
+        QTest::newRow("in a list at another row") << false << 1 << QString() << "b";
+        QTest::newRow("in an editable box at another row") << true << 1 << QString() << "b";
+        QTest::newRow("with a text typed over it") << true << 3 << QString("7.5") << "7.5";
+        QTest::newRow("with an empty text typed over it") << true << 3 << QString("") << "";
+    }
+
+    void theEntryFollowsTheLanguage()
+    {
+        QFETCH(bool, editable);
+        QFETCH(int, row);
+        QFETCH(QString, typed);
+        QFETCH(QString, text);
+        Box box(editable);
+        box.addVarious(true);
+        box.setCurrentIndex(row);
+        if (!typed.isNull())
+            box.setEditText(typed);
+        const int id = box.getCurrentId();
+        vrn::test::OtherLanguage german;
+        german.change();
+        vrn::test::deliverLanguage();
+        QCOMPARE(box.rows(), QStringList({"a", "b", "c", "*VERSCHIEDEN*"}));
+        QCOMPARE(box.currentIndex(), row);
+        QCOMPARE(box.currentText(), text);
+        QCOMPARE(box.getCurrentId(), id);
+        german.change();
+        vrn::test::deliverLanguage();
+        QCOMPARE(box.rows(), QStringList({"a", "b", "c", various}));
+        QCOMPARE(box.getCurrentId(), id);
+    }
+
+    void aSelectedTextStaysSelectedInAnotherLanguage()
+    {
+        Box box(true);
+        box.addVarious(true);
+        box.lineEdit()->selectAll();
+        vrn::test::OtherLanguage german;
+        german.change();
+        vrn::test::deliverLanguage();
+        QCOMPARE(box.lineEdit()->selectedText(), QString("*VERSCHIEDEN*"));
     }
 
     void enterOverTheEntryIsNoPickOfIt()

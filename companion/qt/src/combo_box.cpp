@@ -3,11 +3,18 @@
 #include <vrn/assert/smart_assert.h>
 
 #include <QKeyEvent>
+#include <QLineEdit>
 
 namespace {
 
 // Neither a row nor Qt's -1 for no row.
 constexpr int variousId = -2;
+
+// The translation of vrn::qt::getVariesString(), which is up a layer.
+QString variousText()
+{
+    return QObject::tr("*VARIES*");
+}
 
 } // namespace
 
@@ -36,8 +43,7 @@ void VRN_QT4_ComboBox::addVarious(bool select)
         // An empty box makes its first entry the current one by itself.
         const int current = currentIndex();
         const QString text = currentText();
-        // The translation of vrn::qt::getVariesString(), which is up a layer.
-        insertItem(row, QObject::tr("*VARIES*"));
+        insertItem(row, variousText());
         m_various = model()->index(row, modelColumn(), rootModelIndex());
         if (currentIndex() != current) {
             setCurrentIndex(current);
@@ -47,9 +53,11 @@ void VRN_QT4_ComboBox::addVarious(bool select)
     }
     if (!select || getCurrentId() == variousId)
         return;
-    m_textBefore = currentText();
     if (!isVariousCurrent())
         m_shownBefore = model()->index(currentIndex(), modelColumn(), rootModelIndex());
+    // The text of the entry itself, typed over another one, tells nothing.
+    const bool isTypedOver = currentText() == itemText(m_various.row());
+    m_textBefore = isTypedOver ? itemText(m_shownBefore.row()) : currentText();
     setCurrentIndex(m_various.row());
 }
 
@@ -76,6 +84,26 @@ int VRN_QT4_ComboBox::getCurrentId() const
     if (!isVariousCurrent())
         return currentIndex();
     return currentText() == itemText(m_various.row()) ? variousId : -1;
+}
+
+void VRN_QT4_ComboBox::changeEvent(QEvent* event)
+{
+    QComboBox::changeEvent(event);
+    if (event->type() == QEvent::LanguageChange && m_various.isValid())
+        translateVarious();
+}
+
+void VRN_QT4_ComboBox::translateVarious()
+{
+    const bool isShown = getCurrentId() == variousId;
+    const bool isTypedOver = isVariousCurrent() && !isShown;
+    const bool isSelected = isShown && isEditable() && lineEdit()->hasSelectedText();
+    const QString typed = currentText();
+    setItemText(m_various.row(), variousText()); // Also in the edit, if it is current.
+    if (isTypedOver)
+        setEditText(typed);
+    else if (isSelected)
+        lineEdit()->selectAll();
 }
 
 bool VRN_QT4_ComboBox::isVariousCurrent() const

@@ -52,9 +52,10 @@ enum class LoadOrder : std::uint32_t
 ///
 ///  - fresh: from construction or reset() to the first readValue();
 ///  - common: it shows the one value read so far, or set, or entered by the user;
-///  - varies: the values read differ, or forceVaries() was called. It shows
-///    getVariesString() or what stands for it, its current value is empty, and
-///    further reads change nothing until a new value is set or entered.
+///  - varies: the values read differ, forceVaries() was called, or the user has
+///    brought getVariesString() into a text. It shows that or what stands for it,
+///    its current value is empty, and further reads change nothing until a new
+///    value is set or entered.
 ///
 /// A control can also carry functions that save its value to a KeyValueStorage
 /// and load it from there.

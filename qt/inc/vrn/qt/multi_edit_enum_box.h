@@ -22,6 +22,10 @@ namespace vrn::qt {
 /// The entry of the varying selection stays behind those of the values until
 /// reset(); mostly there is no row behind it for next() to go to.
 ///
+/// A user who types, pastes or undoes to getVariesString() in an editable box
+/// makes it vary: the entry of the varying selection is shown then, and nothing is
+/// emitted. The entry follows a change of the language by itself.
+///
 /// One pick emits activated(int) and then valueChanged() twice; setValue() and
 /// the first readValue() after a reset() emit valueChanged() once. Block it with a
 /// QSignalBlocker in a slot that reads the selection again: it would call itself
@@ -43,6 +47,8 @@ public:
     /// If the entry of a varying selection is shown, what was shown before it is
     /// shown again.
     void reset() override;
+    /// If the validator of an editable box throws, the exception goes on, and the box
+    /// has no value until another one is set; a later read varies.
     void readValue(const boost::any& value) override;
     bool dataVaries() const override { return m_state.varies(); }
     boost::any getCurrentValue() const override;
@@ -52,6 +58,7 @@ public:
 
 protected:
     void onSelected() override;
+    void onTextEdited(const QString& text) override;
 
 private Q_SLOTS:
     void onItemActivated(const QString& text) override;

@@ -10,8 +10,14 @@ namespace vrn::qt {
 ///
 /// Values are compared as text: two that the validator writes alike do not
 /// vary. While the text of a varying selection stands in the edit, Enter and
-/// leaving the field do nothing; as soon as the user has typed an accepted text
-/// in its place, this is the value of all.
+/// leaving the field do nothing, and a click selects all of it, so that the next
+/// key replaces it; as soon as the user has typed an accepted text in its place,
+/// this is the value of all.
+///
+/// A user who comes to that text, by undoing, pasting or typing, makes the field
+/// vary, whatever it showed before, and nothing is emitted; to show a value that is
+/// written so, an application sets it. A varying field follows a change of the
+/// language by itself: there is nothing to read or to set again.
 ///
 /// The validator has to write values alike from the first readValue() after a
 /// reset() to the last: one equal to the one before is not written anew to
@@ -36,6 +42,9 @@ public:
 
     /// Leaves the text as it is.
     void reset() override;
+    /// If the validator throws, the field has no value after the first read, and
+    /// varies after a later one; the exception goes on. To go on with the others,
+    /// catch it at each value.
     void readValue(const boost::any& value) override;
     bool dataVaries() const override { return m_varies; }
     /// Empty also for a refused text.
@@ -56,13 +65,18 @@ protected:
 
     bool vetoValidation(const QString& text) override;
     void onValidated(const QString& text, const boost::any& value) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    bool isVariesText(const QString& text) const;
+    void translateVariesText();
     /// What setMaxLength() leaves of `text` in the edit.
     QString asShown(const QString& text) const;
 
     bool m_varies = false;
     bool m_fresh = true;
+    // As it was last shown. Undoing may bring it back, cut or in another language.
+    QString m_variesText;
     // The last value found to be written as the text in the edit, and how to tell
     // that another one is: null when the text has changed since.
     boost::any m_shownValue;

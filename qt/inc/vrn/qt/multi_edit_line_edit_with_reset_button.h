@@ -29,8 +29,11 @@ public:
         IValidator* validator, int id, std::function<void(int, boost::any&, boost::any&)> fn);
     ~MultiEditLineEditWithResetButton() override;
 
-    /// From a click on the button to the next key typed, the reported value.
-    /// Neither reset() nor readValue() nor setValue() ends this.
+    /// If the validator throws, no value is reported either.
+    void setValue(const boost::any& value) override;
+    /// From a click on the button to the next edit of the user, the reported value.
+    /// A key, a pick in the history and the button of addButton() are such edits;
+    /// reset(), readValue() and setValue() are not.
     boost::any getCurrentValue() const override;
 
 private:

@@ -90,7 +90,8 @@ public Q_SLOTS:
     void selectByName(const QString& name);
     /// Shows the entry of that value. Without one, an editable box shows the
     /// text that the validator gives the value; any other reports it and stays
-    /// as it is.
+    /// as it is. If the validator throws, the text is empty and there is no value
+    /// until the next selection or text.
     void selectByValue(const boost::any& value);
 
     /// Empty if there are no values, if the text shown is no entry's name and no
@@ -139,6 +140,8 @@ protected Q_SLOTS:
 protected:
     /// Called after a selection by name or by value. Does nothing here.
     virtual void onSelected();
+    /// Called with each text that the user edits. Does nothing here.
+    virtual void onTextEdited(const QString& text);
 
     void changeEvent(QEvent* event) override;
 
@@ -150,6 +153,7 @@ private:
     void makeLineEdit();
     void dropLineEdit();
     bool isEditable() const;
+    QString written(const boost::any& value);
     const boost::any* valueOfRow() const;
 
     NamedValueList m_values;
@@ -158,6 +162,8 @@ private:
     QPointer<MultiEditLineEdit> m_lineEdit;
     QPointer<QLineEdit> m_edit;
     int m_timesMadeEditable = 0;
+    // The empty text stands for a value that could not be written.
+    bool m_hasNoValue = false;
     bool (*m_eq)(const boost::any&, const boost::any&);
     IValidator::pointer m_validator;
 };

@@ -45,8 +45,10 @@ class LineEditImpl;
 ///
 /// The value is computed from the text whenever it is asked for; numbers are in
 /// the C locale. What a validator throws passes through the control, which then
-/// counts its text as refused; an application that uses throwing validators
-/// catches in its QApplication::notify.
+/// counts its text as refused: what was typed stays, and a value that could not be
+/// written leaves an empty text. What a hint function throws waits for the end of
+/// editing to be over, valueChanged() included. An application that uses throwing
+/// validators catches in its QApplication::notify.
 ///
 /// A slot of any of its signals may call deleteLater() on the control.
 ///
@@ -81,7 +83,8 @@ public:
     /// the text is refused, and returns what the validator has left.
     boost::any getValue() const;
 
-    /// Shows `value`. Emits nothing, shows no hint and leaves the colour alone.
+    /// Shows `value`. Emits nothing, shows no hint and leaves the colour alone. If
+    /// the validator throws, the control has no value; show another one to go on.
     void setValue(const boost::any& value);
 
     /// Whether the text was accepted when it was last validated: by a
@@ -94,14 +97,15 @@ public:
     const QLineEdit* edit() const;
 
     /// Adds a tool button inside the edit. A click hands the text to `fn`, and a
-    /// result that differs becomes the text, selected; the value is taken over
-    /// when the user leaves the field. A null pixmap gives a built-in icon.
-    /// There is one such button at most: a second call reports an assertion and
-    /// returns the first.
+    /// result that differs becomes the text, selected, as if the user had typed it;
+    /// the value is taken over when the user leaves the field. A null pixmap gives
+    /// a built-in icon. There is one such button at most: a second call reports an
+    /// assertion and returns the first.
     QToolButton* addButton(
         const boost::function<QString(const QString&)>& fn, const QPixmap& pixmap);
 
-    /// Offers the values of `history` below the focused edit.
+    /// Offers the values of `history` below the focused edit. A click on one is as
+    /// good as typing it and pressing Enter.
     void setValueHistory(boost::shared_ptr<vrn::ValueHistory> history);
     boost::shared_ptr<vrn::ValueHistory> valueHistory() const { return m_valueHistory; }
     /// Adds the text to the history, if there is one and the text is neither
@@ -142,6 +146,9 @@ protected:
     /// and one that refuses everything answers in its place.
     IValidator& validator() const;
 
+    /// Whether `object` is the edit. Nothing is reported if that was destroyed.
+    bool isEdit(const QObject* object) const;
+
     /// True keeps `text` from being validated at all.
     virtual bool vetoValidation(const QString& text);
     /// Called with every accepted text and its value.
@@ -158,6 +165,9 @@ private:
     detail::LineEditImpl& lineEdit() const;
     using SizeFunction = QSize (QWidget::*)() const;
     QSize sizeFromParts(SizeFunction sizeOf) const;
+    bool validateTyped(const QString& text);
+    void showHint(const QString& text);
+    void finishEditing(const QString& text);
     template <typename Function>
     void refuseIfThrown(Function step);
     void showValidity();

@@ -4,8 +4,10 @@
 #include <vrn/companion_qt/combo_box.h>
 #include <vrn/companion_qt/connect.h>
 #include <vrn/companion_qt/signal_blocker.h>
+#include <vrn/qt/varies_string.h>
 
 #include "controls/parts/alive_p.h"
+#include "controls/parts/run_both_p.h"
 
 namespace vrn::qt {
 
@@ -42,9 +44,11 @@ void MultiEditEnumBox::readValue(const boost::any& value)
 {
     if (m_state.isFresh()) {
         const detail::Alive alive(this);
-        selectByValue(value);
-        if (alive)
-            m_state.setRead();
+        detail::runBoth([&] { selectByValue(value); },
+            [&] {
+                if (alive)
+                    m_state.setRead();
+            });
         return;
     }
     if (!m_state.varies() && !isSelected(value))
@@ -73,6 +77,15 @@ void MultiEditEnumBox::forceVaries()
 void MultiEditEnumBox::onSelected()
 {
     setCommon();
+}
+
+void MultiEditEnumBox::onTextEdited(const QString& text)
+{
+    if (text != getVariesString())
+        return;
+    // With this entry current, neither Enter nor leaving is a pick of the text.
+    combo().addVarious(true);
+    m_state.setVaries();
 }
 
 void MultiEditEnumBox::onItemActivated(const QString& /*text*/)

@@ -13,6 +13,7 @@
 
 #include "controls/parts/alive_p.h"
 #include "controls/parts/mnemonic_p.h"
+#include "controls/parts/run_both_p.h"
 #include "controls/parts/spare_p.h"
 
 #include <algorithm>
@@ -81,6 +82,8 @@ SimpleEnumBox::SimpleEnumBox(
     setFocusProxy(m_combo);
     setFocusPolicy(m_combo->focusPolicy());
     vrn_connect(m_combo.data(), &QComboBox::textActivated, this, &SimpleEnumBox::onItemActivated);
+    vrn_connect(
+        m_combo.data(), &QComboBox::editTextChanged, this, [this] { m_hasNoValue = false; });
 }
 
 SimpleEnumBox::~SimpleEnumBox()
@@ -151,6 +154,7 @@ void SimpleEnumBox::selectByName(const QString& name)
     if (entry == m_values.end())
         return;
     combo.setCurrentIndex(rowOf(m_values, entry));
+    m_hasNoValue = false;
     onSelected();
 }
 
@@ -172,13 +176,26 @@ void SimpleEnumBox::selectByValue(const boost::any& value)
         VRN_ASSERT(m_validator);
         if (!m_validator)
             return;
-        const IValidator::pointer validator = m_validator; // It may have itself exchanged.
-        combo.lineEdit()->setText(validator->reformat(value, noFlags));
+        combo.lineEdit()->setText(written(value));
     } else {
         VRN_ASSERT_MESSAGE(found, "Value not found");
         return;
     }
+    m_hasNoValue = false;
     onSelected();
+}
+
+// If the validator throws, the box is left without a value.
+QString SimpleEnumBox::written(const boost::any& value)
+{
+    const IValidator::pointer validator = m_validator; // It may have itself exchanged.
+    try {
+        return validator->reformat(value, noFlags);
+    } catch (...) {
+        combo().clearEditText();
+        m_hasNoValue = true;
+        throw;
+    }
 }
 
 boost::any SimpleEnumBox::getSelectedValue() const
@@ -190,9 +207,11 @@ boost::any SimpleEnumBox::getSelectedValue() const
         return boost::any();
 
     if (isEditable()) {
+        if (m_hasNoValue)
+            return boost::any();
         const QString text = m_combo->lineEdit()->text();
         boost::any value = getValueForName(text);
-        const IValidator::pointer validator = m_validator; // As in selectByValue().
+        const IValidator::pointer validator = m_validator; // As in written().
         if (!value.empty() || !validator)
             return value;
         return validator->validate(text, value, noFlags) ? value : boost::any();
@@ -229,7 +248,7 @@ QString SimpleEnumBox::getNameForValue(const boost::any& value) const
         if (anyEq(candidate, value))
             return name;
     }
-    const IValidator::pointer validator = m_validator; // As in selectByValue().
+    const IValidator::pointer validator = m_validator; // As in written().
     return isEditable() && validator ? validator->reformat(value, noFlags) : QString();
 }
 
@@ -302,6 +321,8 @@ void SimpleEnumBox::makeLineEdit()
     m_lineEdit->setAttribute(Qt::WA_TransparentForMouseEvents);
     m_edit = m_lineEdit->edit();
     m_combo->setLineEdit(m_edit);
+    m_hasNoValue = false;
+    vrn_connect(m_edit.data(), &QLineEdit::textEdited, this, &SimpleEnumBox::onTextEdited);
     // However the edit goes, there is no use for the control without it.
     vrn_connect(m_edit.data(), &QObject::destroyed, m_lineEdit.data(), &QObject::deleteLater);
     // A control that was dropped took no connection with it.
@@ -318,6 +339,8 @@ void SimpleEnumBox::dropLineEdit()
     if (!m_lineEdit)
         return;
     m_lineEdit->disconnect(this);
+    if (m_edit) // The combo box still hears of its text, though it is no longer shown.
+        m_edit->disconnect(m_combo);
     if (m_lineEdit->parent())
         m_lineEdit->deleteLater();
     else
@@ -352,9 +375,11 @@ void SimpleEnumBox::onEditingFinished()
     if (!getValueForName(text).empty())
         return;
     const detail::Alive alive(this, m_combo);
-    m_lineEdit->onTextEdited(text);
-    if (alive)
-        Q_EMIT valueChanged();
+    detail::runBoth([&] { m_lineEdit->onTextEdited(text); },
+        [&] {
+            if (alive)
+                Q_EMIT valueChanged();
+        });
 }
 
 void SimpleEnumBox::addWidget(QWidget* w)
@@ -378,5 +403,7 @@ void SimpleEnumBox::onItemActivated(const QString& /*text*/)
 }
 
 void SimpleEnumBox::onSelected() {}
+
+void SimpleEnumBox::onTextEdited(const QString& /*text*/) {}
 
 } // namespace vrn::qt

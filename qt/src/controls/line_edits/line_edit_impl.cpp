@@ -11,6 +11,7 @@
 #include <QStyle>
 #include <QToolButton>
 
+#include "controls/parts/run_both_p.h"
 #include "controls/popups/edit_hint_popup_p.h"
 #include "controls/popups/history_popup_p.h"
 #include "controls/popups/popup_group_p.h"
@@ -177,8 +178,14 @@ void LineEditImpl::onHistoryItemSelected(const QString& text)
 {
     if (text.isEmpty() || isReadOnly())
         return;
+    // A slot may destroy this edit.
+    const QPointer<LineEditImpl> self(this);
     setText(text);
-    Q_EMIT editingFinished();
+    runBoth([&] { Q_EMIT textEdited(text); },
+        [&] {
+            if (self)
+                Q_EMIT editingFinished();
+        });
 }
 
 void LineEditImpl::onClicked1()
@@ -194,6 +201,7 @@ void LineEditImpl::onClicked1()
         return;
     setText(after);
     selectAll();
+    Q_EMIT textEdited(after);
 }
 
 void LineEditImpl::placeButton()

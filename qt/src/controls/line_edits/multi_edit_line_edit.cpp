@@ -5,6 +5,7 @@
 #include <vrn/qt/varies_string.h>
 #include <vrn/units/i_converter.h>
 
+#include <QEvent>
 #include <QLineEdit>
 
 #include <cmath>
@@ -88,6 +89,13 @@ MultiEditLineEdit::MultiEditLineEdit(QWidget* parent, const QString& caption,
     : SimpleLineEdit(parent, caption, std::move(validator), std::move(buttonFn), options, direction)
 {
     vrn_connect(edit(), &QLineEdit::textChanged, this, [this] { m_isLikeShown = nullptr; });
+    vrn_connect(edit(), &QLineEdit::textEdited, this, [this](const QString& text) {
+        if (!isVariesText(text))
+            return;
+        m_varies = true;
+        m_variesText = text;
+    });
+    edit()->installEventFilter(this);
 }
 
 MultiEditLineEdit::~MultiEditLineEdit() = default;
@@ -112,7 +120,14 @@ void MultiEditLineEdit::readValue(const boost::any& value)
     // values there are equal to the one before.
     if (m_isLikeShown && m_isLikeShown(value, m_shownValue))
         return;
-    if (edit()->text() != asShown(validator().reformat(value, noFlags))) {
+    QString text;
+    try {
+        text = validator().reformat(value, noFlags);
+    } catch (...) {
+        forceVaries();
+        throw;
+    }
+    if (edit()->text() != asShown(text)) {
         forceVaries();
         return;
     }
@@ -131,6 +146,7 @@ void MultiEditLineEdit::setValue(const boost::any& value)
 {
     const VRN_QT_SignalBlocker blocker(isLoading() ? this : nullptr);
     m_varies = false;
+    m_variesText.clear();
     m_isLikeShown = nullptr;
     SimpleLineEdit::setValue(value);
 }
@@ -138,7 +154,8 @@ void MultiEditLineEdit::setValue(const boost::any& value)
 void MultiEditLineEdit::forceVaries()
 {
     m_varies = true;
-    edit()->setText(getVariesString());
+    m_variesText = getVariesString();
+    edit()->setText(m_variesText);
 }
 
 void MultiEditLineEdit::copyStateFrom(const MultiEditLineEdit& other)
@@ -146,11 +163,17 @@ void MultiEditLineEdit::copyStateFrom(const MultiEditLineEdit& other)
     edit()->setText(other.edit()->text());
     m_fresh = other.m_fresh;
     m_varies = other.m_varies;
+    m_variesText = other.m_variesText;
 }
 
 bool MultiEditLineEdit::vetoValidation(const QString& text)
 {
-    return text == getVariesString() || (m_varies && text == asShown(getVariesString()));
+    return isVariesText(text);
+}
+
+bool MultiEditLineEdit::isVariesText(const QString& text) const
+{
+    return text == getVariesString() || (!m_variesText.isEmpty() && text == asShown(m_variesText));
 }
 
 QString MultiEditLineEdit::asShown(const QString& text) const
@@ -161,6 +184,38 @@ QString MultiEditLineEdit::asShown(const QString& text) const
 void MultiEditLineEdit::onValidated(const QString& /*text*/, const boost::any& /*value*/)
 {
     m_varies = false;
+}
+
+bool MultiEditLineEdit::eventFilter(QObject* watched, QEvent* event)
+{
+    // The text is looked at for these events only: an edit has none any more when it
+    // is told of its destruction.
+    switch (event->type()) {
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonDblClick:
+    case QEvent::MouseMove:
+        if (!isEdit(watched) || !isVariesText(edit()->text()))
+            break;
+        // Neither a place in this text nor a part of it is of use.
+        if (event->type() != QEvent::MouseMove)
+            edit()->selectAll();
+        return true;
+    case QEvent::LanguageChange:
+        if (isEdit(watched) && m_varies && isVariesText(edit()->text()))
+            translateVariesText();
+        break;
+    default:
+        break;
+    }
+    return SimpleLineEdit::eventFilter(watched, event);
+}
+
+void MultiEditLineEdit::translateVariesText()
+{
+    const bool isSelected = edit()->hasSelectedText();
+    MultiEditLineEdit::forceVaries();
+    if (isSelected)
+        selectAll();
 }
 
 } // namespace vrn::qt

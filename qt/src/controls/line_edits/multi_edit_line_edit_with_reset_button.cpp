@@ -52,6 +52,16 @@ MultiEditLineEditWithResetButton::MultiEditLineEditWithResetButton(
 
 MultiEditLineEditWithResetButton::~MultiEditLineEditWithResetButton() = default;
 
+void MultiEditLineEditWithResetButton::setValue(const boost::any& value)
+{
+    try {
+        MultiEditLineEdit::setValue(value);
+    } catch (...) {
+        m_resetPending = false;
+        throw;
+    }
+}
+
 boost::any MultiEditLineEditWithResetButton::getCurrentValue() const
 {
     if (dataVaries())

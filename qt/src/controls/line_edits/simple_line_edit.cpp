@@ -16,6 +16,7 @@
 
 #include "controls/line_edits/line_edit_impl_p.h"
 #include "controls/parts/mnemonic_p.h"
+#include "controls/parts/run_both_p.h"
 
 #include <algorithm>
 #include <utility>
@@ -145,6 +146,11 @@ const QLineEdit* SimpleLineEdit::edit() const
     return &lineEdit();
 }
 
+bool SimpleLineEdit::isEdit(const QObject* object) const
+{
+    return object == m_lineEdit;
+}
+
 boost::any SimpleLineEdit::getValue() const
 {
     boost::any value;
@@ -156,9 +162,17 @@ boost::any SimpleLineEdit::getValue() const
 void SimpleLineEdit::setValue(const boost::any& value)
 {
     IValidator& validator = this->validator();
-    lineEdit().setText(validator.reformat(value, noFlags));
+    m_valueValid = false; // Also if the validator throws.
+    QString text;
+    try {
+        text = validator.reformat(value, noFlags);
+    } catch (...) {
+        // The text of the value before would be taken for this one's.
+        lineEdit().clear();
+        throw;
+    }
+    lineEdit().setText(text);
     boost::any scratch;
-    m_valueValid = false; // Also if validate throws.
     m_valueValid = validator.validate(lineEdit().text(), scratch, noFlags);
 }
 
@@ -171,12 +185,19 @@ void SimpleLineEdit::onValidated(const QString& /*text*/, const boost::any& /*va
 
 void SimpleLineEdit::onTextEdited(const QString& text)
 {
+    if (validateTyped(text))
+        showHint(text);
+}
+
+// Returns whether there is a hint to show for `text`.
+bool SimpleLineEdit::validateTyped(const QString& text)
+{
     if (!m_validator) {
         m_valueValid = true;
-        return;
+        return false;
     }
     if (vetoValidation(text))
-        return;
+        return false;
     refuseIfThrown([&] {
         boost::any value;
         m_valueValid = m_validator->validate(text, value, noFlags);
@@ -184,13 +205,23 @@ void SimpleLineEdit::onTextEdited(const QString& text)
             onValidated(text, value);
     });
     showValidity();
-    lineEdit().showEditHint(m_validator->getEditHint(text));
+    return true;
 }
 
 void SimpleLineEdit::onEditingFinished()
 {
     const QString text = lineEdit().text();
-    onTextEdited(text);
+    const bool hasHint = validateTyped(text);
+    detail::runBoth(
+        [&] {
+            if (hasHint)
+                showHint(text);
+        },
+        [&] { finishEditing(text); });
+}
+
+void SimpleLineEdit::finishEditing(const QString& text)
+{
     if (vetoValidation(text))
         return;
     refuseIfThrown([&] {
@@ -203,6 +234,11 @@ void SimpleLineEdit::onEditingFinished()
         }
     });
     Q_EMIT valueChanged();
+}
+
+void SimpleLineEdit::showHint(const QString& text)
+{
+    lineEdit().showEditHint(m_validator->getEditHint(text));
 }
 
 // Runs a step of the validation. An exception goes on to the caller and leaves

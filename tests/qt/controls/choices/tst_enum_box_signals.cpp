@@ -415,6 +415,10 @@ private:
         const Action nameAndLeft = [](MultiEditEnumBox& b) { typeAndLeave(b, "S355"); };
         const Action nameAndEntered = [](MultiEditEnumBox& b) { typeAndEnter(b, "S355"); };
         const Action enter = [](MultiEditEnumBox& b) { pressEnter(b); };
+        const QString various = getVariesString();
+        const Action variesTyped = [=](MultiEditEnumBox& b) { type(b, various); };
+        const Action variesTypedAndLeft = [=](MultiEditEnumBox& b) { typeAndLeave(b, various); };
+        const Action variesTypedAndEntered = [=](MultiEditEnumBox& b) { typeAndEnter(b, various); };
 
         const auto add = [&](const AddRow& row, bool freshAfter) {
             row("a text typed", typed, {0, 0, common, freshAfter, "460"});
@@ -427,14 +431,33 @@ private:
             row("a name typed", name, {0, 0, common, freshAfter, "S355"});
             row("a name, and leaving", nameAndLeft, {2, 1, common, freshAfter, "S355"});
             row("a name and Enter", nameAndEntered, {2, 1, common, freshAfter, "S355"});
+            row("the varies text typed", variesTyped, {0, 0, varies, freshAfter, various});
+            row("the varies text, and leaving", variesTypedAndLeft,
+                {0, 0, varies, freshAfter, various});
+            row("the varies text and Enter", variesTypedAndEntered,
+                {0, 0, varies, freshAfter, various});
         };
         add(rowsOfFresh(true), fresh);
         add(rowsOfCommon(true), notFresh);
         add(rowsOfVaries(true), notFresh);
         rowsOfFresh(true)("Enter", enter, {2, 1, common, fresh, "S235"});
         rowsOfCommon(true)("Enter", enter, {2, 1, common, notFresh, "S275"});
-        rowsOfVaries(true)(
-            "Enter over the various text", enter, {0, 0, varies, notFresh, getVariesString()});
+        const auto varying = rowsOfVaries(true);
+        varying("Enter over the various text", enter, {0, 0, varies, notFresh, various});
+        varying("a text typed over it and undone",
+            [](MultiEditEnumBox& b) {
+                type(b, "460");
+                QTest::keyClick(&comboOf(b), Qt::Key_Z, Qt::ControlModifier);
+            },
+            {0, 0, varies, notFresh, various});
+        const auto commonAfterVaries = rowsOf("common after varies", true, [](MultiEditEnumBox& b) {
+            toVaries(b);
+            b.setValue(235);
+        });
+        commonAfterVaries(
+            "the varies text, and leaving", variesTypedAndLeft, {0, 0, varies, notFresh, various});
+        commonAfterVaries(
+            "the varies text and Enter", variesTypedAndEntered, {0, 0, varies, notFresh, various});
     }
 };
 

@@ -1,4 +1,8 @@
+#include <vrn/qt/string_edit_validator.h>
+
 #include "enum_box_fixture.h"
+#include "line_edit_fixture.h"
+#include "support/other_language.h"
 #include "support/test_main.h"
 #include "support/test_object.h"
 
@@ -7,6 +11,7 @@
 #include <QSignalSpy>
 
 #include <memory>
+#include <stdexcept>
 
 using namespace vrn::qt;
 using namespace vrn::test;
@@ -216,6 +221,162 @@ private Q_SLOTS:
         box->forceVaries();
         QVERIFY(box->dataVaries());
         QCOMPARE(textOf(*box), getVariesString());
+    }
+
+    void theVariesTextTypedOverAValueIsNoValue()
+    {
+        MultiEditEnumBox* box = createFilled();
+        box->setEditable(true, boost::make_shared<StringEditValidator>(40));
+        showActive(*m_form);
+        comboOf(*box).setFocus();
+        box->readValue(275);
+        type(*box, getVariesString());
+        QVERIFY(box->dataVaries());
+        QVERIFY(box->getCurrentValue().empty());
+        box->reset();
+        QCOMPARE(textOf(*box), QString("S275"));
+        QCOMPARE(rowsOf(*box), QStringList({"S235", "S275", "S355"}));
+        QCOMPARE(box->getCurrentValue(), boost::any(275));
+    }
+
+    void theFirstKeyAfterAClickReplacesTheVariesText()
+    {
+        MultiEditEnumBox* box = createFilled();
+        box->setEditable(true, boost::make_shared<StringEditValidator>(40));
+        showActive(*m_form);
+        box->forceVaries();
+        QLineEdit* edit = comboOf(*box).lineEdit();
+        QTest::mouseClick(edit, Qt::LeftButton, {}, QPoint(8, edit->height() / 2));
+        QTest::keyClicks(&comboOf(*box), "5");
+        QCOMPARE(textOf(*box), QString("5"));
+    }
+
+    // --- a change of the language
+
+    void aVaryingBoxFollowsTheLanguage_data()
+    {
+        QTest::addColumn<bool>("editable");
+        QTest::addColumn<bool>("typed");
+        QTest::newRow("a list") << false << false;
+        QTest::newRow("an editable box") << true << false;
+        QTest::newRow("an editable box that varies by its user") << true << true;
+    }
+
+    void aVaryingBoxFollowsTheLanguage()
+    {
+        QFETCH(bool, editable);
+        QFETCH(bool, typed);
+        MultiEditEnumBox* box = createFilled();
+        if (editable) // This one would take the text for a value.
+            box->setEditable(true, boost::make_shared<StringEditValidator>(40));
+        auto* other = new QLineEdit;
+        m_form->layout()->addWidget(other);
+        showActive(*m_form);
+        comboOf(*box).setFocus();
+        if (typed)
+            type(*box, getVariesString());
+        else
+            box->forceVaries();
+        QSignalSpy changed(box, &SimpleEnumBox::valueChanged);
+        OtherLanguage german;
+        for (const char* text : {"*VERSCHIEDEN*", "*VARIES*"}) {
+            german.change();
+            deliverLanguage();
+            QCOMPARE(textOf(*box), QString(text));
+            if (editable)
+                pressEnter(*box);
+            other->setFocus();
+            comboOf(*box).setFocus();
+            QCOMPARE(textOf(*box), QString(text));
+            QVERIFY(box->dataVaries());
+            QVERIFY(box->getCurrentValue().empty());
+            QCOMPARE(changed.count(), 0);
+        }
+    }
+
+    void aTextTypedOverAVaryingBoxIsKeptInAnyLanguage()
+    {
+        MultiEditEnumBox* box = createFilled();
+        box->setEditable(true, strength());
+        box->forceVaries();
+        type(*box, "460");
+        OtherLanguage german;
+        german.change();
+        deliverLanguage();
+        QCOMPARE(textOf(*box), QString("460"));
+        QVERIFY(!box->dataVaries());
+        QCOMPARE(box->getCurrentValue(), boost::any(460));
+    }
+
+    // --- a validator that throws
+
+    void aValueThatCannotBeWrittenIsNoValue_data()
+    {
+        QTest::addColumn<bool>("varying");
+        QTest::addColumn<bool>("read");
+        QTest::newRow("the first read of a common box") << false << true;
+        QTest::newRow("setValue of a common box") << false << false;
+        QTest::newRow("setValue of a varying box") << true << false;
+    }
+
+    void aValueThatCannotBeWrittenIsNoValue()
+    {
+        QFETCH(bool, varying);
+        QFETCH(bool, read);
+        // It takes an empty text.
+        auto digits = boost::make_shared<DigitsValidator>();
+        MultiEditEnumBox* box = createFilled();
+        box->setEditable(true, digits);
+        box->readValue(275);
+        if (varying)
+            box->forceVaries();
+        if (read)
+            box->reset();
+        QSignalSpy changed(box, &SimpleEnumBox::valueChanged);
+        digits->before = [](const QString& operation) {
+            if (operation == "reformat")
+                throw std::runtime_error("from the validator");
+        };
+        const boost::any unlisted = 460;
+        QVERIFY_EXCEPTION_THROWN(
+            read ? box->readValue(unlisted) : box->setValue(unlisted), std::runtime_error);
+        digits->before = nullptr;
+        QCOMPARE(changed.count(), 0);
+        QVERIFY(!box->dataVaries());
+        QVERIFY(box->getCurrentValue().empty());
+        QCOMPARE(textOf(*box), QString());
+        box->readValue(275);
+        QVERIFY(box->dataVaries());
+        box->setValue(275);
+        QCOMPARE(box->getCurrentValue(), boost::any(275));
+    }
+
+    void aTextTypedAfterAValueThatCouldNotBeWrittenCounts()
+    {
+        auto digits = boost::make_shared<DigitsValidator>();
+        MultiEditEnumBox* box = createFilled();
+        box->setEditable(true, digits);
+        digits->before = [](const QString&) { throw std::runtime_error("from the validator"); };
+        QVERIFY_EXCEPTION_THROWN(box->setValue(460), std::runtime_error);
+        digits->before = nullptr;
+        type(*box, "7");
+        QCOMPARE(box->getCurrentValue(), boost::any(7));
+    }
+
+    void aHintThatThrowsWaitsForTheEndOfEditing()
+    {
+        MultiEditEnumBox* box = createFilled();
+        const auto validator = strength();
+        box->setEditable(true, validator);
+        comboOf(*box).lineEdit()->setText("5000");
+        QSignalSpy changed(box, &SimpleEnumBox::valueChanged);
+        validator->setEditHintFunction(
+            [](const QString&) -> QString { throw std::runtime_error("from the hint"); });
+        QVERIFY_EXCEPTION_THROWN(
+            Q_EMIT comboOf(*box).lineEdit()->editingFinished(), std::runtime_error);
+        QCOMPARE(textOf(*box), QString("999"));
+        QCOMPARE(changed.count(), 1);
+        QCOMPARE(box->getCurrentValue(), boost::any(999));
     }
 
     // --- a list that someone has destroyed

@@ -1,4 +1,5 @@
 #include "enum_box_fixture.h"
+#include "support/other_language.h"
 #include "support/random_sequence.h"
 #include "support/test_main.h"
 #include "support/test_object.h"
@@ -78,18 +79,9 @@ public:
 
     void forceVaries()
     {
-        varies = true;
         m_fresh = false;
-        if (m_various < 0) {
-            m_various = int(rows.size());
-            rows << getVariesString();
-        }
-        if (showsVarious())
-            return;
-        m_textBefore = shown();
-        if (index != m_various)
-            m_rowBefore = index;
-        select(m_various);
+        selectVarious();
+        varies = true;
     }
 
     void set(int number)
@@ -128,7 +120,19 @@ public:
             return;
         // Even if the same text comes out: it was another one in between.
         m_text = text;
+        if (text == getVariesString())
+            selectVarious();
         varies = showsVarious();
+    }
+
+    void languageChanged(const QString& before)
+    {
+        if (m_various < 0)
+            return;
+        const bool isShown = index == m_various && shown() == before;
+        rows[m_various] = getVariesString();
+        if (isShown)
+            setText(rows[m_various]);
     }
 
     void leave()
@@ -160,6 +164,21 @@ public:
 
 private:
     bool isRow(int row) const { return row >= 0 && row < rows.size(); }
+
+    void selectVarious()
+    {
+        if (m_various < 0) {
+            m_various = int(rows.size());
+            rows << getVariesString();
+        }
+        if (showsVarious())
+            return;
+        if (index != m_various)
+            m_rowBefore = index;
+        // Typed over another row, the text itself is not what was shown before.
+        m_textBefore = shown() == getVariesString() ? rows[m_rowBefore] : shown();
+        select(m_various);
+    }
 
     bool showsVarious() const
     {
@@ -251,12 +270,13 @@ enum Action
     Enter,
     MakeEditable,
     MakeAList,
-    Fill
+    Fill,
+    ChangeLanguage
 };
 
 const QStringList actionNames = {"reset", "readValue", "readValue of the value before", "setValue",
     "selectByName", "forceVaries", "next", "previous", "Down", "Up", "typing", "typing and leaving",
-    "Enter", "setEditable(true)", "setEditable(false)", "setValues"};
+    "Enter", "setEditable(true)", "setEditable(false)", "setValues", "another language"};
 
 class BoxBesideModel : public Subject
 {
@@ -347,6 +367,13 @@ public:
             box.setValues(steels());
             m_model.fill();
             break;
+        case ChangeLanguage: {
+            const QString before = getVariesString();
+            m_language.change();
+            deliverLanguage();
+            m_model.languageChanged(before);
+            break;
+        }
         }
         return difference();
     }
@@ -362,8 +389,7 @@ private:
 
     void typeText(unsigned argument)
     {
-        static const QStringList texts = {
-            "7", "460", "46x", "5000", "S275", "x", getVariesString()};
+        const QStringList texts = {"7", "460", "46x", "5000", "S275", "x", getVariesString()};
         const QString& text = texts[int(argument % unsigned(texts.size()))];
         if (m_editable)
             type(*m_box, text);
@@ -410,6 +436,7 @@ private:
     std::unique_ptr<MultiEditEnumBox> m_box;
     QSignalSpy m_changed;
     QSignalSpy m_activated;
+    OtherLanguage m_language;
     Model m_model;
     bool m_editable = false;
     int m_number = 235;

@@ -2,10 +2,12 @@
 
 #include "multi_edit_line_edit_fixture.h"
 #include "support/any_to_string.h"
+#include "support/other_language.h"
 #include "support/random_sequence.h"
 
 #include <QRegularExpression>
 #include <QSignalSpy>
+#include <QToolButton>
 
 #include <memory>
 
@@ -19,6 +21,7 @@ struct MultiEditLineEditModel
     bool varies = false;
     bool valid = false;
     QString text;
+    QString variesText; ///< As it was last shown; null since a value was shown.
     int due = 0; ///< valueChanged
 
     static QString written(double value)
@@ -46,20 +49,24 @@ struct MultiEditLineEditModel
     {
         varies = false;
         text = written(value);
+        variesText = QString();
         valid = true;
     }
 
     void forceVaries()
     {
         varies = true;
-        text = vrn::qt::getVariesString();
+        text = variesText = vrn::qt::getVariesString();
     }
 
     void edited(const QString& newText)
     {
         text = newText;
-        if (text == vrn::qt::getVariesString())
+        if (showsVaries()) {
+            varies = true;
+            variesText = text;
             return;
+        }
         valid = isNumber();
         if (valid)
             varies = false;
@@ -67,12 +74,25 @@ struct MultiEditLineEditModel
 
     void finished()
     {
-        edited(text);
-        if (text == vrn::qt::getVariesString())
+        if (showsVaries())
             return;
-        if (valid)
+        valid = isNumber();
+        if (valid) {
+            varies = false;
             text = written(text.toDouble());
+        }
         ++due;
+    }
+
+    void languageChanged()
+    {
+        if (varies && showsVaries())
+            forceVaries();
+    }
+
+    bool showsVaries() const
+    {
+        return text == vrn::qt::getVariesString() || (!variesText.isNull() && text == variesText);
     }
 
     bool isNumber() const
@@ -99,13 +119,16 @@ public:
     explicit MultiEditLineEditSubject(Field* field)
         : m_field(field)
         , m_valueChanged(field, &vrn::qt::MultiEditLineEdit::valueChanged)
+        , m_textEdited(field->edit(), &QLineEdit::textEdited)
+        , m_innerButton(field->addButton([this](const QString&) { return m_result; }, {}))
     {}
 
     static QStringList actions()
     {
         return {"readValue", "readValue", "readValue", "reset", "setValue", "forceVaries",
             "one key", "one key", "Backspace", "Enter", "a new text", "a refused text",
-            "the varies text"};
+            "the varies text", "Undo", "Undo", "a pick in the history", "the inner button",
+            "another language"};
     }
 
     QString perform(int action, unsigned argument) override
@@ -158,6 +181,32 @@ public:
         case 12:
             type(vrn::qt::getVariesString());
             break;
+        case 13:
+        case 14:
+            undo();
+            break;
+        case 15: {
+            const QString entry = anyText(argument);
+            QMetaObject::invokeMethod(
+                m_field->edit(), "onHistoryItemSelected", Q_ARG(QString, entry));
+            if (!entry.isEmpty()) {
+                model.edited(entry);
+                model.finished();
+            }
+            break;
+        }
+        case 16:
+            m_result = anyText(argument);
+            m_innerButton->click();
+            m_field->edit()->end(false);
+            if (m_result != model.text)
+                model.edited(m_result);
+            break;
+        case 17:
+            m_language.change();
+            deliverLanguage();
+            model.languageChanged();
+            break;
         default:
             performOther(action, argument);
         }
@@ -191,6 +240,22 @@ private:
             m_model.edited(text.left(length));
     }
 
+    // What comes back is Qt's matter, and so is whether anything does. Keys come after it.
+    void undo()
+    {
+        m_textEdited.clear();
+        QTest::keyClick(m_field->edit(), Qt::Key_Z, Qt::ControlModifier);
+        m_field->edit()->end(false);
+        if (m_textEdited.count() > 0)
+            m_model.edited(m_field->edit()->text());
+    }
+
+    static QString anyText(unsigned argument)
+    {
+        const QString texts[] = {"7", "7.0", "150", "x", "", vrn::qt::getVariesString()};
+        return texts[argument % 6];
+    }
+
     QString difference()
     {
         QStringList all = {differing("text", m_field->edit()->text(), m_model.text),
@@ -207,6 +272,10 @@ private:
 
     std::unique_ptr<Field> m_field;
     QSignalSpy m_valueChanged;
+    QSignalSpy m_textEdited;
+    QToolButton* m_innerButton;
+    QString m_result;
+    OtherLanguage m_language;
     Model m_model;
 };
 

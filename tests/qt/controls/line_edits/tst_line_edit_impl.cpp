@@ -11,6 +11,7 @@
 #include <QComboBox>
 #include <QLabel>
 #include <QListWidget>
+#include <QPointer>
 #include <QSignalSpy>
 #include <QStyle>
 #include <QToolButton>
@@ -219,7 +220,18 @@ private Q_SLOTS:
         QCOMPARE(edit.text(), result);
         QTEST(edit.selectedText(), "selected");
         QCOMPARE(finished.count(), 0);
-        QCOMPARE(edited.count(), 0);
+        QCOMPARE(edited.count(), result == before ? 0 : 1);
+    }
+
+    void aSlotOfTheClickedButtonsTextSeesItSelected()
+    {
+        LineEditImpl edit(0);
+        QToolButton* button = edit.addButton([](const QString&) { return "34"; }, {});
+        QStringList seen;
+        connect(&edit, &QLineEdit::textEdited, &edit,
+            [&](const QString& text) { seen << text << edit.text() << edit.selectedText(); });
+        button->click();
+        QCOMPARE(seen, QStringList({"34", "34", "34"}));
     }
 
     void theTextOfAClickIsTakenOverWhenTheUserLeaves()
@@ -231,7 +243,7 @@ private Q_SLOTS:
         QSignalSpy valueChanged(field, &SimpleLineEdit::valueChanged);
         QTest::mouseClick(button, Qt::LeftButton);
         QCOMPARE(field->edit()->text(), QString("700"));
-        QVERIFY(!field->isValueValid());
+        QVERIFY(field->isValueValid());
         QCOMPARE(valueChanged.count(), 0);
         form.leave();
         QCOMPARE(valueChanged.count(), 1);
@@ -472,9 +484,12 @@ private Q_SLOTS:
         form.open(field);
         auto* popup = field->findChild<HistoryPopup*>();
         QSignalSpy finished(field->edit(), &QLineEdit::editingFinished);
+        QSignalSpy edited(field->edit(), &QLineEdit::textEdited);
         QSignalSpy valueChanged(field, &SimpleLineEdit::valueChanged);
 
         clickRow(*popup, 0);
+        QCOMPARE(edited.count(), 1);
+        QCOMPARE(edited[0][0].toString(), QString("700"));
         QCOMPARE(finished.count(), 1);
         QCOMPARE(valueChanged.count(), 1);
         QCOMPARE(field->edit()->text(), QString("500"));
@@ -489,6 +504,43 @@ private Q_SLOTS:
         QCOMPARE(field->edit()->styleSheet(), vrn::test::redText());
     }
 
+    void aPickInTheHistoryIsAnEditThatEnds()
+    {
+        QStringList heard;
+        Form form;
+        SimpleLineEdit* field = createField();
+        field->setValueHistory(historyOf({L"12"}));
+        form.open(field);
+        connect(field->edit(), &QLineEdit::textEdited, field,
+            [&](const QString& text) { heard << "edited " + text; });
+        connect(field->edit(), &QLineEdit::editingFinished, field, [&] { heard << "finished"; });
+        clickRow(*field->findChild<HistoryPopup*>(), 0);
+        QCOMPARE(heard, QStringList({"edited 12", "finished"}));
+    }
+
+    void anEditMayGoInASlotOfAPickOrAClick_data()
+    {
+        QTest::addColumn<bool>("byHistory");
+        QTest::newRow("a pick in the history") << true;
+        QTest::newRow("a click on the button") << false;
+    }
+
+    void anEditMayGoInASlotOfAPickOrAClick()
+    {
+        QFETCH(bool, byHistory);
+        QPointer<LineEditImpl> edit(new LineEditImpl(0));
+        QToolButton* button = edit->addButton([](const QString&) { return "34"; }, {});
+        connect(edit.data(), &QLineEdit::textEdited, this, [&] { delete edit; });
+        QSignalSpy finished(edit.data(), &QLineEdit::editingFinished);
+        if (byHistory)
+            QMetaObject::invokeMethod(
+                edit.data(), "onHistoryItemSelected", Q_ARG(QString, QStringLiteral("12")));
+        else
+            Q_EMIT button->clicked();
+        QVERIFY(!edit);
+        QCOMPARE(finished.count(), 0);
+    }
+
     void anEmptySelectionIsIgnored()
     {
         Form form;
@@ -496,9 +548,11 @@ private Q_SLOTS:
         form.open(field);
         QTest::keyClicks(field->edit(), "12");
         QSignalSpy finished(field->edit(), &QLineEdit::editingFinished);
+        QSignalSpy edited(field->edit(), &QLineEdit::textEdited);
         Q_EMIT field->findChild<HistoryPopup*>()->itemSelected(QString());
         QCOMPARE(field->edit()->text(), QString("12"));
         QCOMPARE(finished.count(), 0);
+        QCOMPARE(edited.count(), 0);
     }
 
     void popupsDieWithTheirEdit()

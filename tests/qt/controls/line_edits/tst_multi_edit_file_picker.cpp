@@ -10,6 +10,7 @@
 #include <QSignalSpy>
 #include <QToolButton>
 
+#include "support/other_language.h"
 #include "support/test_main.h"
 #include "support/test_object.h"
 
@@ -162,6 +163,23 @@ private Q_SLOTS:
             replace(p, "/t");
             pressEnter(p);
         };
+        const Act typedAndUndone = [](auto& p) {
+            replace(p, "/t");
+            QTest::keyClick(p.m_edit->edit(), Qt::Key_Z, Qt::ControlModifier);
+        };
+        const Act variesTypedAndEnter = [](auto& p) {
+            replace(p, getVariesString());
+            pressEnter(p);
+        };
+        const Act languageAndEnter = [](auto& p) {
+            vrn::test::OtherLanguage german;
+            german.change();
+            vrn::test::deliverLanguage();
+            QCOMPARE(p.m_edit->edit()->text(), getVariesString());
+            pressEnter(p);
+            german.change();
+            vrn::test::deliverLanguage();
+        };
         const Act pick = [](auto& p) { QMetaObject::invokeMethod(&p, "onPick"); };
         const boost::any varies;
 
@@ -194,6 +212,12 @@ private Q_SLOTS:
         QTest::newRow("varying, force varies") << varying << forced << 0 << varies << false;
         QTest::newRow("varying, keys") << varying << typed << 0 << text("/t") << false;
         QTest::newRow("varying, Enter") << varying << enter << 0 << varies << false;
+        QTest::newRow("varying, keys that are undone")
+            << varying << typedAndUndone << 0 << varies << false;
+        QTest::newRow("common, the varies text and Enter")
+            << common << variesTypedAndEnter << 0 << varies << false;
+        QTest::newRow("varying, another language and Enter")
+            << varying << languageAndEnter << 0 << varies << false;
         QTest::newRow("varying, keys and Enter")
             << varying << typedAndEnter << 1 << text("/t") << false;
 

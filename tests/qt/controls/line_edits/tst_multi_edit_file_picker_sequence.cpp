@@ -47,8 +47,7 @@ struct Model
     void edited(const QString& newText)
     {
         text = newText;
-        if (text != getVariesString())
-            varies = false;
+        varies = text == getVariesString();
     }
     void finished()
     {
@@ -70,7 +69,7 @@ struct Model
 };
 
 const QStringList actions = {"reset", "readValue", "setValue", "forceVaries", "a letter",
-    "Backspace", "Enter", "select all and delete", "pick without a choice"};
+    "Backspace", "Enter", "select all and delete", "pick without a choice", "Undo", "Undo"};
 
 class PickerBesideModel : public vrn::test::Subject
 {
@@ -79,6 +78,8 @@ public:
     {
         QObject::connect(
             &m_picker, &MultiEditFilePicker::valueChanged, &m_picker, [this] { ++m_count; });
+        QObject::connect(m_picker.m_edit->edit(), &QLineEdit::textEdited, &m_picker,
+            [this] { m_isEdited = true; });
     }
 
     QString perform(int action, unsigned argument) override
@@ -127,6 +128,16 @@ public:
         case 8:
             pick();
             break;
+        case 9:
+        case 10:
+            // What comes back is Qt's matter, and so is whether anything does. Keys come
+            // after it.
+            m_isEdited = false;
+            QTest::keyClick(edit, Qt::Key_Z, Qt::ControlModifier);
+            edit->end(false);
+            if (m_isEdited)
+                m_model.edited(edit->text());
+            break;
         }
         return difference();
     }
@@ -167,6 +178,7 @@ private:
     // Of a type without a dialog, which the user would have to close.
     MultiEditFilePicker m_picker{nullptr, TypeofPath(4)};
     int m_count = 0;
+    bool m_isEdited = false;
     Model m_model;
 };
 

@@ -1,17 +1,20 @@
+#include <vrn/qt/integer_validator.h>
 #include <vrn/qt/multi_edit_line_edit.h>
 #include <vrn/qt/string_edit_validator.h>
 #include <vrn/qt/unit_validator.h>
 
 #include "multi_edit_line_edit_fixture.h"
+#include "support/other_language.h"
 #include "support/test_main.h"
 #include "support/test_object.h"
 
 #include <QAccessible>
+#include <QClipboard>
+#include <QMouseEvent>
 #include <QPointer>
 #include <QPushButton>
 #include <QScopedPointer>
 #include <QSignalSpy>
-#include <QTranslator>
 
 #include <limits>
 #include <stdexcept>
@@ -55,18 +58,83 @@ public:
     int forces = 0;
 };
 
-class OtherLanguage : public QTranslator
+MultiEditAction undo()
 {
-public:
-    QString translate(const char* /*context*/, const char* source, const char* /*comment*/,
-        int /*count*/) const override
+    return [](MultiEditLineEdit& field, Form&) {
+        QTest::keyClick(field.edit(), Qt::Key_Z, Qt::ControlModifier);
+    };
+}
+
+MultiEditAction erase()
+{
+    return [](MultiEditLineEdit& field, Form&) {
+        field.edit()->selectAll();
+        QTest::keyClick(field.edit(), Qt::Key_Delete);
+    };
+}
+
+MultiEditAction paste(const QString& text)
+{
+    return [text](MultiEditLineEdit& field, Form&) {
+        QGuiApplication::clipboard()->setText(text);
+        field.edit()->selectAll();
+        field.edit()->paste();
+    };
+}
+
+// Throws instead of writing while it is armed; otherwise a CountingValidator.
+struct ThrowingValidator : public CountingValidator
+{
+    bool armed = false;
+    QString reformat(const boost::any& value, const std::bitset<32>& flags) override
     {
-        return qstrcmp(source, "*VARIES*") == 0 ? QStringLiteral("*VERSCHIEDEN*") : QString();
+        if (armed)
+            throw std::runtime_error("from the validator");
+        return CountingValidator::reformat(value, flags);
     }
-    bool isEmpty() const override { return false; }
 };
 
+// The mouse at a place of the edit, from 0 at its left edge to 1 at its right one.
+class Mouse
+{
+public:
+    explicit Mouse(QLineEdit* edit)
+        : m_edit(edit)
+    {}
+
+    void press(double at, Qt::MouseButton button = Qt::LeftButton)
+    {
+        QTest::mousePress(m_edit, button, {}, placeOf(at));
+    }
+    void release(double at, Qt::MouseButton button = Qt::LeftButton)
+    {
+        QTest::mouseRelease(m_edit, button, {}, placeOf(at));
+    }
+    void doubleClick(double at) { QTest::mouseDClick(m_edit, Qt::LeftButton, {}, placeOf(at)); }
+
+    void drag(double to)
+    {
+        const QPoint place = placeOf(to);
+        QMouseEvent move(QEvent::MouseMove, place, m_edit->mapToGlobal(place), Qt::NoButton,
+            Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(m_edit, &move);
+    }
+
+private:
+    QPoint placeOf(double at) const
+    {
+        return QPoint(int(at * (m_edit->width() - 1)), m_edit->height() / 2);
+    }
+
+    QLineEdit* m_edit;
+};
+
+using MouseAction = std::function<void(Mouse&)>;
+
 } // namespace
+
+Q_DECLARE_METATYPE(MouseAction)
+Q_DECLARE_METATYPE(vrn::qt::IValidator::pointer)
 
 class TestMultiEditLineEdit : public TestObject
 {
@@ -119,7 +187,7 @@ private Q_SLOTS:
             isFreshAfter);
         fresh("a refused text and Enter", inOrder({type("x"), enter()}), 1, false, "x", none,
             isFreshAfter);
-        fresh("the varies text and Enter", inOrder({type(varies), enter()}), 0, false, varies, none,
+        fresh("the varies text and Enter", inOrder({type(varies), enter()}), 0, true, varies, none,
             isFreshAfter);
 
         const auto common = row("common", read(1.0));
@@ -148,8 +216,8 @@ private Q_SLOTS:
             isReadAfter);
         common("a refused text and Enter", inOrder({type("x"), enter()}), 1, false, "x", none,
             isReadAfter);
-        common("the varies text and Enter", inOrder({type(varies), enter()}), 0, false, varies,
-            none, isReadAfter);
+        common("the varies text and Enter", inOrder({type(varies), enter()}), 0, true, varies, none,
+            isReadAfter);
 
         const auto varying = row("varies", inOrder({read(1.0), read(2.0)}));
         varying("a read", read(1.0), 0, true, varies, none, isReadAfter);
@@ -491,8 +559,80 @@ private Q_SLOTS:
         field->edit()->insert(getVariesString());
         Q_EMIT field->edit()->textEdited(getVariesString());
         QVERIFY(field->isValueValid());
-        QVERIFY(!field->dataVaries());
+        QVERIFY(field->dataVaries());
+        QVERIFY(field->getCurrentValue().empty());
         QCOMPARE(field->edit()->styleSheet(), blackText());
+    }
+
+    // --- a user's way to the varies text
+
+    void aVariesTextOfTheUserIsNoValue_data()
+    {
+        QTest::addColumn<IValidator::pointer>("validator");
+        QTest::addColumn<boost::any>("first");
+        QTest::addColumn<boost::any>("second");
+        QTest::addColumn<MultiEditAction>("action");
+
+        using namespace vrn::test::action;
+        const auto number = boost::make_shared<DoubleEditValidator>();
+        const auto whole = boost::make_shared<IntegerValidator<int>>(10, 99, true);
+        const auto text = boost::make_shared<StringEditValidator>(40);
+        const auto rows = [&](const char* name, const MultiEditAction& act) {
+            QTest::addRow("a number: %s", name)
+                << IValidator::pointer(number) << boost::any(1.0) << boost::any(2.0) << act;
+            QTest::addRow("a whole number in a range: %s", name)
+                << IValidator::pointer(whole) << boost::any(12) << boost::any(13) << act;
+            QTest::addRow("a text: %s", name)
+                << IValidator::pointer(text) << boost::any(std::wstring(L"a"))
+                << boost::any(std::wstring(L"b")) << act;
+        };
+        rows("typed over and undone", inOrder({type("5"), undo()}));
+        rows("deleted and undone", inOrder({erase(), undo()}));
+        rows("reset, typed over and undone", inOrder({action::reset(), type("5"), undo()}));
+        rows("pasted over a value", inOrder({type("5"), enter(), paste(getVariesString())}));
+        rows("typed over a value", inOrder({type("5"), enter(), type(getVariesString())}));
+    }
+
+    void aVariesTextOfTheUserIsNoValue()
+    {
+        QFETCH(IValidator::pointer, validator);
+        QFETCH(boost::any, first);
+        QFETCH(boost::any, second);
+        QFETCH(MultiEditAction, action);
+        Form form;
+        auto* field = MultiEditLineEdit::create(nullptr, {}, validator, 0, ExpandHorizontal);
+        form.open(field);
+        field->readValue(first);
+        field->readValue(second);
+        action(*field, form);
+        QCOMPARE(field->edit()->text(), getVariesString());
+        QVERIFY(field->dataVaries());
+        QVERIFY(field->getCurrentValue().empty());
+        QSignalSpy valueChanged(field, &MultiEditLineEdit::valueChanged);
+        const QString style = field->edit()->styleSheet();
+        action::inOrder({action::enter(), action::leave()})(*field, form);
+        QCOMPARE(valueChanged.count(), 0);
+        QVERIFY(field->dataVaries());
+        QCOMPARE(field->edit()->styleSheet(), style);
+    }
+
+    // Cut, it is not the whole varies text that undo brings back.
+    void aCutVariesTextThatIsUndoneToIsNoValue()
+    {
+        Form form;
+        MultiEditLineEdit* field = create(new StringEditValidator(40));
+        form.open(field);
+        field->setMaxLength(5);
+        field->forceVaries();
+        action::inOrder({action::type("5"), undo()})(*field, form);
+        QCOMPARE(field->edit()->text(), getVariesString().left(5));
+        QVERIFY(field->dataVaries());
+        QVERIFY(field->getCurrentValue().empty());
+        field->setValue(getVariesString().left(5).toStdWString());
+        QVERIFY(!field->dataVaries());
+        QSignalSpy valueChanged(field, &MultiEditLineEdit::valueChanged);
+        action::enter()(*field, form);
+        QCOMPARE(valueChanged.count(), 1);
     }
 
     // --- a text that is cut to a maximum length
@@ -556,6 +696,234 @@ private Q_SLOTS:
         QCOMPARE(valueChanged.count(), 1);
         QVERIFY(!field->isValueValid());
     }
+
+    // --- a change of the language
+
+    void aChangeOfTheLanguageChangesTheVariesTextAlone_data()
+    {
+        QTest::addColumn<MultiEditAction>("before");
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<bool>("varies");
+        QTest::addColumn<int>("valueChanged");
+        using namespace vrn::test::action;
+        const auto varying = inOrder({read(1.0), read(2.0)});
+        const QString other = QStringLiteral("*VERSCHIEDEN*");
+        QTest::newRow("a varying field") << varying << other << true << 0;
+        QTest::newRow("a field that varies by its user")
+            << inOrder({read(1.0), type(getVariesString())}) << other << true << 0;
+        QTest::newRow("a refused text over a variation")
+            << inOrder({varying, type("x")}) << "x" << true << 1;
+        QTest::newRow("a common value") << read(1.0) << "1.0" << false << 1;
+        QTest::newRow("a field that was reset")
+            << inOrder({varying, action::reset()}) << getVariesString() << false << 0;
+    }
+
+    void aChangeOfTheLanguageChangesTheVariesTextAlone()
+    {
+        QFETCH(MultiEditAction, before);
+        QFETCH(QString, text);
+        Form form;
+        MultiEditLineEdit* field = create();
+        form.open(field);
+        before(*field, form);
+        const QString style = field->edit()->styleSheet();
+        QSignalSpy valueChanged(field, &MultiEditLineEdit::valueChanged);
+        OtherLanguage german;
+        german.change();
+        deliverLanguage();
+        QTEST(field->edit()->text(), "text");
+        QTEST(field->dataVaries(), "varies");
+        QCOMPARE(valueChanged.count(), 0);
+        QCOMPARE(field->edit()->styleSheet(), style);
+        form.leave();
+        form.enter();
+        QTEST(int(valueChanged.count()), "valueChanged");
+        QTEST(field->dataVaries(), "varies");
+        QTEST(field->edit()->text(), "text");
+    }
+
+    // A text would be taken for a value.
+    void theVariesTextOfAnotherLanguageIsNoValue_data()
+    {
+        QTest::addColumn<bool>("delivered");
+        QTest::newRow("when the field has learnt of the language") << true;
+        QTest::newRow("before") << false;
+    }
+
+    void theVariesTextOfAnotherLanguageIsNoValue()
+    {
+        QFETCH(bool, delivered);
+        Form form;
+        MultiEditLineEdit* field = create(new StringEditValidator(40));
+        form.open(field);
+        field->forceVaries();
+        OtherLanguage german;
+        QSignalSpy valueChanged(field, &MultiEditLineEdit::valueChanged);
+        for (const char* text : {"*VERSCHIEDEN*", "*VARIES*"}) {
+            german.change();
+            if (delivered)
+                deliverLanguage();
+            action::inOrder({action::enter(), action::leave()})(*field, form);
+            form.enter();
+            QCOMPARE(valueChanged.count(), 0);
+            QVERIFY(field->dataVaries());
+            deliverLanguage();
+            QCOMPARE(field->edit()->text(), QString(text));
+        }
+    }
+
+    void theVariesTextOfAnotherLanguageThatIsUndoneToIsNoValue()
+    {
+        Form form;
+        MultiEditLineEdit* field = create(new StringEditValidator(40));
+        form.open(field);
+        field->forceVaries();
+        action::type("5")(*field, form);
+        OtherLanguage german;
+        german.change();
+        deliverLanguage();
+        QCOMPARE(field->edit()->text(), QString("5"));
+        undo()(*field, form);
+        QCOMPARE(field->edit()->text(), QString("*VARIES*"));
+        QVERIFY(field->dataVaries());
+        QVERIFY(field->getCurrentValue().empty());
+    }
+
+    void aSelectedVariesTextStaysSelectedInAnotherLanguage()
+    {
+        Form form;
+        MultiEditLineEdit* field = create();
+        form.open(field);
+        field->forceVaries();
+        field->selectAll();
+        OtherLanguage german;
+        german.change();
+        deliverLanguage();
+        QTest::keyClicks(field->edit(), "5");
+        QCOMPARE(field->edit()->text(), QString("5"));
+        field->forceVaries();
+        german.change();
+        deliverLanguage();
+        QVERIFY(!field->edit()->hasSelectedText());
+    }
+
+    void withoutItsEditAFieldTakesAChangeOfTheLanguageCalmly()
+    {
+        const QScopedPointer<MultiEditLineEdit> field(create());
+        field->forceVaries();
+        delete field->edit();
+        OtherLanguage german;
+        german.change();
+        deliverLanguage();
+        QVERIFY(field->dataVaries());
+    }
+
+    // --- the mouse
+
+    void theFirstKeyAfterAClickReplacesTheVariesText_data()
+    {
+        QTest::addColumn<MouseAction>("action");
+        const auto row = [](const char* name, MouseAction action) {
+            QTest::newRow(name) << std::move(action);
+        };
+        row("a press", [](Mouse& mouse) { mouse.press(0.1); });
+        row("a click", [](Mouse& mouse) {
+            mouse.press(0.1);
+            mouse.release(0.1);
+        });
+        row("a click with a shaking hand", [](Mouse& mouse) {
+            mouse.press(0.1);
+            mouse.drag(0.11);
+            mouse.release(0.11);
+        });
+        row("two clicks", [](Mouse& mouse) {
+            for (const double at : {0.1, 0.05}) {
+                mouse.press(at);
+                mouse.release(at);
+            }
+        });
+        row("a double click", [](Mouse& mouse) { mouse.doubleClick(0.1); });
+        row("a press of a double click", [](Mouse& mouse) {
+            mouse.press(0.1);
+            mouse.release(0.1);
+            mouse.doubleClick(0.1);
+            mouse.drag(0.12);
+        });
+        row("a click with the right button", [](Mouse& mouse) {
+            mouse.press(0.1, Qt::RightButton);
+            mouse.release(0.1, Qt::RightButton);
+        });
+    }
+
+    void theFirstKeyAfterAClickReplacesTheVariesText()
+    {
+        QFETCH(MouseAction, action);
+        Form form;
+        MultiEditLineEdit* field = create();
+        form.open(field);
+        form.leave();
+        field->readValue(1.0);
+        field->readValue(2.0);
+        Mouse mouse(field->edit());
+        action(mouse);
+        QVERIFY(field->edit()->hasFocus());
+        QCOMPARE(field->edit()->selectedText(), getVariesString());
+        QTest::keyClicks(field->edit(), "5");
+        QCOMPARE(field->edit()->text(), QString("5"));
+        QVERIFY(!field->dataVaries());
+    }
+
+    void aMouseThatPassesSelectsNothing()
+    {
+        Form form;
+        MultiEditLineEdit* field = create();
+        form.open(field);
+        field->forceVaries();
+        field->edit()->setMouseTracking(true);
+        QTest::mouseMove(field->edit(), field->edit()->rect().center());
+        QVERIFY(!field->edit()->hasSelectedText());
+    }
+
+    void theMouseWorksInAnyOtherTextAsEver_data()
+    {
+        QTest::addColumn<MultiEditAction>("before");
+        using namespace vrn::test::action;
+        QTest::newRow("a common value") << read(100.0);
+        QTest::newRow("a refused text over a variation")
+            << inOrder({read(1.0), read(2.0), type("12 34")});
+    }
+
+    void theMouseWorksInAnyOtherTextAsEver()
+    {
+        QFETCH(MultiEditAction, before);
+        Form form;
+        MultiEditLineEdit* field = create();
+        auto* plain = new QLineEdit;
+        form.layout()->addWidget(plain);
+        form.open(field);
+        before(*field, form);
+        plain->setText(field->edit()->text());
+        plain->setFixedSize(field->edit()->size());
+        QStringList results;
+        for (QLineEdit* edit : {plain, field->edit()}) {
+            Mouse mouse(edit);
+            mouse.press(0.05);
+            mouse.drag(0.25);
+            mouse.release(0.25);
+            QString result = QString("dragged: %1").arg(edit->selectedText());
+            mouse.doubleClick(0.02);
+            result += QString(", double click: %1").arg(edit->selectedText());
+            mouse.release(0.02);
+            QTest::qWait(QApplication::doubleClickInterval() + 50);
+            mouse.press(0.02);
+            mouse.release(0.02);
+            results << result + QString(", click: %1").arg(edit->selectedText());
+        }
+        QCOMPARE(results[1], results[0]);
+        QVERIFY2(!results[1].contains("dragged: ,"), qPrintable(results[1]));
+    }
+
+    // --- a history entry
 
     void aHistoryEntryEndsAVariation()
     {
@@ -746,32 +1114,76 @@ private Q_SLOTS:
         QVERIFY(!field->dataVaries());
     }
 
-    void anExceptionWhileReadingLeavesTheFieldUsable()
+    void aValueThatCannotBeWrittenIsNoValue_data()
     {
-        struct Throwing : public CountingValidator
-        {
-            bool armed = true;
-            QString reformat(const boost::any& value, const std::bitset<32>& flags) override
-            {
-                if (armed)
-                    throw std::runtime_error("from the validator");
-                return CountingValidator::reformat(value, flags);
-            }
-        };
-        const auto validator = boost::make_shared<Throwing>();
+        QTest::addColumn<MultiEditAction>("before");
+        QTest::addColumn<MultiEditAction>("action");
+        QTest::addColumn<bool>("varies");
+        QTest::addColumn<bool>("fresh");
+        using namespace vrn::test::action;
+        const auto nextSelection = inOrder({read(1.0), action::reset()});
+        const auto varying = inOrder({read(1.0), read(3.0)});
+        QTest::newRow("setValue") << read(1.0) << set(2.0) << false << false;
+        QTest::newRow("setValue of a fresh field") << nextSelection << set(2.0) << false << true;
+        QTest::newRow("setValue of a varying field") << varying << set(2.0) << false << false;
+        QTest::newRow("the first read") << nextSelection << read(2.0) << false << false;
+        QTest::newRow("the first read of a field that was forced to vary")
+            << inOrder({nextSelection, action::forceVaries()}) << read(2.0) << false << false;
+        QTest::newRow("a later read") << read(1.0) << read(2.0) << true << false;
+        QTest::newRow("a later read of a value equal to the first")
+            << read(1.0) << read(1.0) << true << false;
+    }
+
+    void aValueThatCannotBeWrittenIsNoValue()
+    {
+        QFETCH(MultiEditAction, before);
+        QFETCH(MultiEditAction, action);
+        QFETCH(bool, varies);
+        const auto validator = boost::make_shared<ThrowingValidator>();
+        Form form;
+        auto* field = MultiEditLineEdit::create(nullptr, {}, validator, 0, ExpandHorizontal);
+        form.open(field);
+        before(*field, form);
+        QSignalSpy valueChanged(field, &MultiEditLineEdit::valueChanged);
+        validator->armed = true;
+        QVERIFY_EXCEPTION_THROWN(action(*field, form), std::runtime_error);
+        validator->armed = false;
+        QTEST(field->dataVaries(), "varies");
+        QCOMPARE(field->edit()->text(), varies ? getVariesString() : QString());
+        QVERIFY(varies || !field->isValueValid());
+        QVERIFY(field->getCurrentValue().empty());
+        QCOMPARE(valueChanged.count(), 0);
+        QTEST(isFresh(*field, 1.0), "fresh");
+        field->reset();
+        field->readValue(2.0);
+        QCOMPARE(field->getCurrentValue(), boost::any(2.0));
+    }
+
+    void aReadAfterOneThatCouldNotBeWrittenVaries()
+    {
+        const auto validator = boost::make_shared<ThrowingValidator>();
         const QScopedPointer<MultiEditLineEdit> field(
             MultiEditLineEdit::create(nullptr, {}, validator, 0, ExpandHorizontal));
+        validator->armed = true;
         QVERIFY_EXCEPTION_THROWN(field->readValue(1.0), std::runtime_error);
         validator->armed = false;
-        field->reset();
         field->readValue(1.0);
-        validator->armed = true;
-        QVERIFY_EXCEPTION_THROWN(field->readValue(2.0), std::runtime_error);
-        QVERIFY(!field->dataVaries());
-        QCOMPARE(field->getCurrentValue(), boost::any(1.0));
-        validator->armed = false;
-        field->readValue(2.0);
         QVERIFY(field->dataVaries());
+        QVERIFY(field->getCurrentValue().empty());
+    }
+
+    void aQuantityOfAnUnknownUnitIsNoValue()
+    {
+        const QScopedPointer<MultiEditLineEdit> field(
+            create(new UnitValidator(vrn::units::Context(), vrn::units::UnitId::METRE)));
+        field->readValue(Quantity{vrn::units::UnitId::METRE, 2.0});
+        QVERIFY(!field->getCurrentValue().empty());
+        field->reset();
+        const auto unknown = static_cast<vrn::units::UnitId::UnitId>(998);
+        QVERIFY_EXCEPTION_THROWN(field->readValue(Quantity{unknown, 2.0}), std::invalid_argument);
+        QVERIFY(!field->dataVaries());
+        QVERIFY(!field->isValueValid());
+        QVERIFY(field->getCurrentValue().empty());
     }
 
     void aSlotMayDeleteTheFieldLater()

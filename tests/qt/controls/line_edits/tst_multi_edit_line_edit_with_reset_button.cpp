@@ -41,6 +41,20 @@ MultiEditAction click()
     return [](MultiEditLineEdit& field, Form&) { buttonOf(field)->click(); };
 }
 
+MultiEditAction pickInHistory(const QString& text)
+{
+    return [text](MultiEditLineEdit& field, Form&) {
+        QMetaObject::invokeMethod(field.edit(), "onHistoryItemSelected", Q_ARG(QString, text));
+    };
+}
+
+MultiEditAction clickInnerButton(const QString& result)
+{
+    return [result](MultiEditLineEdit& field, Form&) {
+        field.addButton([result](const QString&) { return result; }, {})->click();
+    };
+}
+
 } // namespace
 
 class TestMultiEditLineEditWithResetButton : public TestObject
@@ -128,6 +142,23 @@ private Q_SLOTS:
         QTest::newRow("a text and Enter after a click")
             << inOrder({click(), type("4"), enter()}) << 2 << false << "4.0" << boost::any(4.0)
             << true;
+        QTest::newRow("a pick in the history after a click")
+            << inOrder({click(), pickInHistory("2.5")}) << 2 << false << "2.5" << boost::any(2.5)
+            << true;
+        QTest::newRow("a pick of the text that the click has shown")
+            << inOrder({click(), pickInHistory("50.0")}) << 2 << false << "50.0" << boost::any(50.0)
+            << true;
+        QTest::newRow("the inner button after a click")
+            << inOrder({click(), clickInnerButton("2.50")}) << 1 << false << "2.50"
+            << boost::any(2.5) << true;
+        QTest::newRow("the inner button after a click, and leaving")
+            << inOrder({click(), clickInnerButton("2.50"), leave()}) << 2 << false << "2.5"
+            << boost::any(2.5) << true;
+        QTest::newRow("the inner button that changes nothing after a click")
+            << inOrder({click(), clickInnerButton("50.0")}) << 1 << false << "50.0" << reported
+            << true;
+        QTest::newRow("the varies text typed after a click")
+            << inOrder({click(), type(varies)}) << 1 << true << varies << none << true;
         QTest::newRow("setValue does not end the default")
             << inOrder({click(), set(3.0)}) << 1 << false << "3.0" << reported << true;
         QTest::newRow("reset does not end the default")
@@ -282,6 +313,22 @@ private Q_SLOTS:
         expectAssert("m_validator");
         buttonOf(field)->click();
         QCOMPARE(field.getCurrentValue(), boost::any(-1));
+    }
+
+    void aValueThatCannotBeShownIsNotReportedEither()
+    {
+        struct Throwing : public DoubleEditValidator
+        {
+            QString reformat(const boost::any&, const std::bitset<32>&) override
+            {
+                throw std::runtime_error("from the validator");
+            }
+        };
+        MultiEditLineEditWithResetButton field(new Throwing, 7, &restore);
+        QSignalSpy valueChanged(&field, &MultiEditLineEdit::valueChanged);
+        QVERIFY_EXCEPTION_THROWN(Q_EMIT buttonOf(field)->clicked(false), std::runtime_error);
+        QVERIFY(field.getCurrentValue().empty());
+        QCOMPARE(valueChanged.count(), 0);
     }
 
     void aThrowingFunctionChangesNothing()

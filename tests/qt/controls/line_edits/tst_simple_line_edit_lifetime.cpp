@@ -195,6 +195,7 @@ private Q_SLOTS:
         QTest::addColumn<QString>("text");
         QTest::addColumn<bool>("valid");
         QTest::addColumn<QString>("styleSheet");
+        QTest::addColumn<int>("valueChanged");
 
         const Step key = [](SimpleLineEdit& f) { type(f, "3"); };
         const Step enter = [](SimpleLineEdit& f) { pressEnter(f); };
@@ -206,22 +207,37 @@ private Q_SLOTS:
             // As in Qt's own calls of slots, the test goes on in the application.
             CatchingApplication::instance().caught.emplace_back("from the validator");
         };
+        const Step pick = [](SimpleLineEdit& f) { clickFirstOfHistory(f); };
         QTest::newRow("validate on a keystroke")
-            << "validate" << key << "123" << false << redText();
-        QTest::newRow("the hint on a keystroke") << "hint" << key << "123" << true << blackText();
-        QTest::newRow("validate at Enter") << "validate" << enter << "12" << false << redText();
+            << "validate" << key << "123" << false << redText() << 0;
+        QTest::newRow("the hint on a keystroke")
+            << "hint" << key << "123" << true << blackText() << 0;
+        QTest::newRow("validate at Enter")
+            << "validate" << enter << "12" << false << redText() << 0;
         QTest::newRow("validateWhenFinished at Enter")
-            << "finish" << enter << "12" << false << redText();
-        QTest::newRow("reformat at Enter") << "reformat" << enter << "12" << false << redText();
-        QTest::newRow("the hint at Enter") << "hint" << enter << "12" << true << blackText();
-        QTest::newRow("validate on leaving") << "validate" << leave << "12" << false << redText();
+            << "finish" << enter << "12" << false << redText() << 0;
+        QTest::newRow("reformat at Enter")
+            << "reformat" << enter << "12" << false << redText() << 0;
+        QTest::newRow("the hint at Enter, after the end of editing")
+            << "hint" << enter << "012" << true << blackText() << 1;
+        QTest::newRow("the hint on leaving, after the end of editing")
+            << "hint" << leave << "012" << true << blackText() << 1;
+        QTest::newRow("the hint of a pick in the history, after the end of editing")
+            << "hint" << pick << "500" << true << blackText() << 1;
+        QTest::newRow("validate of a pick in the history")
+            << "validate" << pick << "700" << false << redText() << 0;
+        QTest::newRow("reformat of a pick in the history")
+            << "reformat" << pick << "700" << false << redText() << 0;
+        QTest::newRow("validate on leaving")
+            << "validate" << leave << "12" << false << redText() << 0;
         QTest::newRow("validateWhenFinished on leaving")
-            << "finish" << leave << "12" << false << redText();
-        QTest::newRow("reformat on leaving") << "reformat" << leave << "12" << false << redText();
+            << "finish" << leave << "12" << false << redText() << 0;
+        QTest::newRow("reformat on leaving")
+            << "reformat" << leave << "12" << false << redText() << 0;
         QTest::newRow("validate in setValue, which shows its text and leaves the colour alone")
-            << "validate" << set << "007" << false << blackText();
+            << "validate" << set << "007" << false << blackText() << 0;
         QTest::newRow("reformat in setValue, which then has no text to show")
-            << "reformat" << set << "12" << true << blackText();
+            << "reformat" << set << "" << false << blackText() << 0;
     }
 
     void aThrowingValidatorLeavesTheControlConsistent()
@@ -232,6 +248,7 @@ private Q_SLOTS:
         Form form;
         const auto validator = boost::make_shared<ThrowingValidator>(operation);
         SimpleLineEdit* field = SimpleLineEdit::create(nullptr, {}, validator, 0, ExpandHorizontal);
+        field->setValueHistory(historyWith(L"700"));
         form.open(field);
         type(*field, "12");
         QSignalSpy valueChanged(field, &SimpleLineEdit::valueChanged);
@@ -243,8 +260,9 @@ private Q_SLOTS:
         QTEST(field->edit()->text(), "text");
         QTEST(field->isValueValid(), "valid");
         QTEST(field->edit()->styleSheet(), "styleSheet");
-        QCOMPARE(valueChanged.count(), 0);
+        QTEST(int(valueChanged.count()), "valueChanged");
 
+        valueChanged.clear();
         validator->armed = false;
         form.enter();
         QTest::keyClick(field->edit(), Qt::Key_A, Qt::ControlModifier);
@@ -256,6 +274,18 @@ private Q_SLOTS:
         QCOMPARE(valueChanged.count(), 1);
         QCOMPARE(field->getValue(), boost::any(9));
         QCOMPARE(CatchingApplication::instance().caught.size(), std::size_t(1));
+    }
+
+    void aSlotMayDestroyTheControlOfAThrowingHint()
+    {
+        const auto validator = boost::make_shared<ThrowingValidator>("hint");
+        QPointer<SimpleLineEdit> field(
+            SimpleLineEdit::create(nullptr, {}, validator, 0, ExpandHorizontal));
+        field->setValue(7);
+        connect(field, &SimpleLineEdit::valueChanged, this, [&] { delete field; });
+        validator->armed = true;
+        QVERIFY_EXCEPTION_THROWN(field->onEditingFinished(), std::runtime_error);
+        QVERIFY(!field);
     }
 
     void getValuePassesAnExceptionOn()

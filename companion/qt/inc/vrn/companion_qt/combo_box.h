@@ -25,10 +25,11 @@ public:
 
     /// Adds the various entry if there is none, and makes it current if `select`.
     /// Its text is the translation that the library shows everywhere for a
-    /// varying selection.
+    /// varying selection, and follows a change of the language.
     void addVarious(bool select);
     /// Removes the entry, if there is one. If it is shown, what was shown when
-    /// addVarious() made it current is shown again.
+    /// addVarious() made it current is shown again: the text, or, if that was the
+    /// entry's own, the row.
     void removeVarious();
 
     /// What getCurrentId() is while the various entry is current and, in an
@@ -40,8 +41,10 @@ public:
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;
+    void changeEvent(QEvent* event) override;
 
 private:
+    void translateVarious();
     bool isVariousCurrent() const;
 
     QPersistentModelIndex m_various;
