@@ -4,6 +4,8 @@
 
 #include <functional>
 
+class QToolButton;
+
 namespace vrn::qt {
 
 /// A MultiEditLineEdit with a tool button that restores a default: the field
@@ -38,6 +40,7 @@ public:
 
 private:
     int m_id;
+    QToolButton* m_button;
     bool m_resetPending = false;
     boost::any m_resetValue = 0.0;
 };

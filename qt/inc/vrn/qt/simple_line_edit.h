@@ -173,7 +173,7 @@ private:
     void showValidity();
 
     // A control that takes the edit over, such as a combo box, may destroy it.
-    mutable QPointer<detail::LineEditImpl> m_lineEdit;
+    QPointer<detail::LineEditImpl> m_lineEdit;
     bool m_valueValid = false;
     boost::shared_ptr<IValidator> m_validator;
     QBoxLayout* m_layout = nullptr;

@@ -13,6 +13,7 @@
 
 #include "controls/parts/alive_p.h"
 #include "controls/parts/mnemonic_p.h"
+#include "controls/parts/no_flags_p.h"
 #include "controls/parts/run_both_p.h"
 #include "controls/parts/spare_p.h"
 
@@ -22,8 +23,7 @@
 namespace vrn::qt {
 namespace {
 
-// What a control passes to its validator: what a user types is in the C locale.
-constexpr unsigned long noFlags = 0;
+using detail::noFlags;
 
 // The list takes the spare room, not the caption.
 constexpr int stretchOfList = 1;

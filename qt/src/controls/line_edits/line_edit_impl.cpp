@@ -11,6 +11,7 @@
 #include <QStyle>
 #include <QToolButton>
 
+#include "controls/parts/alive_p.h"
 #include "controls/parts/run_both_p.h"
 #include "controls/popups/edit_hint_popup_p.h"
 #include "controls/popups/history_popup_p.h"
@@ -58,6 +59,9 @@ LineEditImpl::~LineEditImpl()
 {
     // What QLineEdit has to tell from here on, it tells of half an edit.
     blockSignals(true);
+    disposeOf(m_btn1);
+    disposeOf(m_hintPopup);
+    disposeOf(m_historyPopup);
 }
 
 QToolButton* LineEditImpl::addButton(
@@ -119,6 +123,8 @@ void LineEditImpl::showEditHint(const QString& hint)
 
 bool LineEditImpl::event(QEvent* event)
 {
+    // Whatever Qt makes of an event, it goes on with the edit after its signals.
+    const Alive alive(this, this);
     const bool takesFocus = event->type() == QEvent::FocusIn;
     const bool focusChanges = takesFocus || event->type() == QEvent::FocusOut;
     const bool buildsPopups = takesFocus && !m_popups;
@@ -178,12 +184,11 @@ void LineEditImpl::onHistoryItemSelected(const QString& text)
 {
     if (text.isEmpty() || isReadOnly())
         return;
-    // A slot may destroy this edit.
-    const QPointer<LineEditImpl> self(this);
+    const Alive alive(this, m_historyPopup);
     setText(text);
     runBoth([&] { Q_EMIT textEdited(text); },
         [&] {
-            if (self)
+            if (alive)
                 Q_EMIT editingFinished();
         });
 }
@@ -192,12 +197,11 @@ void LineEditImpl::onClicked1()
 {
     if (!m_buttonFunction)
         return;
-    // The function may destroy this edit, and itself with it.
-    const QPointer<LineEditImpl> self(this);
+    const Alive alive(this, m_btn1);
     const auto fn = m_buttonFunction;
     const QString before = text();
     const QString after = fn(before);
-    if (!self || after == before)
+    if (!alive || after == before)
         return;
     setText(after);
     selectAll();

@@ -16,6 +16,8 @@
 #include <QPointer>
 #include <QToolButton>
 
+#include "controls/parts/alive_p.h"
+
 #include <filesystem>
 #include <system_error>
 
@@ -164,9 +166,8 @@ MultiEditFilePicker::MultiEditFilePicker(QWidget* parent, TypeofPath type)
 
 MultiEditFilePicker::~MultiEditFilePicker()
 {
-    // The edit goes after this part of the picker, and would report that.
-    if (m_edit)
-        m_edit->disconnect(this);
+    detail::disposeOf(m_btn);
+    detail::disposeOf(m_edit);
 }
 
 boost::any MultiEditFilePicker::getValue() const
@@ -221,7 +222,7 @@ void MultiEditFilePicker::onPick()
         boost::any_cast<std::string>(m_edit->getCurrentValue()));
     const QString folder = parentOf(initial);
     const QString filter = QString::fromStdString(m_filter);
-    const QPointer<MultiEditFilePicker> alive(this);
+    const detail::Alive alive(this, m_btn);
     QString result;
     switch (m_type) {
     case TypeofPathFile:

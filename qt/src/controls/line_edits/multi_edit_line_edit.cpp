@@ -8,6 +8,9 @@
 #include <QEvent>
 #include <QLineEdit>
 
+#include "controls/parts/alive_p.h"
+#include "controls/parts/no_flags_p.h"
+
 #include <cmath>
 #include <string>
 #include <utility>
@@ -15,9 +18,7 @@
 namespace vrn::qt {
 namespace {
 
-// What a control passes to its validator: what a user types is in the C locale.
-constexpr unsigned long noFlags = 0;
-
+using detail::noFlags;
 using ValueComparison = bool (*)(const boost::any&, const boost::any&);
 
 // 0 and -0 are written differently.
@@ -160,7 +161,10 @@ void MultiEditLineEdit::forceVaries()
 
 void MultiEditLineEdit::copyStateFrom(const MultiEditLineEdit& other)
 {
+    const detail::Alive alive(this, edit());
     edit()->setText(other.edit()->text());
+    if (!alive)
+        return;
     m_fresh = other.m_fresh;
     m_varies = other.m_varies;
     m_variesText = other.m_variesText;

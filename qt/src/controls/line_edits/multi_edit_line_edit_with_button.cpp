@@ -3,9 +3,9 @@
 #include <vrn/assert/smart_assert.h>
 #include <vrn/companion_qt/connect.h>
 
-#include <QPointer>
 #include <QToolButton>
 
+#include "controls/parts/alive_p.h"
 #include "controls/parts/append_tool_button_p.h"
 
 #include <utility>
@@ -25,7 +25,7 @@ MultiEditLineEditWithButton::MultiEditLineEditWithButton(
 {
     vrn_connect(m_btn, &QToolButton::clicked, this, [this, fn = std::move(fn)] {
         VRN_ASSERT(fn);
-        // A copy: the function may destroy this control, and itself with it.
+        const detail::Alive alive(this, m_btn);
         if (const auto call = fn)
             call(m_id);
     });
@@ -40,7 +40,7 @@ MultiEditLineEditWithButton::MultiEditLineEditWithButton(
         const auto call = fn;
         if (!call)
             return;
-        const QPointer<MultiEditLineEditWithButton> alive(this);
+        const detail::Alive alive(this, m_btn);
         boost::any value;
         call(this, m_id, value);
         if (alive)
@@ -48,6 +48,9 @@ MultiEditLineEditWithButton::MultiEditLineEditWithButton(
     });
 }
 
-MultiEditLineEditWithButton::~MultiEditLineEditWithButton() = default;
+MultiEditLineEditWithButton::~MultiEditLineEditWithButton()
+{
+    detail::disposeOf(m_btn);
+}
 
 } // namespace vrn::qt

@@ -6,9 +6,9 @@
 
 #include <QIcon>
 #include <QLineEdit>
-#include <QPointer>
 #include <QToolButton>
 
+#include "controls/parts/alive_p.h"
 #include "controls/parts/append_tool_button_p.h"
 
 #include <utility>
@@ -21,22 +21,21 @@ MultiEditLineEditWithResetButton::MultiEditLineEditWithResetButton(
         nullptr, QString(), boost::shared_ptr<IValidator>(validator), {}, 0, ExpandHorizontal)
     , m_id(id)
 {
-    QToolButton* button = detail::appendToolButton(this, QStringLiteral("btn"));
-    button->setIcon(Pixmap::createOrDefault(L"control_repeat_blue.png"));
-    button->setToolTip(QObject::tr("Reset to default.", "makeLineEditWithOptionalValue"));
-    button->setAccessibleName(button->toolTip());
+    m_button = detail::appendToolButton(this, QStringLiteral("btn"));
+    m_button->setIcon(Pixmap::createOrDefault(L"control_repeat_blue.png"));
+    m_button->setToolTip(QObject::tr("Reset to default.", "makeLineEditWithOptionalValue"));
+    m_button->setAccessibleName(m_button->toolTip());
 
-    // Ahead of the validation: what that throws keeps the text from whoever comes behind it.
+    // Before the validation: if that throws, the slots after it do not get the text.
     disconnect(edit(), &QLineEdit::textEdited, this, &SimpleLineEdit::onTextEdited);
     vrn_connect(edit(), &QLineEdit::textEdited, this, [this] { m_resetPending = false; });
     vrn_connect(edit(), &QLineEdit::textEdited, this, &SimpleLineEdit::onTextEdited);
-    vrn_connect(button, &QToolButton::clicked, this, [this, fn = std::move(fn)] {
+    vrn_connect(m_button, &QToolButton::clicked, this, [this, fn = std::move(fn)] {
         VRN_ASSERT(fn);
-        // A copy: the function may destroy this control, and itself with it.
         const auto call = fn;
         if (!call)
             return;
-        const QPointer<MultiEditLineEditWithResetButton> alive(this);
+        const detail::Alive alive(this, m_button);
         boost::any shown;
         boost::any reported;
         call(m_id, shown, reported);
@@ -50,7 +49,10 @@ MultiEditLineEditWithResetButton::MultiEditLineEditWithResetButton(
     });
 }
 
-MultiEditLineEditWithResetButton::~MultiEditLineEditWithResetButton() = default;
+MultiEditLineEditWithResetButton::~MultiEditLineEditWithResetButton()
+{
+    detail::disposeOf(m_button);
+}
 
 void MultiEditLineEditWithResetButton::setValue(const boost::any& value)
 {

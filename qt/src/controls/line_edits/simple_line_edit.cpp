@@ -15,8 +15,11 @@
 #include <QStyleOptionButton>
 
 #include "controls/line_edits/line_edit_impl_p.h"
+#include "controls/parts/alive_p.h"
 #include "controls/parts/mnemonic_p.h"
+#include "controls/parts/no_flags_p.h"
 #include "controls/parts/run_both_p.h"
+#include "controls/parts/spare_p.h"
 
 #include <algorithm>
 #include <utility>
@@ -24,11 +27,10 @@
 namespace vrn::qt {
 namespace {
 
+using detail::noFlags;
+
 // The options go to the edit as they are.
 static_assert(SimpleLineEdit::OptionBorderless == detail::LineEditImpl::optionBorderless);
-
-// What a control passes to its validator: what a user types is in the C locale.
-constexpr unsigned long noFlags = 0;
 
 const QString& styleOfValidity(bool valid)
 {
@@ -111,9 +113,10 @@ SimpleLineEdit::SimpleLineEdit(QWidget* parent, const QString& caption,
 
 SimpleLineEdit::~SimpleLineEdit()
 {
-    // An edit with the focus finishes editing when it is destroyed, and that is
-    // after this part of the control has gone.
-    if (m_lineEdit)
+    detail::disposeOf(m_button);
+    if (isAncestorOf(m_lineEdit))
+        detail::disposeOf(m_lineEdit);
+    else if (m_lineEdit) // A combo box has it.
         m_lineEdit->disconnect(this);
 }
 
@@ -129,11 +132,7 @@ IValidator& SimpleLineEdit::validator() const
 detail::LineEditImpl& SimpleLineEdit::lineEdit() const
 {
     VRN_ASSERT(m_lineEdit);
-    if (!m_lineEdit) {
-        m_lineEdit = new detail::LineEditImpl(0, const_cast<SimpleLineEdit*>(this));
-        m_lineEdit->hide();
-    }
-    return *m_lineEdit;
+    return m_lineEdit ? *m_lineEdit : detail::spare<detail::LineEditImpl>(0U);
 }
 
 QLineEdit* SimpleLineEdit::edit()
@@ -161,6 +160,7 @@ boost::any SimpleLineEdit::getValue() const
 
 void SimpleLineEdit::setValue(const boost::any& value)
 {
+    const detail::Alive alive(this, m_lineEdit);
     IValidator& validator = this->validator();
     m_valueValid = false; // Also if the validator throws.
     QString text;
@@ -172,6 +172,8 @@ void SimpleLineEdit::setValue(const boost::any& value)
         throw;
     }
     lineEdit().setText(text);
+    if (!alive)
+        return;
     boost::any scratch;
     m_valueValid = validator.validate(lineEdit().text(), scratch, noFlags);
 }
@@ -224,6 +226,7 @@ void SimpleLineEdit::finishEditing(const QString& text)
 {
     if (vetoValidation(text))
         return;
+    const detail::Alive alive(this, m_lineEdit);
     refuseIfThrown([&] {
         IValidator& validator = this->validator();
         boost::any value;
@@ -233,7 +236,8 @@ void SimpleLineEdit::finishEditing(const QString& text)
             lineEdit().setText(validator.reformat(value, noFlags));
         }
     });
-    Q_EMIT valueChanged();
+    if (alive)
+        Q_EMIT valueChanged();
 }
 
 void SimpleLineEdit::showHint(const QString& text)
@@ -279,8 +283,9 @@ void SimpleLineEdit::addCurrentValueToValueHistory()
 {
     VRN_ASSERT(m_validator);
     const QString text = lineEdit().text();
-    if (m_valueHistory && !text.isEmpty() && text != getVariesString())
-        m_valueHistory->add(text.toStdWString());
+    const auto history = m_valueHistory; // A storage may replace it.
+    if (history && !text.isEmpty() && text != getVariesString())
+        history->add(text.toStdWString());
 }
 
 void SimpleLineEdit::setUnitString(const QString& unit)
@@ -372,7 +377,7 @@ void SimpleLineEdit::paintEvent(QPaintEvent* event)
 
 void SimpleLineEdit::onClickedButton()
 {
-    // The function may destroy this control, and itself with it.
+    const detail::Alive alive(this, m_button);
     const auto fn = m_buttonFunction;
     if (fn)
         fn();

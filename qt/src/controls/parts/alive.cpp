@@ -8,6 +8,14 @@ namespace {
 // The one of the operation that was begun last. All run on the GUI thread.
 Alive* innermost = nullptr;
 
+// By parents, not by isAncestorOf(): a popup is a window of its own.
+bool isInside(const QObject* widget, const QObject* part)
+{
+    while (widget && widget != part)
+        widget = widget->parent();
+    return widget != nullptr;
+}
+
 } // namespace
 
 Alive::Alive(const QObject* control, QWidget* part)
@@ -30,7 +38,7 @@ void disposeOf(QWidget* part)
     part->blockSignals(true);
     Alive* outermost = nullptr;
     for (Alive* use = innermost; use; use = use->m_outer) {
-        if (use->m_part && (use->m_part == part || part->isAncestorOf(use->m_part)))
+        if (isInside(use->m_part, part))
             outermost = use;
     }
     if (!outermost) {

@@ -36,9 +36,9 @@ void HistoryPopup::setValueHistory(boost::shared_ptr<vrn::ValueHistory> history)
 void HistoryPopup::showEvent(QShowEvent* event)
 {
     m_list->clear();
-    if (m_history) {
+    if (const auto history = m_history) { // A storage may replace it.
         std::deque<std::wstring> values;
-        m_history->get(values);
+        history->get(values);
         for (const std::wstring& value : values)
             m_list->addItem(QString::fromStdWString(value));
     }

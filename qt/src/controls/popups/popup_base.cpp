@@ -2,7 +2,10 @@
 
 #include <QApplication>
 #include <QFocusEvent>
+#include <QPointer>
 #include <QWindow>
+
+#include "controls/parts/alive_p.h"
 
 namespace vrn::qt::detail {
 namespace {
@@ -62,6 +65,8 @@ bool PopupBase::event(QEvent* event)
 
 bool PopupBase::eventFilter(QObject* watched, QEvent* event)
 {
+    // To show it may call a storage, and to hide it may end the editing of the owner.
+    const Alive alive(this, this);
     if (watched == m_owner && event->type() == QEvent::FocusIn)
         show();
     // This window is never the active one, so it goes by the owner's.
@@ -71,7 +76,7 @@ bool PopupBase::eventFilter(QObject* watched, QEvent* event)
     if (watched == m_owner && event->type() == QEvent::FocusOut) {
         const bool windowChanges = static_cast<QFocusEvent*>(event)->reason()
             == Qt::ActiveWindowFocusReason;
-        QWidget* focused = QApplication::focusWidget();
+        const QPointer<QWidget> focused(QApplication::focusWidget());
         if (!windowChanges && focused != this) {
             hide();
             if (focused)
