@@ -12,6 +12,16 @@
 
 namespace vrn::units {
 inline namespace v1 {
+namespace {
+
+/// A parser with the parts of the context.
+template <typename Kind>
+Kind parser_of(const Context& context)
+{
+    return Kind(&context.unit_provider(), &context.format_provider(), &context.converter());
+}
+
+} // namespace
 
 Context::Context(std::int32_t system_index, std::map<std::int32_t, UnitFormat> overrides)
     : m_format_provider(system_index, std::move(overrides))
@@ -64,17 +74,14 @@ boost::optional<IConverter::quantity> Context::read(
 {
     const auto dimension = get_display_dimension(unit_id);
     if (dimension == get_display_dimension(UnitId::FEET_AND_FRACTIONAL_INCHES)) {
-        const FeetAndFractionalInchesParser parser(
-            &m_unit_provider, &m_format_provider, &m_converter);
-        if (const auto parsed = parser.parse(text, locale))
+        if (const auto parsed = parser_of<FeetAndFractionalInchesParser>(*this).parse(text, locale))
             return parsed;
     }
     if (dimension == get_display_dimension(UnitId::FRACTIONAL_INCHES)) {
-        const FractionalInchesParser parser(&m_unit_provider, &m_format_provider, &m_converter);
-        if (const auto parsed = parser.parse(text, locale))
+        if (const auto parsed = parser_of<FractionalInchesParser>(*this).parse(text, locale))
             return parsed;
     }
-    return Parser(&m_unit_provider, &m_format_provider, &m_converter).parse(text, locale);
+    return parser_of<Parser>(*this).parse(text, locale);
 }
 
 // One symbol may serve several kinds: text is read as the first unit that carries
@@ -98,13 +105,11 @@ std::wstring Context::format(IConverter::quantity q, const std::locale& locale) 
 {
     switch (m_format_provider.get_unit(q.unit_id)) {
     case UnitId::FEET_AND_FRACTIONAL_INCHES:
-        return FeetAndFractionalInchesParser(&m_unit_provider, &m_format_provider, &m_converter)
-            .format(q, locale);
+        return parser_of<FeetAndFractionalInchesParser>(*this).format(q, locale);
     case UnitId::FRACTIONAL_INCHES:
-        return FractionalInchesParser(&m_unit_provider, &m_format_provider, &m_converter)
-            .format(q, locale);
+        return parser_of<FractionalInchesParser>(*this).format(q, locale);
     default:
-        return Parser(&m_unit_provider, &m_format_provider, &m_converter).format(q, locale);
+        return parser_of<Parser>(*this).format(q, locale);
     }
 }
 

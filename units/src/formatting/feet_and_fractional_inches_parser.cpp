@@ -7,22 +7,6 @@
 
 namespace vrn::units {
 inline namespace v1 {
-namespace {
-
-/// Whether truncation gives a number that a 32-bit integer holds.
-bool fits_32_bits(double v)
-{
-    return v > -0x1p31 - 1.0 && v < 0x1p31;
-}
-
-} // namespace
-
-FeetAndFractionalInchesParser::FeetAndFractionalInchesParser(const IUnitProvider* unit_provider,
-    const IFormatProvider* format_provider, const IConverter* converter)
-    : m_unit_provider(unit_provider)
-    , m_format_provider(format_provider)
-    , m_converter(converter)
-{}
 
 boost::optional<IConverter::quantity> FeetAndFractionalInchesParser::parse(
     std::wstring_view text, const std::locale& locale) const
@@ -33,13 +17,9 @@ boost::optional<IConverter::quantity> FeetAndFractionalInchesParser::parse(
 // Inches that round up to a foot stay inches, as in "1' 12 ''", and a negative length
 // has a sign on both parts. The text is meant to be so, although what is negative is
 // not read back.
-std::wstring FeetAndFractionalInchesParser::format(
+std::wstring FeetAndFractionalInchesParser::write(
     IConverter::quantity q, const std::locale& locale) const
 {
-    const bool is_complete = m_unit_provider && m_format_provider && m_converter;
-    VRN_ASSERT(is_complete);
-    if (!is_complete)
-        return {};
     if (!m_converter->can_convert(q.unit_id, UnitId::FOOT)) {
         VRN_ASSERT(m_converter->can_convert(q.unit_id, UnitId::FOOT))("q.unit_id", q.unit_id);
         return {};
@@ -51,7 +31,7 @@ std::wstring FeetAndFractionalInchesParser::format(
         precision = 4;
 
     const double lifted = value + whole_number_lift;
-    if (!fits_32_bits(lifted)) {
+    if (!fits_when_truncated<std::int32_t>(lifted)) {
         const std::string& symbol = m_unit_provider->get_symbol(UnitId::FOOT);
         return write_fixed(value, precision, symbol, locale);
     }

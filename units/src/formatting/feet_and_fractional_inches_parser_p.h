@@ -1,31 +1,22 @@
 #pragma once
 
-#include "formatting/i_parser_p.h"
-
-#include <vrn/units/i_format_provider.h>
-#include <vrn/units/i_unit_provider.h>
+#include "formatting/context_parser_p.h"
 
 namespace vrn::units {
 inline namespace v1 {
 
 /// Feet, inches and a fraction: "1' 3 1/2 ''". The precision of an id is the
 /// denominator of the fraction.
-///
-/// The providers and the converter are not owned.
-class FeetAndFractionalInchesParser : public IParser
+class FeetAndFractionalInchesParser : public ContextParser
 {
 public:
-    FeetAndFractionalInchesParser(const IUnitProvider* unit_provider,
-        const IFormatProvider* format_provider, const IConverter* converter);
+    using ContextParser::ContextParser;
 
     boost::optional<IConverter::quantity> parse(
         std::wstring_view text, const std::locale& locale) const override;
-    std::wstring format(IConverter::quantity q, const std::locale& locale) const override;
 
 private:
-    const IUnitProvider* m_unit_provider;
-    const IFormatProvider* m_format_provider;
-    const IConverter* m_converter;
+    std::wstring write(IConverter::quantity q, const std::locale& locale) const override;
 };
 
 } // namespace v1

@@ -7,13 +7,6 @@
 namespace vrn::units {
 inline namespace v1 {
 
-FractionalInchesParser::FractionalInchesParser(const IUnitProvider* unit_provider,
-    const IFormatProvider* format_provider, const IConverter* converter)
-    : m_unit_provider(unit_provider)
-    , m_format_provider(format_provider)
-    , m_converter(converter)
-{}
-
 // It accepts no text, and that is its contract. Its two expressions, "\s*(.*)''\s*"
 // and "\s*(.*)in\s*", have one group each, while a reading asks for two. Inches
 // reach Parser, which knows "''" as a spelling of the inch and takes fractions.
@@ -24,12 +17,8 @@ boost::optional<IConverter::quantity> FractionalInchesParser::parse(
     return boost::none;
 }
 
-std::wstring FractionalInchesParser::format(IConverter::quantity q, const std::locale& locale) const
+std::wstring FractionalInchesParser::write(IConverter::quantity q, const std::locale& locale) const
 {
-    const bool is_complete = m_unit_provider && m_format_provider && m_converter;
-    VRN_ASSERT(is_complete);
-    if (!is_complete)
-        return {};
     if (!m_converter->can_convert(q.unit_id, UnitId::INCH)) {
         VRN_ASSERT(m_converter->can_convert(q.unit_id, UnitId::INCH))("q.unit_id", q.unit_id);
         return {};

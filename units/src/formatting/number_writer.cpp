@@ -72,14 +72,14 @@ void append_label(std::wstring& text, std::string_view label)
     }
 }
 
-/// Room for most quantities.
-constexpr std::size_t usual_length = 32;
-
-/// Whether truncation gives a number that a 64-bit integer holds.
-bool fits_64_bits(double v)
+/// An empty text with room for most quantities.
+std::wstring new_text()
 {
-    constexpr double limit = 9223372036854775808.0; // 2 to the power of 63
-    return v >= -limit && v < limit;
+    constexpr std::size_t usual_length = 32;
+
+    std::wstring text;
+    text.reserve(usual_length);
+    return text;
 }
 
 } // namespace
@@ -98,8 +98,7 @@ void append_integer(std::wstring& text, std::int64_t number, const std::locale& 
 std::wstring write_fixed(
     double v, std::int32_t precision, std::string_view label, const std::locale& locale)
 {
-    std::wstring text;
-    text.reserve(usual_length);
+    std::wstring text = new_text();
     append_fixed(text, v, precision, locale);
     append_label(text, label);
     return text;
@@ -113,8 +112,7 @@ std::wstring write_scientific(
     // A zero, whatever its sign, has the mantissa 0.
     const int exponent = v == 0.0 ? 0 : static_cast<int>(std::log10(std::abs(v)));
     const double mantissa = v == 0.0 ? 0.0 : v / std::pow(10.0, exponent);
-    std::wstring text;
-    text.reserve(usual_length);
+    std::wstring text = new_text();
     append_fixed(text, mantissa, precision, locale);
     text += L'e';
     append_integer(text, exponent, locale);
@@ -127,7 +125,7 @@ std::wstring write_fraction(
 {
     VRN_ASSERT(p > 0)("p", p);
     const double lifted = v + whole_number_lift;
-    if (p <= 0 || !fits_64_bits(lifted))
+    if (p <= 0 || !fits_when_truncated<std::int64_t>(lifted))
         return write_fixed(v, p, label, locale);
 
     auto whole = static_cast<std::int64_t>(lifted);
@@ -141,8 +139,7 @@ std::wstring write_fraction(
         numerator = 0;
     }
 
-    std::wstring text;
-    text.reserve(usual_length);
+    std::wstring text = new_text();
     if (whole != 0 || numerator == 0)
         append_integer(text, whole, locale);
     if (whole != 0 && numerator != 0)

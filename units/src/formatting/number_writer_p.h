@@ -1,6 +1,8 @@
 #pragma once
 
+#include <cmath>
 #include <cstdint>
+#include <limits>
 #include <locale>
 #include <string>
 #include <string_view>
@@ -41,6 +43,16 @@ void append_integer(std::wstring& text, std::int64_t number, const std::locale& 
 /// Pulls a value just below a whole number up to it before it is truncated. One
 /// 512th.
 constexpr double whole_number_lift = 0.001953125;
+
+/// Whether `Integer` holds `v` without its decimals. No integer holds an infinity or what
+/// is not a number.
+template <typename Integer>
+bool fits_when_truncated(double v)
+{
+    constexpr auto lowest = static_cast<double>(std::numeric_limits<Integer>::min());
+    const double whole = std::trunc(v);
+    return whole >= lowest && whole < -lowest;
+}
 
 } // namespace v1
 } // namespace vrn::units

@@ -10,15 +10,6 @@
 namespace vrn::units {
 inline namespace v1 {
 
-IParser::~IParser() = default;
-
-Parser::Parser(const IUnitProvider* unit_provider, const IFormatProvider* format_provider,
-    const IConverter* converter)
-    : m_unit_provider(unit_provider)
-    , m_format_provider(format_provider)
-    , m_converter(converter)
-{}
-
 boost::optional<IConverter::quantity> Parser::parse(
     std::wstring_view text, const std::locale& locale) const
 {
@@ -28,12 +19,8 @@ boost::optional<IConverter::quantity> Parser::parse(
     return detail::read_quantity(text, locale, catalogue);
 }
 
-std::wstring Parser::format(IConverter::quantity q, const std::locale& locale) const
+std::wstring Parser::write(IConverter::quantity q, const std::locale& locale) const
 {
-    const bool is_complete = m_unit_provider && m_format_provider && m_converter;
-    VRN_ASSERT(is_complete);
-    if (!is_complete)
-        return {};
     const UnitId::UnitId display_unit = m_format_provider->get_unit(q.unit_id);
     const double value = m_converter->convert(q, display_unit).value;
     const std::string label = display_label(*m_unit_provider, *m_format_provider, q.unit_id);

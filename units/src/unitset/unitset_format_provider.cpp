@@ -97,11 +97,9 @@ std::int32_t UnitsetFormatProvider::get_precision(UnitId::UnitId id) const
 {
     if (const UnitFormat* entry = find_entry(id))
         return entry->precision;
-    require_unit_id(id);
-    const UnitFormat* format_of_unit = get_unit_formats().find(id);
-    if (!format_of_unit)
-        throw std::invalid_argument("Invalid unit id.");
-    return format_of_unit->precision;
+    if (const UnitFormat* format_of_unit = get_unit_formats().find(id))
+        return format_of_unit->precision;
+    throw std::invalid_argument("Invalid unit id.");
 }
 
 void UnitsetFormatProvider::set_precision(UnitId::UnitId id, std::int32_t precision)
