@@ -9,13 +9,13 @@ namespace vrn::qt {
 /// getVariesString() where the objects differ.
 ///
 /// Values are compared as text: two that the validator writes alike do not
-/// vary. While the text of a varying selection stands in the edit, Enter and
+/// differ. While the text of a varying selection stands in the edit, Enter and
 /// leaving the field do nothing; as soon as the user has typed an accepted text
-/// in its place, this is the value of all.
+/// in its place, that is the value of all objects.
 ///
-/// The validator has to write values alike from the first readValue() after a
-/// reset() to the last: one equal to the one before is not written anew to
-/// compare it.
+/// The validator must not change how it writes values between the first readValue()
+/// after a reset() and the last: a value that equals the one before is not written
+/// again for the comparison.
 class VRN_QT2_EXPORT MultiEditLineEdit
     : public SimpleLineEdit
     , public MultiEditControlBase
@@ -38,15 +38,15 @@ public:
     void reset() override;
     void readValue(const boost::any& value) override;
     bool dataVaries() const override { return m_varies; }
-    /// Empty also for a refused text.
+    /// Also empty for a refused text.
     boost::any getCurrentValue() const override;
     /// Emits nothing.
     void setValue(const boost::any& value) override;
     /// Emits nothing and leaves the colour of the text alone.
     void forceVaries() override;
 
-    /// Takes over the text of `other` and whether it is fresh or varies; its
-    /// colour and validity are not taken over.
+    /// Takes over the text of `other` and whether it is fresh or varies, but not its
+    /// colour and validity.
     void copyStateFrom(const MultiEditLineEdit& other);
 
 protected:
@@ -63,8 +63,8 @@ private:
 
     bool m_varies = false;
     bool m_fresh = true;
-    // The last value found to be written as the text in the edit, and how to tell
-    // that another one is: null when the text has changed since.
+    // The last value that was written as the text in the edit, and the function that
+    // compares others with it: null if the text has changed since.
     boost::any m_shownValue;
     bool (*m_isLikeShown)(const boost::any&, const boost::any&) = nullptr;
 };

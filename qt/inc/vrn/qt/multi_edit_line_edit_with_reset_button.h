@@ -6,8 +6,8 @@
 
 namespace vrn::qt {
 
-/// A MultiEditLineEdit with a tool button that restores a default: the field
-/// shows one value, such as the text "Auto", and reports another, such as the
+/// A MultiEditLineEdit with a tool button that restores a default. After a click the
+/// field shows one value, such as the text "Auto", and reports another, such as the
 /// null value that the model stores for it, until the user types.
 ///
 ///     auto* row = new QHBoxLayout(form);
@@ -22,14 +22,14 @@ class VRN_QT2_EXPORT MultiEditLineEditWithResetButton : public MultiEditLineEdit
     Q_OBJECT
 
 public:
-    /// A click calls `fn` with `id` and two empty values, for the one to show
-    /// and the one to report, and emits valueChanged(). The validator is taken
-    /// over.
+    /// A click calls `fn` with `id` and two empty values, the first to show and the
+    /// second to report, and then emits valueChanged(). The control takes over the
+    /// validator.
     MultiEditLineEditWithResetButton(
         IValidator* validator, int id, std::function<void(int, boost::any&, boost::any&)> fn);
     ~MultiEditLineEditWithResetButton() override;
 
-    /// From a click on the button to the next key typed, the reported value.
+    /// From a click on the button to the next key typed, this is the value to report.
     /// Neither reset() nor readValue() nor setValue() ends this.
     boost::any getCurrentValue() const override;
 

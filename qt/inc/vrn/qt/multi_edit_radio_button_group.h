@@ -16,7 +16,7 @@ namespace vrn::qt {
 ///         grade->readValue(beam.grade);
 ///
 /// Changes from code emit valueChanged() as well: reset(), setValue(), the first
-/// readValue() and, in this control alone, the one that finds a difference.
+/// readValue() and, in this control only, the readValue() that finds a difference.
 ///
 /// A slot of any of its signals may call deleteLater() on the control, or on its
 /// parent.
@@ -38,14 +38,14 @@ public:
     /// getCurrentValue() does not.
     boost::any getValue() const { return getSelectedValue(); }
 
-    /// Checks the first button and enables the group, though no button that was
+    /// Checks the first button and enables the group, but not a button that was
     /// disabled by itself. Emits valueChanged().
     void reset() override;
     void readValue(const boost::any& value) override;
     bool dataVaries() const override { return m_varies; }
     boost::any getCurrentValue() const override;
-    /// Emits valueChanged(), also for an unknown value, which is reported and
-    /// checks nothing.
+    /// Emits valueChanged(), even for an unknown value. That is reported, and no
+    /// button is checked for it.
     void setValue(const boost::any& value) override;
     /// Emits nothing.
     void forceVaries() override;
