@@ -10,13 +10,13 @@ namespace vrn::qt {
 /// Tries several validators in order; the first that accepts a text answers for
 /// it, and the first that formats a value to a non-empty text formats it.
 ///
-/// The chain asks its members for `validate` and `reformat` alone. A member's
-/// clamping at the end of editing and a member's postfix play no part in a
-/// chain; the chain's own postfix does.
+/// The chain calls only `validate` and `reformat` of its members. It does not use
+/// a member's clamping at the end of editing or a member's postfix; it has a
+/// postfix of its own.
 ///
-/// All members write to the same value. It is not restored between them, so
-/// after a refusal it holds what the last member left there. An empty chain
-/// refuses every text.
+/// All members write to the same value. It is not restored between them, so after
+/// a refusal it holds what the last member left there. An empty chain refuses
+/// every text.
 struct VRN_QT2_EXPORT ChainedValidator : public IValidator
 {
     /// A null member is reported through the assertion facility and left out.

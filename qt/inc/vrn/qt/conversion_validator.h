@@ -4,8 +4,8 @@
 
 namespace vrn::qt {
 
-/// Edits a value in another form than the one it is kept in, such as an angle
-/// kept in radian and typed in degree.
+/// Edits a value in a form other than the one in which it is kept, such as an angle
+/// that is kept in radians and typed in degrees.
 ///
 ///     const auto times = [](double factor) {
 ///         return [factor](boost::any& value) {
@@ -17,10 +17,10 @@ namespace vrn::qt {
 ///         boost::make_shared<DoubleEditValidator>(-180.0, 180.0));
 ///     angle->setConversionFn(times(180.0 / M_PI), times(M_PI / 180.0));
 ///
-/// The functions change the value in place. The first works on a copy before
-/// the target formats it, so the caller's value is never changed; the second
-/// works on what the target has parsed, and runs only if the target accepted
-/// the text. Either may be empty. The type in the `boost::any` is whatever the
+/// The functions change the value in place. The first works on a copy before the
+/// target formats it, so the caller's value is never changed. The second works on
+/// what the target has parsed, and runs only if the target accepted the text.
+/// Either function may be empty. The type in the `boost::any` is whatever the
 /// second function leaves there.
 struct VRN_QT2_EXPORT ConversionValidator : public ForwardValidator
 {

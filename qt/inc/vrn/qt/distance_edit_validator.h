@@ -9,14 +9,14 @@ namespace vrn::qt {
 /// metre. The value is a `double`.
 ///
 /// A bare number is in the field's own unit, given by its unit index (see
-/// <vrn/q/unit_index.h>). Behind a number "m", "dm", "cm" and "mm" are
+/// <vrn/q/unit_index.h>). After a number "m", "dm", "cm" and "mm" are
 /// understood in every field; any other text there makes `validate` and
 /// `validateWhenFinished` throw vrn::units::UnknownUnit. It is the one
 /// exception that bad text can cause in a validator.
 ///
-/// Text that is no number and ends before a unit comes is accepted as 0.0: it
-/// runs out after digits, at most one punctuation mark, and digits, as "1,5"
-/// does in the C locale. Text without a number before the unit is refused.
+/// Text that is not a number is accepted as 0.0 if no unit follows, that is if it has
+/// only digits, at most one punctuation mark, and digits, as "1,5" has in the C
+/// locale. Text without a number before the unit is refused.
 ///
 /// The range is in metres; it is applied at the end of editing and in
 /// formatting, as in DoubleEditValidator. Of "nan" formatting makes the maximum.

@@ -24,7 +24,7 @@ struct VRN_QT2_EXPORT DoubleEditValidator : public IValidator
 {
     /// Three decimals, any finite number, empty text means 0.0.
     DoubleEditValidator();
-    /// The same within a range, which is taken as it is.
+    /// The same within a range, which is not checked.
     DoubleEditValidator(double min, double max);
     /// Asserts "m_min < m_max" and "m_precision >= 0" and keeps what was given.
     DoubleEditValidator(int precision, double min, double max, bool zeroIfEmpty);
@@ -34,8 +34,8 @@ struct VRN_QT2_EXPORT DoubleEditValidator : public IValidator
     void setMaximum(double max);
     /// Asserts "min < max" and stores both anyway.
     void setRange(double min, double max);
-    /// Digits behind the decimal point; not more than 1074 are written, the most
-    /// that a double has.
+    /// Digits after the decimal point. At most 1074 are written, the most that a
+    /// double has.
     void setPrecision(int precision);
     /// True: empty text means no value. False: it means 0.0.
     void setEmptyValueAllowed(bool allowed);

@@ -3,8 +3,8 @@
 namespace vrn::qt {
 
 /// The direction in which a control lines up its parts. Any other value counts as
-/// vertical for a line edit and a Toolbar, and as horizontal for a GridLayouter; the
-/// fixed type is what makes it a value.
+/// vertical for a line edit and a Toolbar, and as horizontal for a GridLayouter. The
+/// type is fixed so that the enumeration can hold such values.
 enum ExpandDirection : int
 {
     ExpandVertical = 0,

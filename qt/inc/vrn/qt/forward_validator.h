@@ -8,15 +8,15 @@ namespace vrn::qt {
 /// a control holds this one.
 ///
 /// Without a target it refuses every text and formats every value as an empty
-/// string. Its own postfix is not used: the target's is.
+/// string. It uses the target's postfix, not its own.
 struct VRN_QT2_EXPORT ForwardValidator : public IValidator
 {
     explicit ForwardValidator(IValidator::pointer target);
     ~ForwardValidator() override;
 
     IValidator* getValidator() const;
-    /// A target that leads back to this validator, be it through other forwarders
-    /// and chains, is reported and not taken: no question would ever be answered.
+    /// A target that leads back to this validator, directly or through other
+    /// forwarders and chains, is reported and not taken: no call would ever return.
     void setValidator(IValidator::pointer target);
 
     bool validate(const QString& text, boost::any& value, const std::bitset<32>& flags) override;

@@ -10,10 +10,10 @@ namespace vrn::qt {
 /// does not have to know whether they stand in a row, a column or a grid.
 ///
 /// A control, or the application around it, calls onCreate once, onAdd for each
-/// part and onFinish at the end. The layout belongs to the container; layouter
-/// and layout may outlive each other.
+/// part and onFinish at the end. The layout belongs to the container. The layouter
+/// may outlive the layout, and the layout may outlive the layouter.
 ///
-/// To lay parts out in another way, derive from it:
+/// To lay parts out in another way, derive from this class:
 ///
 ///     struct FormLayouter : ILayouter
 ///     {
@@ -30,9 +30,9 @@ struct VRN_QT2_EXPORT ILayouter
 
     /// Makes the layout of `parent`.
     virtual void onCreate(QWidget* parent) = 0;
-    /// Takes in the next part.
+    /// Adds the next part to the layout.
     virtual void onAdd(QWidget* widget) = 0;
-    /// All parts are in. Does nothing unless overridden.
+    /// Called after the last part. Does nothing unless overridden.
     virtual void onFinish();
 };
 

@@ -40,9 +40,9 @@ enum ValidationFlag : std::size_t
 /// into text.
 ///
 /// Every line edit, editable enum box, item delegate and table cell has one. An
-/// implementation names the one type that it puts into the `boost::any` and
-/// never puts there a convertible one instead; an empty `boost::any` stands for
-/// the absence of a value.
+/// implementation names the one type that it puts into the `boost::any`, and never
+/// puts a convertible type there instead. An empty `boost::any` stands for the
+/// absence of a value.
 ///
 ///     DoubleEditValidator validator(2, 0.0, 100.0, false);
 ///     boost::any value;
@@ -65,7 +65,7 @@ struct VRN_QT2_EXPORT IValidator : public boost::noncopyable
 
     /// Called on every keystroke. Returns whether `text` is acceptable so far,
     /// and puts the value that it stands for into `value`. What `value` holds
-    /// after a refusal is the implementation's matter.
+    /// after a refusal is up to the implementation.
     virtual bool validate(const QString& text, boost::any& value, const std::bitset<32>& flags) = 0;
 
     /// Called when editing ends: the place to bring a value into its range. By
@@ -73,20 +73,20 @@ struct VRN_QT2_EXPORT IValidator : public boost::noncopyable
     virtual bool validateWhenFinished(
         const QString& text, boost::any& value, const std::bitset<32>& flags);
 
-    /// The text to edit `value` by. A value of a foreign type is reported
+    /// The text in which `value` is edited. A value of a foreign type is reported
     /// through the assertion facility and yields an empty string.
     virtual QString reformat(const boost::any& value, const std::bitset<32>& flags) = 0;
 
-    /// The text to show `value` by where it is not edited: that of `reformat`,
-    /// with a blank and the postfix behind it if one is set.
+    /// The text in which `value` is shown where it is not edited: that of
+    /// `reformat`, followed by a blank and the postfix if one is set.
     virtual QString reformatForDisplay(const boost::any& value, const std::bitset<32>& flags);
 
-    /// A hint for the user who has typed `text` so far; empty without a hint
-    /// function.
+    /// A hint for the user who has typed `text` so far. It is empty if there is no
+    /// hint function.
     QString getEditHint(const QString& text) const;
     void setEditHintFunction(std::function<QString(const QString&)> hint);
 
-    /// Text shown behind a value for display only, such as a unit.
+    /// Text that is shown after a value for display only, such as a unit.
     void setPostfix(const QString& postfix);
 
 protected:

@@ -15,15 +15,15 @@ namespace vrn::qt {
 /// it, and formatting clamps again. "nan" and "inf" are refused. A refused text
 /// leaves 0 in the value.
 ///
-/// Unlike in DoubleEditValidator, empty text gives no value also where it
-/// counts as zero; the missing value is then shown as "0".
+/// Unlike in DoubleEditValidator, empty text gives no value even where it counts
+/// as zero; the missing value is then shown as "0".
 template <typename T>
 struct IntegerValidator : public IValidator
 {
     using value_type = T;
 
-    /// Asserts "min <= max" and keeps what was given. With `zeroIfEmpty` false
-    /// empty text is refused, until setEmptyValueAllowed is called.
+    /// Asserts "min <= max" and keeps what was given. If `zeroIfEmpty` is false,
+    /// empty text is refused until setEmptyValueAllowed is called.
     IntegerValidator(T min, T max, bool zeroIfEmpty);
     ~IntegerValidator() override;
 
@@ -31,7 +31,7 @@ struct IntegerValidator : public IValidator
     void setEmptyValueAllowed(bool allowed);
 
     bool validate(const QString& text, boost::any& value, const std::bitset<32>& flags) override;
-    /// Clamps whatever number `validate` has left, the 0 of a refused text too.
+    /// Clamps whatever number `validate` has left, including the 0 of a refused text.
     bool validateWhenFinished(
         const QString& text, boost::any& value, const std::bitset<32>& flags) override;
     QString reformat(const boost::any& value, const std::bitset<32>& flags) override;

@@ -10,9 +10,9 @@
 
 namespace vrn {
 
-/// Values by key, in the order of the keys: where controls are saved to and
-/// loaded from. Copies share one map. It lives in memory only; writing it to a
-/// file is the application's matter.
+/// Values by key, in the order of the keys. Controls are saved to it and loaded
+/// from it. Copies share one map. The map lives in memory only; writing it to a
+/// file is up to the application.
 struct KeyValueStorage
 {
     using Map = std::map<std::string, boost::any>;
@@ -21,7 +21,7 @@ struct KeyValueStorage
     KeyValueStorage()
         : m_map(boost::make_shared<Map>())
     {}
-    // Copying only: a storage that was moved from would have no map.
+    // No moving: a storage that was moved from would have no map.
     KeyValueStorage(const KeyValueStorage&) = default;
     KeyValueStorage& operator=(const KeyValueStorage&) = default;
 
@@ -30,7 +30,7 @@ struct KeyValueStorage
     bool empty() const { return m_map->empty(); }
     std::size_t size() const { return m_map->size(); }
 
-    /// The entry of `key`, or end(). Creates none.
+    /// The entry of `key`, or end(). Creates no entry.
     const_iterator find(const std::string& key) const { return m_map->find(key); }
 
     /// The value of `key`; a missing entry is created, with an empty value.

@@ -12,11 +12,11 @@ class QString;
 
 namespace vrn::qt {
 
-// The layouters of the library. Each reports an assertion and does nothing
-// where it has no layout: before onCreate, after one for a container that had a
-// layout already, and once the container has gone.
+// The layouters of the library. Each reports an assertion and does nothing while
+// it has no layout: before onCreate, after an onCreate for a container that already
+// had a layout, and after the container has gone.
 
-/// One below the other, at the top of the container.
+/// Puts the parts one below the other, at the top of the container.
 ///
 ///     VBoxLayouter column;
 ///     auto* group = MultiEditRadioButtonGroup::create(tr("Steel"),
@@ -37,7 +37,7 @@ private:
     QPointer<QVBoxLayout> m_layout;
 };
 
-/// Side by side, at the left of the container.
+/// Puts the parts side by side, at the left of the container.
 struct VRN_QT2_EXPORT HBoxLayouter : public ILayouter
 {
     HBoxLayouter();
@@ -53,8 +53,8 @@ private:
     QPointer<QHBoxLayout> m_layout;
 };
 
-/// In one line of a grid, downwards or to the right. setPosition starts another
-/// line: the grid does not wrap by itself.
+/// Puts the parts into one line of a grid, downwards or to the right. The grid does
+/// not wrap by itself: setPosition starts another line.
 ///
 ///     auto* box = new QGroupBox(tr("Fixed"), form);
 ///     GridLayouter grid(ExpandHorizontal);
@@ -64,18 +64,18 @@ private:
 ///     MultiEditCheckBoxGroup lower(box, grid, {tr("rx"), tr("ry"), tr("rz")}, {});
 struct VRN_QT2_EXPORT GridLayouter : public ILayouter
 {
-    /// Fills downwards by ExpandVertical, to the right by any other value.
+    /// Fills downwards with ExpandVertical, and to the right with any other value.
     explicit GridLayouter(ExpandDirection direction);
     ~GridLayouter() override;
 
     void onCreate(QWidget* parent) override;
-    /// Reports an assertion and leaves the widget out at a position that is
-    /// negative, or too far out for a grid to make room for all cells before it.
+    /// Reports an assertion and leaves the widget out if the position is negative,
+    /// or too far out for a grid to have room for all cells before it.
     void onAdd(QWidget* widget) override;
 
-    /// Leaves `skip` cells empty behind each widget from the next one on.
+    /// Leaves `skip` cells empty after each widget, from the next one on.
     void setCellSkip(int skip) { m_cellSkip = skip; }
-    /// The cell of the next widget.
+    /// Sets the cell of the next widget.
     void setPosition(int row, int column)
     {
         m_row = row;
@@ -93,16 +93,16 @@ private:
 };
 
 /// A property grid: labels in the left column, editors in the right one. The
-/// last row and the right column take the spare room.
+/// last row and the right column take the spare space.
 struct VRN_QT2_EXPORT PropertyGridLayouter : public ILayouter
 {
     PropertyGridLayouter();
     ~PropertyGridLayouter() override;
 
     void onCreate(QWidget* parent) override;
-    /// An editor without a label, in a row of its own.
+    /// Adds an editor without a label, in a row of its own.
     void onAdd(QWidget* widget) override;
-    /// A label with `label`, and the editor behind it.
+    /// Adds a label with the text `label`, and the editor to the right of it.
     void onAdd(QWidget* widget, const QString& label);
     void onFinish() override;
 

@@ -34,28 +34,28 @@ public:
     static MultiEditCheckBox* create(const QString& label, QWidget* parent);
     ~MultiEditCheckBox() override;
 
-    /// The same as isChecked(): true also for a partially checked box.
+    /// The same as isChecked(): also true for a partially checked box.
     bool getValue() const { return isChecked(); }
 
     /// Emits valueChanged() once, and once more if the state of the box changes.
     void setChecked(bool checked) override;
 
-    /// Unchecks the box. This emits valueChanged() unless the box was unchecked,
-    /// while the control still counts as read.
+    /// Unchecks the box. If this changes the box, valueChanged() is emitted, while
+    /// the control is not yet fresh.
     void reset() override;
-    /// The first value is shown, and valueChanged() emitted if this changes the
-    /// box. What is no `bool` is ignored.
+    /// Shows the first value, and emits valueChanged() if this changes the box. A
+    /// value that is not a `bool` is ignored.
     void readValue(const boost::any& value) override;
     bool dataVaries() const override { return m_state.varies(); }
     boost::any getCurrentValue() const override;
-    /// Emits as setChecked() does. What is no `bool` is reported, and changes
-    /// nothing.
+    /// Emits as setChecked() does. A value that is not a `bool` is reported, and
+    /// changes nothing.
     void setValue(const boost::any& value) override;
     /// Emits nothing.
     void forceVaries() override;
 
-    /// No valueChanged() from here to resumeValueChangedSignal(), which does not
-    /// make up for what was left out. The two do not nest.
+    /// Suppresses valueChanged() until resumeValueChangedSignal(). What is suppressed
+    /// is lost. The two calls do not nest.
     void suspendValueChangedSignal() { m_emitValueChanged = false; }
     void resumeValueChangedSignal() { m_emitValueChanged = true; }
 

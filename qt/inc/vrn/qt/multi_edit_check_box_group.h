@@ -16,8 +16,8 @@ namespace vrn::qt {
 /// Check boxes for several properties of a selection, and one more, "All", that
 /// checks and unchecks them together and shows what they have in common.
 ///
-/// The group is no widget: the boxes are children of a parent widget, and each is
-/// driven by its index.
+/// The group is not a widget. Its boxes are children of a parent widget, and the
+/// application names a box by its index.
 ///
 ///     auto* box = new QGroupBox(tr("Fixed"), form);
 ///     HBoxLayouter row;
@@ -43,12 +43,12 @@ class VRN_QT2_EXPORT MultiEditCheckBoxGroup : public QObject
     Q_OBJECT
 
 public:
-    /// A box in `parent` for each label that is not empty. An empty label has no
-    /// index, but leaves an empty cell. Each box has the tool tip at the place of
-    /// its label, if there are so many.
+    /// Makes a box in `parent` for each label that is not empty. An empty label has
+    /// no index, but leaves an empty cell. A box gets the tool tip at the position of
+    /// its label, if there is one.
     ///
-    /// `layouter` has its layout already, and is finished by the caller; it is
-    /// not needed any longer when the group is made.
+    /// `layouter` must have its layout already, and the caller finishes it. It is not
+    /// needed any more after the constructor.
     MultiEditCheckBoxGroup(QWidget* parent, ILayouter& layouter, const std::deque<QString>& labels,
         const std::deque<QString>& tooltips);
     ~MultiEditCheckBoxGroup() override;
@@ -66,19 +66,19 @@ public:
 
     /// Resets the boxes. "All" follows in onEndRead().
     void reset();
-    /// To be called after the last readValue(): brings "All" up to date.
+    /// Brings "All" up to date. Call it after the last readValue().
     void onEndRead();
 
-    /// A disabled box does not count for "All", and is not changed by it. "All"
+    /// "All" leaves a disabled box out: it neither counts it nor changes it. "All"
     /// shows this from the next change or onEndRead() on.
     void setEnabled(std::size_t idx, bool enabled);
     void setEnabled(bool enabled);
 
-    /// Makes each box one that can be saved, under `key`, a slash and its index.
+    /// Lets each box be saved, under `key`, a slash and its index.
     ///
-    /// While the boxes are loaded, in any order, none emits anything. When the
-    /// last one is loaded all emit but this last one, which is still blocked; and
-    /// so does the group, once for each of them.
+    /// The boxes may be loaded in any order, and none emits anything meanwhile. When
+    /// the last one is loaded, all others emit valueChanged(); the last one is still
+    /// blocked. The group emits valueChanged() once for each of the others.
     void setCanBeSaved(const std::string& key);
 
 Q_SIGNALS:
@@ -86,8 +86,7 @@ Q_SIGNALS:
     void valueChanged();
 
 protected:
-    /// The index of the last box. There is none in an empty group, which is
-    /// reported.
+    /// The index of the last box. An empty group has none; this is reported.
     std::size_t lastIndex() const;
 
 private Q_SLOTS:

@@ -11,8 +11,8 @@
 
 namespace vrn::qt {
 
-/// In which turn an application loads its controls. The library stores the
-/// order and reads it nowhere.
+/// The order in which an application loads its controls. The library stores it and
+/// does not use it.
 enum class LoadOrder : std::uint32_t
 {
     Default = 0
@@ -24,11 +24,11 @@ enum class LoadOrder : std::uint32_t
 ///     auto* control = MultiEditLineEdit::create(
 ///         form, tr("Depth"), new DoubleEditValidator, 0, ExpandHorizontal);
 ///     const auto read = [=] { // for each selection
-///         const QSignalBlocker blocker(control); // some controls also tell of reads
+///         const QSignalBlocker blocker(control); // some emit valueChanged() on reads
 ///         control->reset();
 ///         for (const Beam& beam : selection)
 ///             control->readValue(beam.depth);
-///         m_shown = control->getCurrentValue();
+///         m_shown = control->getCurrentValue(); // a boost::any
 ///     };
 ///     read();
 ///     connect(control, &MultiEditLineEdit::valueChanged, this, [=] {
@@ -45,8 +45,8 @@ enum class LoadOrder : std::uint32_t
 /// object. So keep what the control gives after reading, and write only a value that
 /// differs from it.
 ///
-/// A field with the focus ends its editing also when its form is destroyed. Hide the
-/// form in its destructor, while its slots still have the members that they use.
+/// A field that has the focus also ends its editing when its form is destroyed. Hide
+/// the form in its destructor, while the slots still have the members that they use.
 ///
 /// A control is in one of three states:
 ///
@@ -64,8 +64,8 @@ class VRN_QT2_EXPORT MultiEditControlBase
 public:
     MultiEditControlBase(const MultiEditControlBase&) = delete;
     MultiEditControlBase& operator=(const MultiEditControlBase&) = delete;
-    /// Not virtual: a control is destroyed through its widget base, and nobody
-    /// owns one as a MultiEditControlBase.
+    /// Not virtual: a control is destroyed through its widget base, never through a
+    /// pointer to this class.
     ~MultiEditControlBase();
 
     /// Forgets what was read.
@@ -74,23 +74,23 @@ public:
     virtual void readValue(const boost::any& value) = 0;
     /// Whether the values differ.
     virtual bool dataVaries() const = 0;
-    /// The value for all objects. Empty while the control varies: then nothing
-    /// is to be written back.
+    /// The value for all objects. It is empty while the control varies: do not write
+    /// anything back then.
     virtual boost::any getCurrentValue() const = 0;
-    /// Shows `value`, which holds for all objects from now on.
+    /// Shows `value`, which is the value of all objects from now on.
     virtual void setValue(const boost::any& value) = 0;
     /// Shows that the values differ.
     virtual void forceVaries() = 0;
 
-    /// Makes the control one that can be saved, under `id`. Both functions are
-    /// taken over.
+    /// Lets the control be saved under `id`, by these functions.
     void setCanBeSaved(const std::string& id, boost::function<bool(vrn::KeyValueStorage&)> saver,
         boost::function<void(const vrn::KeyValueStorage&)> loader);
-    /// For the application to ask; save() and load() do not.
+    /// For the application to check: save() and load() do not look at it.
     bool canBeSaved() const { return m_canBeSaved; }
     const std::string& getStorageId() const { return m_storageId; }
 
-    /// What the saver returns, or false without one. What it throws passes.
+    /// Returns what the saver returns, or false if there is none. What the saver
+    /// throws passes through.
     bool save(vrn::KeyValueStorage& storage) const;
     /// Calls the loader, if there is one.
     void load(const vrn::KeyValueStorage& storage);
@@ -98,9 +98,9 @@ public:
     void setLoadOrder(LoadOrder order) { m_loadOrder = order; }
     LoadOrder getLoadOrder() const { return m_loadOrder; }
 
-    /// While this is so, setValue() of a line edit, enum box or check box emits
-    /// nothing, nor does readValue() of a check box; group boxes and radio groups
-    /// do not ask. Nobody but a derived class makes it so.
+    /// While this is true, setValue() of a line edit, enum box or check box emits
+    /// nothing, and neither does readValue() of a check box. Group boxes and radio
+    /// groups ignore it. Only a derived class can set it.
     bool isLoading() const { return m_loading; }
 
 protected:

@@ -7,7 +7,7 @@
 namespace vrn::qt {
 
 /// An enum box for one property of a selection: it shows the common value, or
-/// an entry of its own with getVariesString() where the objects differ.
+/// an extra entry with getVariesString() where the objects differ.
 ///
 ///     auto* grade = MultiEditEnumBox::create(form, tr("Steel"), &vrn::any_equal<int>);
 ///     grade->setValues({{"S235", 235}, {"S355", 355}});
@@ -15,12 +15,12 @@ namespace vrn::qt {
 ///     for (const Beam& beam : selection)
 ///         grade->readValue(beam.grade);
 ///
-/// A pick of the user, a text typed over that of a varying selection, and a
-/// selection by name or by value make the value that of all objects. next() and
-/// previous() do not: a list that varies emits valueChanged() and goes on to
-/// vary. Only in an editable box the text that they bring in counts as typed.
-/// The entry of the varying selection stays behind those of the values until
-/// reset(); mostly there is no row behind it for next() to go to.
+/// A value becomes that of all objects when the user picks it, when the user types
+/// over the text of a varying selection, and when the program selects it by name or
+/// by value. next() and previous() do not have this effect: a list that varies
+/// emits valueChanged() and still varies. Only in an editable box the text that they
+/// show counts as typed. The extra entry stays after those of the values until
+/// reset(), so next() usually has no row to go to from there.
 ///
 /// A user who types, pastes or undoes to getVariesString() in an editable box
 /// makes it vary: the entry of the varying selection is shown then, and nothing is
@@ -37,15 +37,15 @@ class VRN_QT2_EXPORT MultiEditEnumBox
     Q_OBJECT
 
 public:
-    /// As SimpleEnumBox::create, but `parent` may be null, and `eqFn` may not:
-    /// that is reported and null returned.
+    /// As SimpleEnumBox::create, but `parent` may be null. A null `eqFn` is
+    /// reported, and null is returned.
     static MultiEditEnumBox* create(QWidget* parent, const QString& name,
         bool (*const& eqFn)(const boost::any&, const boost::any&));
 
     ~MultiEditEnumBox() override;
 
-    /// If the entry of a varying selection is shown, what was shown before it is
-    /// shown again.
+    /// If the entry of a varying selection is shown, what was shown before is shown
+    /// again.
     void reset() override;
     /// If the validator of an editable box throws, the exception goes on, and the box
     /// has no value until another one is set; a later read varies.

@@ -22,8 +22,8 @@ enum TypeofPath : int
 };
 
 /// A line edit for the path of a selection, and a button that opens a file
-/// dialog. Values are `std::string` in UTF-8, at most 260 characters of them: a
-/// longer text is cut when it is read.
+/// dialog. Values are `std::string` in UTF-8 of at most 260 characters; a longer
+/// text is cut when it is read.
 ///
 ///     auto* picker = new MultiEditFilePicker(form, TypeofPathFile);
 ///     picker->setFilter("Sections (*.sec);;All files (*)");
@@ -34,18 +34,18 @@ enum TypeofPath : int
 ///             model.setSections(boost::any_cast<std::string>(path));
 ///     });
 ///
-/// A new picker is fresh and holds the empty string. Any text is accepted; no
-/// file has to exist under it.
+/// A new picker is fresh and holds the empty string. It accepts any text, whether
+/// or not there is such a file.
 ///
 /// The dialog starts at the path in the edit, or in the current folder if there
 /// is no such path. With TypeofPathFolder it starts at the folder of the path, even
-/// if that is gone: it then opens the folder around it and offers the lost name. In a
-/// path both slash and backslash separate.
+/// if that is gone: it then opens the folder around it and offers the lost name. Both
+/// slash and backslash separate the names in a path.
 ///
-/// Two things leave the button's slot as exceptions: boost::bad_any_cast while the
-/// control varies, and with TypeofPathFileInFolder std::filesystem::filesystem_error
-/// if it cannot be found out whether the folder exists. An application that allows
-/// for them catches in its QApplication::notify.
+/// The slot of the button may throw: boost::bad_any_cast while the control varies, and
+/// with TypeofPathFileInFolder std::filesystem::filesystem_error if it cannot find out
+/// whether the folder exists. An application where this can happen catches in its
+/// QApplication::notify.
 class VRN_QT2_EXPORT MultiEditFilePicker
     : public QWidget
     , public MultiEditControlBase
@@ -53,7 +53,7 @@ class VRN_QT2_EXPORT MultiEditFilePicker
     Q_OBJECT
 
 public:
-    /// Another value than those named makes a picker without a dialog.
+    /// A type other than those named makes a picker without a dialog.
     MultiEditFilePicker(QWidget* parent, TypeofPath type);
     ~MultiEditFilePicker() override;
 
@@ -75,7 +75,7 @@ public:
     void forceVaries() override;
 
     using MultiEditControlBase::setCanBeSaved;
-    /// Does nothing: of itself a picker saves no state.
+    /// Does nothing: a picker saves no state by itself.
     void setCanBeSaved(const std::string& id);
 
     std::string m_filter; ///< See setFilter().
@@ -85,8 +85,8 @@ public:
     const TypeofPath m_type;
 
 Q_SIGNALS:
-    /// The user has ended editing the text, or closed the dialog, be it with a
-    /// choice or without.
+    /// The user has ended editing the text, or has closed the dialog, with or without
+    /// a choice.
     void valueChanged();
 
 private Q_SLOTS:

@@ -7,8 +7,8 @@
 
 namespace vrn::qt {
 
-/// A checkable group box for one property of a selection, a `bool`. It is
-/// disabled where the objects differ, with all that is in it.
+/// A checkable group box for one property of a selection, a `bool`. Where the
+/// objects differ it is disabled, with everything in it.
 ///
 ///     auto* fire = MultiEditGroupBox::create(tr("&Fire protection"), form);
 ///     new QFormLayout(fire);
@@ -17,7 +17,7 @@ namespace vrn::qt {
 ///         fire->readValue(beam.isProtected);
 ///
 /// Only reset() enables a group box again: one that varied stays disabled after
-/// setValue(), though it does not vary any more.
+/// setValue(), although it no longer varies.
 ///
 /// setValue() emits valueChanged() as well. Suspend the signal in a slot that calls
 /// it: it would call itself without end.
@@ -31,27 +31,27 @@ class VRN_QT2_EXPORT MultiEditGroupBox
     Q_OBJECT
 
 public:
-    /// The control belongs to `parent`; a missing one is reported.
+    /// The control belongs to `parent`. A missing parent is reported.
     static MultiEditGroupBox* create(const QString& label, QWidget* parent);
     ~MultiEditGroupBox() override;
 
-    /// The same as isChecked(): the last state, also while the control varies.
+    /// The same as isChecked(): the last state, even while the control varies.
     bool getValue() const { return isChecked(); }
 
     /// Unchecks and enables the box. Emits nothing.
     void reset() override;
-    /// Emits nothing. What is no `bool` is ignored.
+    /// Emits nothing. A value that is not a `bool` is ignored.
     void readValue(const boost::any& value) override;
     bool dataVaries() const override { return m_state.varies(); }
     boost::any getCurrentValue() const override;
-    /// Emits valueChanged() once, and leaves a disabled box disabled. What is no
-    /// `bool` is reported, and changes nothing.
+    /// Emits valueChanged() once, and leaves a disabled box disabled. A value that is
+    /// not a `bool` is reported, and changes nothing.
     void setValue(const boost::any& value) override;
     /// Emits nothing.
     void forceVaries() override;
 
-    /// No valueChanged() from here to resumeValueChangedSignal(), which does not
-    /// make up for what was left out. The two do not nest.
+    /// Suppresses valueChanged() until resumeValueChangedSignal(). What is suppressed
+    /// is lost. The two calls do not nest.
     void suspendValueChangedSignal() { m_emitValueChanged = false; }
     void resumeValueChangedSignal() { m_emitValueChanged = true; }
 

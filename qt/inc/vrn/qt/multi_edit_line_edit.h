@@ -19,9 +19,9 @@ namespace vrn::qt {
 /// written so, an application sets it. A varying field follows a change of the
 /// language by itself: there is nothing to read or to set again.
 ///
-/// The validator has to write values alike from the first readValue() after a
-/// reset() to the last: one equal to the one before is not written anew to
-/// compare it.
+/// The validator must not change how it writes values between the first readValue()
+/// after a reset() and the last: a value that equals the one before is not written
+/// again for the comparison.
 class VRN_QT2_EXPORT MultiEditLineEdit
     : public SimpleLineEdit
     , public MultiEditControlBase
@@ -47,15 +47,15 @@ public:
     /// catch it at each value.
     void readValue(const boost::any& value) override;
     bool dataVaries() const override { return m_varies; }
-    /// Empty also for a refused text.
+    /// Also empty for a refused text.
     boost::any getCurrentValue() const override;
     /// Emits nothing.
     void setValue(const boost::any& value) override;
     /// Emits nothing and leaves the colour of the text alone.
     void forceVaries() override;
 
-    /// Takes over the text of `other` and whether it is fresh or varies; its
-    /// colour and validity are not taken over.
+    /// Takes over the text of `other` and whether it is fresh or varies, but not its
+    /// colour and validity.
     void copyStateFrom(const MultiEditLineEdit& other);
 
 protected:

@@ -8,8 +8,8 @@ class QToolButton;
 
 namespace vrn::qt {
 
-/// A MultiEditLineEdit with a tool button behind it that acts on the value, or
-/// computes one. It has no caption and no parent until a layout gives it one.
+/// A MultiEditLineEdit followed by a tool button that acts on the value, or
+/// computes one. It has no caption, and no parent until a layout gives it one.
 ///
 ///     auto* row = new QHBoxLayout(form);
 ///     const int spanId = 7;
@@ -20,11 +20,11 @@ class VRN_QT2_EXPORT MultiEditLineEditWithButton : public MultiEditLineEdit
     Q_OBJECT
 
 public:
-    /// A click calls `fn` with `id`, and nothing more. The validator is taken
-    /// over.
+    /// A click calls `fn` with `id`, and does nothing else. The control takes over
+    /// the validator.
     MultiEditLineEditWithButton(IValidator* validator, int id, std::function<void(int)> fn);
     /// A click calls `fn` with this control, `id` and an empty value, and then
-    /// shows the value that `fn` has left there. No valueChanged().
+    /// shows the value that `fn` has left there. It emits no valueChanged().
     MultiEditLineEditWithButton(
         IValidator* validator, int id, std::function<void(QWidget*, int, boost::any&)> fn);
     ~MultiEditLineEditWithButton() override;

@@ -8,8 +8,8 @@ class QToolButton;
 
 namespace vrn::qt {
 
-/// A MultiEditLineEdit with a tool button that restores a default: the field
-/// shows one value, such as the text "Auto", and reports another, such as the
+/// A MultiEditLineEdit with a tool button that restores a default. After a click the
+/// field shows one value, such as the text "Auto", and reports another, such as the
 /// null value that the model stores for it, until the user types.
 ///
 ///     auto* row = new QHBoxLayout(form);
@@ -24,9 +24,9 @@ class VRN_QT2_EXPORT MultiEditLineEditWithResetButton : public MultiEditLineEdit
     Q_OBJECT
 
 public:
-    /// A click calls `fn` with `id` and two empty values, for the one to show
-    /// and the one to report, and emits valueChanged(). The validator is taken
-    /// over.
+    /// A click calls `fn` with `id` and two empty values, the first to show and the
+    /// second to report, and then emits valueChanged(). The control takes over the
+    /// validator.
     MultiEditLineEditWithResetButton(
         IValidator* validator, int id, std::function<void(int, boost::any&, boost::any&)> fn);
     ~MultiEditLineEditWithResetButton() override;

@@ -41,14 +41,14 @@ public:
     /// getCurrentValue() does not.
     boost::any getValue() const { return getSelectedValue(); }
 
-    /// Checks the first button and enables the group, though no button that was
+    /// Checks the first button and enables the group, but not a button that was
     /// disabled by itself. Emits valueChanged().
     void reset() override;
     void readValue(const boost::any& value) override;
     bool dataVaries() const override { return m_state.varies(); }
     boost::any getCurrentValue() const override;
-    /// Emits valueChanged(), also for an unknown value, which is reported and
-    /// checks nothing.
+    /// Emits valueChanged(), even for an unknown value. That is reported, and no
+    /// button is checked for it.
     void setValue(const boost::any& value) override;
     /// Emits nothing.
     void forceVaries() override;

@@ -12,9 +12,9 @@ namespace vrn::qt {
 class VRN_QT2_EXPORT MultiEditValue : public MultiEditControlBase
 {
 public:
-    /// `differ` answers whether two values differ, as vrn::any_differ<double>
-    /// does; it is asked with the value read and the stored one. Without one,
-    /// which is reported, any two values differ.
+    /// `differ` tells whether two values differ, as vrn::any_differ<double> does. It is
+    /// called with the value read and the stored one. A missing function is reported,
+    /// and any two values differ then.
     explicit MultiEditValue(bool (*differ)(const boost::any&, const boost::any&));
     virtual ~MultiEditValue();
 

@@ -8,14 +8,14 @@
 
 namespace vrn::qt {
 
-/// Calls a function for each valueChanged() of a control, whatever class the
-/// control has. It has no parent; the caller owns it.
+/// Calls a function for each valueChanged() of a control, whatever the class of the
+/// control. The hook has no parent; the caller owns it.
 class VRN_QT2_EXPORT OnValueChangedHook : public QObject
 {
     Q_OBJECT
 
 public:
-    /// `sender` has to have a signal valueChanged().
+    /// `sender` must have a signal valueChanged().
     OnValueChangedHook(QObject* sender, boost::function<void()>&& fn);
     ~OnValueChangedHook() override;
 

@@ -6,7 +6,7 @@
 
 namespace vrn::qt {
 
-/// The base of an application's composite widgets for an optional value: one
+/// A base for an application's composite widgets that edit an optional value: one
 /// type with one signal to connect to.
 class VRN_QT2_EXPORT OptionalMultiEditWidgetBase : public QWidget
 {

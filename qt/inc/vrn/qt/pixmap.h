@@ -10,14 +10,14 @@
 
 namespace vrn::qt {
 
-/// Icons by their bare file name, looked for in the default group of
+/// Finds icons by their bare file names in the default group of
 /// vrn::app::Environment.
 struct VRN_QT2_EXPORT Pixmap
 {
-    /// The image of the file, or null if there is no such file or no image in it.
+    /// The image in the file, or null if there is no such file or no image in it.
     static boost::shared_ptr<QPixmap> create(const std::wstring& name);
 
-    /// The same, with a white image of 16 by 16 in place of null.
+    /// The same, but a white image of 16 by 16 pixels instead of null.
     static QPixmap createOrDefault(const std::wstring& name);
 };
 

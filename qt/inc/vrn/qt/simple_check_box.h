@@ -9,14 +9,14 @@ class QString;
 
 namespace vrn::qt {
 
-/// A check box in a widget of its own, the base of MultiEditCheckBox. It has
-/// the focus, the shortcut and the accessible name of the box inside.
+/// A check box in a widget of its own, the base of MultiEditCheckBox. Focus,
+/// shortcut and accessible name are those of the box inside.
 class VRN_QT2_EXPORT SimpleCheckBox : public QWidget
 {
     Q_OBJECT
 
 public:
-    /// The control belongs to `parent`; a missing one is reported.
+    /// The control belongs to `parent`. A missing parent is reported.
     static SimpleCheckBox* create(const QString& label, QWidget* parent);
     ~SimpleCheckBox() override;
 

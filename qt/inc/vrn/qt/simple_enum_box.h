@@ -25,8 +25,8 @@ class MultiEditLineEdit;
 /// The icons of a choice, in the order of its entries; null for none.
 using PixmapPtrList = std::deque<boost::shared_ptr<QPixmap>>;
 
-/// Picks one value out of a list of named ones: a drop-down list of the names
-/// with a caption before it.
+/// Lets the user pick one of several named values: a caption, followed by a
+/// drop-down list of the names.
 ///
 ///     auto* grade = SimpleEnumBox::create(form, tr("Steel"), &vrn::any_equal<int>);
 ///     grade->setValues({{"S235", 235}, {"S355", 355}});
@@ -37,8 +37,8 @@ using PixmapPtrList = std::deque<boost::shared_ptr<QPixmap>>;
 /// change the box. Of equal values, and of equal names, the first in the list
 /// counts.
 ///
-/// Made editable, it also takes a text that its validator turns into a value.
-/// The text is then what counts: the value of the entry by this name, or else
+/// An editable box also takes a text that its validator turns into a value.
+/// There the text counts: its value is that of the entry with this name, or else
 /// what the validator makes of it. As in any editable combo box, Enter adds a
 /// new text to the drop-down list; the values stay those of setValues().
 ///
@@ -51,11 +51,11 @@ class VRN_QT2_EXPORT SimpleEnumBox : public QWidget
     Q_OBJECT
 
 public:
-    /// The box belongs to `parent`; without one, that is reported and null
-    /// returned. An empty name makes no caption; any other is the accessible
-    /// name of the list and its buddy, so that "&Steel" gives it a shortcut.
-    /// Without `eqFn` no value is the same as another, and that is reported
-    /// when values are compared.
+    /// The box belongs to `parent`. A missing parent is reported, and null is
+    /// returned. An empty name makes no caption. Any other becomes the caption and
+    /// the accessible name of the list; "&Steel" also gives it a shortcut. Without
+    /// `eqFn` no value is the same as another, and this is reported when values are
+    /// compared.
     static SimpleEnumBox* create(QWidget* parent, const QString& name,
         bool (*const& eqFn)(const boost::any&, const boost::any&));
 
@@ -67,26 +67,26 @@ public:
     void setSizeAdjustPolicy(QComboBox::SizeAdjustPolicy policy);
 
     /// Whether the text of an editable box was accepted when it was last
-    /// validated, as SimpleLineEdit::isValueValid. False, and reported, for a
-    /// box that is not editable.
+    /// validated, as in SimpleLineEdit::isValueValid. If the box is not editable,
+    /// this is reported, and the answer is false.
     bool isValueValid() const;
 
 Q_SIGNALS:
     /// The user has picked an entry or entered a text, or next() or previous()
     /// found a row to go to.
     void valueChanged();
-    /// The user has picked the entry of that row; a MultiEditEnumBox alone
-    /// tells.
+    /// The user has picked the entry of that row. Only a MultiEditEnumBox emits
+    /// this.
     void activated(int index);
 
 public Q_SLOTS:
-    /// Fills the box anew and shows the first entry. Icons and colours are those
-    /// of the entry at the same position; a short list leaves the rest without.
-    /// The box becomes no narrower than its contents ask for. Emits nothing.
+    /// Replaces all entries and shows the first one. Icons and colours are for the
+    /// entries at the same positions; where a list ends early, the other entries
+    /// have none. The box is at least as wide as its contents need. Emits nothing.
     void setValues(const NamedValueList& values, const PixmapPtrList& pixmaps = PixmapPtrList(),
         const std::deque<QColor>& backgroundColors = std::deque<QColor>());
 
-    /// Shows the entry of that name. Without one, nothing happens.
+    /// Shows the entry of that name. If there is none, nothing happens.
     void selectByName(const QString& name);
     /// Shows the entry of that value. Without one, an editable box shows the
     /// text that the validator gives the value; any other reports it and stays
@@ -94,8 +94,8 @@ public Q_SLOTS:
     /// until the next selection or text.
     void selectByValue(const boost::any& value);
 
-    /// Empty if there are no values, if the text shown is no entry's name and no
-    /// validator takes it, and, for a list, while no entry is shown.
+    /// Empty if there are no values, if the text shown is not an entry's name and no
+    /// validator accepts it, or if a list shows no entry.
     boost::any getSelectedValue() const;
     /// Empty if there is no such entry and no validator to write the value.
     QString getNameForValue(const boost::any& value) const;
@@ -107,10 +107,10 @@ public Q_SLOTS:
     void next();
     void previous();
 
-    /// Lets the user type a text that `validator` turns into a value, or not.
-    /// The colour of the text goes by the validator with which the box became
-    /// editable. valueChanged() comes as often for one text as this was called
-    /// with true.
+    /// Sets whether the user can type a text, which `validator` turns into a value.
+    /// The colour of the text follows the validator with which the box became
+    /// editable. For one text valueChanged() is emitted as many times as this was
+    /// called with true.
     void setEditable(bool editable, IValidator::pointer validator = IValidator::pointer());
 
     /// Puts `w` to the right of the list.
@@ -134,11 +134,11 @@ protected:
     bool isSelected(const boost::any& value) const;
 
 protected Q_SLOTS:
-    /// Called when the user picks an entry. Emits valueChanged() here.
+    /// Called when the user picks an entry. In this class it emits valueChanged().
     virtual void onItemActivated(const QString& text);
 
 protected:
-    /// Called after a selection by name or by value. Does nothing here.
+    /// Called after a selection by name or by value. In this class it does nothing.
     virtual void onSelected();
     /// Called with each text that the user edits. Does nothing here.
     virtual void onTextEdited(const QString& text);
@@ -158,7 +158,7 @@ private:
 
     NamedValueList m_values;
     QPointer<VRN_QT4_ComboBox> m_combo;
-    // Validates what is typed into its edit, which the combo box has; hidden.
+    // Hidden. It validates what is typed into its edit, which stands in the combo box.
     QPointer<MultiEditLineEdit> m_lineEdit;
     QPointer<QLineEdit> m_edit;
     int m_timesMadeEditable = 0;

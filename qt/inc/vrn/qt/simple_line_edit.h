@@ -36,12 +36,12 @@ class LineEditImpl;
 ///             model.setSpan(boost::any_cast<double>(span->getValue()));
 ///     });
 ///
-/// While the user types, the text is black where the validator accepts it and
-/// red where it does not, and the validator's edit hint stands in a small
-/// window below. When editing ends (Enter, or leaving the field), an accepted
-/// text is brought into its range and written anew, a refused one stays as it
-/// was typed, and valueChanged() fires in either case. With a value history the
-/// last entries stand below the focused field; a click takes one over.
+/// While the user types, the text is black if the validator accepts it and red
+/// if it does not, and the validator's edit hint is shown in a small window
+/// below. When editing ends (Enter, or leaving the field), an accepted
+/// text is brought into its range and rewritten, a refused one stays as it
+/// was typed, and valueChanged() is emitted in either case. With a value history the
+/// last entries are shown below the focused field; a click takes one over.
 ///
 /// The value is computed from the text whenever it is asked for; numbers are in
 /// the C locale. What a validator throws passes through the control, which then
@@ -59,28 +59,28 @@ class VRN_QT2_EXPORT SimpleLineEdit : public QWidget
     Q_OBJECT
 
 public:
-    /// Bit 0 of the options: no frame, on white.
+    /// Bit 0 of the options: no frame, and a white background.
     enum Option : unsigned int
     {
         OptionBorderless = 1
     };
 
-    /// The control belongs to `parent`. An empty caption makes no label; any
-    /// other is the accessible name of the edit and its buddy, so that "&Span"
-    /// gives it a shortcut. A raw validator pointer is taken over.
+    /// The control belongs to `parent`. An empty caption makes no label. Any other
+    /// becomes the label and the accessible name of the edit; "&Span" also gives it
+    /// a shortcut. A raw validator pointer is taken over.
     static SimpleLineEdit* create(QWidget* parent, const QString& caption, IValidator* validator,
         unsigned int options, ExpandDirection direction);
     static SimpleLineEdit* create(QWidget* parent, const QString& caption,
         boost::shared_ptr<IValidator> validator, unsigned int options, ExpandDirection direction);
-    /// With a "..." button behind the edit that calls `buttonFn`.
+    /// With a "..." button after the edit that calls `buttonFn`.
     static SimpleLineEdit* create(QWidget* parent, const QString& caption,
         boost::shared_ptr<IValidator> validator, boost::function<void()> buttonFn,
         unsigned int options, ExpandDirection direction);
 
     ~SimpleLineEdit() override;
 
-    /// The value of the text, as at the end of editing. Reports an assertion if
-    /// the text is refused, and returns what the validator has left.
+    /// The value of the text, as at the end of editing. If the text is refused, this
+    /// is reported, and the result is what the validator has left.
     boost::any getValue() const;
 
     /// Shows `value`. Emits nothing, shows no hint and leaves the colour alone. If
@@ -88,7 +88,7 @@ public:
     void setValue(const boost::any& value);
 
     /// Whether the text was accepted when it was last validated: by a
-    /// keystroke, the end of editing or setValue. False before the first.
+    /// keystroke, the end of editing or setValue. False before the first validation.
     bool isValueValid() const { return m_valueValid; }
 
     /// The edit. If someone has destroyed it, this is reported, and one that is
@@ -108,15 +108,14 @@ public:
     /// good as typing it and pressing Enter.
     void setValueHistory(boost::shared_ptr<vrn::ValueHistory> history);
     boost::shared_ptr<vrn::ValueHistory> valueHistory() const { return m_valueHistory; }
-    /// Adds the text to the history, if there is one and the text is neither
+    /// Adds the text to the history, if there is a history and the text is neither
     /// empty nor the text of a varying selection.
     void addCurrentValueToValueHistory();
 
-    /// Shows "[unit]" behind the edit; an empty string hides it.
+    /// Shows "[unit]" after the edit; an empty string hides it.
     void setUnitString(const QString& unit);
 
-    /// Without effect, whatever the factor: the size hints count on a factor
-    /// of 1.
+    /// Has no effect, whatever the factor: the size hints take it as 1.
     void setMinimumWidthFactor(double factor);
 
     void setEditMaximumWidth(int width);
@@ -130,8 +129,8 @@ public:
     QSize minimumSizeHint() const override;
 
 Q_SIGNALS:
-    /// Editing has ended, with an accepted text or a refused one. It carries no
-    /// value and may come twice for one action of the user.
+    /// Editing has ended, with an accepted text or a refused one. The signal carries
+    /// no value and may come twice for one action of the user.
     void valueChanged();
 
 public Q_SLOTS:

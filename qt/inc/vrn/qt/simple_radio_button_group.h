@@ -20,42 +20,41 @@ namespace vrn::qt {
 /// One radio button for each entry of a list, the base of
 /// MultiEditRadioButtonGroup.
 ///
-/// Entries whose values are equivalent by the order have a button each, and
+/// Entries whose values are equivalent in the order still have a button each;
 /// setSelected() finds the last of them.
 class VRN_QT2_EXPORT SimpleRadioButtonGroup : public QWidget
 {
     Q_OBJECT
 
 public:
-    /// A group of the buttons of `values`, in `parent`.
+    /// Makes a group with a button for each of `values`, in `parent`.
     ///
     /// `equalFn` tells whether two values are equal and `lessFn` orders them, as
-    /// vrn::any_equal<int> and vrn::any_less<int> do; both only compare.
+    /// vrn::any_equal<int> and vrn::any_less<int> do. Both must only compare.
     ///
     /// With `useGroupBox` the buttons stand in a group box with `title`, which
-    /// `layouter` lays out. Without one `layouter` is to have its layout already,
-    /// and is finished by the caller; the buttons then belong to the container of
-    /// that layout. In either case the layouter is not needed any longer when the
-    /// group is made. Null stands for a VBoxLayouter, which is of use in a group
-    /// box only.
+    /// `layouter` lays out. Without it `layouter` must have its layout already, and
+    /// the caller finishes it; the buttons then belong to the container of that
+    /// layout. In either case the layouter is not needed any more after this call.
+    /// Null stands for a VBoxLayouter, which is useful only in a group box.
     ///
-    /// Buttons are exclusive among those in the same widget, and with
-    /// `useButtonGroup` among those of this group instead.
+    /// Only one button in the same widget can be checked, or, with `useButtonGroup`,
+    /// only one button in this group.
     ///
-    /// A missing parent or function, or an empty list, is reported. Without a
-    /// function two values are different, and without an order none is found; an
-    /// empty list has the empty value.
+    /// A missing parent or function, or an empty list, is reported. Without `equalFn`
+    /// any two values differ, and without `lessFn` no value is found. The value of an
+    /// empty list is empty.
     static SimpleRadioButtonGroup* create(const QString& title, const NamedValueList& values,
         bool (*const& equalFn)(const boost::any&, const boost::any&),
         const boost::function<bool(const boost::any&, const boost::any&)>& lessFn, QWidget* parent,
         ILayouter* layouter, bool useGroupBox, bool useButtonGroup);
     ~SimpleRadioButtonGroup() override;
 
-    /// The value of the checked button. Without one, which is reported, that of
-    /// the first entry.
+    /// The value of the checked button. If none is checked, this is reported, and the
+    /// result is the value of the first entry.
     boost::any getSelectedValue() const;
-    /// Checks the button of `value`. An unknown value is reported, here and
-    /// below, and changes nothing.
+    /// Checks the button of `value`. An unknown value is reported and changes
+    /// nothing, here and in setValueEnabled().
     void setSelected(const boost::any& value);
 
     void setValueEnabled(const boost::any& value, bool enabled);
@@ -71,7 +70,7 @@ protected:
 
     /// As getSelectedValue(), without a copy.
     const boost::any& selectedValue() const;
-    /// The value of the first entry; empty without entries.
+    /// The value of the first entry, or empty if there are no entries.
     const boost::any& firstValue() const;
 
     /// The box around the buttons; null without one.

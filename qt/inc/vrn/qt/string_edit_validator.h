@@ -15,7 +15,7 @@ namespace vrn::qt {
 /// A text over the limit is cut, not refused; the limit counts `wchar_t`.
 /// Upper-casing comes before the match, and the pattern matches the whole text,
 /// up to its first zero character. Empty text is an empty string, not a missing
-/// value. Flags are not read. A refusal leaves the value untouched.
+/// value. The flags are ignored. A refusal leaves the value untouched.
 struct VRN_QT2_EXPORT StringEditValidator : public IValidator
 {
     enum StorageType : std::uint32_t
@@ -32,14 +32,15 @@ struct VRN_QT2_EXPORT StringEditValidator : public IValidator
     /// `validate` throw boost::regex_error. A match that is given up for its
     /// complexity counts as a refusal.
     void setAllowedRegex(const std::wstring& pattern);
-    /// By the rules of the global std::locale, when texts are read and written.
+    /// Texts are upper-cased by the rules of the global std::locale, both when they
+    /// are read and when they are written.
     void setUpperCase(bool upperCase);
-    /// Any other value than those named makes `validate` store nothing.
+    /// With a type other than those named `validate` stores nothing.
     void setStorageType(StorageType type);
 
     bool validate(const QString& text, boost::any& value, const std::bitset<32>& flags) override;
-    /// Takes either string type, whatever the storage type. Neither the limit
-    /// nor the pattern is applied here; text ends at the first zero character.
+    /// Takes either string type, whatever the storage type. Neither the limit nor
+    /// the pattern is applied here. The text ends at the first zero character.
     QString reformat(const boost::any& value, const std::bitset<32>& flags) override;
 
 private:

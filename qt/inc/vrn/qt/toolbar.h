@@ -18,7 +18,7 @@ class QPushButton;
 
 namespace vrn::qt {
 
-/// What a Toolbar knows of one of its buttons.
+/// What a Toolbar knows about one of its buttons.
 struct ToolbarButton
 {
     std::uint32_t mask;
@@ -37,8 +37,8 @@ struct ToolbarButton
 ///     connect(list, &QListWidget::itemSelectionChanged, toolbar,
 ///         [=] { toolbar->setButtonsEnabled(!list->selectedItems().isEmpty(), 2); });
 ///
-/// A function that throws a std::exception gives the user a warning box with its
-/// what(), read as UTF-8, and the toolbar goes on working; anything else that is
+/// If a function throws a std::exception, the user sees a warning box with its
+/// what(), read as UTF-8, and the toolbar goes on working. Anything else that is
 /// thrown passes through. A function may do what it likes with the toolbar:
 /// add buttons, clear() it, destroy it.
 ///
@@ -52,12 +52,11 @@ public:
     Toolbar(QWidget* parent, ExpandDirection direction);
     ~Toolbar() override;
 
-    /// Each adds a button with the object name `id` (UTF-8) at the end and
+    /// Each of these adds a button at the end, with the object name `id` (UTF-8), and
     /// returns it. An empty `fn` makes a button that does nothing. The bits of
     /// `mask` are the groups to which it belongs for setButtonsEnabled().
     ///
-    /// A button with an icon alone is square; the tool tip is then its
-    /// accessible name.
+    /// A button with only an icon is square, and the tool tip is its accessible name.
     QPushButton* addButton(const std::string& id, const QIcon& icon, const QString& toolTip,
         boost::function<void()> fn, unsigned int mask);
     QPushButton* addButton(const std::string& id, const QPixmap& icon, const QString& toolTip,
@@ -78,8 +77,8 @@ public:
     /// Deletes all buttons. Labels, other widgets and gaps stay.
     void clear();
 
-    /// Enables or disables every button whose mask shares a bit with `mask`. So
-    /// one of mask 0 is never reached.
+    /// Enables or disables every button whose mask shares a bit with `mask`. A button
+    /// with the mask 0 is never one of them.
     void setButtonsEnabled(bool enabled, unsigned int mask);
 
 private Q_SLOTS:

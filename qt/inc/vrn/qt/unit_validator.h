@@ -21,8 +21,8 @@ namespace vrn::qt {
 ///
 /// The id is a unit, or a unit set such as GEO_LENGTH. Values have this id; under
 /// a unit set their number is in the base scale (m, kN, t, sec and products of
-/// them), and so are minimum and maximum. Text may name any unit that fits; a
-/// bare number is in the display unit, and that is how values are shown.
+/// them), and so are minimum and maximum. Text may name any unit that fits. A bare
+/// number is in the display unit, in which values are also shown.
 ///
 /// While the user types, a quantity out of range is accepted; the end of editing
 /// clamps it, and formatting clamps again. A refused text leaves a quantity of
@@ -54,8 +54,8 @@ struct VRN_QT2_EXPORT UnitValidator : public IValidator
 {
     using UnitId = vrn::units::UnitId::UnitId;
 
-    /// set_unit_id must follow before any use. Without it, the validator reports
-    /// an assertion and works on bare numbers.
+    /// Call set_unit_id before any use. Without it, the validator reports an
+    /// assertion and works on bare numbers.
     explicit UnitValidator(vrn::units::Context context);
     UnitValidator(vrn::units::Context context, UnitId unitId);
     ~UnitValidator() override;
@@ -72,8 +72,8 @@ struct VRN_QT2_EXPORT UnitValidator : public IValidator
     bool validate(const QString& text, boost::any& value, const std::bitset<32>& flags) override;
     bool validateWhenFinished(
         const QString& text, boost::any& value, const std::bitset<32>& flags) override;
-    /// The quantity in its display unit, with the label: "12.500 kN/m2". A
-    /// postfix plays no part here.
+    /// The quantity in its display unit, with the label: "12.500 kN/m2". The
+    /// postfix is not used here.
     QString reformat(const boost::any& value, const std::bitset<32>& flags) override;
 
 private:

@@ -21,7 +21,7 @@ struct IValueHistoryStorage;
 ///         form, tr("Span"), new DoubleEditValidator, 0, ExpandHorizontal);
 ///     span->setValueHistory(vrn::ValueHistory::create(L"forms", L"span"));
 ///
-/// Values are kept for the life of the process. For the GUI thread only.
+/// Values are kept until the process ends. Use it on the GUI thread only.
 struct VRN_QT2_EXPORT ValueHistory
 {
     /// Without a storage the history stays empty and `add` does nothing.
@@ -35,8 +35,8 @@ struct VRN_QT2_EXPORT ValueHistory
 
     void add(const std::wstring& value);
 
-    /// Replaces `values` by those of the key and returns their number. Without
-    /// a storage or with an empty key it returns 0 and leaves `values` alone.
+    /// Replaces `values` with those of the key and returns their number. Without a
+    /// storage or with an empty key it returns 0 and leaves `values` alone.
     std::size_t get(std::deque<std::wstring>& values) const;
 
 private:
@@ -45,15 +45,15 @@ private:
 };
 
 /// Keeps the values of histories by their keys. Derive from it to keep them
-/// elsewhere. Destroy a storage through the shared pointer that it was created
-/// in, or as its own type: the destructor is not virtual.
+/// elsewhere. The destructor is not virtual, so destroy a storage through the
+/// shared pointer in which it was created, or as its own type.
 struct VRN_QT2_EXPORT IValueHistoryStorage : public boost::noncopyable
 {
     virtual std::size_t get(const ValueHistory& history, std::deque<std::wstring>& values) = 0;
     virtual void add(const ValueHistory& history, const std::wstring& value) = 0;
 
-    /// The one storage of the process, made at the first call. The name is not
-    /// read: all names share it.
+    /// The one storage of the process, made at the first call. The name is ignored:
+    /// all names share this storage.
     static boost::shared_ptr<IValueHistoryStorage> getOrCreate(const std::wstring& name);
 
 protected:
@@ -63,12 +63,12 @@ protected:
 /// Keeps the last five values of each key in memory.
 struct VRN_QT2_EXPORT ValueHistoryMemoryStorage final : public IValueHistoryStorage
 {
-    /// With an empty key returns 0 and leaves `values` alone; with an unknown
-    /// one clears them.
+    /// With an empty key it returns 0 and leaves `values` alone. With an unknown key
+    /// it clears them.
     std::size_t get(const ValueHistory& history, std::deque<std::wstring>& values) override;
 
-    /// Puts `value` at the front of its key's values. An empty value or key is
-    /// ignored, and a value that is there already keeps its place.
+    /// Puts `value` in front of the values of its key. An empty value or key is
+    /// ignored, and a value that is already there keeps its place.
     void add(const ValueHistory& history, const std::wstring& value) override;
 
 private:
