@@ -22,7 +22,7 @@ NamedValueList entries(int count)
     return values;
 }
 
-// Fills, sizes and selects in both; the last entry is the one searched longest.
+// Both are filled and sized, and the last entry is selected: its search takes longest.
 void useEnumBox(SimpleEnumBox& box, const NamedValueList& values)
 {
     box.setValues(values);
@@ -61,7 +61,7 @@ void addComparison(int count)
         [sides] { useComboBox(*sides->theirs, sides->values); }});
 }
 
-// Ten times the entries in one box beside ten boxes of a tenth.
+// One box is compared with ten boxes that have a tenth of its entries each.
 void addGrowth(bool editable)
 {
     const auto form = std::make_shared<QWidget>();

@@ -19,8 +19,7 @@ using namespace vrn::qt;
 
 constexpr int formRows = 200;
 
-// Types a number of ten characters over and over, each key painted before the
-// next comes.
+// Types a number of ten characters again and again. Each key is painted before the next.
 void typeThousandKeys(QLineEdit* edit)
 {
     static const QString number = QStringLiteral("1234567.89");

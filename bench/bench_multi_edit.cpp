@@ -18,7 +18,7 @@ namespace UnitId = vrn::units::UnitId;
 
 constexpr std::size_t objects = 100000;
 
-// The values of a selection as its model hands them out.
+// The values of a selection, as its model returns them.
 std::shared_ptr<const Selection> selection(double first, double others)
 {
     auto values = std::make_shared<Selection>(objects, Quantity{UnitId::GEO_LENGTH, others});
@@ -35,7 +35,7 @@ void read(MultiEditLineEdit& field, const Selection& values, bool varies)
         qFatal("the selection was not read");
 }
 
-// What nobody can do without who compares the values of a selection.
+// The least that a program must do to compare the values of a selection.
 void readBare(const Selection& values, bool varies)
 {
     boost::any common;
@@ -63,7 +63,7 @@ void addMultiEditComparisons()
 
     add({"multi-edit/100000 equal quantities", "a copy of each boost::any, doubles compared", 10.0,
         [=] { read(*field, *common, false); }, [=] { readBare(*common, false); }});
-    // A call and the test of a flag for each, beside the copy that the loop makes.
+    // The field only tests a flag for each value, while the loop copies it.
     add({"multi-edit/100000 quantities that vary from the second on",
         "a copy of each boost::any, doubles compared", 0.5, [=] { read(*field, *varying, true); },
         [=] { readBare(*varying, true); }});

@@ -27,7 +27,7 @@ using Quantity = vrn::units::IConverter::quantity;
 using Differ = bool (*)(const boost::any&, const boost::any&);
 namespace UnitId = vrn::units::UnitId;
 
-// The property page of a member: forty controls of every kind.
+// The property page of a member: forty controls, some of every kind.
 constexpr int numbers = 10;
 constexpr int quantities = 8;
 constexpr int texts = 6;

@@ -32,7 +32,7 @@ namespace UnitId = vrn::units::UnitId;
 
 const std::bitset<32> noFlags;
 
-/// A text that people type, with the kind of the field they type it into.
+/// A text that people type, and the kind of quantity in the field.
 struct Entry
 {
     const char* text;
@@ -62,9 +62,9 @@ std::function<void()> validation(const Entry& entry)
     };
 }
 
-/// What a reader does at the very least, without a grammar: it narrows the text, has
-/// std::from_chars read the number before it, looks up what is behind it, and
-/// multiplies by a factor. It reads no more than the first number.
+/// The least that a reader must do, without a grammar: it narrows the text, reads the
+/// first number with std::from_chars, looks up the rest as a unit, and multiplies by a
+/// factor.
 class Floor
 {
 public:
@@ -242,7 +242,7 @@ void addLongTexts()
         texts.emplace_back(std::string("of ") + name, QString(mebi, QLatin1Char(character)));
     texts.emplace_back("of 1ft2in", QStringLiteral("1ft2in").repeated(mebi / 6));
     texts.emplace_back(
-        "of letters behind a number", QStringLiteral("1 ") + QString(mebi - 2, QLatin1Char('a')));
+        "of letters after a number", QStringLiteral("1 ") + QString(mebi - 2, QLatin1Char('a')));
     for (const auto& [name, text] : texts) {
         const auto validator = std::make_shared<UnitValidator>(Context(), UnitId::GEO_LENGTH);
         add(TimeLimit{"units/1 MiB " + name, 20.0, [validator, text = text] {

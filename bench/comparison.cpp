@@ -31,7 +31,7 @@ std::vector<std::string>& notes()
     return all;
 }
 
-// What has a name with `filter` in it, taken away from `all`: widgets in the rounds
+// Moves everything with `filter` in its name out of `all`: the rounds hold widgets, which
 // must not outlive the application object.
 template <typename Each>
 std::vector<Each> take(std::vector<Each>& all, const std::string& filter)
@@ -44,7 +44,7 @@ std::vector<Each> take(std::vector<Each>& all, const std::string& filter)
     return chosen;
 }
 
-// Keeps the time of each repetition, by the name of its benchmark.
+// Keeps the time of each repetition, by the name of the benchmark.
 class Collector : public benchmark::BenchmarkReporter
 {
 public:
@@ -76,7 +76,7 @@ double median(std::vector<double> times)
     return times[times.size() / 2];
 }
 
-// One text may stand against several alternatives.
+// The same task may have several alternatives.
 std::string oursOf(const Comparison& comparison)
 {
     return comparison.name + " | ours, against " + comparison.alternative;

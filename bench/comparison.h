@@ -5,34 +5,34 @@
 
 namespace bench {
 
-/// One thing that users do, done with this library and with what they would use
-/// instead. Both run in one process, interleaved, and only their ratio counts.
+/// A task done with this library and with what users would take instead. Both sides run in
+/// one process and take turns. Only the ratio of their times matters.
 struct Comparison
 {
     std::string name; ///< As in "line edit/1000 keystrokes".
-    std::string alternative; ///< What stands against it, for the reader of the table.
-    double bound; ///< The ratio of times that must not be exceeded.
+    std::string alternative; ///< What it is compared with, as shown in the table.
+    double bound; ///< The ratio of the times must not exceed this.
     std::function<void()> ours; ///< One round of the work.
-    std::function<void()> theirs; ///< The same work done the other way.
+    std::function<void()> theirs; ///< The same work, done with the alternative.
 };
 
-/// Work that must be done in a given time, where nothing does the same.
+/// Work that has no alternative but must be done in a given time.
 struct TimeLimit
 {
     std::string name;
-    double milliseconds; ///< The time that must not be exceeded.
+    double milliseconds; ///< The time must not exceed this.
     std::function<void()> round;
 };
 
 void add(Comparison comparison);
 void add(TimeLimit limit);
 
-/// A line for the reader below the tables, such as what could not be compared.
+/// Prints a line below the tables, such as what could not be compared.
 void note(std::string text);
 
-/// Runs what has a name that contains `filter` and prints a table of the
-/// comparisons and one of the time limits. Returns whether there was any, and
-/// every median is within its bound.
+/// Runs everything with `filter` in its name, then prints a table of the comparisons and
+/// one of the time limits. Returns true if at least one ran and every median is within its
+/// bound.
 bool run(const std::string& filter);
 
 } // namespace bench

@@ -17,12 +17,12 @@ void addUnitComparisons();
 void addValidatorComparisons();
 } // namespace bench
 
-// vrn-bench [FILTER]: prints what this library costs beside what it replaces.
+// vrn-bench [FILTER]: compares the times of this library with those of what it replaces.
 int main(int argc, char** argv)
 {
     QApplication application(argc, argv);
 
-    // Rounds of both sides alternate, so that a busy machine hurts both alike.
+    // The sides take turns, so that a busy machine slows both of them.
     char interleave[] = "--benchmark_enable_random_interleaving=true";
     char shortRounds[] = "--benchmark_min_time=0.05";
     std::vector<char*> arguments = {argv[0], interleave, shortRounds};

@@ -1,6 +1,6 @@
 # Installs the CMake package: find_package(vrn_qt2 CONFIG) gives vrn::qt2,
-# vrn::units and the companions, pinned to the Qt that they were built with, and
-# vrn_qt2_DATA_DIR, the folder of the icons.
+# vrn::units and the companions, which need the version of Qt that they were built
+# with, and vrn_qt2_DATA_DIR, the folder of the icons.
 
 include(CMakePackageConfigHelpers)
 

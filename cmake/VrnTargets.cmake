@@ -21,12 +21,12 @@ function(vrn_configure_target target)
     target_compile_options(${target} PRIVATE
         -Wall -Wextra -Wpedantic -Wshadow -Woverloaded-virtual
         -Wconversion -Wsign-conversion -Wcast-qual -Wformat=2 -Wundef
-        # Reports name sources relative to the project, wherever it was built.
+        # Reports name sources relative to the project folder, on any machine.
         "-fmacro-prefix-map=${vrn_qt2_SOURCE_DIR}/="
     )
     if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
-        # No other library replaces single functions of ours; so they may be inlined
-        # within their own library, as clang does anyway.
+        # No other library replaces single functions of this one, so the compiler may
+        # inline them inside the library. clang always does.
         target_compile_options(${target} PRIVATE -fno-semantic-interposition)
     endif()
     if(VRN_WARNINGS_AS_ERRORS)
@@ -34,9 +34,9 @@ function(vrn_configure_target target)
     endif()
 endfunction()
 
-# vrn_use_qt(<target>): moc, and Qt's strict defines on this target alone.
+# vrn_use_qt(<target>): moc, and Qt's strict defines for this target only.
 function(vrn_use_qt target)
-    # moc reads the target's own files; it need not wait for the libraries that are linked.
+    # moc reads only the target's own files, so it need not wait for linked libraries.
     set_target_properties(${target} PROPERTIES AUTOMOC ON AUTOGEN_ORIGIN_DEPENDS OFF)
     target_compile_definitions(${target} PRIVATE
         QT_NO_KEYWORDS

@@ -1,25 +1,25 @@
-# vrn_use_qt_in_tests(<target>): as vrn_use_qt(), with what tests want otherwise. All
-# tests share one precompiled header, so that this has to be the same for each.
+# vrn_use_qt_in_tests(<target>): vrn_use_qt() with the options of tests. All tests share
+# one precompiled header, so they must all have the same options.
 function(vrn_use_qt_in_tests target)
     vrn_use_qt(${target})
     target_compile_options(${target} PRIVATE
-        # Tests are written with plain literals where a reader wants plain text.
+        # Plain literals read better in tests.
         -UQT_NO_CAST_FROM_ASCII -UQT_NO_CAST_TO_ASCII -UQT_NO_CAST_FROM_BYTEARRAY
-        # Folders of one target, for QFINDTESTDATA, which no test uses.
+        # These differ from target to target. They serve QFINDTESTDATA, which no test uses.
         -UQT_TESTCASE_BUILDDIR -UQT_TESTCASE_SOURCEDIR)
 endfunction()
 
 # vrn_add_test_program(<program> [SOURCES <file>...] [LIBRARIES <target>...])
 #
-# A program for several test classes, which vrn_add_test() adds to it, linked with the
-# test support and the LIBRARIES. Its command line names the classes to run.
+# A program for several test classes, linked with the test support and the LIBRARIES.
+# vrn_add_test() adds the classes.
 function(vrn_add_test_program program)
     cmake_parse_arguments(arg "" "" "SOURCES;LIBRARIES" ${ARGN})
     add_executable(${program} ${arg_SOURCES})
     vrn_configure_target(${program})
     vrn_use_qt_in_tests(${program})
     target_precompile_headers(${program} REUSE_FROM vrn_test_support)
-    # Empty, for a test includes what moc makes of it.
+    # This source is mostly empty: a test includes the output of moc itself.
     set_source_files_properties("${CMAKE_CURRENT_BINARY_DIR}/${program}_autogen/mocs_compilation.cpp"
         PROPERTIES SKIP_PRECOMPILE_HEADERS ON)
     target_link_libraries(${program} PRIVATE vrn_test_support ${arg_LIBRARIES})
@@ -28,10 +28,10 @@ endfunction()
 # vrn_add_test(<name> [X11] [PROGRAM <program>] [SOURCES <file>...] [LIBRARIES <target>...]
 #              [ENVIRONMENT <NAME=value>...])
 #
-# The test class in <name>.cpp, which the test <name> runs in a process of its own. It is
-# a part of PROGRAM, which the target <name> builds; without one it is a program by itself.
-# SOURCES and LIBRARIES are added to the program. It runs offscreen; with X11 it runs on an
-# X server of its own under a window manager and has the ctest label "x11".
+# Adds the test class in <name>.cpp to PROGRAM, or makes a program <name> of it. SOURCES and
+# LIBRARIES are added to the program. The ctest test <name> runs this class alone, and the
+# target <name> builds its program. The test runs offscreen. With X11 it runs under a window
+# manager on its own X server and has the ctest label "x11".
 function(vrn_add_test name)
     cmake_parse_arguments(arg "X11" "PROGRAM" "SOURCES;LIBRARIES;ENVIRONMENT" ${ARGN})
     if(arg_PROGRAM)
@@ -45,7 +45,7 @@ function(vrn_add_test name)
     if(arg_X11)
         add_test(NAME ${name} COMMAND
             "${vrn_qt2_SOURCE_DIR}/tests/support/run-x11" "$<TARGET_FILE:${arg_PROGRAM}>" ${name})
-        # Alone: what waits for the effect of a key waits for five seconds.
+        # Serial, because a test waits only five seconds for the effect of a key.
         set_tests_properties(${name} PROPERTIES LABELS x11 TIMEOUT 300 RUN_SERIAL ON)
         set(environment "QT_QPA_PLATFORM=xcb")
     else()
@@ -53,7 +53,7 @@ function(vrn_add_test name)
         set_tests_properties(${name} PROPERTIES TIMEOUT 300)
         set(environment "QT_QPA_PLATFORM=offscreen")
     endif()
-    # One outcome on every machine: no locale, style or scaling of its user.
+    # The result must not depend on the user's locale, style or scaling.
     set_tests_properties(${name} PROPERTIES ENVIRONMENT
         "${environment};LC_ALL=C.UTF-8;QT_STYLE_OVERRIDE=fusion;QT_SCALE_FACTOR=1;QT_QPA_PLATFORMTHEME=;${arg_ENVIRONMENT}")
 endfunction()

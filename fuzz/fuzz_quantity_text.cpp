@@ -1,7 +1,7 @@
-// Any text through the readers of quantities, and what they read through the writers,
-// in the locale, system and format that the first bytes of the input choose. What is
-// made of a short text is what the standard library's expressions and streams make of
-// it; a long text, which those have no stack for, only has to be answered.
+// Reads any text as a quantity and writes the quantity again. The first bytes of the input
+// choose the locale, the unit system and the format. A short text must give the same result
+// as the expressions and streams of the standard library. Those would overflow the stack on
+// a long text, so a long text only needs to return.
 
 #include "formatting/quantity_reader_p.h"
 #include "punctuation.h"
@@ -33,12 +33,12 @@ constexpr std::size_t longestRepeated = 1U << 12U;
 
 using Quantity = boost::optional<IConverter::quantity>;
 
-/// The input: ten bytes of choices, all 0 where the input is shorter, and a text.
+/// The input: ten bytes of choices, 0 if the input ends before them, and then a text.
 ///
 ///     0     locale, and the unit system in the upper four bits
 ///     1-2   kind of the field, by its place among all ids
-///     3     override: 1 there is one, 2 of fractions, 4 another format, 8 a label,
-///           16 an empty one
+///     3     override: 1 exists, 2 as a fraction, 4 in another format, 8 with a label,
+///           16 with an empty label
 ///     4-5   display unit of the override, by its place among all units
 ///     6-9   precision of the override
 class Input
@@ -143,8 +143,8 @@ Quantity read(const std::wstring& text, const std::locale& locale)
     return quantity;
 }
 
-/// What an override may come to: a unit that the kind cannot be shown in, and a
-/// precision that is no denominator. Any other report is a fault.
+/// Only an override may cause a report: its unit may not fit the kind, and its precision may
+/// not be a denominator. Any other report is a failure.
 void refuseOtherAsserts(const vrn::smartassert::AssertReport& report)
 {
     static const std::set<std::string> expected = {"can_convert(q.unit_id, unit_id)",
@@ -156,7 +156,7 @@ void refuseOtherAsserts(const vrn::smartassert::AssertReport& report)
     std::abort();
 }
 
-/// Fixed notation, by a stream.
+/// The quantity in fixed notation, written by a stream.
 std::wstring streamed(const Context& context, IConverter::quantity q, const std::locale& locale)
 {
     constexpr std::int32_t mostDecimals = 1074;
@@ -173,7 +173,7 @@ std::wstring streamed(const Context& context, IConverter::quantity q, const std:
     return stream.str();
 }
 
-/// Writes the quantity and reads what is written.
+/// Writes the quantity, then reads the text.
 void write(const Context& context, IConverter::quantity q, const std::locale& locale)
 try {
     const std::wstring text = context.format(q, locale);
@@ -215,12 +215,12 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         context = Context(input.system(), {{input.kind(), input.format()}});
         if (const Quantity value = context.parse(text, input.kind(), locale))
             write(context, *value, locale);
-        // A number of any size, whether or not the field would take its unit.
+        // The number is written in the kind of the field, even if its unit does not fit.
         if (quantity)
             write(context, {input.kind(), quantity->value}, locale);
     }
 
-    // A matcher that backtracks would not come back from this.
+    // A matcher that backtracks would never finish this.
     if (!text.empty() && bytes.size() % 16 == 0) {
         while (text.size() < longestRepeated)
             text += text;

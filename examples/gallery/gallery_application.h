@@ -4,11 +4,11 @@
 
 namespace gallery {
 
-/// An application that outlives what its slots throw.
+/// An application that survives the exceptions of its slots.
 ///
-/// Qt does not carry exceptions through its event loop: one that leaves a slot
-/// ends the process, unless it is caught here. A field with a
-/// DistanceEditValidator throws for a unit that it does not know.
+/// Qt does not pass exceptions through its event loop. An exception that leaves a slot ends
+/// the process unless it is caught here. A DistanceEditValidator throws if it does not know
+/// a unit.
 class GalleryApplication : public QApplication
 {
     Q_OBJECT

@@ -7,7 +7,7 @@ class QStackedWidget;
 
 namespace gallery {
 
-/// The list of pages, and the page that is chosen in it.
+/// A list of all pages, and the page that is selected in it.
 class GalleryWindow : public QMainWindow
 {
     Q_OBJECT
@@ -15,7 +15,7 @@ class GalleryWindow : public QMainWindow
 public:
     explicit GalleryWindow(QWidget* parent = nullptr);
 
-    /// False if there is no page of that name.
+    /// Returns false if there is no page with this name.
     bool showPage(const QString& name);
 
     /// Shows what went wrong, until the next message.

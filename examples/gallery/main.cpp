@@ -21,7 +21,7 @@ int listPages()
     return EXIT_SUCCESS;
 }
 
-// Plain numbers go by QLocale, quantities by the standard library.
+// Plain numbers use QLocale, quantities use the locale of the standard library.
 bool useLocale(const QString& name)
 {
     const QLocale locale(name);
@@ -56,8 +56,8 @@ int main(int argc, char** argv)
     parser.addHelpOption();
     parser.addOptions({listOption, pageOption, screenshotOption, localeOption});
 
-    // The locale has to stand before the application object chooses translations;
-    // what else is wrong with the arguments, the application object tells.
+    // The locale must be set before the application object chooses translations. Other
+    // arguments are checked when that object exists.
     QStringList arguments;
     for (int i = 0; i < argc; ++i)
         arguments.append(QString::fromLocal8Bit(argv[i]));
@@ -81,7 +81,7 @@ int main(int argc, char** argv)
 
     if (parser.isSet(screenshotOption)) {
         const QString file = parser.value(screenshotOption);
-        // Once the first paint is through.
+        // After the first paint.
         QTimer::singleShot(0, &window, [&window, file] {
             const bool saved = window.grab().save(file);
             QCoreApplication::exit(

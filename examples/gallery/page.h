@@ -16,7 +16,7 @@ struct Page
     QWidget* (*create)(QWidget* parent);
 };
 
-/// Every page, in the order in which they are listed.
+/// All pages, in the order of the list.
 const std::vector<Page>& pages();
 
 } // namespace gallery

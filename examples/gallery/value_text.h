@@ -6,11 +6,10 @@
 
 namespace gallery {
 
-/// The value in `value` as an application programmer would write it; empty for
-/// an empty one.
+/// The value in `value` as a programmer would write it. Empty if `value` is empty.
 QString valueText(const boost::any& value);
 
-/// The name of its type; "(no value)" for an empty one.
+/// The name of the type in `value`, or "(no value)" if it is empty.
 QString typeText(const boost::any& value);
 
 } // namespace gallery

@@ -1,5 +1,5 @@
-// What a first program does with the library. That it reads 12.5 shows that the
-// libraries are found, linked and loaded; main returns non-zero otherwise.
+// A first program that uses the library. It reads 12.5, which shows that the libraries are
+// found, linked and loaded. If anything is wrong, main returns a non-zero value.
 
 #include <vrn/assert/smart_assert.h>
 #include <vrn/environment/environment.h>
@@ -14,8 +14,8 @@
 
 namespace {
 
-// True if the library reports a broken contract to the handler of this program.
-// It does not when the program and the library have different companions.
+// Whether the library reports a broken contract to this program's handler. It does not if
+// the program and the library use different companions.
 bool reportArrives()
 {
     int reports = 0;
@@ -36,7 +36,7 @@ bool fieldHoldsNumber()
     return boost::any_cast<double>(value) == 12.5;
 }
 
-// The exception's type has one identity on both sides of the library's border.
+// The program can catch an exception type that the library throws.
 bool unknownUnitIsCaught()
 {
     try {
@@ -46,8 +46,8 @@ bool unknownUnitIsCaught()
     }
 }
 
-// A package that was moved after it was built is not where the library looks by
-// itself; its own CMake files tell where the icons are.
+// The library does not find the icons of a package that was moved after it was built. The
+// CMake files of the package say where they are.
 bool installedIconIsFound()
 {
 #ifdef VRN_QT2_DATA_DIR

@@ -1,5 +1,5 @@
-# Passes if the README shows examples/first_field as it is built, and if every
-# file that the documentation links to is there.
+# Checks that the README shows examples/first_field as it is built, and that every file
+# that the documentation links to exists.
 cmake_minimum_required(VERSION 3.25)
 get_filename_component(root "${CMAKE_CURRENT_LIST_DIR}/../.." ABSOLUTE)
 
@@ -7,20 +7,20 @@ file(READ "${root}/README.md" readme)
 file(READ "${root}/examples/first_field/main.cpp" program)
 string(FIND "${readme}" "```cpp\n${program}```" position)
 if(position EQUAL -1)
-    message(SEND_ERROR "README.md does not show examples/first_field/main.cpp as it stands")
+    message(SEND_ERROR "README.md does not show examples/first_field/main.cpp as it is")
 endif()
 
 file(GLOB documents "${root}/*.md" "${root}/docs/*.md")
 foreach(document IN LISTS documents)
     get_filename_component(folder "${document}" DIRECTORY)
     file(READ "${document}" text)
-    # A list with brackets in its elements would not be taken apart.
+    # CMake does not split a list where its elements contain brackets.
     string(REPLACE "](" "@link:" text "${text}")
     string(REGEX MATCHALL "@link:[^)#]+" links "${text}")
     foreach(link IN LISTS links)
         string(REPLACE "@link:" "" target "${link}")
         if(NOT target MATCHES "^https?:" AND NOT EXISTS "${folder}/${target}")
-            message(SEND_ERROR "${document} links to ${target}, which is not there")
+            message(SEND_ERROR "${document} links to ${target}, which does not exist")
         endif()
     endforeach()
 endforeach()

@@ -15,7 +15,7 @@ void alignCaptions(const std::vector<QWidget*>& controls)
     int width = 0;
     for (const QWidget* control : controls) {
         for (VRN_QT_Label* label : control->findChildren<VRN_QT_Label*>()) {
-            // A unit is a label, too, but nobody's caption.
+            // A unit is a label too, but it is not a caption.
             if (!label->buddy())
                 continue;
             captions.push_back(label);

@@ -10,8 +10,7 @@ class SimpleLineEdit;
 
 namespace gallery {
 
-/// Gives the captions of `controls` one width, so that what stands behind them
-/// lines up.
+/// Gives all captions of `controls` the same width, so that their fields line up.
 void alignCaptions(const std::vector<QWidget*>& controls);
 void alignCaptions(const std::vector<vrn::qt::SimpleLineEdit*>& edits);
 

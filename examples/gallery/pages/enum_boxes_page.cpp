@@ -51,7 +51,7 @@ boost::shared_ptr<QPixmap> drawn(const std::function<void(QPainter&)>& draw)
     return pixmap;
 }
 
-// The last entry has none.
+// The last entry has no picture.
 PixmapPtrList sectionPictures()
 {
     return {drawn([](QPainter& p) { p.drawEllipse(2, 2, 16, 16); }),
@@ -79,7 +79,7 @@ std::deque<QColor> loadColours()
         QColor(225, 225, 225), QColor(255, 230, 190), QColor(200, 230, 200), QColor(205, 225, 250)};
 }
 
-// Metric bolts; any other diameter may be typed.
+// Metric bolts. The user may also type any other diameter.
 NamedValueList bolts()
 {
     return {{QStringLiteral("M12"), 12}, {QStringLiteral("M16"), 16}, {QStringLiteral("M20"), 20},
@@ -175,7 +175,7 @@ void EnumBoxesPage::addRow(SimpleEnumBox* box)
         row.signalCount->setNum(row.signalCount->text().toInt() + 1);
         refresh(row);
     });
-    // A text typed over that of a varying selection ends the varying at once.
+    // Once the user types, a varying control does not vary any more.
     connect(
         box->findChild<QComboBox*>(), &QComboBox::editTextChanged, this, [row] { refresh(row); });
 }

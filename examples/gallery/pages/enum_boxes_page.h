@@ -12,7 +12,7 @@ class SimpleEnumBox;
 
 namespace gallery {
 
-/// Enum boxes of every kind; beside each, what an application reads out of it.
+/// Enum boxes of every kind, each beside the value that an application reads from it.
 class EnumBoxesPage : public QWidget
 {
     Q_OBJECT

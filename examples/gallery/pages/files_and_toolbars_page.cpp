@@ -25,7 +25,7 @@ namespace {
 
 using namespace vrn::qt;
 
-// Groups of buttons, by the bits of their masks.
+// Groups of buttons; each is a bit of a mask.
 constexpr unsigned int files = 1;
 constexpr unsigned int editing = 2;
 

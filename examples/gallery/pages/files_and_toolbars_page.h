@@ -13,8 +13,8 @@ class Toolbar;
 
 namespace gallery {
 
-/// A file picker of each type with its value; a toolbar in either direction,
-/// with a button whose function throws; and a style sheet that comes from a file.
+/// A file picker of each type with its value, a toolbar in either direction with a button
+/// whose function throws, and a style sheet from a file.
 class FilesAndToolbarsPage : public QWidget
 {
     Q_OBJECT

@@ -139,7 +139,7 @@ void GroupsPage::fillCheckBoxes(QGridLayout* column)
     row.onFinish();
     addCheckBoxGroup(column, supports, std::move(group));
 
-    // Two lines of one grid; an empty label keeps them in step.
+    // Two rows of one grid. An empty label keeps their columns aligned.
     auto* hinges = new QGroupBox(tr("Hinges, in a grid"), this);
     GridLayouter grid(ExpandHorizontal);
     grid.onCreate(hinges);
@@ -175,7 +175,7 @@ void GroupsPage::fillRadioGroups(QGridLayout* column)
     grid.layout()->setColumnStretch(grid.layout()->columnCount(), 1);
     addControl(column, turn, turn, 90, 180);
 
-    // Without a group box of its own: the buttons stand among other properties.
+    // Without its own group box, because the buttons are among other properties.
     const NamedValueList roles = {{tr("Beam"), 1}, {tr("Column"), 2}};
     auto* properties = new QGroupBox(tr("Role, in a property grid"), this);
     PropertyGridLayouter propertyGrid;
@@ -220,7 +220,7 @@ template <typename Control>
 void GroupsPage::addRow(QGridLayout* column, QWidget* widget, Control* control, Row row)
 {
     const int line = column->rowCount();
-    // A widget with two controls in it stands beside the rows of both.
+    // A widget with two controls is beside the rows of both.
     if (widget)
         column->addWidget(widget, line, 0);
     else

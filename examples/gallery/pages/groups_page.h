@@ -18,8 +18,8 @@ class MultiEditControlBase;
 
 namespace gallery {
 
-/// Check boxes, radio groups and groups of check boxes, laid out by each of the
-/// layouters; beside each what an application reads out of it.
+/// Check boxes, radio groups and groups of check boxes, arranged by each of the layouters.
+/// Beside each is the value that an application reads from it.
 class GroupsPage : public QWidget
 {
     Q_OBJECT
@@ -29,14 +29,14 @@ public:
     ~GroupsPage() override;
 
 private:
-    // What there is to a row, whatever control it has.
+    // What every row has, whichever control is in it.
     struct Row
     {
         QLabel* value;
         QLabel* signalCount;
         std::function<QString()> valueText;
         std::function<void()> reset;
-        // Reads object 0, which differs from 1.
+        // Reads object 0 or 1, which differ.
         std::function<void(int object)> read;
         std::function<void()> endRead;
     };
@@ -47,7 +47,7 @@ private:
     void fillCheckBoxes(QGridLayout* column);
     void fillRadioGroups(QGridLayout* column);
 
-    /// `widget` is the control or has it in it; a null one has been added before.
+    /// `widget` is the control or contains it. Null if it was added before.
     template <typename Control>
     void addControl(QGridLayout* column, QWidget* widget, Control* control, const boost::any& one,
         const boost::any& two);

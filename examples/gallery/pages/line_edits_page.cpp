@@ -148,7 +148,7 @@ LineEditsPage::LineEditsPage(QWidget* parent)
     m_grid->setRowStretch(m_grid->rowCount(), 1);
     setFocusProxy(m_rows.front().edit);
 
-    // A slot that throws ends its signal early: the row has not heard of it.
+    // If one slot throws, the signal does not reach the row.
     if (const auto* application = qobject_cast<GalleryApplication*>(qApp)) {
         connect(application, &GalleryApplication::exceptionCaught, this,
             [this] { std::for_each(m_rows.begin(), m_rows.end(), &refresh); });
@@ -203,7 +203,7 @@ void LineEditsPage::addHeader()
 void LineEditsPage::refresh(const Row& row)
 {
     const bool valid = row.edit->isValueValid();
-    // Asked for a refused text, getValue() reports a broken contract.
+    // If the text was refused, getValue() reports a broken contract.
     const boost::any value = valid ? row.edit->getValue() : boost::any();
     row.value->setText(valid ? valueText(value) : QString());
     row.type->setText(valid ? typeText(value) : QStringLiteral("-"));

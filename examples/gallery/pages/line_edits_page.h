@@ -15,8 +15,7 @@ class SimpleLineEdit;
 
 namespace gallery {
 
-/// A line edit for every validator; beside each, what an application reads out
-/// of it.
+/// A line edit for every validator, each beside the value that an application reads from it.
 class LineEditsPage : public QWidget
 {
     Q_OBJECT

@@ -25,7 +25,7 @@ using namespace vrn::qt;
 using Quantity = vrn::units::IConverter::quantity;
 namespace UnitId = vrn::units::UnitId;
 
-// What the application keeps for a depth that is left to the design.
+// The application stores this for a depth that the design will choose.
 constexpr double noDepth = 0.0;
 
 MultiEditLineEdit* createLineEdit(IValidator* validator)
@@ -195,8 +195,8 @@ void MultiEditPage::addRow(const QString& caption, QWidget* widget, MultiEditCon
              static_cast<QWidget*>(row.value)})
         m_grid->addWidget(each, static_cast<int>(m_rows.size()) + 1, column++);
     m_rows.push_back(row);
-    // Qt would name a buddy by its label, but not what takes the keys in its place.
-    // Boxes have names of their own.
+    // Qt names a buddy by its label, but not the buddy's focus proxy, which takes the keys.
+    // Boxes already have names.
     QWidget* typedInto = widget;
     while (typedInto->focusProxy())
         typedInto = typedInto->focusProxy();
@@ -208,8 +208,8 @@ void MultiEditPage::addRow(const QString& caption, QWidget* widget, MultiEditCon
         m_log->appendPlainText(
             QStringLiteral("%1: valueChanged(), %2").arg(row.caption, row.value->text()));
     }));
-    // A keystroke ends a variation without a signal, and so does a button that
-    // computes a value.
+    // After a keystroke, or a button that computes a value, a control no longer varies. No
+    // signal says so.
     for (auto* edit : widget->findChildren<QLineEdit*>())
         connect(edit, &QLineEdit::textEdited, this, [row] { show(row); });
     for (auto* button : widget->findChildren<QToolButton*>())
@@ -220,7 +220,7 @@ void MultiEditPage::reset()
 {
     for (const Row& row : m_rows) {
         row.control->reset();
-        // What stands in the control now is left over, and may be no value.
+        // The control still shows what it had before, which may not be a value.
         show(row, tr("(nothing read)"));
     }
 }

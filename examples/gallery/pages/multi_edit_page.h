@@ -14,8 +14,8 @@ class QPlainTextEdit;
 
 namespace gallery {
 
-/// Every control for a selection of objects, all on one selection; beside each
-/// what an application reads out of it, and at the side the signals as they come.
+/// All controls for a selection of objects, each with the same selection. Beside each is
+/// the value that an application reads from it. A list shows the signals as they arrive.
 class MultiEditPage : public QWidget
 {
     Q_OBJECT
@@ -24,7 +24,7 @@ public:
     explicit MultiEditPage(QWidget* parent = nullptr);
 
 private:
-    // A control, and the values of it that two objects have.
+    // A control, and the values that two objects have for it.
     struct Row
     {
         QString caption;
@@ -35,7 +35,7 @@ private:
         QLabel* value;
     };
 
-    /// `control` is a widget, too.
+    /// `control` is also a widget.
     template <typename Control>
     void addControl(
         const QString& caption, Control* control, const boost::any& one, const boost::any& two)
@@ -50,7 +50,7 @@ private:
     void addHeader();
 
     void reset();
-    /// Reads a selection: for each of its objects, which of the two values it has.
+    /// Reads a selection. For each of its objects, `objects` says which value it has.
     void read(const std::vector<boost::any Row::*>& objects);
     void readDifferent();
     void forceVaries();
@@ -60,8 +60,8 @@ private:
     QGridLayout* m_grid;
     QPlainTextEdit* m_log;
     std::vector<Row> m_rows;
-    // Behind the rows, which they use: a field that loses the focus when the page
-    // is destroyed still sends its signal.
+    // Declared after the rows, because the hooks use them: a field that loses the focus
+    // while the page is destroyed still emits its signal.
     std::vector<std::unique_ptr<vrn::qt::OnValueChangedHook>> m_hooks;
 };
 

@@ -35,8 +35,8 @@ constexpr int inchFraction = 16;
 
 constexpr int systemCount = 10;
 
-// Lets a control read and write numbers as its user does elsewhere. Controls
-// ask for the C locale always; whoever wants another says so in a validator.
+// Lets a control read and write numbers in the user's locale. Controls always ask for the
+// C locale, and only a validator can change that.
 struct UserLocaleValidator : public ForwardValidator
 {
     using ForwardValidator::ForwardValidator;
@@ -178,14 +178,14 @@ void QuantitiesPage::addRow(UnitId::UnitId kind, const QString& caption, double 
     connect(edit, &SimpleLineEdit::valueChanged, this, [this, &row] { takeOver(row); });
 }
 
-// The one place where a value changes: its user has entered another.
+// Only this function changes a value, when the user has entered another one.
 void QuantitiesPage::takeOver(Row& row)
 {
     if (!row.edit->isValueValid()) {
         row.baseValue->setText(tr("refused"));
         return;
     }
-    // Leaving a field untouched must not round its value to what is shown.
+    // A user who leaves a field unchanged must not round its value to the shown digits.
     if (row.edit->edit()->text() != row.validator->reformat(row.value, 0)) {
         row.value = row.edit->getValue();
         row.edit->addCurrentValueToValueHistory();

@@ -23,13 +23,12 @@ class SimpleLineEdit;
 
 namespace gallery {
 
-/// Quantities of a dozen kinds in a unit system of the user's choice; beside
-/// each, the value that the application keeps, in the base scale.
+/// Quantities of a dozen kinds in a unit system that the user chooses. Beside each is the
+/// value that the application stores, in the base scale.
 ///
-/// A validator has a copy of its context, so a change of the system puts new
-/// validators behind the fields, each with the context that is active then. The
-/// values are kept here, apart from the texts:
-/// they are only shown anew.
+/// A validator has a copy of its context. So when the system changes, every field gets a new
+/// validator with the context that is then active. The page stores the values itself, apart
+/// from the texts, and only shows them again.
 class QuantitiesPage : public QWidget
 {
     Q_OBJECT
@@ -62,7 +61,7 @@ private:
     QCheckBox* m_feetAndInches;
     QGridLayout* m_grid;
     std::vector<Row> m_rows;
-    QGroupBox* m_overview; ///< One value in all systems: that of m_shownRow.
+    QGroupBox* m_overview; ///< The value of m_shownRow in all systems.
     std::vector<QLabel*> m_inSystem;
     std::size_t m_shownRow = 0;
 };

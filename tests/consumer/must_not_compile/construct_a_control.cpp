@@ -1,4 +1,4 @@
-// Controls come from create().
+// Only create() makes a control.
 #include <vrn/qt/double_edit_validator.h>
 #include <vrn/qt/simple_line_edit.h>
 

@@ -1,4 +1,4 @@
-// The library has instances for three types and no other.
+// The library instantiates the template for three types only.
 #include <vrn/qt/integer_validator.h>
 
 int main()

@@ -1,4 +1,4 @@
-// What only the library itself needs is not exported.
+// The library does not export what only it needs.
 #include <vrn/qt/i_validator.h>
 
 #include <QLocale>

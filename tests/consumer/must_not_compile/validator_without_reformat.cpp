@@ -1,4 +1,4 @@
-// Text to value and value to text belong together.
+// A validator must convert in both directions.
 #include <vrn/qt/i_validator.h>
 
 namespace {

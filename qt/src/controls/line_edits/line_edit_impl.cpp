@@ -2,7 +2,6 @@
 
 #include <vrn/assert/smart_assert.h>
 #include <vrn/companion_qt/connect.h>
-#include <vrn/qt/simple_line_edit.h>
 
 #include <QApplication>
 #include <QEvent>
@@ -87,7 +86,7 @@ QToolButton* LineEditImpl::addButton(
                                  "padding-bottom:0;  }")
                       .arg(button.width() + 1 + frameWidth()));
     const QSize minimum = minimumSizeHint();
-    const int minimumHeight = (m_options & SimpleLineEdit::OptionBorderless) != 0
+    const int minimumHeight = (m_options & optionBorderless) != 0
         ? 16
         : std::max(minimum.height(), button.height() + 2 * frameWidth());
     setMinimumSize(
@@ -206,7 +205,7 @@ void LineEditImpl::placeButton()
 
 int LineEditImpl::frameWidth() const
 {
-    if ((m_options & SimpleLineEdit::OptionBorderless) != 0)
+    if ((m_options & optionBorderless) != 0)
         return 0;
     return style()->pixelMetric(QStyle::PM_DefaultFrameWidth, nullptr, this);
 }

@@ -28,6 +28,9 @@ class VRN_QT2_EXPORT LineEditImpl : public QLineEdit
     Q_OBJECT
 
 public:
+    /// Bit 0 of the options: no frame, on white.
+    static constexpr unsigned int optionBorderless = 1;
+
     explicit LineEditImpl(unsigned int options, QWidget* parent = nullptr);
     ~LineEditImpl() override;
 

@@ -23,6 +23,9 @@
 namespace vrn::qt {
 namespace {
 
+// The options go to the edit as they are.
+static_assert(SimpleLineEdit::OptionBorderless == detail::LineEditImpl::optionBorderless);
+
 // What a control passes to its validator: what a user types is in the C locale.
 constexpr unsigned long noFlags = 0;
 

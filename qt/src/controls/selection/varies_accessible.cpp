@@ -1,9 +1,9 @@
-#include <vrn/qt/multi_edit_group_box.h>
-#include <vrn/qt/simple_check_box.h>
+#include <vrn/qt/multi_edit_control_base.h>
 #include <vrn/qt/varies_string.h>
 
 #include <QAccessibleWidget>
 #include <QCheckBox>
+#include <QGroupBox>
 #include <QKeySequence>
 #include <QPointer>
 
@@ -134,10 +134,16 @@ private:
     QGroupBox* m_box;
 };
 
-// Qt asks for each class of the object, the most derived one first.
+bool isPartOfCheckBox(const QObject* object)
+{
+    return object->parent() && object->parent()->inherits("vrn::qt::SimpleCheckBox");
+}
+
+// Qt asks for each class of the object, the most derived one first. The controls are
+// known by the names of their classes: they use this file, not the other way round.
 QAccessibleInterface* createAccessible(const QString& className, QObject* object)
 {
-    if (className == QLatin1String("QCheckBox") && qobject_cast<SimpleCheckBox*>(object->parent()))
+    if (className == QLatin1String("QCheckBox") && isPartOfCheckBox(object))
         return new CheckBoxAccessible(static_cast<QCheckBox*>(object));
     if (className == QLatin1String("vrn::qt::MultiEditGroupBox"))
         return new GroupBoxAccessible(static_cast<QGroupBox*>(object));
