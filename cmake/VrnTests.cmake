@@ -25,15 +25,16 @@ function(vrn_add_test_program program)
     target_link_libraries(${program} PRIVATE vrn_test_support ${arg_LIBRARIES})
 endfunction()
 
-# vrn_add_test(<name> [X11] [PROGRAM <program>] [SOURCES <file>...] [LIBRARIES <target>...]
-#              [ENVIRONMENT <NAME=value>...])
+# vrn_add_test(<name> [X11] [PROGRAM <program>] [WINDOW_MANAGERS <manager>...]
+#              [SOURCES <file>...] [LIBRARIES <target>...] [ENVIRONMENT <NAME=value>...])
 #
 # Adds the test class in <name>.cpp to PROGRAM, or makes a program <name> of it. SOURCES and
 # LIBRARIES are added to the program. The ctest test <name> runs this class alone, and the
 # target <name> builds its program. The test runs offscreen. With X11 it runs under a window
-# manager on its own X server and has the ctest label "x11".
+# manager on its own X server and has the ctest label "x11". The window manager is openbox;
+# with WINDOW_MANAGERS there is a test <name>_<manager> for each of them.
 function(vrn_add_test name)
-    cmake_parse_arguments(arg "X11" "PROGRAM" "SOURCES;LIBRARIES;ENVIRONMENT" ${ARGN})
+    cmake_parse_arguments(arg "X11" "PROGRAM" "WINDOW_MANAGERS;SOURCES;LIBRARIES;ENVIRONMENT" ${ARGN})
     if(arg_PROGRAM)
         add_custom_target(${name} DEPENDS ${arg_PROGRAM})
     else()
@@ -42,18 +43,35 @@ function(vrn_add_test name)
     endif()
     target_sources(${arg_PROGRAM} PRIVATE ${name}.cpp ${arg_SOURCES})
     target_link_libraries(${arg_PROGRAM} PRIVATE ${arg_LIBRARIES})
-    if(arg_X11)
-        add_test(NAME ${name} COMMAND
-            "${vrn_qt2_SOURCE_DIR}/tests/support/run-x11" "$<TARGET_FILE:${arg_PROGRAM}>" ${name})
-        # Serial, because a test waits only five seconds for the effect of a key.
-        set_tests_properties(${name} PROPERTIES LABELS x11 TIMEOUT 300 RUN_SERIAL ON)
-        set(environment "QT_QPA_PLATFORM=xcb")
+    set(command "$<TARGET_FILE:${arg_PROGRAM}>" ${name})
+    if(NOT arg_X11)
+        add_test(NAME ${name} COMMAND ${command})
+        _vrn_set_test_properties(${name} ENVIRONMENT "QT_QPA_PLATFORM=offscreen" ${arg_ENVIRONMENT})
+    elseif(NOT arg_WINDOW_MANAGERS)
+        _vrn_add_x11_test(${name} openbox COMMAND ${command} ENVIRONMENT ${arg_ENVIRONMENT})
     else()
-        add_test(NAME ${name} COMMAND ${arg_PROGRAM} ${name})
-        set_tests_properties(${name} PROPERTIES TIMEOUT 300)
-        set(environment "QT_QPA_PLATFORM=offscreen")
+        foreach(manager IN LISTS arg_WINDOW_MANAGERS)
+            _vrn_add_x11_test(${name}_${manager} ${manager}
+                COMMAND ${command} ENVIRONMENT ${arg_ENVIRONMENT})
+        endforeach()
     endif()
+endfunction()
+
+# _vrn_add_x11_test(<name> <window manager> COMMAND <word>... [ENVIRONMENT <NAME=value>...])
+function(_vrn_add_x11_test name manager)
+    cmake_parse_arguments(arg "" "" "COMMAND;ENVIRONMENT" ${ARGN})
+    add_test(NAME ${name} COMMAND "${vrn_qt2_SOURCE_DIR}/tests/support/run-x11" ${arg_COMMAND})
+    _vrn_set_test_properties(${name}
+        ENVIRONMENT "QT_QPA_PLATFORM=xcb" "VRN_X11_WINDOW_MANAGER=${manager}" ${arg_ENVIRONMENT})
+    # Serial, because a test waits only five seconds for the effect of a key.
+    set_tests_properties(${name} PROPERTIES LABELS x11 RUN_SERIAL ON)
+endfunction()
+
+# _vrn_set_test_properties(<name> ENVIRONMENT <NAME=value>...)
+function(_vrn_set_test_properties name)
+    cmake_parse_arguments(arg "" "" "ENVIRONMENT" ${ARGN})
     # The result must not depend on the user's locale, style or scaling.
-    set_tests_properties(${name} PROPERTIES ENVIRONMENT
-        "${environment};LC_ALL=C.UTF-8;QT_STYLE_OVERRIDE=fusion;QT_SCALE_FACTOR=1;QT_QPA_PLATFORMTHEME=;${arg_ENVIRONMENT}")
+    set(environment LC_ALL=C.UTF-8 QT_STYLE_OVERRIDE=fusion QT_SCALE_FACTOR=1
+        QT_QPA_PLATFORMTHEME= ${arg_ENVIRONMENT})
+    set_tests_properties(${name} PROPERTIES TIMEOUT 300 ENVIRONMENT "${environment}")
 endfunction()

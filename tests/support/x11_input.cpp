@@ -6,40 +6,70 @@
 namespace vrn::test::x11 {
 namespace {
 
-QByteArray run(const QStringList& arguments)
+QByteArray run(const QString& program, const QStringList& arguments)
 {
     QProcess process;
-    process.start(QStringLiteral("xdotool"), arguments);
+    process.start(program, arguments);
     const bool finished = process.waitForFinished() && process.exitCode() == 0;
     if (!finished) {
-        const QString what = QStringLiteral("xdotool ") + arguments.join(QLatin1Char(' '))
+        const QString what = program + QLatin1Char(' ') + arguments.join(QLatin1Char(' '))
             + QStringLiteral(": ") + QString::fromLocal8Bit(process.readAllStandardError());
         QTest::qFail(qPrintable(what), __FILE__, __LINE__);
     }
     return process.readAllStandardOutput();
 }
 
+QByteArray xdotool(const QStringList& arguments)
+{
+    return run(QStringLiteral("xdotool"), arguments);
+}
+
 } // namespace
 
 void type(const QString& text)
 {
-    run({QStringLiteral("type"), QStringLiteral("--delay"), QStringLiteral("5"), text});
+    xdotool({QStringLiteral("type"), QStringLiteral("--delay"), QStringLiteral("5"), text});
 }
 
 void press(const QStringList& keys)
 {
-    run(QStringList{QStringLiteral("key"), QStringLiteral("--delay"), QStringLiteral("5")} + keys);
+    xdotool(
+        QStringList{QStringLiteral("key"), QStringLiteral("--delay"), QStringLiteral("5")} + keys);
 }
 
 void click(const QPoint& position)
 {
-    run({QStringLiteral("mousemove"), QString::number(position.x()), QString::number(position.y()),
-        QStringLiteral("click"), QStringLiteral("1")});
+    xdotool({QStringLiteral("mousemove"), QString::number(position.x()),
+        QString::number(position.y()), QStringLiteral("click"), QStringLiteral("1")});
 }
 
 quintptr activeWindow()
 {
-    return run({QStringLiteral("getactivewindow")}).trimmed().toULongLong();
+    return xdotool({QStringLiteral("getactivewindow")}).trimmed().toULongLong();
+}
+
+void minimise(quintptr window)
+{
+    xdotool({QStringLiteral("windowminimize"), QString::number(window)});
+}
+
+void activate(quintptr window)
+{
+    xdotool({QStringLiteral("windowactivate"), QString::number(window)});
+}
+
+QString property(quintptr window, const QString& name)
+{
+    const QString answer = QString::fromLocal8Bit(
+        run(QStringLiteral("xprop"), {QStringLiteral("-id"), QString::number(window), name}));
+    return answer.startsWith(name + QLatin1Char('(')) ? answer.trimmed() : QString();
+}
+
+bool isViewable(quintptr window)
+{
+    const QByteArray answer = run(
+        QStringLiteral("xwininfo"), {QStringLiteral("-id"), QString::number(window)});
+    return answer.contains("Map State: IsViewable");
 }
 
 } // namespace vrn::test::x11

@@ -5,9 +5,10 @@
 #include <QStringList>
 
 /// Keys and clicks that come from the X server, as a user's do, through the
-/// window manager and whatever window has the keyboard. For tests of the label
-/// "x11". Each function fails the running test if the event could not be made;
-/// it returns when the server has it, so the test then waits for the effect.
+/// window manager and whatever window has the keyboard, and what the server says
+/// of windows. For tests of the label "x11". Each function fails the running test
+/// if the event could not be made; it returns when the server has it, so the test
+/// then waits for the effect.
 namespace vrn::test::x11 {
 
 /// Types `text` into the window that has the keyboard.
@@ -21,5 +22,17 @@ void click(const QPoint& position);
 
 /// The window that the window manager calls active; 0 for none.
 quintptr activeWindow();
+
+/// Asks the window manager to minimise a window, as a button of its frame does.
+void minimise(quintptr window);
+
+/// Asks the window manager to activate a window, as a task bar does.
+void activate(quintptr window);
+
+/// What xprop says of a property of a window; empty if the window has no such one.
+QString property(quintptr window, const QString& name);
+
+/// Whether the server shows the window, which may still be covered by another.
+bool isViewable(quintptr window);
 
 } // namespace vrn::test::x11
