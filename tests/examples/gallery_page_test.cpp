@@ -51,7 +51,7 @@ void GalleryPageTest::openWindow()
     QVERIFY(m_window->showPage(m_pageName));
     m_window->show();
     QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
-    // It is where it stays once it is in its frame.
+    // It moves once more when the window manager adds the frame.
     QTRY_VERIFY(m_window->frameGeometry().top() < m_window->geometry().top());
 }
 
@@ -67,7 +67,7 @@ QString GalleryPageTest::nameOf(QWidget* widget)
 
 bool GalleryPageTest::isCalled(QWidget* control, const QString& name)
 {
-    // By Qt, a list is named by the entry that it shows.
+    // Qt gives a list the name of the entry that it shows.
     const auto has = [&name](QWidget* part) {
         return part->accessibleName() == name || nameOf(part) == name;
     };
@@ -77,7 +77,7 @@ bool GalleryPageTest::isCalled(QWidget* control, const QString& name)
 
 QPoint GalleryPageTest::clickableSpot(const QWidget* widget)
 {
-    // These take clicks on their sign and their text alone.
+    // These take clicks only on their sign and their text.
     const bool hasSign = qobject_cast<const QCheckBox*>(widget)
         || qobject_cast<const QRadioButton*>(widget);
     const QPoint center = widget->rect().center();

@@ -11,24 +11,24 @@
 #include <functional>
 #include <memory>
 
-/// The base of a test that drives a page of the gallery by keys and clicks of the X
-/// server. Each test function has a window of its own, which shows the page and is active.
-/// The test class ends with VRN_GALLERY_TEST.
+/// The base of a test that drives a page of the gallery with keys and clicks of the X
+/// server. Each test function gets a new window, which shows the page and is active.
+/// The file ends with VRN_GALLERY_TEST.
 class GalleryPageTest : public vrn::test::TestObject
 {
     Q_OBJECT
 
 protected:
-    /// For a page by its name of the command line.
+    /// The name of the page is that of the command line.
     explicit GalleryPageTest(const char* page);
 
-    /// Opens the window anew.
+    /// Replaces the window with a new one.
     void openWindow();
     void closeWindow() { m_window.reset(); }
     gallery::GalleryWindow& window() const { return *m_window; }
     QWidget& page() const;
 
-    /// The control in `whole` that has a name, be it its own or that of a part of it.
+    /// The control in `whole` with this name. The name may also be that of a part of it.
     template <typename Control>
     static Control* find(const QString& name, const QWidget& whole)
     {
@@ -39,39 +39,39 @@ protected:
         }
         qFatal("no %s %s", Control::staticMetaObject.className(), qPrintable(name));
     }
-    /// The same on the page.
+    /// The control on the page with this name.
     template <typename Control>
     Control* find(const QString& name) const
     {
         return find<Control>(name, page());
     }
 
-    /// What a screen reader calls it.
+    /// The name that a screen reader gives it.
     static QString nameOf(QWidget* widget);
 
-    /// Where a click on it takes effect.
+    /// A point on the screen where it takes a click.
     static QPoint clickableSpot(const QWidget* widget);
     static void click(const QWidget* widget);
-    /// Clicks until `done`, each time where `position` then is: a window that has just
-    /// been shown may still lay itself out.
+    /// Clicks until `done`. The position is computed for each click, because a new window
+    /// may still be changing its layout.
     static void clickUntil(
         const std::function<QPoint()>& position, const std::function<bool()>& done);
 
-    /// Whether what is typed next goes into this widget.
+    /// Whether the next key goes into this widget.
     bool hasKeyboard(const QWidget* widget) const;
-    /// Clicks into it, and waits for the keyboard.
+    /// Clicks into it and waits until it has the keyboard.
     void focus(const QWidget* widget);
-    /// Types over all of the text that the keyboard is in.
+    /// Replaces the whole text of the widget that has the keyboard.
     static void replaceText(const QString& text);
 
-    /// What stands last on the line of a control: the value that the application has.
+    /// The last label beside a control, which shows the value that the application has.
     static QString valueBeside(const QWidget* control);
 
-    /// The popup that is on the screen, of that edit or of any.
+    /// The popup of this edit, or of any, if it is on the screen.
     static const QWidget* hint(const QWidget* edit = nullptr);
     static const QWidget* history(const QWidget* edit = nullptr);
 
-    /// What the application caught last in the running test function.
+    /// The last exception that the application has caught in this test function.
     const QString& lastException() const { return m_lastException; }
 
 protected Q_SLOTS:
@@ -86,5 +86,5 @@ private:
     QString m_lastException;
 };
 
-/// VRN_TEST for the test of a page.
+/// VRN_TEST with the application of the gallery.
 #define VRN_GALLERY_TEST(TestClass) VRN_TEST_IN(TestClass, gallery::GalleryApplication)

@@ -27,7 +27,7 @@ private Q_SLOTS:
     }
 };
 
-// The library takes its translations up when the application is made.
+// The constructor of the application loads the translations, so the locale is set before it.
 class GermanUser
 {
 public:

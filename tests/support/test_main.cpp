@@ -31,11 +31,12 @@ const Registered* find(const QString& name)
     return found == all.end() ? nullptr : &*found;
 }
 
-// Each in a process of its own; the status is the number of those that failed.
+// Runs each class in its own process. The status is the number of classes that failed.
 int runEach(const std::vector<const Registered*>& tests, const QStringList& arguments)
 {
     if (arguments.contains(QStringLiteral("-o"))) {
-        std::fputs("-o goes with one test class: each would overwrite the file\n", stderr);
+        std::fputs(
+            "-o needs the name of one test class: several would overwrite the file\n", stderr);
         return 1;
     }
     const QString program = QFile::symLinkTarget(QStringLiteral("/proc/self/exe"));

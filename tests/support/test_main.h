@@ -5,8 +5,8 @@
 
 namespace vrn::test {
 
-/// Makes a test class known to the main function of its program. The class is named on
-/// the command line as its source file is, without the extension.
+/// Registers a test class with the main function of its program. On the command line the
+/// class has the name of its source file without the extension.
 class TestRegistration
 {
 public:
@@ -15,8 +15,8 @@ public:
     TestRegistration(const char* file, Run run);
 };
 
-/// Runs a test class in an application of its own. Tests run with the settings that
-/// vrn_add_test() gives them; no test reads those of the user.
+/// Runs a test class in its own application object. The settings come from vrn_add_test(),
+/// not from the user.
 template <typename TestClass, typename Application>
 int runTest(int argc, char** argv)
 {
@@ -28,14 +28,14 @@ int runTest(int argc, char** argv)
 
 } // namespace vrn::test
 
-/// Stands once at the end of each test file.
+/// Ends each test file.
 ///
 /// The program runs the classes that its command line names, or all of them, and passes
-/// the other arguments to each. Two and more run in a process each, so that nothing of
-/// one is left to the next.
+/// the other arguments to each. If there are several, each runs in its own process, so that
+/// no class depends on what another has left behind.
 #define VRN_TEST(TestClass) VRN_TEST_IN(TestClass, QApplication)
 
-/// VRN_TEST with an application class of the test's own, made from argc and argv.
+/// VRN_TEST with another application class than QApplication. It is made from argc and argv.
 #define VRN_TEST_IN(TestClass, Application)                                                        \
     static const vrn::test::TestRegistration testRegistration(                                     \
         __FILE__, &vrn::test::runTest<TestClass, Application>);

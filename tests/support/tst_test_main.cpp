@@ -5,7 +5,7 @@
 #include "support/test_main.h"
 #include "support/test_object.h"
 
-// Runs the program test_samples: of its classes, sample_fails alone fails.
+// Runs the program test_samples. Of its three classes only sample_fails fails.
 class TestTestMain : public vrn::test::TestObject
 {
     Q_OBJECT
