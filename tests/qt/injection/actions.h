@@ -1,0 +1,32 @@
+#pragma once
+
+#include <QByteArray>
+
+#include <functional>
+#include <vector>
+
+namespace vrn::test::injection {
+
+struct Scene;
+
+/// What a user or the program does with a control.
+struct Action
+{
+    enum Who
+    {
+        Maker, ///< The control is made: nothing else happens.
+        User,
+        Program,
+    };
+
+    QByteArray name;
+    Who who;
+    /// False if the control has nothing to do this with.
+    std::function<bool(Scene& scene)> act;
+    /// The control is brought to vary before.
+    bool whileVaries = false;
+};
+
+const std::vector<Action>& actions();
+
+} // namespace vrn::test::injection

@@ -1,0 +1,289 @@
+#include "injection/cell.h"
+
+#include "injection/actions.h"
+#include "injection/controls.h"
+#include "injection/deeds.h"
+#include "injection/places.h"
+#include "injection/scene.h"
+#include "injection/user.h"
+
+#include <vrn/assert/smart_assert.h>
+#include <vrn/qt/multi_edit_check_box.h>
+
+#include <QApplication>
+#include <QFileDialog>
+#include <QMessageBox>
+#include <QSet>
+#include <QSignalSpy>
+#include <QTest>
+#include <QTimer>
+#include <QVBoxLayout>
+
+#include <cstring>
+
+namespace vrn::test::injection {
+namespace {
+
+QByteArrayList& complaints()
+{
+    static QByteArrayList complaints;
+    return complaints;
+}
+
+void takeMessage(QtMsgType type, const QMessageLogContext&, const QString& text)
+{
+    // The platform without a screen has no windows to raise and to size.
+    const bool isOfPlatform = text.startsWith("This plugin does not support");
+    if (type != QtDebugMsg && type != QtInfoMsg && !isOfPlatform)
+        complaints().append("Qt warns: " + text.toUtf8());
+}
+
+// The user, who closes what a control opens, and an application that does something
+// meanwhile.
+class DialogUser : public QTimer
+{
+public:
+    DialogUser()
+    {
+        connect(this, &QTimer::timeout, this, &DialogUser::look);
+        start(2);
+    }
+
+private:
+    void look()
+    {
+        const QPointer<QWidget> dialog(QApplication::activeModalWidget());
+        const bool isOfControl = qobject_cast<QFileDialog*>(dialog)
+            || qobject_cast<QMessageBox*>(dialog);
+        if (!isOfControl || m_isAtIt)
+            return;
+        m_isAtIt = true;
+        scene().visit("while its dialog is open");
+        m_isAtIt = false;
+        if (dialog)
+            static_cast<QDialog*>(dialog.data())->reject();
+    }
+
+    bool m_isAtIt = false;
+};
+
+void build(Scene& s)
+{
+    s.window = new QWidget;
+    s.page = new QWidget;
+    s.other = new QLineEdit;
+    auto* rows = new QVBoxLayout(s.window);
+    rows->addWidget(s.page);
+    rows->addWidget(s.other);
+    s.elsewhere = new QWidget;
+    auto* column = new QVBoxLayout(s.elsewhere);
+    column->addWidget(new QLineEdit);
+}
+
+void show(Scene& s)
+{
+    s.other->setFocus();
+    activate(s.window);
+    s.enter();
+    settle();
+}
+
+// Runs a step; what it throws is the application's matter.
+template <typename Step>
+void caught(Step step)
+{
+    try {
+        step();
+    } catch (...) {}
+}
+
+void destroyDeferred()
+{
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
+
+// A multi-edit control that has been through anything reads a selection as ever.
+void checkReading(Scene& s, vrn::qt::MultiEditControlBase& control)
+{
+    const auto expect = [&](bool ok, const char* what) {
+        if (!ok)
+            complaints().append(what);
+    };
+    control.getCurrentValue();
+    control.reset();
+    control.readValue(s.values[0]);
+    expect(!control.dataVaries(), "varies after one value");
+    control.readValue(s.values[1]);
+    expect(control.dataVaries(), "does not vary after two values");
+    expect(control.getCurrentValue().empty(), "has a value while it varies");
+    control.setValue(s.values[0]);
+    expect(!control.dataVaries(), "varies after setValue");
+    expect(!control.getCurrentValue().empty(), "has no value after setValue");
+}
+
+void checkSurvivor(Scene& s)
+{
+    QList<QObject*> parts;
+    if (s.page)
+        parts = s.page->findChildren<QObject*>();
+    parts += s.control->findChildren<QObject*>();
+    parts += s.control;
+    for (const QObject* part : parts) {
+        if (part->signalsBlocked())
+            complaints().append(
+                QByteArray("signals are blocked: ") + part->metaObject()->className());
+    }
+    const bool hasSignal = s.control->metaObject()->indexOfSignal("valueChanged()") >= 0;
+    if (s.speak && hasSignal) {
+        const QSignalSpy spy(s.control, SIGNAL(valueChanged()));
+        if (s.speak() && spy.isEmpty())
+            complaints().append("emits no valueChanged any more");
+    }
+    if (s.page) {
+        for (auto* box : s.page->findChildren<vrn::qt::MultiEditCheckBox*>()) {
+            const QSignalSpy spy(box, SIGNAL(valueChanged()));
+            box->setValue(true);
+            if (spy.isEmpty())
+                complaints().append("a box emits no valueChanged any more");
+        }
+    }
+    if (auto* control = dynamic_cast<vrn::qt::MultiEditControlBase*>(s.control.data()))
+        checkReading(s, *control);
+}
+
+void tearDown(Scene& s)
+{
+    delete s.window;
+    delete s.elsewhere;
+    delete s.control;
+    settle();
+    destroyDeferred();
+    s.belongings.clear();
+}
+
+} // namespace
+
+QByteArray nameOf(const Cell& cell)
+{
+    QByteArray name = QByteArray(controls()[std::size_t(cell.control)].name) + " / "
+        + actions()[std::size_t(cell.action)].name + " / ";
+    if (cell.isRehearsal())
+        return name + "nowhere / nothing";
+    name += placeNames()[std::size_t(cell.place)];
+    if (cell.occurrence > 1)
+        name += " (" + QByteArray::number(cell.occurrence) + ')';
+    return name + " / " + deeds()[std::size_t(cell.deed)].name;
+}
+
+std::optional<Cell> cellOf(const QByteArray& name)
+{
+    // Names of places have no number of their own.
+    for (Cell cell; cell.control < int(controls().size()); ++cell.control) {
+        if (!name.startsWith(QByteArray(controls()[std::size_t(cell.control)].name) + " / "))
+            continue;
+        for (cell.action = 0; cell.action < int(actions().size()); ++cell.action) {
+            Cell rehearsal = cell;
+            rehearsal.place = -1;
+            QByteArray begin = nameOf(rehearsal);
+            if (name == begin)
+                return rehearsal;
+            begin.chop(int(std::strlen("nowhere / nothing")));
+            if (!name.startsWith(begin))
+                continue;
+            for (cell.place = 0; cell.place < int(placeNames().size()); ++cell.place) {
+                for (cell.deed = 0; cell.deed < int(deeds().size()); ++cell.deed) {
+                    for (cell.occurrence = 1; cell.occurrence < 10; ++cell.occurrence) {
+                        if (nameOf(cell) == name)
+                            return cell;
+                    }
+                }
+            }
+        }
+    }
+    return {};
+}
+
+void run(const Cell& cell, Outcome& outcome)
+{
+    qInstallMessageHandler(&takeMessage);
+    vrn::smartassert::set_assert_handler([](const auto&) {});
+    const QSet<QWidget*> before = [] {
+        const auto widgets = QApplication::allWidgets();
+        return QSet<QWidget*>(widgets.begin(), widgets.end());
+    }();
+    const DialogUser dialogUser;
+    const Action& action = actions()[std::size_t(cell.action)];
+    Scene& s = scene();
+    const auto arm = [&] {
+        std::function<bool()> deed;
+        const Deed* row = cell.isRehearsal() ? nullptr : &deeds()[std::size_t(cell.deed)];
+        if (row)
+            deed = [row, &s] { return row->act(s); };
+        s.arm(&outcome, cell.place, cell.occurrence, deed, row && row->repeats);
+    };
+
+    build(s);
+    if (action.who == Action::Maker)
+        arm();
+    caught([&] { controls()[std::size_t(cell.control)].make(s); });
+    outcome.applies = true;
+    if (action.who != Action::Maker) {
+        show(s);
+        listen(s);
+        if (action.whileVaries) {
+            auto* control = dynamic_cast<vrn::qt::MultiEditControlBase*>(s.control.data());
+            outcome.applies = control != nullptr;
+            if (control)
+                control->forceVaries();
+        }
+        arm();
+        if (outcome.applies)
+            caught([&] { outcome.applies = action.act(s); });
+    }
+    if (!outcome.applies) {
+        outcome.ended = true;
+        return;
+    }
+    settle();
+    destroyDeferred();
+    s.disarm();
+
+    if (s.control) {
+        try {
+            checkSurvivor(s);
+        } catch (const std::exception& error) {
+            complaints().append(QByteArray("throws afterwards: ") + error.what());
+        }
+    }
+    tearDown(s);
+    for (const QWidget* widget : QApplication::allWidgets()) {
+        // Qt makes those of the desktop when it needs them.
+        const QByteArray name = widget->metaObject()->className();
+        if (!before.contains(const_cast<QWidget*>(widget)) && !name.startsWith("QDesktop"))
+            complaints().append("stays behind: " + name);
+    }
+    const QByteArray failure = complaints().join("; ").left(int(sizeof outcome.failure) - 1);
+    std::memcpy(outcome.failure, failure.constData(), std::size_t(failure.size()) + 1);
+    outcome.ended = true;
+}
+
+void warmUp()
+{
+    const auto previous = qInstallMessageHandler(&takeMessage);
+    const auto handler = vrn::smartassert::set_assert_handler([](const auto&) {});
+    for (const Control& control : controls()) {
+        Scene& s = scene();
+        build(s);
+        control.make(s);
+        show(s);
+        press(Qt::Key_3);
+        s.window->grab();
+        tearDown(s);
+        s = Scene();
+    }
+    vrn::smartassert::set_assert_handler(handler);
+    qInstallMessageHandler(previous);
+    complaints().clear();
+}
+
+} // namespace vrn::test::injection

@@ -1,0 +1,38 @@
+#pragma once
+
+#include "injection/outcome.h"
+
+#include <QByteArray>
+
+#include <optional>
+
+namespace vrn::test::injection {
+
+/// One case of the matrix: a control, what is done to it, where foreign code runs
+/// meanwhile, and what that code does. All are indices of their tables.
+struct Cell
+{
+    int control = 0;
+    int action = 0;
+    /// None in a rehearsal, which only counts how often each place is visited.
+    int place = -1;
+    /// The visit of the place at which the deed is done, from 1.
+    int occurrence = 1;
+    int deed = -1;
+
+    bool isRehearsal() const { return place < 0; }
+};
+
+/// "control / action / place / deed". From the second visit on the place has its number,
+/// as in "validate (2)".
+QByteArray nameOf(const Cell& cell);
+std::optional<Cell> cellOf(const QByteArray& name);
+
+/// Runs a cell in this process, from within its event loop. What is wrong afterwards is
+/// in the outcome.
+void run(const Cell& cell, Outcome& outcome);
+
+/// Makes and uses each control once, so that what Qt makes at first use is there.
+void warmUp();
+
+} // namespace vrn::test::injection

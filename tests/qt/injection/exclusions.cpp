@@ -1,0 +1,41 @@
+#include "injection/exclusions.h"
+
+#include <fnmatch.h>
+
+#include <algorithm>
+
+namespace vrn::test::injection {
+
+const std::vector<Exclusion>& exclusions()
+{
+    static const std::vector<Exclusion> rows = {
+        // clang-format off
+        {"*", "*", "validate", "*delete*", "i_validator.h", "A validator must not destroy the control that asks it."},
+        {"*", "*", "validateWhenFinished", "*delete*", "i_validator.h", "A validator must not destroy the control that asks it."},
+        {"*", "*", "reformat", "*delete*", "i_validator.h", "A validator must not destroy the control that asks it."},
+        {"*", "*", "the edit hint", "*delete*", "i_validator.h", "A validator must not destroy the control that asks it."},
+        {"*", "*", "the conversion *", "*delete*", "i_validator.h", "A validator must not destroy the control that asks it."},
+        {"*EnumBox", "*", "the equality function", "[!t]*", "simple_enum_box.h", "The function must not change the box."},
+        {"*RadioButtonGroup*", "*", "the equality function", "[!t]*", "simple_radio_button_group.h", "The functions only compare."},
+        {"*RadioButtonGroup*", "*", "the order function", "[!t]*", "simple_radio_button_group.h", "The functions only compare."},
+        {"*", "*", "the end of *", "throw*", "(C++)", "A destructor must not throw."},
+        // clang-format on
+    };
+    return rows;
+}
+
+const Exclusion* exclusionOf(const QByteArray& control, const QByteArray& action,
+    const QByteArray& place, const QByteArray& deed)
+{
+    const auto matches = [](const char* pattern, const QByteArray& name) {
+        return fnmatch(pattern, name.constData(), 0) == 0;
+    };
+    const auto& rows = exclusions();
+    const auto it = std::find_if(rows.begin(), rows.end(), [&](const Exclusion& row) {
+        return matches(row.control, control) && matches(row.action, action)
+            && matches(row.place, place) && matches(row.deed, deed);
+    });
+    return it == rows.end() ? nullptr : &*it;
+}
+
+} // namespace vrn::test::injection

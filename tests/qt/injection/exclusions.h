@@ -1,0 +1,27 @@
+#pragma once
+
+#include <QByteArray>
+
+#include <vector>
+
+namespace vrn::test::injection {
+
+/// Cells that are not tried, for what a header says. Each of the four is a pattern of
+/// the shell.
+struct Exclusion
+{
+    const char* control;
+    const char* action;
+    const char* place;
+    const char* deed;
+    const char* header;
+    const char* reason;
+};
+
+const std::vector<Exclusion>& exclusions();
+
+/// The row that excludes a cell; null if it is to be tried.
+const Exclusion* exclusionOf(const QByteArray& control, const QByteArray& action,
+    const QByteArray& place, const QByteArray& deed);
+
+} // namespace vrn::test::injection

@@ -1,0 +1,217 @@
+#include "injection/farm.h"
+
+#include <vrn/qt/varies_string.h>
+
+#include <QApplication>
+#include <QRegularExpression>
+#include <QTimer>
+
+#include <csignal>
+#include <cstdio>
+#include <cstring>
+#include <new>
+
+#include <sys/mman.h>
+#include <sys/prctl.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#if defined(__SANITIZE_ADDRESS__)
+#include <sanitizer/common_interface_defs.h>
+#endif
+
+namespace vrn::test::injection {
+namespace {
+
+// Seconds; a cell takes some hundredths of one.
+constexpr unsigned timeLimit = 20;
+
+struct Worker
+{
+    Outcome* outcome = nullptr;
+    int log = -1;
+    pid_t process = 0;
+    Cell cell;
+};
+
+void endForTime(int)
+{
+    std::fputs("takes too long\n", stderr);
+#if defined(__SANITIZE_ADDRESS__)
+    __sanitizer_print_stack_trace();
+#endif
+    _exit(1);
+}
+
+// Once here is faster than in each process that finds something.
+void readSymbols()
+{
+#if defined(__SANITIZE_ADDRESS__)
+    char text[256];
+    for (void* function :
+        {reinterpret_cast<void*>(&runForked), reinterpret_cast<void*>(&vrn::qt::getVariesString)})
+        __sanitizer_symbolize_pc(function, "%F", text, sizeof text);
+#endif
+}
+
+void start(Worker& worker, const Cell& cell)
+{
+    worker.cell = cell;
+    new (worker.outcome) Outcome();
+    if (ftruncate(worker.log, 0) != 0 || lseek(worker.log, 0, SEEK_SET) != 0)
+        qFatal("no room for a log");
+    const pid_t parent = getpid();
+    worker.process = fork();
+    if (worker.process < 0)
+        qFatal("cannot fork");
+    if (worker.process > 0)
+        return;
+    prctl(PR_SET_PDEATHSIG, SIGKILL);
+    if (getppid() != parent)
+        _exit(1);
+    dup2(worker.log, STDOUT_FILENO);
+    dup2(worker.log, STDERR_FILENO);
+    std::signal(SIGALRM, &endForTime);
+    alarm(timeLimit);
+    runHere(cell, *worker.outcome, [] {});
+}
+
+QByteArray read(int file)
+{
+    QByteArray text(int(lseek(file, 0, SEEK_END)), '\0');
+    const auto size = pread(file, text.data(), std::size_t(text.size()), 0);
+    return text.left(int(size));
+}
+
+// A line of a stack: "#1 0x7f5c in f(int) ../qt/src/a.cpp:36:5", or with a library in
+// brackets at its end.
+struct Frame
+{
+    explicit Frame(const QString& line)
+    {
+        const QString text = line.section(QStringLiteral(" in "), 1);
+        file = text.section(QLatin1Char(' '), -1);
+        function = text.section(QLatin1Char('('), 0, 0);
+        function.remove(QStringLiteral("vrn::qt::")).remove(QStringLiteral("detail::"));
+        isOfLibrary = file.contains(QStringLiteral("qt/src/"))
+            || file.contains(QStringLiteral("companion/"));
+        isOfRuntime = file.contains(QStringLiteral("sanitizer"))
+            || file.contains(QStringLiteral("/nptl/")) || file.contains(QStringLiteral("sysdeps"))
+            || file.contains(QStringLiteral("libstdc++"));
+    }
+
+    QString function;
+    QString file;
+    bool isOfLibrary = false;
+    bool isOfRuntime = false;
+};
+
+// What a sanitizer found, the function in which it did, and who called it in the library.
+QByteArray essenceOf(const QByteArray& log)
+{
+    static const QRegularExpression error(
+        QStringLiteral("ERROR: AddressSanitizer: ([\\w-]+)|runtime error: [^\\n]*"
+                       "|terminate called[^\\n]*|takes too long"));
+    static const QRegularExpression address(QStringLiteral(" ?0x[0-9a-f]+"));
+    const QString text = QString::fromUtf8(log);
+    const auto found = error.match(text);
+    if (!found.hasMatch())
+        return {};
+    QString essence = found.captured(1).isEmpty() ? found.captured().remove(address)
+                                                  : found.captured(1);
+    bool isInside = true;
+    int callers = 0;
+    const QStringList lines = text.mid(found.capturedEnd()).split(QLatin1Char('\n'));
+    bool isStack = false;
+    for (const QString& line : lines) {
+        const bool isFrame = line.startsWith(QStringLiteral("    #"));
+        if (isStack && !isFrame)
+            break;
+        isStack = isFrame;
+        const Frame frame(line);
+        if (!isFrame || frame.isOfRuntime)
+            continue;
+        if (isInside && !frame.isOfLibrary)
+            essence += QStringLiteral(" in ") + frame.function;
+        isInside = false;
+        if (frame.isOfLibrary && ++callers <= 4)
+            essence += QStringLiteral(" < %1 (%2)")
+                           .arg(frame.function, frame.file.section(QLatin1Char('/'), -1));
+    }
+    return essence.toUtf8();
+}
+
+Result resultOf(const Worker& worker, int status)
+{
+    Result result{worker.cell, *worker.outcome, {}, read(worker.log)};
+    const bool endedWell = result.outcome.ended && WIFEXITED(status) && WEXITSTATUS(status) == 0;
+    result.failure = endedWell ? QByteArray(result.outcome.failure) : essenceOf(result.log);
+    if (!endedWell && result.failure.isEmpty()) {
+        result.failure = WIFSIGNALED(status)
+            ? QByteArray("ended by signal ") + QByteArray::number(WTERMSIG(status))
+            : QByteArray("ended too early");
+    }
+    return result;
+}
+
+} // namespace
+
+void runForked(
+    const std::vector<Cell>& cells, int jobs, const std::function<void(const Result&)>& take)
+{
+    std::vector<Worker> workers(static_cast<std::size_t>(jobs));
+    for (Worker& worker : workers) {
+        void* shared = mmap(
+            nullptr, sizeof(Outcome), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0);
+        if (shared == MAP_FAILED)
+            qFatal("no shared memory");
+        worker.outcome = static_cast<Outcome*>(shared);
+        worker.log = memfd_create("log", MFD_CLOEXEC);
+    }
+    readSymbols();
+    std::fflush(nullptr);
+    auto next = cells.begin();
+    std::size_t running = 0;
+    for (Worker& worker : workers) {
+        if (next != cells.end()) {
+            start(worker, *next++);
+            ++running;
+        }
+    }
+    while (running > 0) {
+        int status = 0;
+        const pid_t process = wait(&status);
+        const auto worker = std::find_if(workers.begin(), workers.end(),
+            [&](const Worker& candidate) { return candidate.process == process; });
+        if (worker == workers.end())
+            continue;
+        const Result result = resultOf(*worker, status);
+        worker->process = 0;
+        --running;
+        take(result);
+        std::fflush(nullptr);
+        if (next != cells.end()) {
+            start(*worker, *next++);
+            ++running;
+        }
+    }
+    for (const Worker& worker : workers) {
+        munmap(worker.outcome, sizeof(Outcome));
+        close(worker.log);
+    }
+}
+
+void runHere(const Cell& cell, Outcome& outcome, const std::function<void()>& atEnd)
+{
+    // Within the loop of the application, as all that an application does.
+    QTimer::singleShot(0, qApp, [&] {
+        run(cell, outcome);
+        atEnd();
+        std::fflush(nullptr);
+        _exit(0); // Nothing of the process is taken down: it is a copy.
+    });
+    QApplication::exec();
+    _exit(1);
+}
+
+} // namespace vrn::test::injection

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <vector>
+
+namespace vrn::test::injection {
+
+struct Scene;
+
+/// A place where foreign code runs.
+struct Place
+{
+    const char* name;
+};
+
+/// Callbacks of the controls, signals and event filters.
+const std::vector<const char*>& placeNames();
+
+/// The index of a place; ends the program if there is none of that name.
+int placeOf(const char* name);
+
+/// Connects to all signals of the control and of what is inside, and installs the event
+/// filters. What has been connected before stays as it is, so that this can be called
+/// again for parts that were made meanwhile.
+void listen(Scene& scene);
+
+} // namespace vrn::test::injection
