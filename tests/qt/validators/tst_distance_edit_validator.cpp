@@ -1,5 +1,10 @@
+#include <vrn/q/input_context.h>
 #include <vrn/qt/distance_edit_validator.h>
+#include <vrn/qt/forward_validator.h>
+#include <vrn/qt/simple_line_edit.h>
 #include <vrn/units/unknown_unit.h>
+
+#include <boost/make_shared.hpp>
 
 #include "support/hostile_texts.h"
 #include "support/keystroke_time.h"
@@ -7,14 +12,23 @@
 #include "support/test_object.h"
 
 #include <QHash>
+#include <QLineEdit>
 #include <QLocale>
+#include <QScopeGuard>
 
 #include <limits>
+#include <memory>
 #include <optional>
 
 using vrn::qt::DistanceEditValidator;
+using vrn::qt::ForwardValidator;
+using vrn::qt::SimpleLineEdit;
 using vrn::qt::ValidationFlagUserLocale;
+using vrn::units::Context;
+using vrn::units::set_active_input_context;
 using vrn::units::UnknownUnit;
+
+namespace UnitId = vrn::units::UnitId;
 
 namespace {
 
@@ -360,6 +374,18 @@ private Q_SLOTS:
         QCOMPARE(number(value), metres);
     }
 
+    // As after Enter: the formatted text is validated again.
+    void nanEndsAsTheMaximum()
+    {
+        DistanceEditValidator validator(metre, 1.0, 2.0, true);
+        boost::any value;
+        QVERIFY(validator.validateWhenFinished("nan", value, noFlags));
+        const QString shown = validator.reformat(value, noFlags);
+        QCOMPARE(shown, QString("2.000"));
+        QVERIFY(validator.validateWhenFinished(shown, value, noFlags));
+        QCOMPARE(number(value), 2.0);
+    }
+
     // Finishing looks at the minimum first, and only then else at the maximum;
     // formatting brings the number below the maximum, then above the minimum.
     void aMinimumAboveTheMaximum_data()
@@ -384,6 +410,43 @@ private Q_SLOTS:
         QVERIFY(validator.validateWhenFinished(QString::number(metres), value, noFlags));
         QCOMPARE(value, boost::any(finished));
         QCOMPARE(validator.reformat(metres, noFlags), text);
+    }
+
+    void aKindIsReadInTheUnitOfTheMoment()
+    {
+        const auto back = qScopeGuard([] { set_active_input_context(Context()); });
+        DistanceEditValidator validator = fieldOf(UnitId::GEO_LENGTH);
+        validator.showUnitPostfix(true);
+        boost::any value;
+        QVERIFY(validator.validate("2.000", value, noFlags));
+        QCOMPARE(number(value), 2.0);
+        QCOMPARE(validator.reformat(2.0, noFlags), QString("2.000 m"));
+        set_active_input_context(Context(9));
+        QVERIFY(validator.validate("2.000", value, noFlags));
+        QCOMPARE(number(value), 0.0508);
+        // The decimals stay: system 9 shows two.
+        QCOMPARE(validator.reformat(0.0508, noFlags), QString("2.000 in"));
+    }
+
+    // The value is taken before the change, and set after it.
+    void aFieldFollowsAChangeOfTheUnit()
+    {
+        const auto back = qScopeGuard([] { set_active_input_context(Context()); });
+        const auto distance = [] {
+            return boost::make_shared<DistanceEditValidator>(UnitId::GEO_LENGTH, -1e9, 1e9, true);
+        };
+        const auto forwarder = boost::make_shared<ForwardValidator>(distance());
+        const std::unique_ptr<SimpleLineEdit> field(
+            SimpleLineEdit::create(nullptr, {}, forwarder, 0, vrn::qt::ExpandHorizontal));
+        field->setValue(2.0);
+        const boost::any value = field->getValue();
+        set_active_input_context(Context(9));
+        field->setValue(value);
+        QCOMPARE(field->edit()->text(), QString("78.740"));
+        QCOMPARE(number(field->getValue()), 78.740 * 0.0254);
+        forwarder->setValidator(distance());
+        field->setValue(value);
+        QCOMPARE(field->edit()->text(), QString("78.74"));
     }
 
     void aBadRangeIsReported_data()

@@ -263,6 +263,48 @@ private Q_SLOTS:
         QCOMPARE(given, boost::any(value));
     }
 
+    // As after Enter: the formatted text is validated again.
+    void nanEndsAsTheMinimum_data()
+    {
+        QTest::addColumn<double>("min");
+        QTest::addColumn<double>("max");
+        QTest::addColumn<int>("length");
+        QTest::newRow("of a range") << 0.5 << 1.0 << 5;
+        QTest::newRow("that there is, without a range") << lowest << highest << 314;
+    }
+
+    void nanEndsAsTheMinimum()
+    {
+        QFETCH(double, min);
+        QFETCH(double, max);
+        QFETCH(int, length);
+        DoubleEditValidator validator(min, max);
+        boost::any value;
+        QVERIFY(validator.validateWhenFinished("nan", value, noFlags));
+        const QString shown = validator.reformat(value, noFlags);
+        QCOMPARE(shown.size(), length);
+        QVERIFY(validator.validateWhenFinished(shown, value, noFlags));
+        QCOMPARE(value, boost::any(min));
+    }
+
+    void aDerivedClassCanRefuseNan()
+    {
+        struct NumberValidator : public DoubleEditValidator
+        {
+            bool validate(
+                const QString& text, boost::any& value, const std::bitset<32>& flags) override
+            {
+                const bool ok = DoubleEditValidator::validate(text, value, flags);
+                const auto* number = boost::any_cast<double>(&value);
+                return ok && !(number && std::isnan(*number));
+            }
+        };
+        NumberValidator validator;
+        boost::any value;
+        QVERIFY(!validator.validateWhenFinished("nan", value, noFlags));
+        QVERIFY(validator.validateWhenFinished("1.5", value, noFlags));
+    }
+
     void theRangeOfADefaultOneDoesNotShortenANumber()
     {
         DoubleEditValidator validator;

@@ -129,6 +129,8 @@ private Q_SLOTS:
         QTest::newRow("an exponent") << "1e3" << false << 0;
         QTest::newRow("a hexadecimal number") << "0x10" << false << 0;
         QTest::newRow("letters") << "abc" << false << 0;
+        QTest::newRow("not-a-number") << "nan" << false << 0;
+        QTest::newRow("infinity") << "inf" << false << 0;
         QTest::newRow("a sign alone") << "-" << false << 0;
         QTest::newRow("two numbers") << "1 2" << false << 0;
         QTest::newRow("blanks are not empty") << "  " << false << 0;

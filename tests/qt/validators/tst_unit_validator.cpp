@@ -188,6 +188,9 @@ private Q_SLOTS:
             << metric << int(UnitId::MILLIMETRE) << "12" << 12.0;
         QTest::newRow("a unit takes others of its dimension")
             << metric << int(UnitId::MILLIMETRE) << "1.2 dm" << 120.0;
+        QTest::newRow("a comma ends the number")
+            << metric << int(UnitId::GEO_LENGTH) << "12,5 m" << 12.0;
+        QTest::newRow("a point alone") << metric << int(UnitId::GEO_LENGTH) << "." << 0.0;
         QTest::newRow("a denominator of zero")
             << metric << int(UnitId::GEO_LENGTH) << "1/0" << infinity;
         QTest::newRow("zero divided by zero")
@@ -230,6 +233,8 @@ private Q_SLOTS:
         QTest::newRow("with a blank behind the unit") << metric << length << "5 m ";
         QTest::newRow("of words") << metric << length << "five metres";
         QTest::newRow("of two numbers") << metric << length << "1 2";
+        QTest::newRow("of not-a-number") << metric << length << "nan";
+        QTest::newRow("of infinity") << metric << length << "inf m";
         QTest::newRow("with a hyphen between feet and inches")
             << customary << length << "1'-3 1/2''";
         QTest::newRow("of feet and inches for a force")
@@ -323,6 +328,50 @@ private Q_SLOTS:
         QCOMPARE(numberIn(value, UnitId::GEO_LENGTH), boost::any(typed));
         QVERIFY(validator.validateWhenFinished(text, value, noFlags));
         QCOMPARE(numberIn(value, UnitId::GEO_LENGTH), boost::any(clamped));
+    }
+
+    void aDerivedClassCanRefuseMore()
+    {
+        struct WithoutCommas : public UnitValidator
+        {
+            using UnitValidator::UnitValidator;
+
+            bool validate(
+                const QString& text, boost::any& value, const std::bitset<32>& flags) override
+            {
+                return !text.contains(',') && UnitValidator::validate(text, value, flags);
+            }
+        };
+        WithoutCommas validator(Context(metric), UnitId::GEO_LENGTH);
+        boost::any value;
+        QVERIFY(!validator.validate("12,5 m", value, noFlags));
+        QVERIFY(!validator.validateWhenFinished("12,5 m", value, noFlags));
+        QVERIFY(validator.validateWhenFinished("12.5 m", value, noFlags));
+    }
+
+    // What docs/quantities.md lists, as it comes about at Enter.
+    void aPlainUnitMayReadItsTextAsAnother_data()
+    {
+        QTest::addColumn<int>("id");
+        QTest::addColumn<QStringList>("texts");
+        QTest::newRow("a unit whose symbol another one has before it")
+            << int(UnitId::X_WATT_PER_SQUARE_METRE)
+            << QStringList{"2500.000 W/m2", "2.500 W/m2", "0.003 W/m2"};
+        QTest::newRow("the kind of that unit")
+            << int(UnitId::X_HEAT_FLUX_A)
+            << QStringList{"2500.000 W/m2", "2500.000 W/m2", "2500.000 W/m2"};
+    }
+
+    void aPlainUnitMayReadItsTextAsAnother()
+    {
+        QFETCH(int, id);
+        QFETCH(QStringList, texts);
+        UnitValidator validator(Context(metric), unitId(id));
+        boost::any value = Quantity{unitId(id), 2500.0};
+        for (const QString& text : texts) {
+            QCOMPARE(validator.reformat(value, noFlags), text);
+            QVERIFY(validator.validateWhenFinished(text, value, noFlags));
+        }
     }
 
     void aValueOutOfRangeIsShownClampedAndKept_data()
@@ -530,6 +579,16 @@ private Q_SLOTS:
         QCOMPARE(numberIn(value, UnitId::GEO_LENGTH), boost::any(0.0));
         QVERIFY(validator.validate("1 m", value, noFlags));
         QCOMPARE(numberIn(value, UnitId::GEO_LENGTH), boost::any(1.0));
+    }
+
+    void anOverrideGivesAKindATextThatHasNone()
+    {
+        const Context context(7,
+            {{UnitId::MAT_ELSUP_M3,
+                format(UnitId::KILONEWTON_METRE_PER_SQUARE_METRE_PER_RADIAN, 2)}});
+        UnitValidator validator(context, UnitId::MAT_ELSUP_M3);
+        QCOMPARE(validator.reformat(Quantity{UnitId::MAT_ELSUP_M3, 1.5}, noFlags),
+            QString("1.50 kNm/m2/rad"));
     }
 
     void aLaterChangeOfTheContextDoesNotReachIt()

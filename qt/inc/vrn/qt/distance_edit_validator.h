@@ -12,14 +12,29 @@ namespace vrn::qt {
 /// <vrn/q/unit_index.h>). Behind a number "m", "dm", "cm" and "mm" are
 /// understood in every field; any other text there makes `validate` and
 /// `validateWhenFinished` throw vrn::units::UnknownUnit. It is the one
-/// exception that a text can cause in a validator.
+/// exception that bad text can cause in a validator.
 ///
 /// Text that is no number and ends before a unit comes is accepted as 0.0: it
 /// runs out after digits, at most one punctuation mark, and digits, as "1,5"
 /// does in the C locale. Text without a number before the unit is refused.
 ///
 /// The range is in metres; it is applied at the end of editing and in
-/// formatting, as in DoubleEditValidator.
+/// formatting, as in DoubleEditValidator. Of "nan" formatting makes the maximum.
+///
+/// With ValidationFlagUserLocale a bare number is in QLocale(), see there. One with
+/// a unit is in the C locale whatever the flags.
+///
+/// The unit of a kind is that of the active context at the time of each call, while
+/// the number of decimals stays that of the construction. So a text that is in the
+/// field when the context changes is read in the new unit, and "2.000" metres become
+/// 2 inches. Take the value before the change and set it after, or read the
+/// selection again:
+///
+///     const boost::any span = field->getValue();
+///     vrn::units::set_active_input_context(vrn::units::Context(9));
+///     field->setValue(span);
+///
+/// Put a new validator behind a ForwardValidator where the decimals are to follow.
 struct VRN_QT2_EXPORT DistanceEditValidator : public IValidator
 {
     /// The number of decimals is the unit's. Asserts "m_min < m_max" and

@@ -13,6 +13,13 @@ namespace vrn::qt {
 /// While the user types, a number out of range is accepted as it stands; the
 /// end of editing clamps it, and formatting clamps again. No text is refused
 /// for its size. A refused text leaves 0.0 in the value.
+///
+/// QLocale reads "nan" and "inf" as numbers. Formatting writes the minimum for
+/// "nan": without a range, the lowest double in 314 characters. Give the field a
+/// range, or refuse "nan" in a derived class. IntegerValidator and UnitValidator
+/// refuse both.
+///
+/// With ValidationFlagUserLocale numbers are in QLocale(), see there.
 struct VRN_QT2_EXPORT DoubleEditValidator : public IValidator
 {
     /// Three decimals, any finite number, empty text means 0.0.

@@ -18,9 +18,21 @@ namespace vrn::qt {
 /// 31 have no meaning and are handed on unchanged.
 enum ValidationFlag : std::size_t
 {
-    /// Set: numbers are read and written in the user's locale, a default
-    /// constructed QLocale. Clear: in the C locale, with a decimal point
-    /// whatever the user's settings. Controls always pass it clear.
+    /// Set: numbers are read and written in the user's locale. Clear: in the C
+    /// locale, with a decimal point whatever the user's settings. Controls
+    /// always pass it clear.
+    ///
+    /// The user's locale is asked for once in a process, the first time that a
+    /// validator needs it; no later change is seen. There are two of them.
+    /// DoubleEditValidator and DistanceEditValidator ask `QLocale()`: what
+    /// QLocale::setDefault() was given by then, or else the environment.
+    /// UnitValidator asks `std::locale("")`: the environment alone (LC_ALL,
+    /// LC_NUMERIC, LANG), and the classic locale where that one is not
+    /// installed. An application that sets another default therefore sets
+    /// LC_ALL as well, and both before the first text is read or written:
+    ///
+    ///     QLocale::setDefault(QLocale(QStringLiteral("de_DE")));
+    ///     qputenv("LC_ALL", "de_DE.UTF-8");
     ValidationFlagUserLocale = 0,
 };
 

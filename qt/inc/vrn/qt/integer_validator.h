@@ -12,7 +12,8 @@ namespace vrn::qt {
 /// keeps its low bits, before any clamping: "70000" is 4464 in an
 /// `unsigned short`, and "-1" is 4294967295 in an `unsigned int`. While the
 /// user types, a number out of range is accepted; the end of editing clamps
-/// it, and formatting clamps again. A refused text leaves 0 in the value.
+/// it, and formatting clamps again. "nan" and "inf" are refused. A refused text
+/// leaves 0 in the value.
 ///
 /// Unlike in DoubleEditValidator, empty text gives no value also where it
 /// counts as zero; the missing value is then shown as "0".

@@ -19,7 +19,8 @@ namespace vrn::qt {
 ///     });
 ///
 /// Changes from code are told as well, and some of them twice; see below.
-/// Suspend the signal where this is not wanted.
+/// Suspend the signal where this is not wanted, above all in a slot that reads the
+/// selection again: it would call itself without end.
 ///
 /// A slot of any of its signals may destroy the control, or its parent.
 class VRN_QT2_EXPORT MultiEditCheckBox

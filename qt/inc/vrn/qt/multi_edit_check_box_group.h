@@ -29,6 +29,10 @@ namespace vrn::qt {
 ///             fixed->readValue(i, node.isFixed(i));
 ///     fixed->onEndRead();
 ///
+/// valueChanged() comes from setValue(), readValue() and reset() as well. Block it
+/// with a QSignalBlocker in a slot that reads the selection again: it would call
+/// itself without end.
+///
 /// The group has no parent object and belongs to whoever made it; it and the
 /// boxes may outlive each other. A box that is gone is reported when it is asked
 /// for, and counts as unchecked. A slot of valueChanged() may destroy the group

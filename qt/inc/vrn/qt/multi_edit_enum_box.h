@@ -23,7 +23,9 @@ namespace vrn::qt {
 /// reset(); mostly there is no row behind it for next() to go to.
 ///
 /// One pick emits activated(int) and then valueChanged() twice; setValue() and
-/// the first readValue() after a reset() emit valueChanged() once.
+/// the first readValue() after a reset() emit valueChanged() once. Block it with a
+/// QSignalBlocker in a slot that reads the selection again: it would call itself
+/// without end.
 class VRN_QT2_EXPORT MultiEditEnumBox
     : public SimpleEnumBox
     , public MultiEditControlBase

@@ -19,6 +19,9 @@ namespace vrn::qt {
 /// Only reset() enables a group box again: one that varied stays disabled after
 /// setValue(), though it does not vary any more.
 ///
+/// setValue() emits valueChanged() as well. Suspend the signal in a slot that calls
+/// it: it would call itself without end.
+///
 /// A slot of any of its signals may call deleteLater() on the control, or on its
 /// parent.
 class VRN_QT2_EXPORT MultiEditGroupBox

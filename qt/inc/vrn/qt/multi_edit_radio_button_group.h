@@ -17,7 +17,9 @@ namespace vrn::qt {
 ///         grade->readValue(beam.grade);
 ///
 /// Changes from code emit valueChanged() as well: reset(), setValue(), the first
-/// readValue() and, in this control alone, the one that finds a difference.
+/// readValue() and, in this control alone, the one that finds a difference. Block
+/// it with a QSignalBlocker in a slot that reads the selection again: it would call
+/// itself without end.
 ///
 /// A slot of any of its signals may call deleteLater() on the control, or on its
 /// parent.

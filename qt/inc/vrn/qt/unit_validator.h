@@ -26,11 +26,26 @@ namespace vrn::qt {
 /// clamps it, and formatting clamps again. A refused text leaves a quantity of
 /// zero in the value.
 ///
+/// Reading is lenient: "12,5 m" is 12 m, "." is 0, and "1/0" becomes the maximum,
+/// without a range the largest double. "nan" and "inf" are refused. Enter shows what
+/// was read; to refuse more, derive from this class and look at the text first.
+/// docs/quantities.md says what can be typed, and where reading stops.
+///
+/// Prefer a unit set to a unit. A symbol is read as the first unit that has it, and
+/// for 29 plain units this is another one, on another scale: a field of one of
+/// these reads its own text as another quantity, again at each Enter. Unit sets
+/// tell the units apart.
+///
+/// With ValidationFlagUserLocale numbers are in std::locale(""), see there. If that
+/// groups digits by a blank or an apostrophe, what is written is not read back: write
+/// a text that is to be read again without the flag.
+///
 /// The validator has a copy of its context: a later change of the active system
 /// or its overrides does not reach it. An id that the context does not know makes
 /// its operations throw std::invalid_argument with "Invalid unit id.", and a
 /// display unit of another kind makes `reformat` throw one with "Incompatible
-/// units.".
+/// units.", at Enter too. MAT_ELSUP_M3 and INERTIA_POINT have such a unit in
+/// system 7; give them another by an override.
 struct VRN_QT2_EXPORT UnitValidator : public IValidator
 {
     using UnitId = vrn::units::UnitId::UnitId;

@@ -7,10 +7,10 @@
 ///
 /// A unit index is a vrn::units::UnitId: a unit of length, such as 13 for the metre
 /// or 213 for the foot, or a kind of length, as 1001 for GEO_LENGTH. A kind is
-/// answered from the active context (see <vrn/q/input_context.h>) and as it is shown
-/// there. Units of feet and inches with fractions are answered as plain feet and
-/// inches. Any other index is reported through the assertion facility and answered
-/// as the metre without a label.
+/// answered from the active context (see <vrn/q/input_context.h>) at the time of the
+/// call, and as it is shown there. Units of feet and inches with fractions are
+/// answered as plain feet and inches. Any other index is reported through the
+/// assertion facility and answered as the metre without a label.
 
 namespace vrn::q {
 
