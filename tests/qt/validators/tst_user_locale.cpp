@@ -119,6 +119,26 @@ private Q_SLOTS:
         QCOMPARE(QString::fromUtf8(application.readAllStandardOutput()).trimmed(), answers);
     }
 
+    // The inches are in the locale of the flags.
+    void wholeFeetAreInTheGlobalLocale()
+    {
+        vrn::units::UnitFormat format;
+        format.unit_id = UnitId::FEET_AND_FRACTIONAL_INCHES;
+        format.precision = 8;
+        UnitValidator validator(Context(0, {{UnitId::GEO_LENGTH, format}}), UnitId::GEO_LENGTH);
+        const boost::any length = vrn::units::IConverter::quantity{
+            UnitId::GEO_LENGTH, 1234.5 * 0.3048};
+        QCOMPARE(validator.reformat(length, {}), QString("1234' 6 ''"));
+        const std::locale before = std::locale::global(std::locale("de_DE.UTF-8"));
+        const QString text = validator.reformat(length, {});
+        std::locale::global(before);
+        QCOMPARE(text, QString("1.234' 6 ''"));
+        boost::any value;
+        QVERIFY(validator.validate(text, value, {}));
+        QCOMPARE(
+            boost::any_cast<vrn::units::IConverter::quantity>(value).value, (1.234 + 0.5) * 0.3048);
+    }
+
     // A number with a unit goes another way.
     void aDistanceWithAUnitIsInTheCLocale()
     {

@@ -38,7 +38,9 @@ namespace vrn::qt {
 ///
 /// With ValidationFlagUserLocale numbers are in std::locale(""), see there. If that
 /// groups digits by a blank or an apostrophe, what is written is not read back: write
-/// a text that is to be read again without the flag.
+/// a text that is to be read again without the flag. The whole feet of a length in
+/// feet and inches are written by the global std::locale whatever the flags: leave
+/// that the classic one.
 ///
 /// The validator has a copy of its context: a later change of the active system
 /// or its overrides does not reach it. An id that the context does not know makes
