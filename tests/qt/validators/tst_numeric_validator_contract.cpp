@@ -6,6 +6,7 @@
 
 #include "support/hostile_texts.h"
 #include "support/keystroke_time.h"
+#include "support/row.h"
 #include "support/test_main.h"
 #include "support/test_object.h"
 
@@ -20,6 +21,7 @@
 #include <optional>
 
 using namespace vrn::qt;
+using vrn::test::row;
 using vrn::units::Context;
 using vrn::units::UnknownUnit;
 using Quantity = vrn::units::IConverter::quantity;
@@ -264,67 +266,47 @@ private Q_SLOTS:
     {
         QTest::addColumn<const Kind*>("kind");
         QTest::addColumn<QString>("setup");
-        QTest::addColumn<bool>("accepted");
-        QTest::addColumn<boost::any>("typed");
-        QTest::addColumn<boost::any>("finished");
-        QTest::addColumn<QString>("shown");
-        struct Answer
-        {
-            bool accepted;
-            boost::any typed;
-            boost::any finished;
-            QString shown;
-        };
+        const std::pair<const char*, const char*> setups[] = {{"counts as zero", "zero"},
+            {"counts for nothing", "refused"}, {"is no value", "zero yes"},
+            {"is no value instead of a refusal", "refused yes"}, {"is not allowed", "zero no"},
+            {"is not allowed and not refused", "refused no"},
+            {"is not allowed any more", "zero yes no"}};
         for (const Kind& kind : kinds()) {
-            const auto row = [&kind](const char* name, const char* setup, const Answer& answer) {
-                QTest::newRow(kind.name + ": " + name)
-                    << &kind << setup << answer.accepted << answer.typed << answer.finished
-                    << answer.shown;
-            };
-            const boost::any none;
-            const boost::any zero = kind.valueOf(0.0);
-            const boost::any five = kind.valueOf(5.0);
-            const bool isInteger = kind.sort == Sort::Integer;
-            // The zero of an empty text is clamped as any number; no value is not.
-            const Answer noValue{true, none, none, ""};
-            const Answer zeroValue = isInteger ? Answer{true, none, none, "0"}
-                                               : Answer{true, zero, five, "reported"};
-            const Answer refusal{false, zero, isInteger ? five : zero, "reported"};
-            row("no value where that is allowed", "refused yes", noValue);
-            row("no value where that is allowed later", "zero yes", noValue);
-            row("zero by default", "zero", zeroValue);
-            row("zero where no value is allowed", "zero no", zeroValue);
-            row("zero where no value is allowed any more", "zero yes no", zeroValue);
-            if (kind.sort != Sort::Quantity) {
-                row("zero instead of a refusal", "refused no", zeroValue);
-                // To a distance it is a text that ends before a unit.
-                row("a refusal", "refused", kind.sort == Sort::Distance ? zeroValue : refusal);
+            for (const auto& [name, setup] : setups) {
+                // A quantity has no way to refuse it.
+                if (kind.sort != Sort::Quantity || QString(setup).startsWith("zero"))
+                    row(kind.name + ": " + name, &kind, setup);
             }
         }
     }
 
+    // The zero of an empty text is clamped as any number; no value is not.
     void anEmptyText()
     {
         QFETCH(const Kind*, kind);
         QFETCH(QString, setup);
-        QFETCH(bool, accepted);
-        QFETCH(boost::any, typed);
-        QFETCH(boost::any, finished);
-        QFETCH(QString, shown);
         const Field field = kind->make(5.0, 9.0, setup.startsWith("zero"));
         for (const QString& step : setup.split(' ').mid(1))
             field.setEmptyValueAllowed(step == "yes");
+
+        const bool isInteger = kind->sort == Sort::Integer;
+        // To a distance it is a text that ends before a unit.
+        const bool accepted = setup != "refused" || kind->sort == Sort::Distance;
+        const bool allowed = setup.endsWith("yes");
+        const bool shownAsZero = isInteger && accepted && !allowed;
+        const boost::any zero = allowed || shownAsZero ? boost::any() : kind->valueOf(0.0);
+        const bool clamped = !zero.empty() && (accepted || isInteger);
         for (const QString& text : {QString(""), QString()}) {
             const Outcome keystroke = outcomeOf(field, &IValidator::validate, text);
             QCOMPARE(keystroke.accepted, accepted);
-            QCOMPARE(plain(keystroke.value), plain(typed));
+            QCOMPARE(plain(keystroke.value), plain(zero));
             const Outcome end = outcomeOf(field, &IValidator::validateWhenFinished, text);
             QCOMPARE(end.accepted, accepted);
-            QCOMPARE(plain(end.value), plain(finished));
+            QCOMPARE(plain(end.value), plain(clamped ? kind->valueOf(5.0) : zero));
         }
-        if (shown == "reported")
+        if (!allowed && !shownAsZero)
             expectForeignType(*kind);
-        QCOMPARE(field.validator->reformat({}, noFlags), shown == "reported" ? "" : shown);
+        QCOMPARE(field.validator->reformat({}, noFlags), QString(shownAsZero ? "0" : ""));
     }
 
     void aNumber_data()
@@ -337,36 +319,35 @@ private Q_SLOTS:
         QTest::addColumn<double>("finished");
         QTest::addColumn<double>("shown");
         for (const Kind& kind : kinds()) {
-            const auto row = [&kind](const char* name, double min, double max, const char* text,
-                                 double typed, double finished, double shown) {
-                QTest::newRow(kind.name + ": " + name)
-                    << &kind << min << max << text << typed << finished << shown;
+            const auto number = [&kind](const char* name, double min, double max, const char* text,
+                                    double typed, double finished, double shown) {
+                row(kind.name + ": " + name, &kind, min, max, text, typed, finished, shown);
             };
-            row("below the range", 5, 9, "3", 3, 5, 5);
-            row("the minimum itself", 5, 9, "5", 5, 5, 5);
-            row("in the range", 5, 9, "7", 7, 7, 7);
-            row("the maximum itself", 5, 9, "9", 9, 9, 9);
-            row("above the range", 5, 9, "12", 12, 9, 9);
-            row("a range of one number, from below", 5, 5, "3", 3, 5, 5);
-            row("a range of one number, from above", 5, 5, "7", 7, 5, 5);
+            number("below the range", 5, 9, "3", 3, 5, 5);
+            number("the minimum itself", 5, 9, "5", 5, 5, 5);
+            number("in the range", 5, 9, "7", 7, 7, 7);
+            number("the maximum itself", 5, 9, "9", 9, 9, 9);
+            number("above the range", 5, 9, "12", 12, 9, 9);
+            number("a range of one number, from below", 5, 5, "3", 3, 5, 5);
+            number("a range of one number, from above", 5, 5, "7", 7, 5, 5);
             // Finishing looks at the minimum first, and at the maximum only if the number is
             // not below it. Some format in the same order. The others bring the number below
             // the maximum, then above the minimum.
             const bool minimumWins = kind.sort == Sort::Integer || kind.sort == Sort::Distance;
-            row("below a reversed range", 9, 1, "0", 0, 9, 9);
-            row("in a reversed range", 9, 1, "5", 5, 9, 9);
-            row("the minimum of a reversed range", 9, 1, "9", 9, 1, minimumWins ? 9 : 1);
-            row("above a reversed range", 9, 1, "10", 10, 1, minimumWins ? 9 : 1);
+            number("below a reversed range", 9, 1, "0", 0, 9, 9);
+            number("in a reversed range", 9, 1, "5", 5, 9, 9);
+            number("the minimum of a reversed range", 9, 1, "9", 9, 1, minimumWins ? 9 : 1);
+            number("above a reversed range", 9, 1, "10", 10, 1, minimumWins ? 9 : 1);
             if (!kind.name.startsWith("unsigned")) {
-                row("below a negative range", -9, -5, "-12", -12, -9, -9);
-                row("in a negative range", -9, -5, "-7", -7, -7, -7);
-                row("above a negative range", -9, -5, "0", 0, -5, -5);
+                number("below a negative range", -9, -5, "-12", -12, -9, -9);
+                number("in a negative range", -9, -5, "-7", -7, -7, -7);
+                number("above a negative range", -9, -5, "0", 0, -5, -5);
             }
             if (kind.sort != Sort::Integer) {
                 const bool isQuantity = kind.sort == Sort::Quantity;
-                row("infinity", 5, 9, isQuantity ? "1/0" : "inf", infinity, 9, 9);
-                row("minus infinity", 5, 9, isQuantity ? "-1/0" : "-inf", -infinity, 5, 5);
-                row("not-a-number", 5, 9, isQuantity ? "0/0" : "nan", notANumber,
+                number("infinity", 5, 9, isQuantity ? "1/0" : "inf", infinity, 9, 9);
+                number("minus infinity", 5, 9, isQuantity ? "-1/0" : "-inf", -infinity, 5, 5);
+                number("not-a-number", 5, 9, isQuantity ? "0/0" : "nan", notANumber,
                     isQuantity ? 5 : notANumber, kind.sort == Sort::Distance ? 9 : 5);
             }
         }
@@ -408,9 +389,9 @@ private Q_SLOTS:
         QTest::addColumn<QString>("text");
         for (const Kind& kind : kinds()) {
             for (const char* text : {"abc", "five metres", "-m", "\xC2\xBD"})
-                QTest::newRow(kind.name + ": " + text) << &kind << QString::fromUtf8(text);
+                row(kind.name + ": " + text, &kind, QString::fromUtf8(text));
             if (kind.sort != Sort::Distance)
-                QTest::newRow(kind.name + ": blanks are not empty") << &kind << "  ";
+                row(kind.name + ": blanks are not empty", &kind, "  ");
         }
     }
 
@@ -445,7 +426,7 @@ private Q_SLOTS:
         for (const Kind& kind : kinds()) {
             for (const auto& [name, value] : values) {
                 if (value.type() != kind.valueOf(1.0).type())
-                    QTest::newRow(kind.name + ": " + name) << &kind << value;
+                    row(kind.name + ": " + name, &kind, value);
             }
         }
     }
@@ -474,32 +455,31 @@ private Q_SLOTS:
         QTest::addColumn<QString>("shownInUsers");
         const boost::any refused;
         for (const Kind& kind : kinds()) {
-            const auto row = [&kind](const char* text, const boost::any& inC,
-                                 const boost::any& inUsers, const QString& shownInUsers) {
-                QTest::newRow(kind.name + ": " + text)
-                    << &kind << text << inC << inUsers << shownInUsers;
+            const auto text = [&kind](const char* typed, const boost::any& inC,
+                                  const boost::any& inUsers, const QString& shownInUsers) {
+                row(kind.name + ": " + typed, &kind, typed, inC, inUsers, shownInUsers);
             };
             if (kind.sort == Sort::Double) {
-                row("1,5", refused, 1.5, "12.345,000");
-                row("1.5", 1.5, refused, "12.345,000");
-                row("1.234,5", refused, 1234.5, "12.345,000");
-                row("1.234", 1.234, 1234.0, "12.345,000");
-                row("15", 15.0, 15.0, "12.345,000");
+                text("1,5", refused, 1.5, "12.345,000");
+                text("1.5", 1.5, refused, "12.345,000");
+                text("1.234,5", refused, 1234.5, "12.345,000");
+                text("1.234", 1.234, 1234.0, "12.345,000");
+                text("15", 15.0, 15.0, "12.345,000");
             } else if (kind.sort == Sort::Integer) {
-                row("12345", kind.valueOf(12345), kind.valueOf(12345), "12345");
-                row("12.345", refused, refused, "12345");
-                row("12,345", refused, refused, "12345");
+                text("12345", kind.valueOf(12345), kind.valueOf(12345), "12345");
+                text("12.345", refused, refused, "12345");
+                text("12,345", refused, refused, "12345");
             } else if (kind.sort == Sort::Distance) {
                 // In C the text ends before a unit.
-                row("1,5", 0.0, 1.5, "12.345,000 m");
-                row("1.234", 1.234, 1234.0, "12.345,000 m");
+                text("1,5", 0.0, 1.5, "12.345,000 m");
+                text("1.234", 1.234, 1234.0, "12.345,000 m");
                 // A number before a unit is always read in the C locale.
-                row("1.5 m", 1.5, 1.5, "12.345,000 m");
-                row("1,5 m", refused, refused, "12.345,000 m");
+                text("1.5 m", 1.5, 1.5, "12.345,000 m");
+                text("1,5 m", refused, refused, "12.345,000 m");
             } else {
                 // The comma ends the number. The user's std::locale is not that of Qt.
-                row("1,5", kind.valueOf(1.0), kind.valueOf(1.0), kind.textOf(12345));
-                row("1.5", kind.valueOf(1.5), kind.valueOf(1.5), kind.textOf(12345));
+                text("1,5", kind.valueOf(1.0), kind.valueOf(1.0), kind.textOf(12345));
+                text("1.5", kind.valueOf(1.5), kind.valueOf(1.5), kind.textOf(12345));
             }
         }
     }
@@ -533,7 +513,7 @@ private Q_SLOTS:
         QTest::addColumn<QByteArray>("name");
         for (const Kind& kind : kinds()) {
             for (const auto& [name, text] : vrn::test::hostileTexts())
-                QTest::newRow(kind.name + ": " + name) << &kind << text << name;
+                row(kind.name + ": " + name, &kind, text, name);
         }
     }
 

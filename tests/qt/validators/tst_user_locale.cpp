@@ -5,6 +5,7 @@
 #include <QLocale>
 #include <QProcess>
 
+#include "support/row.h"
 #include "support/test_main.h"
 #include "support/test_object.h"
 
@@ -13,6 +14,7 @@
 #include <locale>
 
 using namespace vrn::qt;
+using vrn::test::row;
 using vrn::units::Context;
 
 namespace UnitId = vrn::units::UnitId;
@@ -87,21 +89,14 @@ private Q_SLOTS:
         QTest::addColumn<QString>("answers");
         const QString plain = "C.UTF-8";
         const QString german = "de_DE.UTF-8";
-        QTest::newRow("nothing German") << plain << ""
-                                        << "refused 0 1";
-        QTest::newRow("the environment, for all") << german << ""
-                                                  << "1.5 1.5 1.5";
-        QTest::newRow("QLocale::setDefault(), for plain numbers") << plain << "setDefault"
-                                                                  << "1.5 1.5 1";
-        QTest::newRow("both, as the header says") << plain << "setDefault qputenv"
-                                                  << "1.5 1.5 1.5";
-        QTest::newRow("not what comes after the first question")
-            << plain << "ask setDefault qputenv"
-            << "refused 0 1";
-        QTest::newRow("not an environment that changes after it") << plain << "ask qputenv"
-                                                                  << "refused 0 1";
-        QTest::newRow("not the global std::locale") << plain << "global"
-                                                    << "refused 0 1";
+        row("nothing German", plain, "", "refused 0 1");
+        row("the environment, for all", german, "", "1.5 1.5 1.5");
+        row("QLocale::setDefault(), for plain numbers", plain, "setDefault", "1.5 1.5 1");
+        row("both, as the header says", plain, "setDefault qputenv", "1.5 1.5 1.5");
+        row("not what comes after the first question", plain, "ask setDefault qputenv",
+            "refused 0 1");
+        row("not an environment that changes after it", plain, "ask qputenv", "refused 0 1");
+        row("not the global std::locale", plain, "global", "refused 0 1");
     }
 
     void whatIsAsked()
