@@ -1,6 +1,7 @@
 #include <vrn/q/unit_index.h>
 #include <vrn/qt/distance_edit_validator.h>
 
+#include "support/row.h"
 #include "support/test_main.h"
 #include "support/test_object.h"
 
@@ -8,6 +9,7 @@
 #include <cstring>
 
 using vrn::qt::DistanceEditValidator;
+using vrn::test::row;
 
 namespace {
 
@@ -87,10 +89,10 @@ private Q_SLOTS:
     {
         QTest::addColumn<QString>("text");
         QTest::addColumn<double>("internal");
-        QTest::newRow("metres") << "3 m" << 3000.0;
-        QTest::newRow("decimetres") << "3 dm" << 300.0;
-        QTest::newRow("centimetres") << "3 cm" << 30.0;
-        QTest::newRow("millimetres") << "3 mm" << 3.0;
+        row("metres", "3 m", 3000.0);
+        row("decimetres", "3 dm", 300.0);
+        row("centimetres", "3 cm", 30.0);
+        row("millimetres", "3 mm", 3.0);
     }
 
     void aNumberWithAUnitGoesThroughTheDisplayUnit()
@@ -138,13 +140,12 @@ private Q_SLOTS:
         QTest::addColumn<QByteArray>("label");
         QTest::addColumn<int>("result");
         QTest::addColumn<QString>("text");
-        QTest::newRow("stands behind one blank") << QByteArray("half m") << 1 << "3.00 half m";
-        QTest::newRow("is UTF-8") << QByteArray("Ω") << 1 << QString::fromUtf8("3.00 Ω");
-        QTest::newRow("may be told by any result but zero") << QByteArray("m") << -1 << "3.00 m";
-        QTest::newRow("fills the buffer")
-            << QByteArray(31, 'x') << 31 << "3.00 " + QString(31, 'x');
-        QTest::newRow("is not there") << QByteArray() << 0 << "3.00";
-        QTest::newRow("is not taken after a failure") << QByteArray("half") << 0 << "3.00";
+        row("stands behind one blank", QByteArray("half m"), 1, "3.00 half m");
+        row("is UTF-8", QByteArray("Ω"), 1, QString::fromUtf8("3.00 Ω"));
+        row("may be told by any result but zero", QByteArray("m"), -1, "3.00 m");
+        row("fills the buffer", QByteArray(31, 'x'), 31, "3.00 " + QString(31, 'x'));
+        row("is not there", QByteArray(), 0, "3.00");
+        row("is not taken after a failure", QByteArray("half"), 0, "3.00");
     }
 
     void theLabel()

@@ -1,6 +1,7 @@
 #include <vrn/qt/i_validator.h>
 
 #include "support/life.h"
+#include "support/row.h"
 #include "support/test_main.h"
 #include "support/test_object.h"
 
@@ -10,6 +11,7 @@
 
 using vrn::qt::IValidator;
 using vrn::test::lifeIn;
+using vrn::test::row;
 
 namespace {
 
@@ -100,8 +102,8 @@ private Q_SLOTS:
     void finishingValidatesAsAKeystrokeByDefault_data()
     {
         QTest::addColumn<bool>("accepts");
-        QTest::newRow("an accepted text is accepted") << true;
-        QTest::newRow("a refused text is refused") << false;
+        row("an accepted text is accepted", true);
+        row("a refused text is refused", false);
     }
 
     void finishingValidatesAsAKeystrokeByDefault()
@@ -123,28 +125,14 @@ private Q_SLOTS:
         QTest::addColumn<QString>("formatted");
         QTest::addColumn<QString>("postfix");
         QTest::addColumn<QString>("displayed");
-        QTest::newRow("no postfix adds no blank") << "1.5"
-                                                  << ""
-                                                  << "1.5";
-        QTest::newRow("a null postfix adds no blank") << "1.5" << QString() << "1.5";
-        QTest::newRow("a postfix stands behind one blank") << "1.5"
-                                                           << "mm"
-                                                           << "1.5 mm";
-        QTest::newRow("a postfix keeps its own blanks") << "1.5"
-                                                        << " mm "
-                                                        << "1.5  mm ";
-        QTest::newRow("a postfix of a blank counts") << "1.5"
-                                                     << " "
-                                                     << "1.5  ";
-        QTest::newRow("an empty text gets the postfix too") << ""
-                                                            << "mm"
-                                                            << " mm";
-        QTest::newRow("no text and no postfix are nothing") << ""
-                                                            << ""
-                                                            << "";
-        QTest::newRow("a postfix is no pattern") << "%2"
-                                                 << "%1"
-                                                 << "%2 %1";
+        row("no postfix adds no blank", "1.5", "", "1.5");
+        row("a null postfix adds no blank", "1.5", QString(), "1.5");
+        row("a postfix stands behind one blank", "1.5", "mm", "1.5 mm");
+        row("a postfix keeps its own blanks", "1.5", " mm ", "1.5  mm ");
+        row("a postfix of a blank counts", "1.5", " ", "1.5  ");
+        row("an empty text gets the postfix too", "", "mm", " mm");
+        row("no text and no postfix are nothing", "", "", "");
+        row("a postfix is no pattern", "%2", "%1", "%2 %1");
     }
 
     void displayTextHasThePostfixBehindABlank()

@@ -1,5 +1,6 @@
 #include "validators/locale_for_flags_p.h"
 
+#include "support/row.h"
 #include "support/test_main.h"
 #include "support/test_object.h"
 
@@ -8,6 +9,7 @@
 using vrn::qt::localeForFlags;
 using vrn::qt::stdLocaleForFlags;
 using vrn::qt::ValidationFlagUserLocale;
+using vrn::test::row;
 
 namespace {
 
@@ -49,15 +51,15 @@ private Q_SLOTS:
     {
         QTest::addColumn<quint32>("flags");
         QTest::addColumn<bool>("user");
-        QTest::newRow("no bit is the C locale") << quint32(0) << false;
-        QTest::newRow("the first bit is the user's locale") << quint32(1) << true;
+        row("no bit is the C locale", quint32(0), false);
+        row("the first bit is the user's locale", quint32(1), true);
         for (int bit = 1; bit < 32; ++bit) {
             QTest::addRow("bit %d has no meaning", bit) << (quint32(1) << bit) << false;
             QTest::addRow("bit %d beside the first has no meaning", bit)
                 << ((quint32(1) << bit) | 1U) << true;
         }
-        QTest::newRow("all bits are the user's locale") << 0xFFFF'FFFFU << true;
-        QTest::newRow("all but the first are the C locale") << 0xFFFF'FFFEU << false;
+        row("all bits are the user's locale", 0xFFFF'FFFFU, true);
+        row("all but the first are the C locale", 0xFFFF'FFFEU, false);
     }
 
     void theFirstBitChoosesTheLocale()

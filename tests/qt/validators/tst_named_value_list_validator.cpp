@@ -2,6 +2,7 @@
 
 #include "support/hostile_texts.h"
 #include "support/keystroke_time.h"
+#include "support/row.h"
 #include "support/test_main.h"
 #include "support/test_object.h"
 
@@ -67,21 +68,20 @@ private Q_SLOTS:
         QTest::addColumn<QString>("text");
         QTest::addColumn<bool>("accepted");
         QTest::addColumn<boost::any>("expected");
-        QTest::newRow("a name") << "steel" << true << boost::any(std::string("S235"));
-        QTest::newRow("the last name") << "light steel" << true << boost::any(4.5);
-        QTest::newRow("of two equal names the first wins") << "oak" << true << boost::any(1);
-        QTest::newRow("an entry whose own value is empty") << "air" << true << boost::any();
-        QTest::newRow("a text that is in no entry") << "glass" << false << untouched;
-        QTest::newRow("another case") << "Steel" << false << untouched;
-        QTest::newRow("a blank before") << " steel" << false << untouched;
-        QTest::newRow("a blank behind") << "steel " << false << untouched;
-        QTest::newRow("the beginning of a name") << "stee" << false << untouched;
-        QTest::newRow("more than a name") << "steels" << false << untouched;
-        QTest::newRow("a zero character behind")
-            << QString("steel") + QChar(0) << false << untouched;
-        QTest::newRow("the value's text") << "S235" << false << untouched;
-        QTest::newRow("an empty text") << "" << false << untouched;
-        QTest::newRow("a null text") << QString() << false << untouched;
+        row("a name", "steel", true, boost::any(std::string("S235")));
+        row("the last name", "light steel", true, boost::any(4.5));
+        row("of two equal names the first wins", "oak", true, boost::any(1));
+        row("an entry whose own value is empty", "air", true, boost::any());
+        row("a text that is in no entry", "glass", false, untouched);
+        row("another case", "Steel", false, untouched);
+        row("a blank before", " steel", false, untouched);
+        row("a blank behind", "steel ", false, untouched);
+        row("the beginning of a name", "stee", false, untouched);
+        row("more than a name", "steels", false, untouched);
+        row("a zero character behind", QString("steel") + QChar(0), false, untouched);
+        row("the value's text", "S235", false, untouched);
+        row("an empty text", "", false, untouched);
+        row("a null text", QString(), false, untouched);
     }
     void aNameGivesItsValue()
     {
@@ -160,19 +160,13 @@ private Q_SLOTS:
         QTest::addColumn<QString>("text");
         QTest::addColumn<bool>("accepted");
         QTest::addColumn<boost::any>("expected");
-        QTest::newRow("its name gives an empty value") << "(none)"
-                                                       << "(none)" << true << boost::any();
-        QTest::newRow("it is compared exactly") << "(none)"
-                                                << "(None)" << false << untouched;
-        QTest::newRow("another text is refused") << "(none)"
-                                                 << "" << false << untouched;
-        QTest::newRow("names of the list stay") << "(none)"
-                                                << "pine" << true << boost::any(3);
-        QTest::newRow("an equal name in the list wins") << "pine"
-                                                        << "pine" << true << boost::any(3);
-        QTest::newRow("its name may be empty") << ""
-                                               << "" << true << boost::any();
-        QTest::newRow("its name may be null") << QString() << "" << true << boost::any();
+        row("its name gives an empty value", "(none)", "(none)", true, boost::any());
+        row("it is compared exactly", "(none)", "(None)", false, untouched);
+        row("another text is refused", "(none)", "", false, untouched);
+        row("names of the list stay", "(none)", "pine", true, boost::any(3));
+        row("an equal name in the list wins", "pine", "pine", true, boost::any(3));
+        row("its name may be empty", "", "", true, boost::any());
+        row("its name may be null", QString(), "", true, boost::any());
     }
     void theEmptyEntryStandsForNoValue()
     {
@@ -206,18 +200,12 @@ private Q_SLOTS:
         QTest::addColumn<boost::any>("value");
         QTest::addColumn<QString>("withoutEmptyEntry");
         QTest::addColumn<QString>("withEmptyEntry");
-        QTest::newRow("a value") << boost::any(4.5) << "light steel"
-                                 << "light steel";
-        QTest::newRow("of two equal values the first wins") << boost::any(3) << "pine"
-                                                            << "pine";
-        QTest::newRow("each of two equal names has its value") << boost::any(2) << "oak"
-                                                               << "oak";
-        QTest::newRow("a value that no entry has") << boost::any(5) << ""
-                                                   << "";
-        QTest::newRow("an equal number of another type") << boost::any(3.0) << ""
-                                                         << "";
-        QTest::newRow("no value, and an entry that equals it goes first") << boost::any() << "air"
-                                                                          << "air";
+        row("a value", boost::any(4.5), "light steel", "light steel");
+        row("of two equal values the first wins", boost::any(3), "pine", "pine");
+        row("each of two equal names has its value", boost::any(2), "oak", "oak");
+        row("a value that no entry has", boost::any(5), "", "");
+        row("an equal number of another type", boost::any(3.0), "", "");
+        row("no value, and an entry that equals it goes first", boost::any(), "air", "air");
     }
     void aValueGivesItsName()
     {
@@ -246,12 +234,10 @@ private Q_SLOTS:
         QTest::addColumn<bool>("equal");
         QTest::addColumn<boost::any>("value");
         QTest::addColumn<QString>("name");
-        QTest::newRow("all equal: the first name") << true << boost::any(3) << "oak";
-        QTest::newRow("all equal: the first name for no value too")
-            << true << boost::any() << "oak";
-        QTest::newRow("none equal: no name") << false << boost::any(3) << "";
-        QTest::newRow("none equal: that of the empty entry for no value")
-            << false << boost::any() << "(none)";
+        row("all equal: the first name", true, boost::any(3), "oak");
+        row("all equal: the first name for no value too", true, boost::any(), "oak");
+        row("none equal: no name", false, boost::any(3), "");
+        row("none equal: that of the empty entry for no value", false, boost::any(), "(none)");
     }
     void theEqualityDecidesAlone()
     {
@@ -308,31 +294,25 @@ private Q_SLOTS:
         QCOMPARE(validator.reformat({}, {}), QString());
     }
 
-    void flagsAreNotRead_data()
-    {
-        QTest::addColumn<quint32>("flags");
-        QTest::newRow("none") << quint32(0);
-        QTest::newRow("the user's locale") << quint32(1);
-        QTest::newRow("all") << ~quint32(0);
-    }
     void flagsAreNotRead()
     {
-        QFETCH(quint32, flags);
         NamedValueListValidator validator(materials());
         validator.set_equal_to(&sameValue);
-        boost::any value = untouched;
-        QVERIFY(!validator.validate("glass", value, flags));
-        QCOMPARE(value, untouched);
-        QVERIFY(validator.validate("light steel", value, flags));
-        QCOMPARE(value, boost::any(4.5));
-        QCOMPARE(validator.reformat(value, flags), QString("light steel"));
+        for (const quint32 flags : {0U, 1U, ~0U}) {
+            boost::any value = untouched;
+            QVERIFY(!validator.validate("glass", value, flags));
+            QCOMPARE(value, untouched);
+            QVERIFY(validator.validate("light steel", value, flags));
+            QCOMPARE(value, boost::any(4.5));
+            QCOMPARE(validator.reformat(value, flags), QString("light steel"));
+        }
     }
 
     void badInputIsRefusedInTime_data()
     {
         QTest::addColumn<QString>("text");
         for (const auto& [name, text] : hostileTexts())
-            QTest::newRow(name.constData()) << text;
+            row(name.constData(), text);
     }
     void badInputIsRefusedInTime()
     {

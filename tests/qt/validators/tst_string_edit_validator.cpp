@@ -4,6 +4,7 @@
 
 #include "support/hostile_texts.h"
 #include "support/keystroke_time.h"
+#include "support/row.h"
 #include "support/test_main.h"
 #include "support/test_object.h"
 
@@ -108,8 +109,8 @@ private Q_SLOTS:
     void everyOtherLimitIsFine_data()
     {
         QTest::addColumn<qulonglong>("limit");
-        QTest::newRow("one") << qulonglong(1);
-        QTest::newRow("the highest") << qulonglong(unlimited);
+        row("one", qulonglong(1));
+        row("the highest", qulonglong(unlimited));
     }
     void everyOtherLimitIsFine()
     {
@@ -126,21 +127,15 @@ private Q_SLOTS:
         QTest::addColumn<QString>("text");
         QTest::addColumn<QString>("kept");
         const QString faces = QString::fromUtf8("\U0001F600\U0001F601\U0001F602");
-        QTest::newRow("maximum 3, abcd becomes abc") << 3 << "abcd"
-                                                     << "abc";
-        QTest::newRow("a text as long as the limit stays whole") << 3 << "abc"
-                                                                 << "abc";
-        QTest::newRow("a shorter text stays whole") << 3 << "ab"
-                                                    << "ab";
-        QTest::newRow("an empty text stays empty") << 3 << ""
-                                                   << "";
-        QTest::newRow("blanks count and are not trimmed") << 3 << "  a b"
-                                                          << "  a";
-        QTest::newRow("a character outside the basic plane counts once")
-            << 2 << faces << QString::fromUtf8("\U0001F600\U0001F601");
-        QTest::newRow("a combining mark counts") << 1 << QString::fromUtf8("e\u0301") << "e";
-        QTest::newRow("a zero character counts")
-            << 2 << zeroBetween("a", "bc") << zeroBetween("a", "");
+        row("maximum 3, abcd becomes abc", 3, "abcd", "abc");
+        row("a text as long as the limit stays whole", 3, "abc", "abc");
+        row("a shorter text stays whole", 3, "ab", "ab");
+        row("an empty text stays empty", 3, "", "");
+        row("blanks count and are not trimmed", 3, "  a b", "  a");
+        row("a character outside the basic plane counts once", 2, faces,
+            QString::fromUtf8("\U0001F600\U0001F601"));
+        row("a combining mark counts", 1, QString::fromUtf8("e\u0301"), "e");
+        row("a zero character counts", 2, zeroBetween("a", "bc"), zeroBetween("a", ""));
     }
     void aTextOverTheLimitIsCut()
     {
@@ -161,19 +156,19 @@ private Q_SLOTS:
         const quint32 asUtf8 = 0;
         const quint32 asWide = 1;
         const QString accented = QString::fromUtf8("S\u00e4ule \U0001F600");
-        QTest::newRow("wide: a std::wstring") << asWide << "abc" << wide("abc");
-        QTest::newRow("wide: every character once") << asWide << accented << wide(accented);
-        QTest::newRow("wide: an empty text is an empty string") << asWide << "" << wide("");
-        QTest::newRow("wide: a zero character and what follows are stored")
-            << asWide << zeroBetween("a", "b") << wide(zeroBetween("a", "b"));
-        QTest::newRow("UTF-8: a std::string") << asUtf8 << "abc" << utf8("abc");
-        QTest::newRow("UTF-8: two and four bytes to a character")
-            << asUtf8 << accented << boost::any(std::string("S\xc3\xa4ule \xf0\x9f\x98\x80"));
-        QTest::newRow("UTF-8: an empty text is an empty string") << asUtf8 << "" << utf8("");
-        QTest::newRow("UTF-8: a zero character and what follows are stored")
-            << asUtf8 << zeroBetween("a", "b") << boost::any(std::string("a\0b", 3));
-        QTest::newRow("2: nothing is stored") << quint32(2) << "abc" << untouched;
-        QTest::newRow("all bits: nothing is stored") << ~quint32(0) << "abc" << untouched;
+        row("wide: a std::wstring", asWide, "abc", wide("abc"));
+        row("wide: every character once", asWide, accented, wide(accented));
+        row("wide: an empty text is an empty string", asWide, "", wide(""));
+        row("wide: a zero character and what follows are stored", asWide, zeroBetween("a", "b"),
+            wide(zeroBetween("a", "b")));
+        row("UTF-8: a std::string", asUtf8, "abc", utf8("abc"));
+        row("UTF-8: two and four bytes to a character", asUtf8, accented,
+            boost::any(std::string("S\xc3\xa4ule \xf0\x9f\x98\x80")));
+        row("UTF-8: an empty text is an empty string", asUtf8, "", utf8(""));
+        row("UTF-8: a zero character and what follows are stored", asUtf8, zeroBetween("a", "b"),
+            boost::any(std::string("a\0b", 3)));
+        row("2: nothing is stored", quint32(2), "abc", untouched);
+        row("all bits: nothing is stored", ~quint32(0), "abc", untouched);
     }
     void theStorageTypeSaysWhatIsStored()
     {
@@ -207,45 +202,28 @@ private Q_SLOTS:
         QTest::addColumn<QString>("pattern");
         QTest::addColumn<QString>("text");
         QTest::addColumn<bool>("accepted");
-        QTest::newRow("it matches the whole text: [0-9] takes 1") << "[0-9]"
-                                                                  << "1" << true;
-        QTest::newRow("it matches the whole text: [0-9] refuses 12") << "[0-9]"
-                                                                     << "12" << false;
-        QTest::newRow("it matches from the first character") << "[0-9]+"
-                                                             << "a12" << false;
-        QTest::newRow("it matches to the last character") << "[0-9]+"
-                                                          << "12a" << false;
-        QTest::newRow("the longer branch is taken if the whole text needs it") << "a|ab"
-                                                                               << "ab" << true;
-        QTest::newRow("it tells case") << "[A-Z]+"
-                                       << "abc" << false;
-        QTest::newRow("an empty text is matched too") << "[A-Z]+"
-                                                      << "" << false;
-        QTest::newRow("an empty text may match") << "[A-Z]*"
-                                                 << "" << true;
-        QTest::newRow("Perl's classes") << "\\d+\\s\\w+"
-                                        << "12 mm" << true;
-        QTest::newRow("Perl's look-ahead") << "(?!0)\\d+"
-                                           << "012" << false;
-        QTest::newRow("back references") << "(a|b)\\1"
-                                         << "ab" << false;
-        QTest::newRow("back references that hold") << "(a|b)\\1"
-                                                   << "bb" << true;
-        QTest::newRow("a point takes one character outside the basic plane")
-            << "." << QString::fromUtf8("\U0001F600") << true;
-        QTest::newRow("a line break is no end") << "[0-9]+"
-                                                << "1\n"
-                                                << false;
-        QTest::newRow("what follows a zero character is not matched")
-            << "[0-9]+" << zeroBetween("12", "ab") << true;
-        QTest::newRow("what precedes a zero character is")
-            << "[0-9]+" << zeroBetween("ab", "12") << false;
-        QTest::newRow("the zero character itself is not")
-            << "[0-9]{2}" << zeroBetween("12", "") << true;
-        QTest::newRow("a text that begins with a zero is matched as empty")
-            << "[0-9]+" << zeroBetween("", "12") << false;
-        QTest::newRow("no pattern takes any text") << ""
-                                                   << "any text" << true;
+        row("it matches the whole text: [0-9] takes 1", "[0-9]", "1", true);
+        row("it matches the whole text: [0-9] refuses 12", "[0-9]", "12", false);
+        row("it matches from the first character", "[0-9]+", "a12", false);
+        row("it matches to the last character", "[0-9]+", "12a", false);
+        row("the longer branch is taken if the whole text needs it", "a|ab", "ab", true);
+        row("it tells case", "[A-Z]+", "abc", false);
+        row("an empty text is matched too", "[A-Z]+", "", false);
+        row("an empty text may match", "[A-Z]*", "", true);
+        row("Perl's classes", "\\d+\\s\\w+", "12 mm", true);
+        row("Perl's look-ahead", "(?!0)\\d+", "012", false);
+        row("back references", "(a|b)\\1", "ab", false);
+        row("back references that hold", "(a|b)\\1", "bb", true);
+        row("a point takes one character outside the basic plane", ".",
+            QString::fromUtf8("\U0001F600"), true);
+        row("a line break is no end", "[0-9]+", "1\n", false);
+        row("what follows a zero character is not matched", "[0-9]+", zeroBetween("12", "ab"),
+            true);
+        row("what precedes a zero character is", "[0-9]+", zeroBetween("ab", "12"), false);
+        row("the zero character itself is not", "[0-9]{2}", zeroBetween("12", ""), true);
+        row("a text that begins with a zero is matched as empty", "[0-9]+", zeroBetween("", "12"),
+            false);
+        row("no pattern takes any text", "", "any text", true);
     }
     void aPatternDecides()
     {
@@ -265,15 +243,13 @@ private Q_SLOTS:
         QTest::addColumn<bool>("upperCase");
         QTest::addColumn<QString>("text");
         QTest::addColumn<boost::any>("stored");
-        QTest::newRow("upper case goes before the match: abc is ABC to [A-Z]+")
-            << "[A-Z]+" << true << "abc" << wide("ABC");
-        QTest::newRow("so a pattern of small letters refuses all")
-            << "[a-z]+" << true << "abc" << untouched;
-        QTest::newRow("cutting goes before the match")
-            << "[a-z]+" << false << "abcd1" << wide("abcd");
-        QTest::newRow("the cut text must match") << "[a-z]+[0-9]" << false << "abcd1" << untouched;
-        QTest::newRow("without the flag the case stays") << "" << false << "abC" << wide("abC");
-        QTest::newRow("with it signs and digits stay") << "" << true << "a-1" << wide("A-1");
+        row("upper case goes before the match: abc is ABC to [A-Z]+", "[A-Z]+", true, "abc",
+            wide("ABC"));
+        row("so a pattern of small letters refuses all", "[a-z]+", true, "abc", untouched);
+        row("cutting goes before the match", "[a-z]+", false, "abcd1", wide("abcd"));
+        row("the cut text must match", "[a-z]+[0-9]", false, "abcd1", untouched);
+        row("without the flag the case stays", "", false, "abC", wide("abC"));
+        row("with it signs and digits stay", "", true, "a-1", wide("A-1"));
     }
     void stepsComeInTheirOrder()
     {
@@ -366,9 +342,9 @@ private Q_SLOTS:
     void flagsAreNotRead_data()
     {
         QTest::addColumn<quint32>("flags");
-        QTest::newRow("none") << quint32(0);
-        QTest::newRow("the user's locale") << quint32(1);
-        QTest::newRow("all") << ~quint32(0);
+        row("none", quint32(0));
+        row("the user's locale", quint32(1));
+        row("all", ~quint32(0));
     }
     void flagsAreNotRead()
     {
@@ -398,11 +374,11 @@ private Q_SLOTS:
     void aPatternThatDoesNotCompileThrowsAtEachValidation_data()
     {
         QTest::addColumn<QString>("pattern");
-        QTest::newRow("an open group") << "(";
-        QTest::newRow("an open class") << "[a-";
-        QTest::newRow("a class from high to low") << "[z-a]";
-        QTest::newRow("nothing to repeat") << "*";
-        QTest::newRow("a lone backslash") << "a\\";
+        row("an open group", "(");
+        row("an open class", "[a-");
+        row("a class from high to low", "[z-a]");
+        row("nothing to repeat", "*");
+        row("a lone backslash", "a\\");
     }
     void aPatternThatDoesNotCompileThrowsAtEachValidation()
     {
@@ -429,20 +405,18 @@ private Q_SLOTS:
         QTest::addColumn<boost::any>("value");
         QTest::addColumn<QString>("text");
         const QString accented = QString::fromUtf8("S\u00e4ule \U0001F600");
-        QTest::newRow("a wide string") << false << wide("abc") << "abc";
-        QTest::newRow("a UTF-8 string") << false << utf8("abc") << "abc";
-        QTest::newRow("an empty wide string") << false << wide("") << "";
-        QTest::newRow("an empty UTF-8 string") << false << utf8("") << "";
-        QTest::newRow("wide characters of every plane") << false << wide(accented) << accented;
-        QTest::newRow("UTF-8 characters of every plane") << false << utf8(accented) << accented;
-        QTest::newRow("upper case: a stored abc shows as ABC") << true << wide("abc") << "ABC";
-        QTest::newRow("upper case of a UTF-8 string") << true << utf8("abc") << "ABC";
-        QTest::newRow("wide up to the first zero")
-            << false << wide(zeroBetween("ab", "cd")) << "ab";
-        QTest::newRow("UTF-8 up to the first zero")
-            << false << utf8(zeroBetween("ab", "cd")) << "ab";
-        QTest::newRow("the limit is not applied") << false << wide("abcdef") << "abcdef";
-        QTest::newRow("the pattern is not applied") << false << wide("12") << "12";
+        row("a wide string", false, wide("abc"), "abc");
+        row("a UTF-8 string", false, utf8("abc"), "abc");
+        row("an empty wide string", false, wide(""), "");
+        row("an empty UTF-8 string", false, utf8(""), "");
+        row("wide characters of every plane", false, wide(accented), accented);
+        row("UTF-8 characters of every plane", false, utf8(accented), accented);
+        row("upper case: a stored abc shows as ABC", true, wide("abc"), "ABC");
+        row("upper case of a UTF-8 string", true, utf8("abc"), "ABC");
+        row("wide up to the first zero", false, wide(zeroBetween("ab", "cd")), "ab");
+        row("UTF-8 up to the first zero", false, utf8(zeroBetween("ab", "cd")), "ab");
+        row("the limit is not applied", false, wide("abcdef"), "abcdef");
+        row("the pattern is not applied", false, wide("12"), "12");
     }
     void reformatShowsTheString()
     {
@@ -462,10 +436,10 @@ private Q_SLOTS:
     void aValueOfAForeignTypeIsReported_data()
     {
         QTest::addColumn<boost::any>("value");
-        QTest::newRow("none") << boost::any();
-        QTest::newRow("a number") << boost::any(1.5);
-        QTest::newRow("a QString") << boost::any(QString("abc"));
-        QTest::newRow("a literal") << boost::any(static_cast<const char*>("abc"));
+        row("none", boost::any());
+        row("a number", boost::any(1.5));
+        row("a QString", boost::any(QString("abc")));
+        row("a literal", boost::any(static_cast<const char*>("abc")));
     }
     void aValueOfAForeignTypeIsReported()
     {
@@ -494,22 +468,19 @@ private Q_SLOTS:
         }
         const int length = 32767;
         const QString words = QString("abc ").repeated(length / 4);
-        QTest::newRow("capitals") << "[A-Z]+" << times(length, 'A') << true;
-        QTest::newRow("capitals and a digit") << "[A-Z]+" << times(length - 1, 'A') + "1" << false;
-        QTest::newRow("a name") << "[A-Za-z_][A-Za-z0-9_]*" << times(length, '_') << true;
-        QTest::newRow("a name and a blank")
-            << "[A-Za-z_][A-Za-z0-9_]*" << times(length - 1, 'a') + " " << false;
+        row("capitals", "[A-Z]+", times(length, 'A'), true);
+        row("capitals and a digit", "[A-Z]+", times(length - 1, 'A') + "1", false);
+        row("a name", "[A-Za-z_][A-Za-z0-9_]*", times(length, '_'), true);
+        row("a name and a blank", "[A-Za-z_][A-Za-z0-9_]*", times(length - 1, 'a') + " ", false);
         const QString quantity("(\\d+[.,]?\\d*)(\\s*(mm|cm|m))?");
-        QTest::newRow("a number") << quantity << times(length, '7') << true;
-        QTest::newRow("a number with a unit") << quantity << times(length - 3, '7') + " mm" << true;
-        QTest::newRow("a number with a unit far off")
-            << quantity << "7" + times(length - 3, ' ') + "mm" << true;
-        QTest::newRow("words") << "([a-z]+ )*[a-z]+" << words + "abc" << true;
-        QTest::newRow("one long word") << "([a-z]+ )*[a-z]+" << times(length, 'a') << true;
-        QTest::newRow("anything") << ".*" << times(length, 'a') << true;
-        QTest::newRow("anything with an end") << ".*;" << times(length, 'a') + ";" << true;
-        QTest::newRow("a list of numbers")
-            << "\\d+(,\\d+)*" << QString("12,").repeated(length / 3) + "1" << true;
+        row("a number", quantity, times(length, '7'), true);
+        row("a number with a unit", quantity, times(length - 3, '7') + " mm", true);
+        row("a number with a unit far off", quantity, "7" + times(length - 3, ' ') + "mm", true);
+        row("words", "([a-z]+ )*[a-z]+", words + "abc", true);
+        row("one long word", "([a-z]+ )*[a-z]+", times(length, 'a'), true);
+        row("anything", ".*", times(length, 'a'), true);
+        row("anything with an end", ".*;", times(length, 'a') + ";", true);
+        row("a list of numbers", "\\d+(,\\d+)*", QString("12,").repeated(length / 3) + "1", true);
     }
     void aMatchEndsInTime()
     {

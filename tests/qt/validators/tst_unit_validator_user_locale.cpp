@@ -1,6 +1,7 @@
 #include <vrn/qt/unit_validator.h>
 
 #include "quantity_in.h"
+#include "support/row.h"
 #include "support/test_main.h"
 #include "support/test_object.h"
 
@@ -10,6 +11,7 @@ using vrn::qt::UnitValidator;
 using vrn::test::numberIn;
 using vrn::units::Context;
 using Quantity = vrn::units::IConverter::quantity;
+using vrn::test::row;
 
 namespace UnitId = vrn::units::UnitId;
 
@@ -43,22 +45,20 @@ private Q_SLOTS:
         QTest::addColumn<std::bitset<32>>("flags");
         QTest::addColumn<QString>("text");
         QTest::addColumn<double>("number");
-        QTest::newRow("a comma without flags ends the number") << noFlags << "1,5 kN/m2" << 1.0;
-        QTest::newRow("a comma for the user is decimal") << userLocale << "1,5 kN/m2" << 1.5;
-        QTest::newRow("the other flags change nothing") << allFlags << "1,5 kN/m2" << 1.5;
-        QTest::newRow("a bare number") << userLocale << "1,5" << 1.5;
-        QTest::newRow("a negative number") << userLocale << "-1,5 kN/m2" << -1.5;
-        QTest::newRow("an exponent") << userLocale << "1,5e2 kN/m2" << 150.0;
-        QTest::newRow("an exponent without flags, where the comma ends the number")
-            << noFlags << "1,5e2 kN/m2" << 1.0;
-        QTest::newRow("no digit before the comma") << userLocale << ",5 kN/m2" << 0.5;
-        QTest::newRow("points between the thousands")
-            << userLocale << "1.234.567,5 kN/m2" << 1234567.5;
-        QTest::newRow("a point without flags is decimal") << noFlags << "1.234 kN/m2" << 1.234;
-        QTest::newRow("a point for the user groups digits")
-            << userLocale << "1.234 kN/m2" << 1234.0;
-        QTest::newRow("also in the wrong place") << userLocale << "1.5 kN/m2" << 15.0;
-        QTest::newRow("a fraction has neither") << userLocale << "1 1/2 kN/m2" << 1.5;
+        row("a comma without flags ends the number", noFlags, "1,5 kN/m2", 1.0);
+        row("a comma for the user is decimal", userLocale, "1,5 kN/m2", 1.5);
+        row("the other flags change nothing", allFlags, "1,5 kN/m2", 1.5);
+        row("a bare number", userLocale, "1,5", 1.5);
+        row("a negative number", userLocale, "-1,5 kN/m2", -1.5);
+        row("an exponent", userLocale, "1,5e2 kN/m2", 150.0);
+        row("an exponent without flags, where the comma ends the number", noFlags, "1,5e2 kN/m2",
+            1.0);
+        row("no digit before the comma", userLocale, ",5 kN/m2", 0.5);
+        row("points between the thousands", userLocale, "1.234.567,5 kN/m2", 1234567.5);
+        row("a point without flags is decimal", noFlags, "1.234 kN/m2", 1.234);
+        row("a point for the user groups digits", userLocale, "1.234 kN/m2", 1234.0);
+        row("also in the wrong place", userLocale, "1.5 kN/m2", 15.0);
+        row("a fraction has neither", userLocale, "1 1/2 kN/m2", 1.5);
     }
 
     void aNumberIsReadInTheLocaleOfTheFlags()
@@ -79,11 +79,11 @@ private Q_SLOTS:
         QTest::addColumn<std::bitset<32>>("flags");
         QTest::addColumn<double>("number");
         QTest::addColumn<QString>("text");
-        QTest::newRow("a point without flags") << noFlags << 12.5 << "12.50 kN/m2";
-        QTest::newRow("a comma for the user") << userLocale << 12.5 << "12,50 kN/m2";
-        QTest::newRow("no grouping without flags") << noFlags << 1234567.5 << "1234567.50 kN/m2";
-        QTest::newRow("grouping for the user") << userLocale << 1234567.5 << "1.234.567,50 kN/m2";
-        QTest::newRow("the other flags change nothing") << allFlags << -12.5 << "-12,50 kN/m2";
+        row("a point without flags", noFlags, 12.5, "12.50 kN/m2");
+        row("a comma for the user", userLocale, 12.5, "12,50 kN/m2");
+        row("no grouping without flags", noFlags, 1234567.5, "1234567.50 kN/m2");
+        row("grouping for the user", userLocale, 1234567.5, "1.234.567,50 kN/m2");
+        row("the other flags change nothing", allFlags, -12.5, "-12,50 kN/m2");
     }
 
     void aNumberIsWrittenInTheLocaleOfTheFlags()

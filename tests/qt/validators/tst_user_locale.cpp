@@ -5,12 +5,16 @@
 #include <QLocale>
 #include <QProcess>
 
+#include "support/row.h"
+#include "support/test_main.h"
 #include "support/test_object.h"
 
 #include <cstdio>
+#include <cstdlib>
 #include <locale>
 
 using namespace vrn::qt;
+using vrn::test::row;
 using vrn::units::Context;
 
 namespace UnitId = vrn::units::UnitId;
@@ -38,24 +42,37 @@ QStringList answers()
     return {answerOf(number), answerOf(distance), answerOf(quantity)};
 }
 
-/// What an application does, step by step; prints the answers at the end.
-int runApplication(const QStringList& steps)
+/// Takes the steps that stand after "--run", prints the answers and ends. Without them it
+/// is the test's application.
+struct Application : public QApplication
 {
-    for (const QString& step : steps) {
-        if (step == "ask")
-            answers();
-        else if (step == "setDefault")
-            QLocale::setDefault(QLocale("de_DE"));
-        else if (step == "qputenv")
-            qputenv("LC_ALL", "de_DE.UTF-8");
-        else if (step == "global")
-            std::locale::global(std::locale("de_DE.UTF-8"));
-        else
-            return 1;
+    Application(int& argc, char** argv)
+        : QApplication(argc, argv)
+    {
+        const QStringList steps = arguments().mid(2);
+        if (arguments().value(1) == "--run")
+            std::exit(take(steps));
     }
-    std::puts(qPrintable(answers().join(' ')));
-    return 0;
-}
+
+private:
+    static int take(const QStringList& steps)
+    {
+        for (const QString& step : steps) {
+            if (step == "ask")
+                answers();
+            else if (step == "setDefault")
+                QLocale::setDefault(QLocale("de_DE"));
+            else if (step == "qputenv")
+                qputenv("LC_ALL", "de_DE.UTF-8");
+            else if (step == "global")
+                std::locale::global(std::locale("de_DE.UTF-8"));
+            else if (!step.isEmpty())
+                return 1;
+        }
+        std::puts(qPrintable(answers().join(' ')));
+        return 0;
+    }
+};
 
 } // namespace
 
@@ -72,21 +89,14 @@ private Q_SLOTS:
         QTest::addColumn<QString>("answers");
         const QString plain = "C.UTF-8";
         const QString german = "de_DE.UTF-8";
-        QTest::newRow("nothing German") << plain << ""
-                                        << "refused 0 1";
-        QTest::newRow("the environment, for all") << german << ""
-                                                  << "1.5 1.5 1.5";
-        QTest::newRow("QLocale::setDefault(), for plain numbers") << plain << "setDefault"
-                                                                  << "1.5 1.5 1";
-        QTest::newRow("both, as the header says") << plain << "setDefault qputenv"
-                                                  << "1.5 1.5 1.5";
-        QTest::newRow("not what comes after the first question")
-            << plain << "ask setDefault qputenv"
-            << "refused 0 1";
-        QTest::newRow("not an environment that changes after it") << plain << "ask qputenv"
-                                                                  << "refused 0 1";
-        QTest::newRow("not the global std::locale") << plain << "global"
-                                                    << "refused 0 1";
+        row("nothing German", plain, "", "refused 0 1");
+        row("the environment, for all", german, "", "1.5 1.5 1.5");
+        row("QLocale::setDefault(), for plain numbers", plain, "setDefault", "1.5 1.5 1");
+        row("both, as the header says", plain, "setDefault qputenv", "1.5 1.5 1.5");
+        row("not what comes after the first question", plain, "ask setDefault qputenv",
+            "refused 0 1");
+        row("not an environment that changes after it", plain, "ask qputenv", "refused 0 1");
+        row("not the global std::locale", plain, "global", "refused 0 1");
     }
 
     void whatIsAsked()
@@ -98,8 +108,8 @@ private Q_SLOTS:
         auto variables = QProcessEnvironment::systemEnvironment();
         variables.insert("LC_ALL", environment);
         application.setProcessEnvironment(variables);
-        application.start(
-            QCoreApplication::applicationFilePath(), QStringList{"--run"} + steps.split(' '));
+        application.start(QCoreApplication::applicationFilePath(),
+            QStringList{"tst_user_locale", "--run"} + steps.split(' '));
         QVERIFY(application.waitForFinished());
         QCOMPARE(QString::fromUtf8(application.readAllStandardOutput()).trimmed(), answers);
     }
@@ -138,17 +148,5 @@ private Q_SLOTS:
     }
 };
 
-int main(int argc, char** argv)
-{
-    QCoreApplication application(argc, argv);
-    const QStringList arguments = application.arguments();
-    if (arguments.value(1) == "--run") {
-        QStringList steps = arguments.mid(2);
-        steps.removeAll(QString());
-        return runApplication(steps);
-    }
-    TestUserLocale test;
-    return QTest::qExec(&test, argc, argv);
-}
-
+VRN_TEST_IN(TestUserLocale, Application)
 #include "tst_user_locale.moc"
