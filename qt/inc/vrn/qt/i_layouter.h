@@ -13,6 +13,9 @@ namespace vrn::qt {
 /// part and onFinish at the end. The layout belongs to the container. The layouter
 /// may outlive the layout, and the layout may outlive the layouter.
 ///
+/// A layouter must not destroy the control that calls it, its parent or its window: the
+/// control is being made then.
+///
 /// To lay parts out in another way, derive from this class:
 ///
 ///     struct FormLayouter : ILayouter

@@ -22,7 +22,8 @@ namespace vrn::qt {
 /// Suspend the signal where this is not wanted, above all in a slot that reads the
 /// selection again: it would call itself without end.
 ///
-/// A slot of any of its signals may destroy the control, or its parent.
+/// `delete` and `deleteLater` of the control, its parent or its window are safe in any
+/// slot of its signals and in any function that it calls, also from a dialog there.
 class VRN_QT2_EXPORT MultiEditCheckBox
     : public SimpleCheckBox
     , public MultiEditControlBase

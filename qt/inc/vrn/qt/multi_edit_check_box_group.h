@@ -34,10 +34,12 @@ namespace vrn::qt {
 /// with a QSignalBlocker in a slot that reads the selection again: it would call
 /// itself without end.
 ///
-/// The group has no parent object and belongs to whoever made it; it and the
+/// The group has no parent object and belongs to the code that made it; it and the
 /// boxes may outlive each other. A box that is gone is reported when it is asked
-/// for, and counts as unchecked. A slot of valueChanged() may destroy the group
-/// and the parent of its boxes.
+/// for, and counts as unchecked.
+///
+/// `delete` and `deleteLater` of the control, its parent or its window are safe in any
+/// slot of its signals and in any function that it calls, also from a dialog there.
 class VRN_QT2_EXPORT MultiEditCheckBoxGroup : public QObject
 {
     Q_OBJECT

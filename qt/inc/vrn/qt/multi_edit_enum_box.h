@@ -30,6 +30,9 @@ namespace vrn::qt {
 /// the first readValue() after a reset() emit valueChanged() once. Block it with a
 /// QSignalBlocker in a slot that reads the selection again: it would call itself
 /// without end.
+///
+/// `delete` and `deleteLater` of the control, its parent or its window are safe in any
+/// slot of its signals and in any function that it calls, also from a dialog there.
 class VRN_QT2_EXPORT MultiEditEnumBox
     : public SimpleEnumBox
     , public MultiEditControlBase

@@ -46,6 +46,9 @@ enum TypeofPath : int
 /// with TypeofPathFileInFolder std::filesystem::filesystem_error if it cannot find out
 /// whether the folder exists. An application where this can happen catches in its
 /// QApplication::notify.
+///
+/// `delete` and `deleteLater` of the control, its parent or its window are safe in any
+/// slot of its signals and in any function that it calls, also from a dialog there.
 class VRN_QT2_EXPORT MultiEditFilePicker
     : public QWidget
     , public MultiEditControlBase

@@ -22,8 +22,8 @@ namespace vrn::qt {
 /// setValue() emits valueChanged() as well. Suspend the signal in a slot that calls
 /// it: it would call itself without end.
 ///
-/// A slot of any of its signals may call deleteLater() on the control, or on its
-/// parent.
+/// `delete` and `deleteLater` of the control, its parent or its window are safe in any
+/// slot of its signals and in any function that it calls, also from a dialog there.
 class VRN_QT2_EXPORT MultiEditGroupBox
     : public QGroupBox
     , public MultiEditControlBase

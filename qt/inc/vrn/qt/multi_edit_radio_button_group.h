@@ -21,8 +21,8 @@ namespace vrn::qt {
 /// it with a QSignalBlocker in a slot that reads the selection again: it would call
 /// itself without end.
 ///
-/// A slot of any of its signals may call deleteLater() on the control, or on its
-/// parent.
+/// `delete` and `deleteLater` of the control, its parent or its window are safe in any
+/// slot of its signals and in any function that it calls, also from a dialog there.
 class VRN_QT2_EXPORT MultiEditRadioButtonGroup
     : public SimpleRadioButtonGroup
     , public MultiEditControlBase

@@ -42,7 +42,10 @@ using PixmapPtrList = std::deque<boost::shared_ptr<QPixmap>>;
 /// what the validator makes of it. As in any editable combo box, Enter adds a
 /// new text to the drop-down list; the values stay those of setValues().
 ///
-/// A slot of any of its signals may call deleteLater() on the box.
+/// `delete` and `deleteLater` of the control, its parent or its window are safe in any
+/// slot of its signals and in any function that it calls, also from a dialog there.
+/// Excluded are its validator and its function, which the box asks in the middle of
+/// an operation.
 ///
 /// Derive from it and override onItemActivated or onSelected to follow the
 /// user's picks or the selections of the program.

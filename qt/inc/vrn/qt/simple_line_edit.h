@@ -50,7 +50,11 @@ class LineEditImpl;
 /// editing to be over, valueChanged() included. An application that uses throwing
 /// validators catches in its QApplication::notify.
 ///
-/// A slot of any of its signals may call deleteLater() on the control.
+/// `delete` and `deleteLater` of the control, its parent or its window are safe in any
+/// slot of its signals and in any function that it calls, also from a dialog there.
+/// Excluded are its validator and the overrides of a derived class, which run in the
+/// middle of a validation, and what a hide() of the program itself emits: Qt goes on
+/// with the control after it has taken the focus away.
 ///
 /// Derive from it and override vetoValidation or onValidated to follow the
 /// validation of a keystroke.

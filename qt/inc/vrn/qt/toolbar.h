@@ -39,8 +39,12 @@ struct ToolbarButton
 ///
 /// If a function throws a std::exception, the user sees a warning box with its
 /// what(), read as UTF-8, and the toolbar goes on working. Anything else that is
-/// thrown passes through. A function may do what it likes with the toolbar:
-/// add buttons, clear() it, destroy it.
+/// thrown passes through. A function may also change the toolbar, or clear() it.
+///
+/// `delete` and `deleteLater` of the control, its parent or its window are safe in any
+/// slot of its signals and in any function that it calls, also from a dialog there.
+/// Excluded is the end of what a function holds: that must not destroy the toolbar,
+/// which is at work on the button then.
 ///
 /// Everything added belongs to the toolbar. The application may also delete a
 /// button that it was given.
