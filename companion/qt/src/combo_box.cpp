@@ -36,7 +36,7 @@ void VRN_QT4_ComboBox::addVarious(bool select)
         // An empty box makes its first entry the current one by itself.
         const int current = currentIndex();
         const QString text = currentText();
-        // The translation of vrn::qt::getVariesString(), which is up a layer.
+        // The same translation as vrn::qt::getVariesString(), which is in a higher layer.
         insertItem(row, QObject::tr("*VARIES*"));
         m_various = model()->index(row, modelColumn(), rootModelIndex());
         if (currentIndex() != current) {
@@ -57,7 +57,7 @@ void VRN_QT4_ComboBox::removeVarious()
 {
     if (!m_various.isValid())
         return;
-    // A text typed over the entry is the user's, and stays.
+    // A text that the user has typed over the entry stays.
     const QString text = getCurrentId() == variousId ? m_textBefore : currentText();
     if (isVariousCurrent())
         setCurrentIndex(m_shownBefore.row());
@@ -85,8 +85,8 @@ bool VRN_QT4_ComboBox::isVariousCurrent() const
 
 void VRN_QT4_ComboBox::keyPressEvent(QKeyEvent* event)
 {
-    // QComboBox takes Enter for a pick of the entry that has the text in the
-    // edit, and nobody has picked this one.
+    // With Enter, QComboBox picks the entry whose text is in the edit, but the user has
+    // not picked this one.
     const bool enters = event->key() == Qt::Key_Enter || event->key() == Qt::Key_Return;
     if (enters && isEditable() && getCurrentId() == variousId)
         event->ignore();

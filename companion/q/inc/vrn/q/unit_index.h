@@ -6,11 +6,10 @@
 /// unit, the metre.
 ///
 /// A unit index is a vrn::units::UnitId: a unit of length, such as 13 for the metre
-/// or 213 for the foot, or a kind of length, as 1001 for GEO_LENGTH. A kind is
-/// answered from the active context (see <vrn/q/input_context.h>) and as it is shown
-/// there. Units of feet and inches with fractions are answered as plain feet and
-/// inches. Any other index is reported through the assertion facility and answered
-/// as the metre without a label.
+/// or 213 for the foot, or a kind of length, such as 1001 for GEO_LENGTH. A kind stands
+/// for the unit that the active context shows (see <vrn/q/input_context.h>). Units with
+/// fractions of inches count as the plain foot and the plain inch. Any other index fails
+/// an assertion and counts as the metre without a label.
 
 namespace vrn::q {
 
@@ -18,7 +17,7 @@ namespace vrn::q {
 enum UnitFactor
 {
     UnitSizeInMetres = 0, ///< Metres in one display unit.
-    DisplayToInternal = 1, ///< Takes a number in the display unit to the internal unit.
+    DisplayToInternal = 1, ///< The factor from the display unit to the internal unit.
 };
 
 } // namespace vrn::q
@@ -31,6 +30,5 @@ VRN_Q_EXPORT int vrn_get_unit_precision(int unit, int which);
 
 /// Writes the unit's label as zero-terminated UTF-8 into `buffer`, at most
 /// `limit` bytes and the zero, and returns non-zero. Returns 0 and leaves the
-/// buffer alone where there is no label, or where it does not fit. `which` is
-/// always 1.
+/// buffer as it is if there is no label or it does not fit. `which` is always 1.
 VRN_Q_EXPORT int vrn_get_unit_label(int unit, int which, char* buffer, int limit);
