@@ -14,12 +14,13 @@ class Translator;
 ///     format<TAB>KIND<TAB>VALUE    ok<TAB>text
 ///     show<TAB>KIND<TAB>TEXT       ok<TAB>text
 ///
-/// Texts are escaped, see escape.h. A text that is refused is answered by "none",
-/// and anything that throws, a malformed line included, by "error<TAB>message".
+/// Texts are escaped; see escape.h. The answer to a text that is refused is "none". The
+/// answer to anything that throws, a malformed line included, is "error<TAB>message".
 std::string answer(const Translator& translator, std::string_view line);
 
-/// Answers each line of a file descriptor. No answer is held back while the next
-/// line is waited for. An `output` that throws where it cannot be written ends this.
+/// Answers each line of the file descriptor `input`. All answers are written before it
+/// waits for the next line. An `output` that throws when it cannot be written ends the
+/// batch.
 void run_batch(const Translator& translator, int input, std::ostream& output);
 
 } // namespace vrn::quantity_tool

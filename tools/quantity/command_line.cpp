@@ -62,11 +62,11 @@ public:
         return m_command();
     }
 
-    /// For what CLI11 throws where it has been asked for help.
+    /// For what CLI11 throws when the arguments ask for help.
     int print_help(const CLI::ParseError& request) { return m_app.exit(request); }
 
 private:
-    /// The settings may stand before and behind the name of the command.
+    /// The settings may come before or after the name of the command.
     void add_settings(CLI::App& app)
     {
         app.add_option("--system", m_settings.system, "Unit system, 0 to 9")
@@ -206,9 +206,9 @@ int run_command(int argc, char** argv)
 
 int run(int argc, char** argv)
 try {
-    // The standard streams are for this program alone, and its output is large.
+    // Nothing else uses the standard streams, and the output is large.
     std::ios::sync_with_stdio(false);
-    // The first write that fails ends the run. The message about it must not try again.
+    // The first write that fails ends the run. Its error message must not flush the output.
     std::cout.exceptions(std::ios::badbit);
     std::cerr.tie(nullptr);
     const int status = run_command(argc, argv);

@@ -23,7 +23,7 @@ constexpr std::array<Escape, 5> escapes{{
     {'\\', '\\'},
 }};
 
-/// Null where no letter stands for the character.
+/// Null if no letter stands for the character.
 const Escape* find_escape(char character)
 {
     const auto* const found = std::find_if(escapes.begin(), escapes.end(),
@@ -100,7 +100,7 @@ std::string printable(std::string_view text)
     while (!text.empty()) {
         const auto* end = text.begin();
         const utf::code_point code = utf::utf_traits<char>::decode(end, text.end());
-        // Bytes that are no letter together may be one with those that follow.
+        // If the bytes are not a letter, the next letter may begin right after the first.
         const bool is_letter = utf::is_valid_codepoint(code);
         const auto letter = text.substr(
             0, is_letter ? static_cast<std::size_t>(end - text.begin()) : 1);

@@ -15,7 +15,7 @@ namespace {
     throw std::system_error(error, std::generic_category(), "standard input");
 }
 
-/// For a file that does not block, as another program may have left it.
+/// Another program may have put the file into non-blocking mode.
 void wait_for_input(int file_descriptor)
 {
     ::pollfd file{file_descriptor, POLLIN, 0};
@@ -23,7 +23,7 @@ void wait_for_input(int file_descriptor)
         fail(errno);
 }
 
-/// Waits for some bytes; 0 at the end.
+/// Waits until there is something to read. 0 at the end of the file.
 std::size_t read_some(int file_descriptor, char* buffer, std::size_t size)
 {
     for (;;) {

@@ -3,7 +3,7 @@
 #include <iosfwd>
 
 /// The tables of the unit library: in columns with tabs between them, or as JSON
-/// with one row a line.
+/// with one row per line.
 namespace vrn::quantity_tool {
 
 enum class ListStyle

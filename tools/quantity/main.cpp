@@ -4,7 +4,7 @@
 
 int main(int argc, char** argv)
 {
-    // Standard error has one line for each refusal, and the tool writes it.
+    // A refusal is one line on standard error. Failed assertions must not add to it.
     vrn::smartassert::set_assert_handler([](const vrn::smartassert::AssertReport&) {});
     return vrn::quantity_tool::run(argc, argv);
 }

@@ -33,7 +33,7 @@ std::int32_t number_of(const std::string& field, const std::string& value)
     return *number;
 }
 
-/// A symbol that serves several units means the one that the kind takes.
+/// If several units share the symbol, it means the one that the kind takes.
 UnitId display_unit(const units::Context& context, UnitId kind, const std::string& text)
 {
     const auto units = find_units(text);
@@ -47,8 +47,8 @@ UnitId display_unit(const units::Context& context, UnitId kind, const std::strin
 class Override
 {
 public:
-    /// Starts from what holds for the kind so far: a setter of the provider that is
-    /// the first for a plain unit would forget the unit itself.
+    /// Starts from the format that the kind has. A plain unit without an override would
+    /// start from a blank format, without the unit itself.
     Override(units::Context& context, UnitId kind)
         : m_context(context)
         , m_kind(kind)
@@ -94,7 +94,7 @@ void add_override(units::Context& context, const std::string& text)
 {
     const auto colon = text.find(':');
     if (colon == std::string::npos)
-        throw UsageError("--override: \"" + text + "\" has no colon behind the kind");
+        throw UsageError("--override: \"" + text + "\" has no colon after the kind");
     Override wanted(context, find_kind(text.substr(0, colon)));
     for (const std::string& part : split(std::string_view(text).substr(colon + 1), ',')) {
         const auto equals = part.find('=');

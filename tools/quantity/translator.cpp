@@ -27,7 +27,7 @@ std::string to_utf8(const std::wstring& text)
     return boost::locale::conv::utf_to_utf<char>(text);
 }
 
-/// Without the kinds of the "X-" group, in which energies have no common scale.
+/// Leaves out the kinds of the "X-" group, whose energies have no common scale.
 std::vector<Translator::UnitId> kinds_that_take(Translator::UnitId unit)
 {
     constexpr std::string_view left_out = "X-";

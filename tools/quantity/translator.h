@@ -9,10 +9,10 @@
 
 namespace vrn::quantity_tool {
 
-/// Reads and writes quantities in UTF-8, by one context and one locale.
+/// Reads and writes quantities in UTF-8, with one context and one locale.
 ///
-/// A text that is refused gives an empty answer. What the unit library throws, for
-/// ids above all, is passed on; a text that is not UTF-8 is a UsageError.
+/// A text that is refused gives an empty answer. What the unit library throws, mostly for
+/// ids, is passed on. A text that is not UTF-8 throws UsageError.
 class Translator
 {
 public:
@@ -23,12 +23,12 @@ public:
 
     std::optional<Quantity> parse(const std::string& text, UnitId kind) const;
     std::string format(Quantity quantity) const;
-    /// Reads and writes again, in the display unit.
+    /// Reads the text and writes it in the display unit.
     std::optional<std::string> show(const std::string& text, UnitId kind) const;
     /// Shows the text in the first of the units that it converts to.
     ///
-    /// One that shares a kind with the unit of the text goes before one of equal
-    /// dimension alone: the catalogue has units of one dimension and two base scales,
+    /// A unit that shares a kind with the unit of the text comes before one that only has
+    /// the same dimension: the catalogue has units of one dimension with two base scales,
     /// such as the "W" beside "kW" and the "W" beside "MW".
     std::optional<std::string> convert(
         const std::string& text, const std::vector<UnitId>& units) const;

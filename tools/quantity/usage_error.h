@@ -4,7 +4,7 @@
 
 namespace vrn::quantity_tool {
 
-/// What the user wrote cannot be asked; what() tells why in one line.
+/// Thrown for a request that cannot be answered; what() says why in one line.
 class UsageError : public std::runtime_error
 {
 public:

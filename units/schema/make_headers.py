@@ -2,7 +2,7 @@
 """Makes the C++ headers of the unit library's types from their Bond schema.
 
     make_headers.py            writes inc/vrn/units/<name>.h for each <name>.bond
-    make_headers.py --check    writes nothing; fails where a header is out of date
+    make_headers.py --check    writes nothing; fails if a header is out of date
 
 It reads the part of the Bond language that the schema uses: one namespace,
 imports, enumerations whose constants have values, and structures of
@@ -173,7 +173,7 @@ def make_header(path):
 
 def main():
     parser = argparse.ArgumentParser(description=__doc__.splitlines()[0])
-    parser.add_argument("--check", action="store_true", help="fail where a header is out of date")
+    parser.add_argument("--check", action="store_true", help="fail if a header is out of date")
     arguments = parser.parse_args()
     outdated = []
     for schema in sorted(HERE.glob("*.bond")):

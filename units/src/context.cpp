@@ -43,8 +43,8 @@ Context::Context(Context&& other) noexcept
     m_converter.set_unit_provider(&m_unit_provider);
 }
 
-// In an assignment the formats alone change hands: each converter stays with the
-// provider of its own object.
+// An assignment copies or moves only the formats: each converter keeps the provider of
+// its own object.
 Context& Context::operator=(const Context& other)
 {
     m_format_provider = other.m_format_provider;
@@ -84,8 +84,8 @@ boost::optional<IConverter::quantity> Context::read(
     return parser_of<Parser>(*this).parse(text, locale);
 }
 
-// One symbol may serve several kinds: text is read as the first unit that carries
-// the symbol, and here another unit of the same symbol may take its place.
+// One symbol may serve several kinds. A text is read as the first unit that has the
+// symbol; here another unit with the same symbol may take its place.
 boost::optional<IConverter::quantity> Context::finish(
     IConverter::quantity parsed, UnitId::UnitId unit_id) const
 {
@@ -115,7 +115,7 @@ std::wstring Context::format(IConverter::quantity q, const std::locale& locale) 
 
 std::uint32_t Context::get_display_dimension(UnitId::UnitId unit_id) const
 {
-    // Throws the same where the id is not known.
+    // Throws the same if the id is not known.
     const UnitId::UnitId display_unit = m_format_provider.get_unit(unit_id);
     if (const UnitFacts* facts = get_unit_facts().find(display_unit))
         return facts->dimension;

@@ -21,7 +21,7 @@ void writeToStderr(const AssertReport& report)
 
 std::mutex handlerMutex;
 
-// Never destroyed: objects of static life may assert until the process ends.
+// Never destroyed: objects with static lifetime may assert until the process ends.
 AssertHandler& currentHandler()
 {
     static auto& handler = *new AssertHandler(writeToStderr);
@@ -58,7 +58,7 @@ SmartAssertContext::~SmartAssertContext()
     try {
         report(m_report);
     } catch (const std::bad_alloc&) {
-        // The report is lost. The code that failed the assertion goes on.
+        // The report is lost, and execution goes on.
     }
 }
 

@@ -9,8 +9,8 @@ namespace fs = std::filesystem;
 namespace vrn::app {
 namespace {
 
-// A path made from a wide string goes through the C library's locale and throws
-// for letters that it lacks; file names are bytes here, and these are UTF-8.
+// A path made from a wide string would be converted by the C library's locale, which
+// throws for letters that it lacks. File names are bytes here, in UTF-8.
 fs::path pathFromWide(const std::wstring& name)
 {
     return fs::path(boost::locale::conv::utf_to_utf<char>(name));

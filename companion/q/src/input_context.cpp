@@ -6,7 +6,7 @@ namespace vrn::units {
 inline namespace v1 {
 namespace {
 
-// Never destroyed: the last fields of an application may go after the statics.
+// Never destroyed: an application may destroy its last fields after the statics.
 Context& active_input_context()
 {
     static auto* const context = new Context;

@@ -11,7 +11,7 @@ namespace {
 
 using namespace vrn::units;
 
-/// What an index says of the unit in which lengths are typed and shown.
+/// The unit of length that an index stands for.
 struct LengthUnit
 {
     double metres = 1.0;
@@ -19,16 +19,16 @@ struct LengthUnit
     std::string label;
 };
 
-/// A unit set is shown as the application has chosen; a unit is its own, with its
-/// defaults.
+/// A unit set is shown as the application has chosen; a unit is shown as itself, with
+/// its defaults.
 const Context& context_of(UnitId::UnitId id)
 {
     static const Context defaults;
     return id >= UnitId::GEO_DISTANCE ? get_active_input_context() : defaults;
 }
 
-/// The precision of feet and inches with fractions is a denominator, and their
-/// symbol a pattern; as plain numbers they are feet and inches.
+/// Units with fractions of inches have a denominator as their precision and a pattern as
+/// their symbol. Plain numbers are in feet and in inches instead.
 UnitId::UnitId plain_number_unit(UnitId::UnitId unit)
 {
     switch (unit) {
@@ -75,7 +75,7 @@ double vrn_get_unitd(int unit, int which)
 {
     using namespace vrn::q;
     VRN_ASSERT(which == UnitSizeInMetres || which == DisplayToInternal)("which", which);
-    // The internal unit is the metre, so both factors are one number.
+    // The internal unit is the metre, so both factors are the same.
     return length_unit(unit).metres;
 }
 

@@ -65,7 +65,7 @@ void VRN_QT4_ComboBox::removeVarious()
 {
     if (!m_various.isValid())
         return;
-    // A text typed over the entry is the user's, and stays.
+    // A text that the user has typed over the entry stays.
     const QString text = getCurrentId() == variousId ? m_textBefore : currentText();
     if (isVariousCurrent())
         setCurrentIndex(m_shownBefore.row());
@@ -113,8 +113,8 @@ bool VRN_QT4_ComboBox::isVariousCurrent() const
 
 void VRN_QT4_ComboBox::keyPressEvent(QKeyEvent* event)
 {
-    // QComboBox takes Enter for a pick of the entry that has the text in the
-    // edit, and nobody has picked this one.
+    // With Enter, QComboBox picks the entry whose text is in the edit, but the user has
+    // not picked this one.
     const bool enters = event->key() == Qt::Key_Enter || event->key() == Qt::Key_Return;
     if (enters && isEditable() && getCurrentId() == variousId)
         event->ignore();

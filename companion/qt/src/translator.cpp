@@ -27,7 +27,7 @@ void install(const QString& key)
     delete translator;
 }
 
-// Runs for each new application object: translators live and die with it.
+// Runs for each new application object, which owns its translators.
 void installAnnounced()
 {
     for (const QString& key : announcedKeys())

@@ -24,8 +24,8 @@ double converted(double value, double factor, double other_factor)
     return factor * value * (1.0 / other_factor);
 }
 
-/// The library's own provider answers from tables that never change. Conversion
-/// reads them at once, instead of asking the provider for one thing after the other.
+/// The library's own provider answers from a table that never changes. Conversion reads
+/// the table directly, which is faster than several calls of the provider.
 bool has_tables(const IUnitProvider& provider)
 {
     return typeid(provider) == typeid(VarnelikUnitProvider);
@@ -81,7 +81,7 @@ boost::optional<IConverter::quantity> Converter::try_convert(
         const IdMap<UnitFacts>& table = get_unit_facts();
         const UnitFacts* from = table.find(q.unit_id);
         const UnitFacts* to = table.find(unit_id);
-        // What is not known is left to the provider to refuse.
+        // The provider refuses an unknown id.
         if (from && to) {
             if (!are_compatible(q.unit_id, *from, unit_id, *to))
                 return boost::none;

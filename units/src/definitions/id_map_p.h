@@ -11,8 +11,8 @@
 namespace vrn::units {
 inline namespace v1 {
 
-/// Values by identifier: found in constant time, walked in the order in which
-/// they were put in. Identifiers are small, so a plain table serves as the index.
+/// Values by identifier. A look-up takes constant time, and iteration follows the order
+/// of insertion. Identifiers are small, so a plain table serves as the index.
 template <typename Value>
 class IdMap
 {
@@ -23,7 +23,7 @@ public:
     IdMap(IdMap&&) noexcept = default;
     IdMap& operator=(IdMap&&) noexcept = default;
 
-    /// `id` is not negative and not yet in the map.
+    /// `id` must not be negative or already in the map.
     void emplace(UnitId::UnitId id, Value value)
     {
         const auto slot = static_cast<std::size_t>(id);
@@ -32,10 +32,10 @@ public:
         m_by_id[slot] = &m_entries.emplace_back(id, std::move(value)).second;
     }
 
-    /// Null where there is no such id.
+    /// Null if there is no such id.
     const Value* find(UnitId::UnitId id) const noexcept
     {
-        // A negative id becomes a slot far behind the last.
+        // A negative id becomes a slot far beyond the last.
         const auto slot = static_cast<std::uint32_t>(id);
         return slot < m_by_id.size() ? m_by_id[slot] : nullptr;
     }
@@ -45,7 +45,7 @@ public:
     auto end() const noexcept { return m_entries.end(); }
 
 private:
-    std::deque<Entry> m_entries; ///< Entries never move, for the pointers to them.
+    std::deque<Entry> m_entries; ///< Entries never move: m_by_id points at them.
     std::vector<const Value*> m_by_id;
 };
 

@@ -9,8 +9,8 @@
 namespace vrn::units {
 inline namespace v1 {
 
-/// What VarnelikUnitProvider answers for one id, unit or unit set. What is pointed
-/// at lives as long as the process.
+/// What VarnelikUnitProvider answers for one unit or unit set. The pointers stay valid
+/// until the process ends.
 struct UnitFacts
 {
     double factor;

@@ -10,8 +10,8 @@ inline namespace v1 {
 /// All units, in table order.
 const IdMap<UnitRecord>& get_unit_records();
 
-/// For each unit that shares its symbol with others: the ids of all that carry
-/// it, in table order. Alternative symbols do not count.
+/// For each unit that shares its symbol with others: the ids of all that have it, in
+/// table order. Alternative symbols do not count.
 const IdMap<std::vector<UnitId::UnitId>>& get_same_symbol_groups();
 
 } // namespace v1

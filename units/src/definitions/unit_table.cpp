@@ -36,10 +36,10 @@ constexpr std::uint32_t temperature(int exponent)
 
 } // namespace
 
-// The rows stand by rising id, but 234 before 233: readers and writers go by this
-// order. Nothing here is to be tidied up. The same conversion occurs with more and
-// with fewer digits, a symbol with several scales, and temperatures have factors
-// and no offsets, since they convert as differences.
+// The rows are in the order of their ids, except that 234 comes before 233. Reading and
+// writing depend on this order. Do not tidy up anything here: the same factor occurs with
+// more and with fewer digits, one symbol has several scales, and temperatures have factors
+// but no offsets, since they convert as differences.
 //
 // clang-format off
 constexpr std::array<UnitRow, 399> unitTable {{

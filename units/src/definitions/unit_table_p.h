@@ -12,16 +12,16 @@ struct UnitRow
     std::uint32_t id;
     std::uint32_t packed; ///< The code of the dimension, and baseFlag.
     std::int32_t precision; ///< Default digits, plus 100 times the default format.
-    double factor; ///< Takes a value in this unit to the base scale.
+    double factor; ///< From this unit to the base scale.
     const char* symbol; ///< UTF-8.
 };
 
 /// Marks the row that stands for the base scale of its family.
 ///
-/// The rest of UnitRow::packed are four exponents, each a two's-complement bit
+/// The other bits of UnitRow::packed are four exponents, each a two's-complement bit
 /// field: length in bits 0 to 4, time in 8 to 12, mass in 16 to 18 and temperature
 /// in 20 to 22. So 0x011E01, mass times length over time squared, is a force. The
-/// fields are compared as one code and never read apart.
+/// fields are only compared as one code, never read one by one.
 constexpr std::uint32_t baseFlag = 1U << 30;
 
 /// The precision code of that many digits in scientific notation.

@@ -8,14 +8,14 @@
 namespace vrn::units {
 inline namespace v1 {
 
-/// A parser that asks the parts of a context. They are not owned.
+/// A parser that uses the parts of a context. It does not own them.
 class ContextParser : public IParser
 {
 public:
     ContextParser(const IUnitProvider* unit_provider, const IFormatProvider* format_provider,
         const IConverter* converter);
 
-    /// Empty, and reported, where a part is missing.
+    /// Empty, with a failed assertion, if a part is missing.
     std::wstring format(IConverter::quantity q, const std::locale& locale) const final;
 
 protected:
@@ -24,7 +24,7 @@ protected:
     const IConverter* m_converter;
 
 private:
-    /// As format(), when all parts are there.
+    /// What format() does when no part is missing.
     virtual std::wstring write(IConverter::quantity q, const std::locale& locale) const = 0;
 };
 

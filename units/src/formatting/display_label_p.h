@@ -8,9 +8,9 @@
 namespace vrn::units {
 inline namespace v1 {
 
-/// What stands behind the values of `id`: the symbol of its display unit, or the
-/// label that its format asks for. A label can only choose among the spellings
-/// that the unit has, or be empty to hide the unit; any other is ignored.
+/// What is written after the values of `id`: the symbol of its display unit, or the
+/// label that its format asks for. A label must be one of the spellings that the unit
+/// has, or empty to hide the unit; any other is ignored.
 std::string display_label(
     const IUnitProvider& unit_provider, const IFormatProvider& format_provider, UnitId::UnitId id);
 

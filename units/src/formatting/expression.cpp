@@ -10,14 +10,14 @@
 namespace vrn::units::detail {
 namespace {
 
-// A row has more places than there are symbols, so that the state's number and
-// the symbol come together by an addition.
+// The number of a state is a multiple of the row size, which is above the number of
+// symbols. So the index of a transition is the state's number plus the symbol.
 constexpr std::size_t row_size = 16;
 constexpr std::size_t most_states = (std::numeric_limits<std::uint16_t>::max() + 1U) / row_size;
 constexpr std::size_t most_steps = 64;
 static_assert(symbols::count <= row_size);
 
-/// The state from which nothing leads to a match, the automaton's first.
+/// The state from which nothing leads to a match. It is the automaton's first.
 constexpr std::uint16_t dead = 0;
 
 constexpr Symbols set_of(Symbol symbol)
@@ -29,8 +29,7 @@ constexpr Symbols all = set_of(symbols::end) - 1;
 
 } // namespace
 
-/// Turns the text of an expression into steps. All steps lead forwards, except
-/// for those that stay.
+/// Turns the text of an expression into steps. Each step leads forwards or stays.
 class Expression::Compiler
 {
 public:
@@ -41,7 +40,7 @@ public:
 
     bool compile()
     {
-        // A match of the whole text begins at its beginning anyway.
+        // A match of the whole text begins at the beginning in any case.
         skip(L'^');
         sequence();
         m_expression.m_ends_with_text = skip(L'$');
@@ -104,7 +103,7 @@ private:
             make_optional(begin, m_expression.m_required.size() - 1);
     }
 
-    /// A group, behind its "(", with its quantifier.
+    /// The rest of a group, after its "(", with its quantifier.
     void group()
     {
         const std::size_t begin = steps().size();
@@ -132,17 +131,17 @@ private:
         }
     }
 
-    /// Puts a choice before the steps from `begin` on: to take them or not.
-    /// Nothing that they require, from `required` on, is required any more.
+    /// Makes the steps from `begin` on optional, by a choice before them. What they
+    /// require, which is m_required from `required` on, is then not required.
     void make_optional(std::size_t begin, std::size_t required)
     {
         for (std::size_t i = begin; i < steps().size(); ++i) {
             if (steps()[i].action == Action::prefer)
                 move_target(steps()[i], 1);
         }
-        const std::size_t behind = steps().size() + 1;
+        const std::size_t end = steps().size() + 1;
         steps().insert(steps().begin() + static_cast<std::ptrdiff_t>(begin),
-            {Action::prefer, static_cast<std::uint8_t>(behind), 0});
+            {Action::prefer, static_cast<std::uint8_t>(end), 0});
         m_expression.m_required.resize(required);
     }
 
@@ -155,14 +154,14 @@ private:
     Symbols symbol_set()
     {
         if (!skip(L'[')) {
-            // A quantifier with nothing before it, and the dot for any character.
+            // Neither a quantifier with nothing before it nor the dot is known.
             require(peek() != L'+' && peek() != L'.');
             return symbol();
         }
         const bool negated = skip(L'^');
         Symbols set = 0;
         while (m_good && !skip(L']')) {
-            // A "-" elsewhere would make a range.
+            // Anywhere else, a "-" would make a range.
             require(!at_end() && (peek() != L'-' || m_text.substr(m_at, 2) == L"-]"));
             set |= symbol();
         }
@@ -179,7 +178,7 @@ private:
         if (escaped && character == L's')
             return set_of(symbols::blank);
         const Symbol symbol = symbol_of(character);
-        // Letters and digits have other meanings behind a "\\".
+        // Letters and digits have other meanings after a "\\".
         const bool is_punctuation = std::wstring_view(L".,/-+").find(character)
             != std::wstring_view::npos;
         require(symbol < symbols::named.size() && (!escaped || is_punctuation));
@@ -207,9 +206,9 @@ Expression::Expression(std::wstring_view expression, Extent extent)
     build_automaton();
 }
 
-/// The steps from which a text can be matched that begins with `symbol` and of
-/// whose rest the steps `behind` can match.
-Expression::StepSet Expression::steps_before(Symbol symbol, StepSet behind, bool may_finish) const
+/// The steps from which a text can be matched, where the text begins with `symbol` and
+/// its rest can be matched from the steps in `after`.
+Expression::StepSet Expression::steps_before(Symbol symbol, StepSet after, bool may_finish) const
 {
     StepSet found = 0;
     const auto has = [](StepSet set, std::size_t step) { return ((set >> step) & 1U) != 0; };
@@ -219,10 +218,10 @@ Expression::StepSet Expression::steps_before(Symbol symbol, StepSet behind, bool
         bool leads_to_match = false;
         switch (step.action) {
         case Action::take:
-            leads_to_match = takes && has(behind, i + 1);
+            leads_to_match = takes && has(after, i + 1);
             break;
         case Action::repeat:
-            leads_to_match = (takes && has(behind, i)) || has(found, i + 1);
+            leads_to_match = (takes && has(after, i)) || has(found, i + 1);
             break;
         case Action::prefer:
             leads_to_match = has(found, i + 1) || has(found, step.target);
@@ -293,7 +292,7 @@ bool Expression::match(Subject& subject, Groups& groups) const
         trail[position] = state;
     }
 
-    // Where the walk has ended early, no match begins here or before.
+    // If the walk has ended early, no match begins here or before.
     std::size_t start = position;
     if (m_extent == Extent::whole_text) {
         if (start != 0 || !contains(state, 0))
@@ -309,8 +308,7 @@ bool Expression::match(Subject& subject, Groups& groups) const
     return true;
 }
 
-/// Walks the match that begins at `start`, by the states that the way back has
-/// left behind.
+/// Walks the match that begins at `start`, by the states in `trail`.
 void Expression::collect(
     const Subject& subject, const State* trail, std::size_t start, Groups& groups) const
 {

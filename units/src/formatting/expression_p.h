@@ -27,8 +27,8 @@ using Groups = std::array<std::wstring_view, 2>;
 /// same expression, in its default grammar, with the same groups. Of that grammar
 /// it knows what quantities need: characters, classes in brackets with "\d" and
 /// "\s" in them, groups that capture or not, the quantifiers "*", "+" and "?"
-/// behind a character or class, "?" and "{1,2}" behind a group, "^" as the first
-/// and "$" as the last character. It does not know ".", alternatives and back
+/// after a character or class, "?" and "{1,2}" after a group, "^" as the first
+/// and "$" as the last character. It does not know ".", alternatives or back
 /// references. Characters outside symbols::named cannot be named. An expression
 /// outside these bounds fails an assertion and matches nothing.
 ///
@@ -77,7 +77,7 @@ private:
 
     class Compiler;
 
-    StepSet steps_before(Symbol symbol, StepSet behind, bool may_finish) const;
+    StepSet steps_before(Symbol symbol, StepSet after, bool may_finish) const;
     void build_automaton();
     bool contains(State state, std::size_t step) const;
     void collect(
@@ -86,13 +86,13 @@ private:
     Extent m_extent;
     bool m_ends_with_text = false; ///< The expression has a "$".
     std::vector<Step> m_steps;
-    /// Of each of these sets a text must have a symbol to be matched.
+    /// A text matches only if it has a symbol of each of these sets.
     std::vector<Symbols> m_required;
-    /// The automaton that walks backwards: from a state, the state before the
-    /// symbol. A row holds the transitions of one state.
+    /// The automaton that walks backwards: it leads from a state, by the symbol before
+    /// it, to the next. A row holds the transitions of one state.
     std::vector<State> m_transitions;
     std::vector<StepSet> m_states; ///< The steps that each state stands for.
-    State m_last_state = 0; ///< The state behind the last character.
+    State m_last_state = 0; ///< The state after the last character.
 };
 
 } // namespace vrn::units::detail

@@ -15,8 +15,8 @@ boost::optional<IConverter::quantity> FeetAndFractionalInchesParser::parse(
 }
 
 // Inches that round up to a foot stay inches, as in "1' 12 ''", and a negative length
-// has a sign on both parts. The text is meant to be so, although what is negative is
-// not read back.
+// has a sign on both parts. This is intended, although a negative length is not read
+// back.
 std::wstring FeetAndFractionalInchesParser::write(
     IConverter::quantity q, const std::locale& locale) const
 {
@@ -37,7 +37,7 @@ std::wstring FeetAndFractionalInchesParser::write(
     }
     const auto feet = static_cast<std::int32_t>(lifted);
     const double inches = (value - feet) * detail::metres_per_foot / detail::metres_per_inch;
-    // The locale of the call is that of the fraction alone; the feet are in the global one.
+    // Only the fraction is in the locale of the call; the feet are in the global one.
     std::wstring text;
     append_integer(text, feet, std::locale());
     return text + L"' " + write_fraction(inches, precision, "''", locale);

@@ -8,9 +8,9 @@ namespace vrn::units {
 inline namespace v1 {
 
 // It accepts no text, and that is its contract. Its two expressions, "\s*(.*)''\s*"
-// and "\s*(.*)in\s*", have one group each, while a reading asks for two. Inches
-// reach Parser, which knows "''" as a spelling of the inch and takes fractions.
-// Were they read here, any word before "in" would pass for the number 0.
+// and "\s*(.*)in\s*", have one group each, and reading needs two. Parser reads inches
+// instead: it knows "''" as a spelling of the inch and takes fractions. If inches were
+// read here, any word before "in" would be the number 0.
 boost::optional<IConverter::quantity> FractionalInchesParser::parse(
     std::wstring_view /*text*/, const std::locale& /*locale*/) const
 {

@@ -24,7 +24,7 @@ bool can_stand_in_decimal(wchar_t character)
         || character == L'+' || character == L'e' || character == L'E';
 }
 
-/// The value of up to 15 digits, which a double holds exactly, or nothing.
+/// The value of 1 to 15 digits, which a double holds exactly. Empty for any other text.
 std::optional<double> read_few_digits(std::wstring_view text)
 {
     constexpr std::size_t most_digits = 15;
@@ -57,28 +57,28 @@ std::wstring_view take_digits(std::wstring_view& text)
 struct Fraction
 {
     bool is_negative;
-    /// With the blanks behind it, which may group digits in the locale; or empty.
+    /// With the blanks after it, which may group digits in the locale; may be empty.
     std::wstring_view whole;
     std::wstring_view numerator;
     std::wstring_view denominator;
 };
 
 /// The parts of a text that "(-?)(\d+\s+)?(-?)(\d+)/(\d+)" matches from end to end. Blanks
-/// behind the first digits decide which part these are, so nothing is read twice.
+/// after the first digits decide which part these are, so nothing is read twice.
 std::optional<Fraction> split_fraction(std::wstring_view text)
 {
     Fraction fraction{};
     fraction.is_negative = take_minus(text);
     const std::wstring_view start = text;
     fraction.numerator = take_digits(text);
-    const std::wstring_view behind_blanks = trim_left(text);
-    if (!fraction.numerator.empty() && behind_blanks.size() < text.size()) {
-        fraction.whole = start.substr(0, start.size() - behind_blanks.size());
+    const std::wstring_view after_blanks = trim_left(text);
+    if (!fraction.numerator.empty() && after_blanks.size() < text.size()) {
+        fraction.whole = start.substr(0, start.size() - after_blanks.size());
         fraction.numerator = {};
-        text = behind_blanks;
+        text = after_blanks;
     }
     if (fraction.numerator.empty()) {
-        // The second sign, which may follow the first one at once.
+        // The second sign. It may directly follow the first.
         fraction.is_negative = take_minus(text) || fraction.is_negative;
         fraction.numerator = take_digits(text);
     }
@@ -137,9 +137,8 @@ double NumberReader::read_decimal(std::wstring_view text) const
     return value ? *value : extract_from_stream(text);
 }
 
-// A stream skips white space before a number and ends at white space behind it. It
-// takes in what remains here from end to end, and both conversions round to the
-// nearest double.
+// A stream skips white space before a number and stops at white space after it. It reads
+// all of what remains here, and both conversions round to the nearest double.
 std::optional<double> NumberReader::read_plain_decimal(std::wstring_view text) const
 {
     constexpr std::size_t short_text = 64;
@@ -158,8 +157,8 @@ std::optional<double> NumberReader::read_plain_decimal(std::wstring_view text) c
     }
     double value = 0;
     const char* const end = narrow.data() + narrow.size();
-    const auto [behind, error] = std::from_chars(narrow.data(), end, value);
-    if (error != std::errc() || behind != end)
+    const auto [rest, error] = std::from_chars(narrow.data(), end, value);
+    if (error != std::errc() || rest != end)
         return std::nullopt;
     return value;
 }
@@ -168,7 +167,7 @@ double NumberReader::extract_from_stream(std::wstring_view text) const
 {
     std::wistringstream stream{std::wstring(text)};
     stream.imbue(m_locale);
-    // Without this, memory that runs out while the stream reads would give 0.
+    // Without this, the stream would catch std::bad_alloc and give 0.
     stream.exceptions(std::ios::badbit);
     double value = 0;
     stream >> value;

@@ -17,15 +17,15 @@ namespace vrn::units {
 inline namespace v1 {
 namespace {
 
-/// In the classic locale `std::to_chars` writes what a stream writes: both are
-/// correctly rounded, neither groups digits. It is many times faster.
+/// In the classic locale `std::to_chars` writes what a stream writes: both round
+/// correctly, and neither groups digits. It is many times faster.
 bool is_classic(const std::locale& locale)
 {
     return locale == std::locale::classic();
 }
 
-/// A stream of the locale. What is thrown while it writes goes on to the caller; by
-/// itself a stream keeps that, and the text is a part of the number.
+/// A stream of the locale that passes on what is thrown while it writes. By default a
+/// stream catches it and leaves the number incomplete.
 std::wostringstream make_stream(const std::locale& locale)
 {
     std::wostringstream stream;
@@ -34,11 +34,11 @@ std::wostringstream make_stream(const std::locale& locale)
     return stream;
 }
 
-/// No double has a digit other than 0 behind this many decimals, so no more are
-/// written, whatever a format asks for.
+/// After this many decimals, every digit of a double is 0. So no more are written,
+/// even if a format asks for more.
 constexpr std::int32_t most_decimals = 1074;
 
-/// As many decimals as the buffer has room for behind any double.
+/// As many decimals as the buffer can hold for any double.
 constexpr std::int32_t most_quick_decimals = 128;
 
 void append_fixed(std::wstring& text, double v, std::int32_t precision, const std::locale& locale)
@@ -58,7 +58,7 @@ void append_fixed(std::wstring& text, double v, std::int32_t precision, const st
     text += stream.str();
 }
 
-// Decodes into the text itself: a string in between would be the dearest part of writing.
+// Decodes directly into the text: a temporary string would be the slowest part of writing.
 void append_label(std::wstring& text, std::string_view label)
 {
     namespace utf = boost::locale::utf;
@@ -109,7 +109,7 @@ std::wstring write_scientific(
 {
     if (!std::isfinite(v))
         return write_fixed(v, precision, label, locale);
-    // A zero, whatever its sign, has the mantissa 0.
+    // Zero has the mantissa 0, even if it is negative.
     const int exponent = v == 0.0 ? 0 : static_cast<int>(std::log10(std::abs(v)));
     const double mantissa = v == 0.0 ? 0.0 : v / std::pow(10.0, exponent);
     std::wstring text = new_text();

@@ -13,8 +13,8 @@ inline namespace v1 {
 boost::optional<IConverter::quantity> Parser::parse(
     std::wstring_view text, const std::locale& locale) const
 {
-    // The catalogue never changes, so its spellings are gathered once. No other provider
-    // comes here: parsers are made by Context alone.
+    // The catalogue never changes, so its spellings are gathered once. There is no other
+    // provider here: only Context makes parsers.
     static const detail::SymbolMap catalogue{VarnelikUnitProvider()};
     return detail::read_quantity(text, locale, catalogue);
 }

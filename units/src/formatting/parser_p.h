@@ -5,7 +5,8 @@
 namespace vrn::units {
 inline namespace v1 {
 
-/// A number, decimal, with an exponent or a fraction, and a unit symbol: "12 kN/m2".
+/// A number and a unit symbol: "12 kN/m2". The number may be a decimal, have an
+/// exponent, or be a fraction.
 class Parser : public ContextParser
 {
 public:

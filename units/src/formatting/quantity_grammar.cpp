@@ -7,7 +7,7 @@ namespace vrn::units::detail {
 
 // clang-format off
 
-// A unit behind an exponent may not begin with "e", which would be the exponent's.
+// A unit after an exponent must not begin with "e", since that belongs to the exponent.
 // The second number keeps its exponent outside the group: ".5e3" is read as 0.5.
 const QuantityExpressions& exponent_expressions()
 {

@@ -21,10 +21,10 @@ const QuantityExpressions& exponent_expressions();
 /// The grammar that is tried second. It reads decimals and fractions.
 const QuantityExpressions& decimal_expressions();
 
-/// A grammar made ready for use: the entries of its lists, and each unit behind
-/// each number. A quantity is read in this order:
+/// A grammar ready for use: the entries of its lists, and each unit after each
+/// number. A quantity is read in this order:
 ///
-/// 1. If some unit closes the text, the pairs.
+/// 1. If a unit closes the text, the pairs.
 /// 2. The numbers, as a quantity without a unit.
 class QuantityGrammar
 {
@@ -37,12 +37,12 @@ public:
     /// The numbers. They match a whole text.
     const std::vector<Expression>& numbers() const { return m_numbers; }
 
-    /// Each number with each unit glued to it, for the first unit all numbers
-    /// first. They match a whole text; their groups are the number and the unit.
+    /// Each number with each unit glued to it: first all numbers with the first unit.
+    /// They match a whole text; their groups are the number and the unit.
     const std::vector<Expression>& pairs() const { return m_pairs; }
 
-    /// Whether a unit, searched for in the text, is found at its very end. Where
-    /// it is found elsewhere first, or where a blank follows, it does not count.
+    /// Whether a search for a unit finds it at the very end of the text. A unit that is
+    /// found elsewhere first, or that a blank follows, does not count.
     bool unit_closes(Subject& text) const;
 
 private:

@@ -15,8 +15,8 @@ bool ends_line(wchar_t character)
         || character == L'\u2029';
 }
 
-/// The length of the number at the beginning of `text`, if it is written as
-/// "12", "-1.5" or "1.5e-3" is, or else 0.
+/// The length of the number at the beginning of `text` if it is written like "12",
+/// "-1.5" or "1.5e-3", or else 0.
 std::size_t plain_number_length(std::wstring_view text)
 {
     const auto is = [&](std::size_t i, wchar_t character) {
@@ -43,17 +43,17 @@ std::size_t plain_number_length(std::wstring_view text)
     return length;
 }
 
-/// The quick way for the entries that people type most: a plain number, and a known
-/// word for its unit. Nothing for any other text. The grammars come to the same:
+/// The quick way for what people type most: a plain number and a known word as its
+/// unit. Empty for any other text. The grammars give the same result:
 ///
-/// - A number without "e" is none of the first grammar. In the second, the first
-///   number alone matches it, since the others need a slash among its digits.
-/// - A number with "e" is read by the first number of the first grammar. No unit
-///   is found within it: "e", digits, "." and "-" begin none, but for an "e" that
-///   glues to the unit behind it, and with that unit closes the text as well.
-/// - The word is the first character that begins a unit, and all behind it. The
-///   first or the second unit of the grammar finds it there, closing the text, and
-///   the same unit glued to the number has the word for its group.
+/// - A number without "e" does not match the first grammar. In the second, only the
+///   first number matches it, since the others need a slash among the digits.
+/// - A number with "e" is read by the first number of the first grammar. No unit is
+///   found within it: a unit does not begin with a digit, "." or "-". It may begin
+///   with "e", but then it takes in the unit that follows and closes the text too.
+/// - The word begins with the first character that can begin a unit, and goes to the
+///   end. The first or the second unit of the grammar finds it there, closing the
+///   text, and the same unit glued to the number has the word as its group.
 boost::optional<IConverter::quantity> read_usual_quantity(
     std::wstring_view text, const NumberReader& numbers, const SymbolMap& symbols)
 {
@@ -64,7 +64,7 @@ boost::optional<IConverter::quantity> read_usual_quantity(
     const std::size_t length = plain_number_length(text);
     if (length == 0)
         return boost::none;
-    // A blank behind the unit is left to the grammars: no word has one.
+    // A blank after the unit is left to the grammars: no word contains one.
     const std::wstring_view word = trim_left(text.substr(length));
     const std::optional<UnitId::UnitId> unit = word.empty() ? UnitId::DIMENSIONLESS
                                                             : symbols.find_word(word);
@@ -80,8 +80,8 @@ boost::optional<IConverter::quantity> read_by_grammar(const QuantityGrammar& gra
     const NumberReader& numbers, const SymbolMap& symbols)
 {
     Groups groups;
-    // Which unit closes the text does not matter to the pairs: each such unit
-    // would try all of them, to the same end.
+    // It does not matter to the pairs which unit closes the text: each such unit would
+    // try all of them, with the same result.
     if (grammar.unit_closes(text)) {
         for (const Expression& pair : grammar.pairs()) {
             if (!pair.match(text, groups))
@@ -103,10 +103,10 @@ struct FeetAndInches
     std::wstring_view inches;
 };
 
-/// The groups of "\s*(.*)'(.*)''\s*", matched from end to end, where the marks are "'" and
-/// "''". The mark of inches can only be at the end, and the first group, which takes all it
-/// can, ends at the last mark of feet before it. `content` is trimmed, so that each of its
-/// line ends would be in a group, and there "." takes none.
+/// For the marks "'" and "''", the groups of "\s*(.*)'(.*)''\s*", matched from end to
+/// end. The mark of inches can only be at the end. The first group takes as much as it can,
+/// so it ends at the last mark of feet before that. `content` is trimmed, so any line end in
+/// it would be in a group, but "." does not match a line end.
 std::optional<FeetAndInches> split_feet_and_inches(
     std::wstring_view content, std::wstring_view foot_mark, std::wstring_view inch_mark)
 {
@@ -140,8 +140,8 @@ boost::optional<IConverter::quantity> read_quantity(
 boost::optional<IConverter::quantity> read_feet_and_inches(
     std::wstring_view text, const std::locale& locale)
 {
-    // The marks and the words of inches end in one of these. Most lengths do not, and
-    // are spared the comparisons.
+    // The mark and the word for inches end in one of these characters. Most lengths do
+    // not, and skip the comparisons.
     const std::wstring_view content = trim(text);
     if (content.empty() || (content.back() != L'\'' && content.back() != L'n'))
         return boost::none;
@@ -153,7 +153,7 @@ boost::optional<IConverter::quantity> read_feet_and_inches(
     const NumberReader numbers(locale);
     const double feet = numbers.read(trim(parts->feet));
     const double inches = numbers.read(trim(parts->inches));
-    // Not-a-number is refused as well.
+    // This refuses not-a-number too.
     if (!(inches >= 0))
         return boost::none;
     return IConverter::quantity{UnitId::FOOT, inches * metres_per_inch / metres_per_foot + feet};

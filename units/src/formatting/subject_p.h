@@ -10,9 +10,9 @@
 
 namespace vrn::units::detail {
 
-/// What an expression sees of a character. The expressions of this library name
-/// a few characters; all others differ in being a digit, white space or neither, as
-/// the classic locale has it.
+/// What an expression sees of a character. The expressions of this library name a few
+/// characters. Of the others they only see whether the classic locale calls them a
+/// digit, white space or neither.
 using Symbol = std::uint8_t;
 
 /// A set of symbols: bit n stands for symbol n.
@@ -20,14 +20,14 @@ using Symbols = std::uint32_t;
 
 namespace symbols {
 
-/// The characters that expressions name, each a symbol of its own.
+/// The characters that expressions name. Each has a symbol of its own.
 inline constexpr std::wstring_view named = L"1.,/-+eE";
 
 inline constexpr Symbol first_unnamed = static_cast<Symbol>(named.size());
 inline constexpr Symbol digit = first_unnamed; ///< A digit other than '1'.
 inline constexpr Symbol blank = first_unnamed + 1; ///< White space, line breaks included.
 inline constexpr Symbol other = first_unnamed + 2;
-inline constexpr Symbol end = first_unnamed + 3; ///< Behind the last character.
+inline constexpr Symbol end = first_unnamed + 3; ///< After the last character.
 inline constexpr std::size_t count = first_unnamed + 4;
 
 } // namespace symbols
@@ -62,9 +62,9 @@ inline Symbol symbol_of(wchar_t character)
     return code < ascii_count ? ascii_symbols[code] : symbols::other;
 }
 
-/// A text made ready for expressions: its characters as symbols, and the working
-/// memory that all expressions tried on it share. Only a text beyond 64
-/// characters takes memory from the heap, 3 bytes for each character.
+/// A text ready for expressions: its characters as symbols, and working memory for all
+/// expressions that are tried on it. Only a text of more than 64 characters takes memory
+/// from the heap, 3 bytes for each character.
 class Subject
 {
 public:
@@ -73,19 +73,19 @@ public:
 
     std::wstring_view text() const { return m_text; }
     std::size_t size() const { return m_text.size(); }
-    /// Whether `part`, a view into the text, stands at its end.
+    /// Whether `part`, a view into the text, is at its end.
     bool is_end(std::wstring_view part) const
     {
         return part.data() + part.size() == m_text.data() + m_text.size();
     }
 
-    /// The symbols of the characters, and symbols::end behind the last.
+    /// The symbols of the characters, and symbols::end after the last.
     const Symbol* symbols() const { return m_symbols.data(); }
     /// The symbols that occur in the text.
     Symbols present() const { return m_present; }
 
-    /// One place for each character and one behind the last, with no meaning of
-    /// its own.
+    /// One place for each character and one after the last. The contents have no meaning
+    /// of their own.
     std::uint16_t* trail() { return m_trail.data(); }
 
 private:

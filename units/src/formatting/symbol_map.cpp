@@ -41,7 +41,7 @@ std::optional<UnitId::UnitId> SymbolMap::find_word(std::wstring_view spelling) c
 
 const SymbolMap::Entry* SymbolMap::entry_of(std::wstring_view spelling) const
 {
-    // Spares a long text its hash.
+    // A long text need not be hashed.
     if (spelling.size() > m_longest)
         return nullptr;
     const auto entry = m_entries.find(spelling);
@@ -62,8 +62,8 @@ void SymbolMap::add_unit(const IUnitProvider& provider, UnitId::UnitId id)
         for (const wchar_t* const spelling : {L"%", L"o/o", L"O/O", L"0/0"})
             add(spelling, id);
     }
-    // "o/oo" has gone to PER_THOUSAND, whose factor is the same. No number takes
-    // "0/0" or "0/00" behind it: a unit does not begin with a digit.
+    // "o/oo" belongs to PER_THOUSAND already, whose factor is the same. "0/0" and "0/00"
+    // are never read after a number: a unit does not begin with a digit.
     if (id == UnitId::PER_MILLE) {
         for (const wchar_t* const spelling : {L"o/oo", L"O/OO", L"0/00"})
             add(spelling, id);

@@ -13,8 +13,8 @@ namespace vrn::units::detail {
 
 /// The spellings of all units that a provider knows, as they are typed.
 ///
-/// Where units share a spelling, the first in the order of the provider's ids has
-/// it. Spellings are compared exactly: "KN" is no unit.
+/// If units share a spelling, it belongs to the first in the order of the provider's
+/// ids. Spellings are compared exactly: "KN" is not a unit.
 class SymbolMap
 {
 public:
@@ -26,8 +26,8 @@ public:
 
     std::optional<UnitId::UnitId> find(std::wstring_view spelling) const;
 
-    /// The same for a spelling that is a word, or words divided by slashes, and
-    /// cannot be taken for a part of the number before it: "kN/m2", not "1/m".
+    /// The same for a spelling that is a word or words with slashes between them. Such a
+    /// spelling cannot be mistaken for a part of the number before it: "kN/m2", not "1/m".
     std::optional<UnitId::UnitId> find_word(std::wstring_view spelling) const;
 
 private:

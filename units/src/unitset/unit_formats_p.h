@@ -16,7 +16,7 @@ const IdMap<std::array<UnitFormat, 10>>& get_default_formats();
 /// For each unit, the unit itself in its default format.
 const IdMap<UnitFormat>& get_unit_formats();
 
-/// For each unit set, the units in which it may be written, as offered.
+/// For each unit set, the units in which it may be written, in the order of the table.
 const IdMap<std::vector<UnitId::UnitId>>& get_set_units();
 
 } // namespace v1

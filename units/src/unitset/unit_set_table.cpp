@@ -9,8 +9,8 @@ namespace vrn::units {
 inline namespace v1 {
 namespace {
 
-/// The ten unit systems, in order. The names are of this table alone: each says what tells
-/// its system from the first.
+/// The ten unit systems, in order. Only this table uses the names. Each says how its system
+/// differs from the first.
 enum System : std::size_t
 {
     metres, ///< m and kN; sections in m, stresses in MPa.
@@ -34,12 +34,12 @@ struct ShownIn
 };
 
 constexpr UnitSetRow row(UnitId::UnitId id, const char* name, const char* symbol,
-    UnitSetDefault usual, std::initializer_list<ShownIn> elsewhere,
+    UnitSetDefault in_metres, std::initializer_list<ShownIn> elsewhere,
     std::initializer_list<UnitId::UnitId> compatible_units)
 {
     UnitSetRow result{id, name, symbol, {}, {}};
     for (UnitSetDefault& each : result.defaults)
-        each = usual;
+        each = in_metres;
     for (const ShownIn& each : elsewhere)
         result.defaults[each.system] = {each.unit, each.precision};
     std::size_t count = 0;
@@ -52,11 +52,11 @@ using namespace UnitId;
 
 } // namespace
 
-// By rising id. Each row: the id, the name, the formula letter; the display unit with its
-// precision code; the systems with another one; the units that may be typed or chosen, as
-// offered.
+// In the order of the ids. Each row has the id, the name and the formula letter; the display
+// unit of the system `metres` with its precision code; the systems that differ from it; and
+// the units that may be typed or chosen, in the order in which they are offered.
 //
-// MAT_ELSUP_M3 and INERTIA_POINT show a unit in the system `newtons` that they do not list,
+// In the system `newtons`, MAT_ELSUP_M3 and INERTIA_POINT show a unit that they do not list,
 // so what they show there cannot be typed. Callers rely on what these rows accept.
 //
 // clang-format off

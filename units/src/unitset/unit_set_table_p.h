@@ -7,7 +7,7 @@
 namespace vrn::units {
 inline namespace v1 {
 
-/// All unit sets, by rising id.
+/// All unit sets, in the order of their ids.
 extern const std::array<UnitSetRow, 135> unitSetTable;
 
 } // namespace v1

@@ -11,7 +11,7 @@ namespace vrn::units {
 inline namespace v1 {
 namespace {
 
-/// The format of a unit set in a unit system, or null where the id is no unit set.
+/// The format of a unit set in a unit system, or null if the id is not a unit set.
 const UnitFormat* find_default_format(std::int32_t system_index, UnitId::UnitId id)
 {
     const auto* defaults_of_one_unit = get_default_formats().find(id);
@@ -51,7 +51,7 @@ UnitsetFormatProvider::UnitsetFormatProvider(const UnitsetFormatProvider& other)
 
 UnitsetFormatProvider::UnitsetFormatProvider(UnitsetFormatProvider&& other) noexcept = default;
 
-// The copy may fail, and the move does not.
+// The copy may throw; the move does not.
 UnitsetFormatProvider& UnitsetFormatProvider::operator=(const UnitsetFormatProvider& other)
 {
     return *this = UnitsetFormatProvider(other);
@@ -65,7 +65,7 @@ const UnitFormat* UnitsetFormatProvider::find_entry(UnitId::UnitId id) const
     const auto found = m_overrides.find(id);
     if (found != m_overrides.end())
         return &found->second;
-    // A unit has no default of a system.
+    // The defaults of a system are for unit sets only.
     return is_unit_id(id) ? nullptr : find_default_format(m_system_index, id);
 }
 
@@ -137,7 +137,7 @@ void UnitsetFormatProvider::set_label(UnitId::UnitId id, const boost::optional<s
     ::bond::maybe<std::string> text;
     if (label)
         text.set_value(*label);
-    // What may fail comes before the change.
+    // Everything that may throw comes before the change.
     override_of(id).label = std::move(text);
 }
 

@@ -8,8 +8,8 @@
 ///     MultiEditEnumBox::create(form, tr("Material"), &vrn::any_equal<int>);
 namespace vrn {
 
-/// Two empty values are equal, and so are two of type T that `==` calls so.
-/// Whatever else is compared differs, two values of one other type included.
+/// Two empty values are equal, and so are two values of type T that are equal by
+/// `==`. All others differ, even two values of the same other type.
 template <typename T>
 bool any_equal(const boost::any& a, const boost::any& b)
 {
@@ -27,8 +27,8 @@ bool any_differ(const boost::any& a, const boost::any& b)
     return !any_equal<T>(a, b);
 }
 
-/// A strict weak order: the empty value first, then those of type T by `<`,
-/// then all of other types, which are equivalent to each other.
+/// A strict weak order: empty values first, then values of type T by `<`, then all
+/// values of other types, which are equivalent to each other.
 template <typename T>
 bool any_less(const boost::any& a, const boost::any& b)
 {

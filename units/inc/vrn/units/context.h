@@ -11,20 +11,19 @@
 namespace vrn::units {
 inline namespace v1 {
 
-/// The unit library in one value: units, formats and conversion, and the way
-/// between quantities and text.
+/// The unit library in one value: units, formats and conversion, and the way from
+/// quantities to text and back.
 ///
 ///     Context context(8); // the first of the US customary systems
 ///     const auto length = context.parse(L"1' 6''", UnitId::GEO_LENGTH, std::locale("C"));
 ///     // length->value is 0.4572, in metres
 ///     context.format(*length, std::locale("C")); // L"1.50 ft"
 ///
-/// A copy is independent of its original, so a change of the one is not seen by
-/// the other. Reading is safe from any thread, as long as nobody changes the
-/// formats.
+/// A copy is independent of its original: neither sees a change of the other. Any
+/// thread may read as long as the formats are not changed.
 ///
-/// Where memory does not suffice, every operation throws std::bad_alloc. An assignment
-/// that throws leaves the context as it was; a text is never read or written in part.
+/// When memory runs out, every operation throws std::bad_alloc. An assignment that
+/// throws leaves the context as it was. A text is never read or written in part.
 class VRN_UNITS_EXPORT Context
 {
 public:
@@ -46,7 +45,7 @@ public:
 
     /// Reads a quantity of `unit_id`, a unit or a unit set. A number without a
     /// unit is in the display unit of `unit_id`. The result has the id `unit_id`;
-    /// it is empty where the text is no quantity, or one of another kind.
+    /// it is empty if the text is not a quantity or is one of another kind.
     boost::optional<IConverter::quantity> parse(
         std::wstring_view text, UnitId::UnitId unit_id, const std::locale& locale) const;
 
@@ -54,12 +53,12 @@ public:
     std::wstring format(IConverter::quantity q, const std::locale& locale) const;
 
     /// The code of the dimension of the unit in which `unit_id` is shown. Throws
-    /// std::invalid_argument with "Invalid unit id." where `unit_id` or the unit
-    /// in which it is shown is not known.
+    /// std::invalid_argument with "Invalid unit id." if `unit_id` or that unit is not
+    /// known.
     std::uint32_t get_display_dimension(UnitId::UnitId unit_id) const;
 
-    /// What stands behind the values of `unit_id`, in UTF-8: as a rule the symbol of
-    /// its display unit. Empty where the unit is hidden.
+    /// What is written after the values of `unit_id`, in UTF-8: usually the symbol of
+    /// its display unit. Empty if the unit is hidden.
     std::string get_display_label(UnitId::UnitId unit_id) const;
 
 private:

@@ -10,11 +10,11 @@ inline namespace v1 {
 
 /// Converts by the factors of a unit provider.
 ///
-/// Conversion is multiplication alone, so temperatures convert as differences:
+/// Conversion only multiplies, so temperatures convert as differences:
 /// 0 °C is 0 °F.
 ///
-/// Every operation throws std::logic_error with "No unit provider set." as long
-/// as there is none, and passes on what the provider throws for unknown ids.
+/// Every operation throws std::logic_error with "No unit provider set." until there
+/// is one, and passes on what the provider throws for unknown ids.
 class VRN_UNITS_EXPORT Converter : public IConverter
 {
 public:
@@ -23,7 +23,7 @@ public:
 
     bool can_convert(UnitId::UnitId from, UnitId::UnitId to) const override;
     quantity convert(quantity q, UnitId::UnitId unit_id) const override;
-    /// As convert, but gives nothing where can_convert says no.
+    /// As convert, but empty if can_convert says no.
     boost::optional<quantity> try_convert(quantity q, UnitId::UnitId unit_id) const;
     double to_base(quantity q) const override;
     quantity from_base(double value, UnitId::UnitId unit_id) const override;

@@ -6,12 +6,12 @@
 namespace vrn::units {
 inline namespace v1 {
 
-/// Takes values from one unit to another.
+/// Converts values from one unit to another.
 class VRN_UNITS_EXPORT IConverter
 {
 public:
-    /// A number and what it is measured in. Under the id of a unit set the value
-    /// is in the base scale.
+    /// A number and what it is measured in, a unit or a unit set. The value of a
+    /// unit set is in the base scale.
     struct quantity
     {
         UnitId::UnitId unit_id = UnitId::BLANK;
@@ -28,12 +28,12 @@ public:
 
     virtual ~IConverter();
 
-    /// Between two units: whether they measure the same. Between a unit and a
-    /// unit set: whether the set lists the unit. Two different sets never convert.
+    /// Two units convert if they measure the same. A unit and a unit set convert if
+    /// the set lists the unit. Two different sets never convert.
     virtual bool can_convert(UnitId::UnitId from, UnitId::UnitId to) const = 0;
 
     /// The same quantity under `unit_id`. Throws std::invalid_argument with
-    /// "Incompatible units." where can_convert says no.
+    /// "Incompatible units." if can_convert says no.
     virtual quantity convert(quantity q, UnitId::UnitId unit_id) const = 0;
 
     /// The value of `q` in the base scale.

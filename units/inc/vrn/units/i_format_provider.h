@@ -26,12 +26,12 @@ public:
     virtual UnitId::UnitId get_unit(UnitId::UnitId id) const = 0;
     virtual void set_unit(UnitId::UnitId id, UnitId::UnitId unit) = 0;
 
-    /// Digits behind the decimal point, or the denominator of fractions.
+    /// Digits after the decimal point, or the denominator of fractions.
     virtual std::int32_t get_precision(UnitId::UnitId id) const = 0;
     virtual void set_precision(UnitId::UnitId id, std::int32_t precision) = 0;
 
-    /// 0 fixed, 1 scientific, 2 fraction; values of any other format are written
-    /// as empty text.
+    /// 0 is fixed, 1 scientific, 2 a fraction. With any other format, values are
+    /// written as empty text.
     virtual std::int32_t get_format(UnitId::UnitId id) const = 0;
     virtual void set_format(UnitId::UnitId id, std::int32_t format) = 0;
 

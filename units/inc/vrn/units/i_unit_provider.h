@@ -10,13 +10,12 @@
 namespace vrn::units {
 inline namespace v1 {
 
-/// What there is to know about units and unit sets, by id.
+/// What is known about units and unit sets, by id.
 ///
 /// A unit set is a kind of quantity, such as UnitId::GEO_LENGTH. It has no
 /// symbol, the factor 1, and a list of the units in which it may be written.
 ///
-/// Every getter throws std::invalid_argument with "unit_id" for an id that is
-/// not known.
+/// Every getter throws std::invalid_argument with "unit_id" for an unknown id.
 class VRN_UNITS_EXPORT IUnitProvider
 {
 public:
@@ -27,18 +26,18 @@ public:
     /// The ids of all units, then those of all unit sets, each in table order.
     virtual std::vector<UnitId::UnitId> get_all_ids() const = 0;
 
-    /// The code of the dimension: two units measure the same exactly when their
+    /// The code of the dimension. Two units measure the same if and only if their
     /// codes are equal. A unit set has the dimension of its first unit.
     virtual std::uint32_t get_dimension(UnitId::UnitId unit_id) const = 0;
 
-    /// Takes a value in the unit to the base scale.
+    /// The factor from the unit to the base scale.
     virtual double get_factor(UnitId::UnitId unit_id) const = 0;
 
     /// The symbol in UTF-8; empty for a unit set.
     virtual const std::string& get_symbol(UnitId::UnitId unit_id) const = 0;
 
     /// Further spellings of the symbol, accepted on input and allowed as labels.
-    /// Known for units alone: a unit set has none, and asking for them throws.
+    /// Only units have them: for a unit set this throws.
     virtual const std::vector<std::string>& get_alternative_symbols(
         UnitId::UnitId unit_id) const = 0;
 

@@ -2,10 +2,10 @@
 
 /// Everything of the unit library that a program uses. Start at Context.
 ///
-/// What needs memory and gets none throws std::bad_alloc. A setter or an assignment of
-/// Context and UnitsetFormatProvider that throws has changed nothing, and a table that
-/// could not be made is made at the next use. Only an assignment of a plain record, such
-/// as UnitFormat, may stop between its members.
+/// When memory runs out, every operation throws std::bad_alloc. A setter or an assignment
+/// of Context or UnitsetFormatProvider that throws has changed nothing, and a table that
+/// could not be made is made at the next use. Only the assignment of a plain record, such
+/// as UnitFormat, may stop between two members.
 
 #include <vrn/units/catalogue.h>
 #include <vrn/units/context.h>

@@ -8,12 +8,12 @@
 namespace vrn::units {
 inline namespace v1 {
 
-/// Thrown where a number is followed by a text that names no unit the reader
-/// knows. what() is a sentence that quotes the text.
+/// Thrown when the text after a number does not name a unit that the reader knows.
+/// what() is a sentence that quotes the text.
 class VRN_UNITS_EXPORT UnknownUnit : public std::runtime_error
 {
 public:
-    /// `unit` is the text behind the number, in UTF-8.
+    /// `unit` is the text after the number, in UTF-8.
     explicit UnknownUnit(const std::string& unit);
     ~UnknownUnit() override;
 

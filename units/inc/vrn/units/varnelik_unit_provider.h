@@ -5,7 +5,7 @@
 namespace vrn::units {
 inline namespace v1 {
 
-/// Answers from the fixed tables of this library, see <vrn/units/catalogue.h>.
+/// Answers from the fixed tables of this library; see <vrn/units/catalogue.h>.
 /// It has no state: all objects are alike, and any thread may ask.
 class VRN_UNITS_EXPORT VarnelikUnitProvider : public IUnitProvider
 {

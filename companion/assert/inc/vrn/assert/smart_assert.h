@@ -16,7 +16,7 @@
 ///     VRN_ASSERT(minimum < maximum)("minimum", minimum)("maximum", maximum);
 ///
 /// The value pairs after the condition are evaluated only when it is false.
-/// Nothing stops here: the code behind an assertion handles the bad case itself.
+/// Execution goes on: the code after an assertion handles the bad case itself.
 #define VRN_ASSERT(expression) VRN_ASSERT_MESSAGE(expression, "")
 
 /// As VRN_ASSERT, with a sentence for the reader of the report.
@@ -29,7 +29,7 @@
 
 namespace vrn::smartassert {
 
-/// What a handler is told of one failed assertion.
+/// What a handler is told about one failed assertion.
 struct AssertReport
 {
     std::string expression; ///< The condition as it stands in the source.
@@ -39,9 +39,9 @@ struct AssertReport
     std::vector<std::pair<std::string, std::string>> values; ///< Name and printed value.
 };
 
-/// Called for every failed assertion, on the thread that failed it. It must throw
-/// nothing but std::bad_alloc, with which the report is lost: reports are made while an
-/// expression is being torn down.
+/// Called for every failed assertion, on the thread on which it failed. It must not throw,
+/// since a destructor makes the report. The exception is std::bad_alloc: the report is
+/// then lost.
 using AssertHandler = std::function<void(const AssertReport&)>;
 
 /// Replaces the handler of the process and returns the one before it. An empty

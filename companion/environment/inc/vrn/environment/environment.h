@@ -9,7 +9,7 @@
 
 namespace vrn::app {
 
-/// Where one kind of resource files is looked for.
+/// The folders in which one kind of resource file is looked for.
 class VRN_ENVIRONMENT_EXPORT PathGroup
 {
 public:
@@ -19,7 +19,7 @@ public:
     /// The path of the regular file called `name` in the first folder that has
     /// one: the added folders in their order, then the folder of the
     /// executable, then the installed data folder of this library. An empty
-    /// path if none has it. Never throws for a name or a folder that cannot be
+    /// path if no folder has it. Never throws for a name or a folder that cannot be
     /// read.
     std::filesystem::path find(const std::wstring& name) const;
 

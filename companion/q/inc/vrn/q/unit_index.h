@@ -18,7 +18,7 @@ namespace vrn::q {
 enum UnitFactor
 {
     UnitSizeInMetres = 0, ///< Metres in one display unit.
-    DisplayToInternal = 1, ///< Takes a number in the display unit to the internal unit.
+    DisplayToInternal = 1, ///< The factor from the display unit to the internal unit.
 };
 
 } // namespace vrn::q
@@ -31,6 +31,5 @@ VRN_Q_EXPORT int vrn_get_unit_precision(int unit, int which);
 
 /// Writes the unit's label as zero-terminated UTF-8 into `buffer`, at most
 /// `limit` bytes and the zero, and returns non-zero. Returns 0 and leaves the
-/// buffer alone where there is no label, or where it does not fit. `which` is
-/// always 1.
+/// buffer as it is if there is no label or it does not fit. `which` is always 1.
 VRN_Q_EXPORT int vrn_get_unit_label(int unit, int which, char* buffer, int limit);

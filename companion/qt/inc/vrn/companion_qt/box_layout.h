@@ -4,7 +4,7 @@
 
 #include <QBoxLayout>
 
-/// A QHBoxLayout by the companion's name, with an object name in UTF-8 or null.
+/// A QHBoxLayout under the companion's name. `name` is the object name in UTF-8, or null.
 class VRN_COMPANION_QT_EXPORT VRN_QT_HBoxLayout : public QHBoxLayout
 {
     Q_OBJECT
@@ -14,7 +14,7 @@ public:
     ~VRN_QT_HBoxLayout() override;
 };
 
-/// A QVBoxLayout by the companion's name, with an object name in UTF-8 or null.
+/// A QVBoxLayout under the companion's name. `name` is the object name in UTF-8, or null.
 class VRN_COMPANION_QT_EXPORT VRN_QT_VBoxLayout : public QVBoxLayout
 {
     Q_OBJECT

@@ -5,8 +5,8 @@
 #include <QComboBox>
 #include <QPersistentModelIndex>
 
-/// A QComboBox with one entry more for a selection of objects that differ, the
-/// various entry. It comes behind all others, so that their rows stay.
+/// A QComboBox with an additional entry for a selection of objects that differ, the
+/// various entry. It comes after all others, so that their rows stay the same.
 class VRN_COMPANION_QT_EXPORT VRN_QT4_ComboBox : public QComboBox
 {
     Q_OBJECT
@@ -16,11 +16,11 @@ public:
     explicit VRN_QT4_ComboBox(QWidget* parent = nullptr, const char* name = nullptr);
     ~VRN_QT4_ComboBox() override;
 
-    /// Entries stay in the order in which they come: sorting is not offered, and
-    /// asking for it is reported.
+    /// Entries stay in the order in which they are added. Sorting is not supported:
+    /// asking for it fails an assertion.
     void setSorting(bool sorting);
 
-    /// True: as wide as the longest text, always. False: as Qt does it.
+    /// True: always as wide as the longest text. False: Qt's usual width.
     void setWidthTextEnabled(bool enabled);
 
     /// Adds the various entry if there is none, and makes it current if `select`.
@@ -32,11 +32,11 @@ public:
     /// entry's own, the row.
     void removeVarious();
 
-    /// What getCurrentId() is while the various entry is current and, in an
-    /// editable box, its text stands in the edit.
+    /// The value of getCurrentId() while the various entry is current and, in an
+    /// editable box, its text is in the edit.
     static int getVariousId();
-    /// Otherwise the current row; -1 if there is none, or if another text was
-    /// typed over the various entry.
+    /// getVariousId() or else the current row. -1 if no row is current, or if another
+    /// text was typed over the various entry.
     int getCurrentId() const;
 
 protected:

@@ -4,7 +4,7 @@
 
 #include <QLabel>
 
-/// A QLabel by the companion's name.
+/// A QLabel under the companion's name.
 class VRN_COMPANION_QT_EXPORT VRN_QT_Label : public QLabel
 {
     Q_OBJECT

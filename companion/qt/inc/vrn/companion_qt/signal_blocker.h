@@ -3,8 +3,8 @@
 #include <QObject>
 #include <QPointer>
 
-/// Blocks the signals of an object for as long as it lives, and then restores
-/// the state that it found. The object may be null, or destroyed meanwhile.
+/// Blocks the signals of an object while the blocker lives, and then restores the
+/// previous state. The object may be null, or may be destroyed in the meantime.
 class VRN_QT_SignalBlocker
 {
 public:

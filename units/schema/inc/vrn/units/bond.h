@@ -31,14 +31,14 @@ private:
     std::string m_message;
 };
 
-/// Thrown where a record is used against its schema.
+/// Thrown when the use of a record contradicts its schema.
 class VRN_UNITS_EXPORT CoreException : public Exception
 {
 public:
     using Exception::Exception;
 };
 
-/// A field that may hold nothing. To read a nothing is an error.
+/// A field that may hold nothing. Reading it then is an error.
 template <typename T>
 class maybe
 {
@@ -64,7 +64,7 @@ public:
         m_is_nothing = true;
     }
 
-    /// Makes the field hold a value, a default one at first, and gives access to it.
+    /// Makes the field hold a value and gives access to it. At first it is a default value.
     T& set_value()
     {
         m_is_nothing = false;
@@ -72,7 +72,7 @@ public:
     }
     void set_value(T value) { *this = std::move(value); }
 
-    /// Throws CoreException where there is no value.
+    /// Throws CoreException if there is no value.
     const T& value() const
     {
         require_value();
@@ -97,7 +97,7 @@ private:
             throw CoreException("Field value is 'nothing'");
     }
 
-    // In this order, an assignment of a value that throws changes nothing.
+    // With the members in this order, an assignment that throws leaves the field as it was.
     T m_value = T(); ///< Blank while the field is nothing.
     bool m_is_nothing = true;
 };

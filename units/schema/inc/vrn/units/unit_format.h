@@ -16,13 +16,13 @@ struct UnitFormat
 {
     /// The display unit.
     UnitId::UnitId unit_id = UnitId::BLANK;
-    /// Digits behind the decimal point; the denominator where `format` is 2 or the
-    /// display unit is one of fractional inches.
+    /// Digits after the decimal point; the denominator if `format` is 2 or the display
+    /// unit is one of fractional inches.
     std::int32_t precision = 0;
     /// 0 fixed, 1 scientific, 2 fraction.
     std::int32_t format = 0;
-    /// A spelling to show in place of the display unit's symbol: one of the unit's
-    /// alternative symbols, or empty text for none at all.
+    /// A spelling to show instead of the display unit's symbol: one of the unit's
+    /// alternative symbols, or an empty text to show no unit.
     ::bond::maybe<std::string> label;
 
     friend bool operator==(const UnitFormat& left, const UnitFormat& right)

@@ -9,10 +9,10 @@ inline namespace v1 {
 namespace _bond_enumerators {
 namespace UnitId {
 
-/// What a quantity is measured in: 0 to 999 are units, from 1000 on there are unit
-/// sets, that is kinds of quantity whose display unit the active unit system chooses.
-/// Behind each unit stands its symbol. Names that start with `X_` belong to the
-/// kinds of the same prefix, which repeat symbols under a base scale of their own.
+/// What a quantity is measured in. Ids from 0 to 999 are units, and ids from 1000 on are
+/// unit sets: kinds of quantity whose display unit depends on the active unit system.
+/// Each unit is followed by its symbol. Names that start with `X_` belong to the kinds
+/// with the same prefix, which repeat symbols with a base scale of their own.
 enum UnitId : std::int32_t
 {
     BLANK = 0, ///< " "
