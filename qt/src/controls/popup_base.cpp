@@ -33,6 +33,10 @@ void PopupBase::setVisible(bool visible)
     // The popup may have been shown empty and have something to show by now.
     if (visible && isVisible() && testAttribute(Qt::WA_DontShowOnScreen) && !sizeHint().isEmpty())
         QWidget::setVisible(false);
+    // Some window managers minimise the popups with their window. Shown minimised, a
+    // popup would take its window along or never come back.
+    if (visible)
+        setWindowState(windowState() & ~Qt::WindowMinimized);
     QWidget::setVisible(visible);
 }
 
@@ -43,6 +47,10 @@ void PopupBase::showEvent(QShowEvent* event)
     // On the window alone: the flags of the widget stay those of its constructor.
     if (QWindow* window = windowHandle())
         window->setFlag(Qt::WindowDoesNotAcceptFocus);
+    // As a mere tool a popup gets a button in the task bar from some window managers, and
+    // the activation if it shows before the user has typed anything. With Qt 6 the window
+    // loses the type when its flags change, so this comes after them.
+    setAttribute(Qt::WA_X11NetWmWindowTypeToolTip);
     QWidget::showEvent(event);
 }
 

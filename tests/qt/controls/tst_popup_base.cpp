@@ -310,6 +310,28 @@ private Q_SLOTS:
         QVERIFY(popup.isVisible());
     }
 
+    // Window managers minimise popups with their window, before or after the hide.
+    void itIsNeverShownMinimised_data()
+    {
+        QTest::addColumn<bool>("hidden");
+        QTest::newRow("minimised while it stands") << false;
+        QTest::newRow("minimised and hidden") << true;
+    }
+    void itIsNeverShownMinimised()
+    {
+        QFETCH(bool, hidden);
+        QLineEdit owner;
+        SizedPopup popup(&owner);
+        popup.show();
+        popup.setWindowState(Qt::WindowMinimized);
+        if (hidden)
+            popup.hide();
+        sendFocus(&owner, QEvent::FocusIn, Qt::ActiveWindowFocusReason);
+        QVERIFY(popup.isVisible());
+        QVERIFY(!popup.isMinimized());
+        QVERIFY(!popup.windowHandle()->windowStates().testFlag(Qt::WindowMinimized));
+    }
+
     void deactivationOfItsWindowHidesIt()
     {
         QLineEdit owner;
