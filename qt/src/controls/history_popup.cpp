@@ -42,7 +42,10 @@ void HistoryPopup::showEvent(QShowEvent* event)
         for (const std::wstring& value : values)
             m_list->addItem(QString::fromStdWString(value));
     }
-    setFixedSize(sizeHint().boundedTo(largestSize()));
+    const QSize size = sizeHint().boundedTo(largestSize());
+    // The size hint of a list knows nothing of its values.
+    m_list->setFixedSize(size);
+    setFixedSize(size);
     PopupBase::showEvent(event);
 }
 

@@ -189,6 +189,36 @@ private Q_SLOTS:
         QVERIFY(isOnScreen(f.popup));
     }
 
+    void theListFillsThePopup_data()
+    {
+        QTest::addColumn<QStringList>("values");
+        const QString lines = QString("a line\n").repeated(10);
+        QTest::newRow("a short value") << QStringList{"1"};
+        QTest::newRow("a long value") << QStringList{"1", QString(80, QLatin1Char('W'))};
+        QTest::newRow("values of many lines") << QStringList{lines + "1", lines + "2"};
+        QTest::newRow("a value that no screen holds")
+            << QStringList{QString(9000, QLatin1Char('W'))};
+    }
+    void theListFillsThePopup()
+    {
+        QFETCH(QStringList, values);
+        const Fixture f({"before"});
+        f.popup->show();
+        f.popup->hide();
+        f.popup->setValueHistory(historyOf(values));
+        f.popup->show();
+        QCOMPARE(f.list->geometry(), f.popup->rect());
+    }
+
+    void noValueIsElided()
+    {
+        const Fixture f({"1", QString("a long name of a section ").repeated(4)});
+        f.popup->show();
+        for (int row = 0; row < f.list->count(); ++row)
+            QVERIFY(
+                f.list->visualItemRect(f.list->item(row)).width() >= f.list->sizeHintForColumn(0));
+    }
+
     void withoutEntriesTheSizeIsZero()
     {
         const Fixture f({});
