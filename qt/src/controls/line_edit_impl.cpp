@@ -172,6 +172,9 @@ void LineEditImpl::buildPopups()
     m_popups = new PopupGroup(this);
     m_popups->add(m_hintPopup);
     m_popups->add(m_historyPopup);
+    vrn_connect(m_popups, &PopupGroup::editMoved, m_hintPopup.data(), &EditHintPopup::followOwner);
+    vrn_connect(
+        m_popups, &PopupGroup::editMoved, m_historyPopup.data(), &HistoryPopup::followOwner);
 }
 
 void LineEditImpl::onHistoryItemSelected(const QString& text)

@@ -2,6 +2,7 @@
 
 #include <QFocusEvent>
 #include <QLineEdit>
+#include <QSignalSpy>
 #include <QVBoxLayout>
 
 #include "controls/edit_hint_popup_p.h"
@@ -27,6 +28,12 @@ QWidget* makeWindow(QWidget* parent, int height)
     auto* window = new QWidget(parent, Qt::Tool | Qt::FramelessWindowHint);
     window->resize(50, height);
     return window;
+}
+
+void sendFocus(QWidget* receiver, QEvent::Type type)
+{
+    QFocusEvent event(type, Qt::TabFocusReason);
+    QCoreApplication::sendEvent(receiver, &event);
 }
 
 // A field in a window, with a group of three popups far from their places.
@@ -87,11 +94,7 @@ struct Fixture
         return result;
     }
 
-    void focusEdit() const
-    {
-        QFocusEvent event(QEvent::FocusIn, Qt::TabFocusReason);
-        QCoreApplication::sendEvent(edit, &event);
-    }
+    void focusEdit() const { sendFocus(edit, QEvent::FocusIn); }
 
     QWidget window;
     QLineEdit* edit;
@@ -187,6 +190,57 @@ private Q_SLOTS:
         f.window.move(180, 150);
         QTRY_VERIFY(f.below() != before);
         QTRY_COMPARE(f.positions(), f.stacked());
+    }
+
+    void popupsFollowWhatTheEditStandsIn_data()
+    {
+        QTest::addColumn<int>("generations");
+        QTest::newRow("its parent") << 1;
+        QTest::newRow("its parent's parent") << 2;
+    }
+    void popupsFollowWhatTheEditStandsIn()
+    {
+        QFETCH(int, generations);
+        QWidget window;
+        auto* outer = new QWidget(&window);
+        auto* inner = new QWidget(outer);
+        auto* edit = new QLineEdit(inner);
+        PopupGroup group(edit);
+        const std::unique_ptr<QWidget> popup(makeWindow(nullptr, 20));
+        group.add(popup.get());
+        QSignalSpy moved(&group, &PopupGroup::editMoved);
+        const auto below = [edit] { return edit->mapToGlobal(QPoint(0, edit->height())); };
+        QWidget* ancestor = generations == 1 ? inner : outer;
+        window.resize(400, 300);
+        window.show();
+        QCoreApplication::processEvents();
+
+        sendFocus(edit, QEvent::FocusIn);
+        ancestor->move(60, 70);
+        QCOMPARE(popup->pos(), below());
+        QTRY_COMPARE(moved.count(), 1);
+        ancestor->resize(50, 15);
+        QTRY_COMPARE(moved.count(), 2);
+
+        sendFocus(edit, QEvent::FocusOut);
+        const QPoint before = popup->pos();
+        ancestor->move(0, 0);
+        QTest::qWait(10);
+        QCOMPARE(popup->pos(), before);
+        QCOMPARE(moved.count(), 2);
+    }
+
+    void manyMovesAreToldOnce()
+    {
+        const Fixture f;
+        QSignalSpy moved(f.group, &PopupGroup::editMoved);
+        f.edit->move(40, 50);
+        f.edit->resize(120, 60);
+        f.edit->move(10, 20);
+        QCOMPARE(moved.count(), 0);
+        QTRY_COMPARE(moved.count(), 1);
+        QTest::qWait(10);
+        QCOMPARE(moved.count(), 1);
     }
 
     // Only then has a popup the size that it will have.
