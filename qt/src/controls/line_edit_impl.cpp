@@ -115,6 +115,8 @@ void LineEditImpl::showEditHint(const QString& hint)
         m_hintPopup->hide();
     else if (hasFocus())
         m_hintPopup->show();
+    // A hint that stands above the edit would grow over it.
+    m_popups->reposition();
 }
 
 bool LineEditImpl::event(QEvent* event)

@@ -5,10 +5,22 @@
 #include <QApplication>
 #include <QEvent>
 #include <QLineEdit>
+#include <QScreen>
 
 #include <algorithm>
 
 namespace vrn::qt::detail {
+namespace {
+
+// What task bars leave of the screen that the edit is on.
+QRect roomAround(const QWidget& edit)
+{
+    const QPoint center = edit.mapToGlobal(edit.rect().center());
+    const QScreen* screen = QGuiApplication::screenAt(center);
+    return (screen ? screen : edit.screen())->availableGeometry();
+}
+
+} // namespace
 
 PopupGroup::PopupGroup(QLineEdit* edit)
     : QObject(edit)
@@ -85,12 +97,22 @@ bool PopupGroup::holds(const QObject* object) const
 void PopupGroup::reposition()
 {
     constexpr int gap = 5;
-    QPoint position = m_edit->mapToGlobal(QPoint(0, m_edit->height()));
+    const QRect room = roomAround(*m_edit);
+    QPoint below = m_edit->mapToGlobal(QPoint(0, m_edit->height()));
+    QPoint above = m_edit->mapToGlobal(QPoint(0, 0));
     for (const QPointer<QWidget>& popup : m_popups) {
         if (!popup)
             continue;
-        popup->move(position);
-        position.ry() += popup->height() + gap;
+        const int height = popup->height();
+        const bool fitsBelow = below.y() + height <= room.y() + room.height();
+        const bool fitsAbove = above.y() - height >= room.y();
+        if (fitsBelow || !fitsAbove) {
+            popup->move(below);
+            below.ry() += height + gap;
+        } else {
+            popup->move(above - QPoint(0, height));
+            above.ry() -= height + gap;
+        }
     }
 }
 

@@ -2,6 +2,7 @@
 
 #include <QFocusEvent>
 #include <QLineEdit>
+#include <QScreen>
 #include <QSignalSpy>
 #include <QVBoxLayout>
 
@@ -243,6 +244,44 @@ private Q_SLOTS:
         QCOMPARE(moved.count(), 1);
     }
 
+    // The popups of the fixture are 20, 30 and 40 pixels high; that is 100 with gaps.
+    void withoutRoomBelowPopupsStackAboveTheEdit_data()
+    {
+        QTest::addColumn<int>("room");
+        QTest::addColumn<QList<int>>("places"); // Below the edit, or above it if negative.
+        QTest::newRow("room for all") << 100 << QList<int>{0, 25, 60};
+        QTest::newRow("a pixel too little for the last") << 99 << QList<int>{0, 25, -40};
+        QTest::newRow("room for the first") << 20 << QList<int>{0, -30, -75};
+        QTest::newRow("no room") << 0 << QList<int>{-20, -55, -100};
+        QTest::newRow("an edit half out of the screen") << -12 << QList<int>{-20, -55, -100};
+    }
+    void withoutRoomBelowPopupsStackAboveTheEdit()
+    {
+        QFETCH(int, room);
+        QFETCH(QList<int>, places);
+        const QRect screen = QApplication::primaryScreen()->availableGeometry();
+        Fixture f;
+        f.window.move(f.window.pos() + QPoint(0, screen.bottom() + 1 - room - f.below().y()));
+        QCOMPARE(f.below().y(), screen.bottom() + 1 - room);
+        f.focusEdit();
+        const int bottom = f.below().y();
+        const int top = bottom - f.edit->height();
+        QList<int> found;
+        for (const QWidget* popup : f.popups)
+            found << popup->y() - (popup->y() < bottom ? top : bottom);
+        QCOMPARE(found, places);
+    }
+
+    void withoutRoomAboveEitherPopupsStackBelow()
+    {
+        const QRect screen = QApplication::primaryScreen()->availableGeometry();
+        const Fixture f;
+        for (QWidget* popup : f.popups)
+            popup->resize(50, screen.height());
+        f.focusEdit();
+        QCOMPARE(f.positions(), f.stacked());
+    }
+
     // Only then has a popup the size that it will have.
     void aPopupThatIsShownRepositionsAfterTheShow_data()
     {
@@ -379,6 +418,19 @@ private Q_SLOTS:
         const QPoint p = form.edit->mapToGlobal(QPoint(0, form.edit->height()));
         QTRY_COMPARE(hint->pos(), p);
         QTRY_COMPARE(history->pos(), p + QPoint(0, hint->height() + 5));
+    }
+
+    void aHintThatGrowsAboveTheEditDoesNotCoverIt()
+    {
+        LineEditForm form;
+        form.window.move(100, QApplication::primaryScreen()->availableGeometry().bottom() - 60);
+        QVERIFY(form.showWithFocus());
+        form.edit->showEditHint("from 1 to 100");
+        auto* hint = form.edit->findChild<EditHintPopup*>();
+        const auto top = [&form] { return form.edit->mapToGlobal(QPoint(0, 0)).y(); };
+        QTRY_COMPARE(hint->geometry().bottom() + 1, top());
+        form.edit->showEditHint("from 1\nto 100\nor nothing");
+        QCOMPARE(hint->geometry().bottom() + 1, top());
     }
 
     void withoutAHintTheHistoryKeepsItsGapBelowTheField()

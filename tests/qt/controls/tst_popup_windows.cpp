@@ -98,6 +98,18 @@ struct PlainForm : Form
     }
 };
 
+struct LowForm : Form
+{
+    LowForm()
+    {
+        auto* layout = new QVBoxLayout(&window);
+        layout->setContentsMargins(0, 0, 0, 0);
+        layout->addWidget(plain);
+        layout->addStretch();
+        layout->addWidget(edit);
+    }
+};
+
 // The field stands in a widget of a scroll area, which keeps to the lower end of the window.
 struct ScrolledForm : Form
 {
@@ -246,6 +258,33 @@ private Q_SLOTS:
         form.scroll(0);
         QTest::qWait(100);
         QVERIFY(form.noPopupStands());
+    }
+
+    void theyDoNotCoverTheField_data()
+    {
+        QTest::addColumn<int>("room");
+        for (const int room : {200, 60, 30, 10, 0})
+            QTest::addRow("%d pixels above the end of the screen", room) << room;
+    }
+    void theyDoNotCoverTheField()
+    {
+        QFETCH(int, room);
+        const QRect screen = QApplication::primaryScreen()->availableGeometry();
+        LowForm form;
+        form.window.setWindowFlags(Qt::FramelessWindowHint);
+        QVERIFY(form.showActive());
+        form.window.move(100, screen.bottom() + 1 - room - form.window.height());
+        QTRY_COMPARE(form.below().y(), screen.bottom() + 1 - room);
+        form.showPopups();
+        // The window manager may have other ideas.
+        QTest::qWait(200);
+        QVERIFY(form.popupsStand());
+        const QRect field(form.edit->mapToGlobal(QPoint(0, 0)), form.edit->size());
+        for (const QWidget* popup : form.popups()) {
+            const QRect place(form.placeOnScreen(popup), popup->size());
+            QVERIFY(!place.intersects(field));
+            QVERIFY(screen.contains(place));
+        }
     }
 
     // A window manager goes by the first type that it knows.

@@ -41,7 +41,8 @@ class LineEditImpl;
 /// window below. When editing ends (Enter, or leaving the field), an accepted
 /// text is brought into its range and written anew, a refused one stays as it
 /// was typed, and valueChanged() fires in either case. With a value history the
-/// last entries stand below the focused field; a click takes one over.
+/// last entries stand below the focused field; a click takes one over. Either
+/// window stands above the field where the screen has no room below.
 ///
 /// The value is computed from the text whenever it is asked for; numbers are in
 /// the C locale. What a validator throws passes through the control, which then
