@@ -1,8 +1,10 @@
 #include <QImage>
 #include <QLineEdit>
+#include <QPushButton>
 #include <QScreen>
 #include <QScrollArea>
 #include <QScrollBar>
+#include <QSignalSpy>
 #include <QVBoxLayout>
 
 #include "controls/edit_hint_popup_p.h"
@@ -285,6 +287,36 @@ private Q_SLOTS:
             QVERIFY(!place.intersects(field));
             QVERIFY(screen.contains(place));
         }
+    }
+
+    void aPressOnTheHintGoesToTheWidgetBelow_data()
+    {
+        QTest::addColumn<bool>("takesFocus");
+        QTest::newRow("a button that takes the focus, so that the hint goes") << true;
+        QTest::newRow("a button that leaves the focus, so that the hint stays") << false;
+    }
+    void aPressOnTheHintGoesToTheWidgetBelow()
+    {
+        QFETCH(bool, takesFocus);
+        PlainForm form;
+        auto* button = new QPushButton("Apply");
+        button->setFocusPolicy(takesFocus ? Qt::StrongFocus : Qt::NoFocus);
+        qobject_cast<QVBoxLayout*>(form.window.layout())->insertWidget(2, button);
+        QSignalSpy clicked(button, &QPushButton::clicked);
+        QVERIFY(form.showActive());
+        form.showPopups();
+        const QWidget* hint = form.popups()[0];
+        QTRY_COMPARE(form.placeOnScreen(hint), form.below());
+        const QPoint place = form.below() + QPoint(20, hint->height() - 4);
+        QCOMPARE(form.window.childAt(form.window.mapFromGlobal(place)), button);
+
+        x11::click(place);
+        QTRY_COMPARE(clicked.count(), 1);
+        QVERIFY(!button->isDown());
+        QCOMPARE(button->hasFocus(), takesFocus);
+        QTRY_COMPARE(form.edit->hasFocus(), !takesFocus);
+        QTRY_COMPARE(hint->isVisible(), !takesFocus);
+        QVERIFY(form.window.isActiveWindow());
     }
 
     // A window manager goes by the first type that it knows.
