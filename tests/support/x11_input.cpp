@@ -1,6 +1,7 @@
 #include "support/x11_input.h"
 
 #include <QProcess>
+#include <QRegularExpression>
 #include <QTest>
 
 namespace vrn::test::x11 {
@@ -22,6 +23,12 @@ QByteArray run(const QString& program, const QStringList& arguments)
 QByteArray xdotool(const QStringList& arguments)
 {
     return run(QStringLiteral("xdotool"), arguments);
+}
+
+QString xwininfo(quintptr window)
+{
+    return QString::fromLocal8Bit(
+        run(QStringLiteral("xwininfo"), {QStringLiteral("-id"), QString::number(window)}));
 }
 
 } // namespace
@@ -65,11 +72,18 @@ QString property(quintptr window, const QString& name)
     return answer.startsWith(name + QLatin1Char('(')) ? answer.trimmed() : QString();
 }
 
+QPoint place(quintptr window)
+{
+    const QString answer = xwininfo(window);
+    const QRegularExpression corner(
+        QStringLiteral("Absolute upper-left X: +(-?\\d+)\\s+Absolute upper-left Y: +(-?\\d+)"));
+    const QRegularExpressionMatch match = corner.match(answer);
+    return QPoint(match.captured(1).toInt(), match.captured(2).toInt());
+}
+
 bool isViewable(quintptr window)
 {
-    const QByteArray answer = run(
-        QStringLiteral("xwininfo"), {QStringLiteral("-id"), QString::number(window)});
-    return answer.contains("Map State: IsViewable");
+    return xwininfo(window).contains(QLatin1String("Map State: IsViewable"));
 }
 
 } // namespace vrn::test::x11

@@ -32,6 +32,9 @@ void activate(quintptr window);
 /// What xprop says of a property of a window; empty if the window has no such one.
 QString property(quintptr window, const QString& name);
 
+/// Where the upper left corner of a window is on the screen.
+QPoint place(quintptr window);
+
 /// Whether the server shows the window, which may still be covered by another.
 bool isViewable(quintptr window);
 

@@ -41,7 +41,8 @@ class LineEditImpl;
 /// below. When editing ends (Enter, or leaving the field), an accepted
 /// text is brought into its range and rewritten, a refused one stays as it
 /// was typed, and valueChanged() is emitted in either case. With a value history the
-/// last entries are shown below the focused field; a click takes one over.
+/// last entries are shown below the focused field; a click takes one over. Both windows
+/// are above the field if the screen has no room below.
 ///
 /// The value is computed from the text whenever it is asked for; numbers are in
 /// the C locale. What a validator throws passes through the control, which then

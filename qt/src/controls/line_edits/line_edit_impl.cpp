@@ -119,6 +119,8 @@ void LineEditImpl::showEditHint(const QString& hint)
         m_hintPopup->hide();
     else if (hasFocus())
         m_hintPopup->show();
+    // A hint that stands above the edit would grow over it.
+    m_popups->reposition();
 }
 
 bool LineEditImpl::event(QEvent* event)
@@ -178,6 +180,9 @@ void LineEditImpl::buildPopups()
     m_popups = new PopupGroup(this);
     m_popups->add(m_hintPopup);
     m_popups->add(m_historyPopup);
+    vrn_connect(m_popups, &PopupGroup::editMoved, m_hintPopup.data(), &EditHintPopup::followOwner);
+    vrn_connect(
+        m_popups, &PopupGroup::editMoved, m_historyPopup.data(), &HistoryPopup::followOwner);
 }
 
 void LineEditImpl::onHistoryItemSelected(const QString& text)

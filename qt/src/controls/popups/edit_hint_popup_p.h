@@ -6,7 +6,8 @@ class QLabel;
 
 namespace vrn::qt::detail {
 
-/// Shows a hint about the text in the edit.
+/// Shows a hint about the text in the edit. It is there to be read: the mouse
+/// presses what is below it in the window of the edit.
 class VRN_QT2_EXPORT EditHintPopup : public PopupBase
 {
     Q_OBJECT
@@ -21,8 +22,16 @@ public:
     /// (0, 0) without a text.
     QSize sizeHint() const override;
 
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+protected:
+    void showEvent(QShowEvent* event) override;
+
 private:
+    bool handDown(const QMouseEvent& event);
+
     QLabel* m_label;
+    bool m_pressedBelow = false; ///< The widget below got the last press.
 };
 
 } // namespace vrn::qt::detail

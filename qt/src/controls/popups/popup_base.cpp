@@ -13,6 +13,12 @@ namespace {
 constexpr qreal opacityAtRest = 0.7;
 constexpr qreal opacityUnderMouse = 0.9;
 
+// A widget in a window that does not stand yet is not out of sight.
+bool isScrolledOutOfSight(const QWidget& widget)
+{
+    return widget.isVisible() && widget.visibleRegion().isEmpty();
+}
+
 } // namespace
 
 PopupBase::PopupBase(QWidget* owner)
@@ -36,14 +42,24 @@ PopupBase::~PopupBase() = default;
 
 void PopupBase::setVisible(bool visible)
 {
+    m_shown = visible;
+    if (!visible || isScrolledOutOfSight(*m_owner)) {
+        QWidget::setVisible(false);
+        return;
+    }
     // The popup may have been shown empty and have something to show by now.
-    if (visible && isVisible() && testAttribute(Qt::WA_DontShowOnScreen) && !sizeHint().isEmpty())
+    if (isVisible() && testAttribute(Qt::WA_DontShowOnScreen) && !sizeHint().isEmpty())
         QWidget::setVisible(false);
     // Some window managers minimise the popups with their window. Shown minimised, a
     // popup would take its window along or never come back.
-    if (visible)
-        setWindowState(windowState() & ~Qt::WindowMinimized);
-    QWidget::setVisible(visible);
+    setWindowState(windowState() & ~Qt::WindowMinimized);
+    QWidget::setVisible(true);
+}
+
+void PopupBase::followOwner()
+{
+    if (m_shown)
+        setVisible(true);
 }
 
 void PopupBase::showEvent(QShowEvent* event)
@@ -53,6 +69,10 @@ void PopupBase::showEvent(QShowEvent* event)
     // On the window alone: the flags of the widget stay those of its constructor.
     if (QWindow* window = windowHandle())
         window->setFlag(Qt::WindowDoesNotAcceptFocus);
+    // As a mere tool a popup gets a button in the task bar from some window managers, and
+    // the activation if it shows before the user has typed anything. With Qt 6 the window
+    // loses the type when its flags change, so this comes after them.
+    setAttribute(Qt::WA_X11NetWmWindowTypeToolTip);
     QWidget::showEvent(event);
 }
 

@@ -9,7 +9,8 @@
 namespace vrn::qt::detail {
 
 /// A small translucent window that belongs to an edit: shown while the edit has
-/// the focus, hidden when it loses it. The edit owns it.
+/// the focus, hidden when it loses it. While the edit is scrolled out of sight, a popup
+/// that is shown waits for it to come back. The edit owns it.
 ///
 /// It is a window of its own that never takes the activation or the focus, so
 /// that typing goes on in the edit while it stands.
@@ -24,6 +25,9 @@ public:
     bool eventFilter(QObject* watched, QEvent* event) override;
     void setVisible(bool visible) override;
 
+    /// Looks whether the owner has come into sight or gone out of it.
+    void followOwner();
+
 protected:
     /// A popup may repeat anything that was ever pasted, and the X protocol knows
     /// no larger window than this.
@@ -36,6 +40,7 @@ protected:
 
 private:
     QWidget* m_owner;
+    bool m_shown = false; ///< Also while the owner is out of sight.
 };
 
 } // namespace vrn::qt::detail

@@ -1,17 +1,37 @@
 #include "controls/popups/popup_group_p.h"
 
+#include <vrn/companion_qt/connect.h>
+
+#include <QApplication>
 #include <QEvent>
 #include <QLineEdit>
-#include <QTimer>
+#include <QScreen>
 
 #include <algorithm>
 
 namespace vrn::qt::detail {
+namespace {
+
+// What task bars leave of the screen that the edit is on.
+QRect roomAround(const QWidget& edit)
+{
+    const QPoint center = edit.mapToGlobal(edit.rect().center());
+    const QScreen* screen = QGuiApplication::screenAt(center);
+    return (screen ? screen : edit.screen())->availableGeometry();
+}
+
+} // namespace
 
 PopupGroup::PopupGroup(QLineEdit* edit)
     : QObject(edit)
     , m_edit(edit)
 {
+    m_settled.setSingleShot(true);
+    vrn_connect(&m_settled, &QTimer::timeout, this, [this] {
+        // First in their place, then on the screen.
+        reposition();
+        Q_EMIT editMoved();
+    });
     edit->installEventFilter(this);
 }
 
@@ -26,18 +46,46 @@ void PopupGroup::add(QWidget* popup)
 bool PopupGroup::eventFilter(QObject* watched, QEvent* event)
 {
     const QEvent::Type type = event->type();
-    if (watched == m_edit
-        && (type == QEvent::Move || type == QEvent::Resize || type == QEvent::FocusIn))
+    const bool moves = type == QEvent::Move || type == QEvent::Resize;
+    if (watched == m_edit && type == QEvent::FocusIn) {
+        watchAncestors();
         reposition();
-    if (watched == m_edit->window() && type == QEvent::Move && isAnyVisible())
+    }
+    // Without a focus widget the window has lost the activation. Popups may still stand.
+    if (watched == m_edit && type == QEvent::FocusOut && QApplication::focusWidget())
+        unwatchAncestors();
+    if (moves && (watched == m_edit || isAncestor(watched))) {
         reposition();
+        m_settled.start();
+    }
     if (type == QEvent::Show && holds(watched)) {
-        // The popups are windows of their own: nobody else moves them along.
-        m_edit->window()->installEventFilter(this);
+        watchAncestors();
         // The final size of a popup is known only after it was shown.
-        QTimer::singleShot(0, this, &PopupGroup::reposition);
+        m_settled.start();
     }
     return QObject::eventFilter(watched, event);
+}
+
+// The popups are windows of their own: nothing else moves them along.
+void PopupGroup::watchAncestors()
+{
+    for (QWidget* widget = m_edit; !widget->isWindow();) {
+        widget = widget->parentWidget();
+        widget->installEventFilter(this);
+    }
+}
+
+void PopupGroup::unwatchAncestors()
+{
+    for (QWidget* widget = m_edit; !widget->isWindow();) {
+        widget = widget->parentWidget();
+        widget->removeEventFilter(this);
+    }
+}
+
+bool PopupGroup::isAncestor(const QObject* object) const
+{
+    return object->isWidgetType() && static_cast<const QWidget*>(object)->isAncestorOf(m_edit);
 }
 
 bool PopupGroup::holds(const QObject* object) const
@@ -46,21 +94,25 @@ bool PopupGroup::holds(const QObject* object) const
         [object](const QPointer<QWidget>& popup) { return popup.data() == object; });
 }
 
-bool PopupGroup::isAnyVisible() const
-{
-    return std::any_of(m_popups.begin(), m_popups.end(),
-        [](const QPointer<QWidget>& popup) { return popup && popup->isVisible(); });
-}
-
 void PopupGroup::reposition()
 {
     constexpr int gap = 5;
-    QPoint position = m_edit->mapToGlobal(QPoint(0, m_edit->height()));
+    const QRect room = roomAround(*m_edit);
+    QPoint below = m_edit->mapToGlobal(QPoint(0, m_edit->height()));
+    QPoint above = m_edit->mapToGlobal(QPoint(0, 0));
     for (const QPointer<QWidget>& popup : m_popups) {
         if (!popup)
             continue;
-        popup->move(position);
-        position.ry() += popup->height() + gap;
+        const int height = popup->height();
+        const bool fitsBelow = below.y() + height <= room.y() + room.height();
+        const bool fitsAbove = above.y() - height >= room.y();
+        if (fitsBelow || !fitsAbove) {
+            popup->move(below);
+            below.ry() += height + gap;
+        } else {
+            popup->move(above - QPoint(0, height));
+            above.ry() -= height + gap;
+        }
     }
 }
 

@@ -4,6 +4,7 @@
 
 #include <QObject>
 #include <QPointer>
+#include <QTimer>
 #include <QWidget>
 
 #include <vector>
@@ -14,7 +15,9 @@ namespace vrn::qt::detail {
 
 /// Stacks popups below a line edit, in the order in which they were added, with
 /// a gap of 5 pixels between them. A popup of height 0 keeps its gap. They follow
-/// the edit wherever its window goes.
+/// the edit wherever it goes, with its window and inside it. Popups for which the
+/// screen has no room below the edit stack above it: a window manager would move
+/// them over the edit.
 class VRN_QT2_EXPORT PopupGroup : public QObject
 {
     Q_OBJECT
@@ -28,13 +31,22 @@ public:
 
     bool eventFilter(QObject* watched, QEvent* event) override;
 
-private:
-    bool holds(const QObject* object) const;
-    bool isAnyVisible() const;
     void reposition();
+
+Q_SIGNALS:
+    /// The edit may have come into sight or gone out of it: a widget that it stands
+    /// in was moved or resized. Comes when all that moves with that widget has moved.
+    void editMoved();
+
+private:
+    void watchAncestors();
+    void unwatchAncestors();
+    bool isAncestor(const QObject* object) const;
+    bool holds(const QObject* object) const;
 
     QLineEdit* m_edit;
     std::vector<QPointer<QWidget>> m_popups;
+    QTimer m_settled; ///< Runs out when the events of now are through.
 };
 
 } // namespace vrn::qt::detail

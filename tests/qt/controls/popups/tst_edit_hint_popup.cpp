@@ -2,6 +2,8 @@
 
 #include <QLabel>
 #include <QLineEdit>
+#include <QMouseEvent>
+#include <QSignalSpy>
 #include <QVBoxLayout>
 #include <QWindow>
 
@@ -23,6 +25,76 @@ struct Fixture
     QLineEdit owner;
     EditHintPopup* popup;
     QLabel* label;
+};
+
+// An active window with a field that has the focus and a hint, which stands over
+// another field.
+class PressedForm : public QObject
+{
+public:
+    PressedForm()
+        : owner(new QLineEdit(&window))
+        , below(new QLineEdit(&window))
+        , hint(new EditHintPopup(owner))
+    {
+        window.setGeometry(100, 100, 300, 200);
+        owner->setGeometry(10, 10, 200, 24);
+        below->setGeometry(10, 40, 200, 24);
+        window.installEventFilter(this);
+        below->installEventFilter(this);
+        hint->setHint("from 1 to 100");
+    }
+
+    bool show()
+    {
+        below->setFocus();
+        window.show();
+        window.activateWindow();
+        if (!QTest::qWaitForWindowActive(&window))
+            return false;
+        owner->setFocus();
+        hint->move(below->mapToGlobal(QPoint(0, 0)));
+        hint->show();
+        return hint->isVisible() && owner->hasFocus();
+    }
+
+    // By the window system, at once: the offscreen platform would make the hint active
+    // in between.
+    void press(QEvent::Type type, Qt::MouseButton button) const
+    {
+        send(type, button, button);
+        send(QEvent::MouseButtonRelease, button, Qt::NoButton);
+    }
+
+    bool eventFilter(QObject* watched, QEvent* event) override
+    {
+        const bool press = event->type() == QEvent::MouseButtonPress;
+        const bool release = event->type() == QEvent::MouseButtonRelease;
+        if (watched == &window && press)
+            ++windowPresses;
+        if (watched == below && press)
+            pressed << static_cast<QMouseEvent*>(event)->button();
+        if (watched == below && release)
+            released << static_cast<QMouseEvent*>(event)->button();
+        return false;
+    }
+
+    QWidget window;
+    QLineEdit* owner;
+    QLineEdit* below;
+    EditHintPopup* hint;
+    QList<Qt::MouseButton> pressed;
+    QList<Qt::MouseButton> released;
+    int windowPresses = 0;
+
+private:
+    void send(QEvent::Type type, Qt::MouseButton button, Qt::MouseButtons buttons) const
+    {
+        const QPointF position = hint->rect().center();
+        QMouseEvent event(
+            type, position, hint->mapToGlobal(position.toPoint()), button, buttons, {});
+        QCoreApplication::sendEvent(hint->windowHandle(), &event);
+    }
 };
 
 bool isOnScreen(const QWidget* widget)
@@ -105,6 +177,52 @@ private Q_SLOTS:
         QVERIFY(f.popup->width() > narrow);
         f.popup->setHint("short");
         QCOMPARE(f.popup->width(), narrow);
+    }
+
+    void aPressGoesToWhatIsBelow()
+    {
+        PressedForm f;
+        QVERIFY(f.show());
+        f.press(QEvent::MouseButtonPress, Qt::LeftButton);
+        QVERIFY(f.below->hasFocus());
+        QCOMPARE(f.pressed, QList<Qt::MouseButton>{Qt::LeftButton});
+        QCOMPARE(f.released, QList<Qt::MouseButton>{Qt::LeftButton});
+        QVERIFY2(f.hint->isHidden(), "as it is when its own field loses the focus");
+    }
+
+    void anyButtonGoesToWhatIsBelow()
+    {
+        PressedForm f;
+        QVERIFY(f.show());
+        f.below->setFocusPolicy(Qt::NoFocus);
+        f.below->setContextMenuPolicy(Qt::CustomContextMenu);
+        QSignalSpy menu(f.below, &QWidget::customContextMenuRequested);
+        f.press(QEvent::MouseButtonPress, Qt::RightButton);
+        QCOMPARE(f.pressed, QList<Qt::MouseButton>{Qt::RightButton});
+        QCOMPARE(f.released, QList<Qt::MouseButton>{Qt::RightButton});
+        QCOMPARE(menu.count(), 1);
+        QVERIFY(f.hint->isVisible());
+    }
+
+    void aDoubleClickGoesToWhatIsBelow()
+    {
+        PressedForm f;
+        QVERIFY(f.show());
+        f.below->setFocusPolicy(Qt::NoFocus);
+        f.below->setText("word");
+        f.press(QEvent::MouseButtonDblClick, Qt::LeftButton);
+        QCOMPARE(f.below->selectedText(), QString("word"));
+    }
+
+    void aPressBesideTheWindowGoesNowhere()
+    {
+        PressedForm f;
+        QVERIFY(f.show());
+        f.hint->move(f.window.frameGeometry().bottomRight() + QPoint(10, 10));
+        f.press(QEvent::MouseButtonPress, Qt::LeftButton);
+        QCOMPARE(f.windowPresses, 0);
+        QVERIFY(f.owner->hasFocus());
+        QVERIFY(f.hint->isVisible());
     }
 
     void aHintIsNotShownByItself()

@@ -310,6 +310,59 @@ private Q_SLOTS:
         QVERIFY(popup.isVisible());
     }
 
+    void ofAnOwnerOutOfSightItWaits_data()
+    {
+        QTest::addColumn<bool>("shownInSight");
+        QTest::newRow("shown in sight and scrolled away") << true;
+        QTest::newRow("shown out of sight") << false;
+    }
+    void ofAnOwnerOutOfSightItWaits()
+    {
+        QFETCH(bool, shownInSight);
+        Form form;
+        QVERIFY(form.showActive());
+        const QPoint inSight = form.owner->pos();
+        const QPoint outOfSight(10, -200);
+        if (!shownInSight)
+            form.owner->move(outOfSight);
+        form.owner->setFocus();
+        QCOMPARE(form.popup->isVisible(), shownInSight);
+
+        form.owner->move(outOfSight);
+        form.popup->followOwner();
+        QVERIFY(form.popup->isHidden());
+        form.popup->show();
+        QVERIFY(form.popup->isHidden());
+
+        form.owner->move(inSight);
+        form.popup->followOwner();
+        QVERIFY(form.popup->isVisible());
+        QVERIFY(isOnScreen(form.popup));
+    }
+
+    void hiddenItDoesNotComeWithItsOwner_data()
+    {
+        QTest::addColumn<bool>("byFocus");
+        QTest::newRow("hidden by the program") << false;
+        QTest::newRow("hidden because the owner lost the focus") << true;
+    }
+    void hiddenItDoesNotComeWithItsOwner()
+    {
+        QFETCH(bool, byFocus);
+        Form form;
+        QVERIFY(form.showActive());
+        const QPoint inSight = form.owner->pos();
+        form.owner->move(10, -200);
+        form.owner->setFocus();
+        if (byFocus)
+            form.other->setFocus();
+        else
+            form.popup->hide();
+        form.owner->move(inSight);
+        form.popup->followOwner();
+        QVERIFY(form.popup->isHidden());
+    }
+
     // Window managers minimise popups with their window, before or after the hide.
     void itIsNeverShownMinimised_data()
     {

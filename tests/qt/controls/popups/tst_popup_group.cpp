@@ -2,6 +2,8 @@
 
 #include <QFocusEvent>
 #include <QLineEdit>
+#include <QScreen>
+#include <QSignalSpy>
 #include <QVBoxLayout>
 
 #include "controls/line_edits/line_edit_impl_p.h"
@@ -27,6 +29,12 @@ QWidget* makeWindow(QWidget* parent, int height)
     auto* window = new QWidget(parent, Qt::Tool | Qt::FramelessWindowHint);
     window->resize(50, height);
     return window;
+}
+
+void sendFocus(QWidget* receiver, QEvent::Type type)
+{
+    QFocusEvent event(type, Qt::TabFocusReason);
+    QCoreApplication::sendEvent(receiver, &event);
 }
 
 // A field in a window, with a group of three popups far from their places.
@@ -87,11 +95,7 @@ struct Fixture
         return result;
     }
 
-    void focusEdit() const
-    {
-        QFocusEvent event(QEvent::FocusIn, Qt::TabFocusReason);
-        QCoreApplication::sendEvent(edit, &event);
-    }
+    void focusEdit() const { sendFocus(edit, QEvent::FocusIn); }
 
     QWidget window;
     QLineEdit* edit;
@@ -187,6 +191,95 @@ private Q_SLOTS:
         f.window.move(180, 150);
         QTRY_VERIFY(f.below() != before);
         QTRY_COMPARE(f.positions(), f.stacked());
+    }
+
+    void popupsFollowWhatTheEditStandsIn_data()
+    {
+        QTest::addColumn<int>("generations");
+        QTest::newRow("its parent") << 1;
+        QTest::newRow("its parent's parent") << 2;
+    }
+    void popupsFollowWhatTheEditStandsIn()
+    {
+        QFETCH(int, generations);
+        QWidget window;
+        auto* outer = new QWidget(&window);
+        auto* inner = new QWidget(outer);
+        auto* edit = new QLineEdit(inner);
+        PopupGroup group(edit);
+        const std::unique_ptr<QWidget> popup(makeWindow(nullptr, 20));
+        group.add(popup.get());
+        QSignalSpy moved(&group, &PopupGroup::editMoved);
+        const auto below = [edit] { return edit->mapToGlobal(QPoint(0, edit->height())); };
+        QWidget* ancestor = generations == 1 ? inner : outer;
+        window.resize(400, 300);
+        window.show();
+        QCoreApplication::processEvents();
+
+        sendFocus(edit, QEvent::FocusIn);
+        ancestor->move(60, 70);
+        QCOMPARE(popup->pos(), below());
+        QTRY_COMPARE(moved.count(), 1);
+        ancestor->resize(50, 15);
+        QTRY_COMPARE(moved.count(), 2);
+
+        sendFocus(edit, QEvent::FocusOut);
+        const QPoint before = popup->pos();
+        ancestor->move(0, 0);
+        QTest::qWait(10);
+        QCOMPARE(popup->pos(), before);
+        QCOMPARE(moved.count(), 2);
+    }
+
+    void manyMovesAreToldOnce()
+    {
+        const Fixture f;
+        QSignalSpy moved(f.group, &PopupGroup::editMoved);
+        f.edit->move(40, 50);
+        f.edit->resize(120, 60);
+        f.edit->move(10, 20);
+        QCOMPARE(moved.count(), 0);
+        QTRY_COMPARE(moved.count(), 1);
+        QTest::qWait(10);
+        QCOMPARE(moved.count(), 1);
+    }
+
+    // The popups of the fixture are 20, 30 and 40 pixels high; that is 100 with gaps.
+    void withoutRoomBelowPopupsStackAboveTheEdit_data()
+    {
+        QTest::addColumn<int>("room");
+        QTest::addColumn<QList<int>>("places"); // Below the edit, or above it if negative.
+        QTest::newRow("room for all") << 100 << QList<int>{0, 25, 60};
+        QTest::newRow("a pixel too little for the last") << 99 << QList<int>{0, 25, -40};
+        QTest::newRow("room for the first") << 20 << QList<int>{0, -30, -75};
+        QTest::newRow("no room") << 0 << QList<int>{-20, -55, -100};
+        QTest::newRow("an edit half out of the screen") << -12 << QList<int>{-20, -55, -100};
+    }
+    void withoutRoomBelowPopupsStackAboveTheEdit()
+    {
+        QFETCH(int, room);
+        QFETCH(QList<int>, places);
+        const QRect screen = QApplication::primaryScreen()->availableGeometry();
+        Fixture f;
+        f.window.move(f.window.pos() + QPoint(0, screen.bottom() + 1 - room - f.below().y()));
+        QCOMPARE(f.below().y(), screen.bottom() + 1 - room);
+        f.focusEdit();
+        const int bottom = f.below().y();
+        const int top = bottom - f.edit->height();
+        QList<int> found;
+        for (const QWidget* popup : f.popups)
+            found << popup->y() - (popup->y() < bottom ? top : bottom);
+        QCOMPARE(found, places);
+    }
+
+    void withoutRoomAboveEitherPopupsStackBelow()
+    {
+        const QRect screen = QApplication::primaryScreen()->availableGeometry();
+        const Fixture f;
+        for (QWidget* popup : f.popups)
+            popup->resize(50, screen.height());
+        f.focusEdit();
+        QCOMPARE(f.positions(), f.stacked());
     }
 
     // Only then has a popup the size that it will have.
@@ -325,6 +418,19 @@ private Q_SLOTS:
         const QPoint p = form.edit->mapToGlobal(QPoint(0, form.edit->height()));
         QTRY_COMPARE(hint->pos(), p);
         QTRY_COMPARE(history->pos(), p + QPoint(0, hint->height() + 5));
+    }
+
+    void aHintThatGrowsAboveTheEditDoesNotCoverIt()
+    {
+        LineEditForm form;
+        form.window.move(100, QApplication::primaryScreen()->availableGeometry().bottom() - 60);
+        QVERIFY(form.showWithFocus());
+        form.edit->showEditHint("from 1 to 100");
+        auto* hint = form.edit->findChild<EditHintPopup*>();
+        const auto top = [&form] { return form.edit->mapToGlobal(QPoint(0, 0)).y(); };
+        QTRY_COMPARE(hint->geometry().bottom() + 1, top());
+        form.edit->showEditHint("from 1\nto 100\nor nothing");
+        QCOMPARE(hint->geometry().bottom() + 1, top());
     }
 
     void withoutAHintTheHistoryKeepsItsGapBelowTheField()

@@ -5,7 +5,7 @@
 
 #include "controls/edit_hint_popup_p.h"
 #include "controls/history_popup_p.h"
-#include "controls/line_edit_impl_p.h"
+#include "controls/line_edits/line_edit_impl_p.h"
 #include "support/test_main.h"
 #include "support/test_object.h"
 #include "support/x11_input.h"
