@@ -24,8 +24,8 @@ const std::bitset<32> noFlags;
 
 } // namespace
 
-// The user's locale has a decimal comma throughout: a validator that reads it
-// without being told to fails here.
+// The user's locale has a decimal comma: a validator that reads it without being told to
+// fails here.
 class TestDoubleEditValidator : public vrn::test::TestObject
 {
     Q_OBJECT
@@ -59,7 +59,7 @@ private Q_SLOTS:
         row("a plus sign", "+1.5", true, 1.5);
         row("an exponent", "1.5e3", true, 1500.0);
         row("no digit before the point", ".5", true, 0.5);
-        row("no digit behind the point", "5.", true, 5.0);
+        row("no digit after the point", "5.", true, 5.0);
         row("more decimals than are shown", "0.123456", true, 0.123456);
         row("infinity", "inf", true, infinity);
         row("no number at all", "nan", true, notANumber);
@@ -281,7 +281,7 @@ private Q_SLOTS:
         const QString sevens(2000, '7');
         const QString blanks(2000, ' ');
         row("zeros before the number", zeros + "1.5", true, 1.5);
-        row("zeros behind the number", "1.5" + zeros, true, 1.5);
+        row("zeros after the number", "1.5" + zeros, true, 1.5);
         row("a sign before them", "-" + zeros + "1.5", true, -1.5);
         row("blanks around the number", blanks + "1.5" + blanks, true, 1.5);
         row("blanks around a long number", blanks + zeros + "1.5" + blanks, true, 1.5);
@@ -295,14 +295,14 @@ private Q_SLOTS:
         row("a blank inside", zeros + " 1.5", false, 0.0);
         row("a zero character inside", zeros + QChar(0) + "1", false, 0.0);
         row("a zero character at the end", zeros + QChar(0), false, 0.0);
-        row("a unit behind", zeros + "1.5mm", false, 0.0);
+        row("a unit after the number", zeros + "1.5mm", false, 0.0);
         row("a letter outside ASCII", zeros + QChar(0x161), false, 0.0);
-        row("nan behind blanks", blanks + "nan", true, notANumber);
-        row("inf behind blanks", blanks + "-inf", true, -infinity);
+        row("nan after blanks", blanks + "nan", true, notANumber);
+        row("inf after blanks", blanks + "-inf", true, -infinity);
         row("letters", QString(2000, 'a'), false, 0.0);
     }
 
-    // Long texts take another way to the same number.
+    // Another function reads long texts, and must come to the same number.
     void aLongTextIsReadAsAShortOneIs()
     {
         QFETCH(QString, text);

@@ -24,7 +24,7 @@ namespace {
 
 const std::bitset<32> noFlags;
 
-// The only target of a forwarder, taken away from it by whatever it is asked.
+// The only target of a forwarder. Whatever it is asked, it takes itself away from it.
 struct LeavingValidator : public IValidator
 {
     LeavingValidator(ForwardValidator* forwarder, bool& alive)
@@ -130,7 +130,7 @@ private Q_SLOTS:
         if (nested)
             chain = chainOf(std::move(chain));
         const IValidator::pointer shared(chain.release());
-        // One more step, so that a chain is also met behind a forwarder.
+        // One more step, so that the chain is also reached through a forwarder.
         const auto outer = boost::make_shared<ForwardValidator>(shared);
         expectAssert("!forwardsToItself");
         member->setValidator(outer);
@@ -186,7 +186,7 @@ private Q_SLOTS:
     void withoutATargetItRefusesEveryTextAndShowsNothing()
     {
         ForwardValidator forward(nullptr);
-        // Not even the blank in front of the postfix.
+        // Not even the blank before the postfix is shown.
         forward.setPostfix("mm");
         boost::any value = 7;
         for (const QString& text : {QString("1.5"), QString(""), QString()}) {

@@ -120,22 +120,22 @@ private Q_SLOTS:
         QCOMPARE(value, boost::any(1.5));
     }
 
-    void displayTextHasThePostfixBehindABlank_data()
+    void displayTextHasThePostfixAfterABlank_data()
     {
         QTest::addColumn<QString>("formatted");
         QTest::addColumn<QString>("postfix");
         QTest::addColumn<QString>("displayed");
         row("no postfix adds no blank", "1.5", "", "1.5");
         row("a null postfix adds no blank", "1.5", QString(), "1.5");
-        row("a postfix stands behind one blank", "1.5", "mm", "1.5 mm");
+        row("a postfix stands after one blank", "1.5", "mm", "1.5 mm");
         row("a postfix keeps its own blanks", "1.5", " mm ", "1.5  mm ");
         row("a postfix of a blank counts", "1.5", " ", "1.5  ");
         row("an empty text gets the postfix too", "", "mm", " mm");
         row("no text and no postfix are nothing", "", "", "");
-        row("a postfix is no pattern", "%2", "%1", "%2 %1");
+        row("a postfix is not a pattern", "%2", "%1", "%2 %1");
     }
 
-    void displayTextHasThePostfixBehindABlank()
+    void displayTextHasThePostfixAfterABlank()
     {
         QFETCH(QString, formatted);
         QFETCH(QString, postfix);

@@ -74,11 +74,11 @@ private Q_SLOTS:
         row("an entry whose own value is empty", "air", true, boost::any());
         row("a text that is in no entry", "glass", false, untouched);
         row("another case", "Steel", false, untouched);
-        row("a blank before", " steel", false, untouched);
-        row("a blank behind", "steel ", false, untouched);
+        row("a blank before it", " steel", false, untouched);
+        row("a blank after it", "steel ", false, untouched);
         row("the beginning of a name", "stee", false, untouched);
         row("more than a name", "steels", false, untouched);
-        row("a zero character behind", QString("steel") + QChar(0), false, untouched);
+        row("a zero character after it", QString("steel") + QChar(0), false, untouched);
         row("the value's text", "S235", false, untouched);
         row("an empty text", "", false, untouched);
         row("a null text", QString(), false, untouched);
