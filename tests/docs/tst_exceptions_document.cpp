@@ -136,7 +136,7 @@ void pickWhileItVaries()
     QMetaObject::invokeMethod(&picker, "onPick");
 }
 
-// A link to itself cannot be looked behind.
+// What lies beyond a link to itself cannot be found out.
 void pickBehindALoop()
 {
     const QTemporaryDir folder;

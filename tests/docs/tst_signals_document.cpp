@@ -38,7 +38,7 @@ struct Subject
     using Step = std::function<void(bool other)>;
 
     std::shared_ptr<QWidget> window;
-    std::shared_ptr<QObject> group; ///< Of what is no widget.
+    std::shared_ptr<QObject> group; ///< For a sender that is not a widget.
     QObject* sender = nullptr;
 
     // Empty for what a control cannot do.

@@ -34,7 +34,8 @@ namespace vrn::qt {
 ///     vrn::units::set_active_input_context(vrn::units::Context(9));
 ///     field->setValue(span);
 ///
-/// Put a new validator behind a ForwardValidator where the decimals are to follow.
+/// Where the decimals are to follow too, give the field a ForwardValidator and
+/// exchange its target.
 struct VRN_QT2_EXPORT DistanceEditValidator : public IValidator
 {
     /// The number of decimals is the unit's. Asserts "m_min < m_max" and

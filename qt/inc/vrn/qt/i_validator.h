@@ -25,7 +25,7 @@ enum ValidationFlag : std::size_t
     /// The user's locale is asked for once in a process, the first time that a
     /// validator needs it; no later change is seen. There are two of them.
     /// DoubleEditValidator and DistanceEditValidator ask `QLocale()`: what
-    /// QLocale::setDefault() was given by then, or else the environment.
+    /// QLocale::setDefault() was given before, or else the environment.
     /// UnitValidator asks `std::locale("")`: the environment alone (LC_ALL,
     /// LC_NUMERIC, LANG), and the classic locale where that one is not
     /// installed. An application that sets another default therefore sets
