@@ -7,7 +7,7 @@
 #include <boost/make_shared.hpp>
 
 #include "support/keystroke_time.h"
-#include "support/row.h"
+#include "support/table.h"
 #include "support/test_main.h"
 #include "support/test_object.h"
 
@@ -22,6 +22,7 @@
 using vrn::qt::DistanceEditValidator;
 using vrn::qt::ForwardValidator;
 using vrn::qt::SimpleLineEdit;
+using vrn::test::columns;
 using vrn::test::row;
 using vrn::units::Context;
 using vrn::units::set_active_input_context;
@@ -109,9 +110,7 @@ private Q_SLOTS:
 
     void aBareNumberIsInTheFieldsUnit_data()
     {
-        QTest::addColumn<int>("unit");
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<double>("metres");
+        columns<int, QString, double>("unit", "text", "metres");
         row("metres", metre, "1.5", 1.5);
         row("centimetres", centimetre, "150", 1.5);
         row("millimetres", millimetre, "1500", 1.5);
@@ -138,8 +137,7 @@ private Q_SLOTS:
 
     void aUnitAfterTheNumberIsUnderstoodInEveryField_data()
     {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<double>("metres");
+        columns<QString, double>("text", "metres");
         row("metres", "5 m", 5.0);
         row("decimetres", "5 dm", 0.5);
         row("centimetres", "150 cm", 1.5);
@@ -184,7 +182,7 @@ private Q_SLOTS:
 
     void aTextThatEndsBeforeAUnitIsZero_data()
     {
-        QTest::addColumn<QString>("text");
+        columns<QString>("text");
         row("a decimal comma", "1,5");
         row("a comma after a number", "15,");
         row("a punctuation mark alone", "-");
@@ -207,7 +205,7 @@ private Q_SLOTS:
 
     void noNumberBeforeTheUnitIsARefusal_data()
     {
-        QTest::addColumn<QString>("text");
+        columns<QString>("text");
         row("letters", "abc");
         row("a unit alone", "m");
         row("a plus sign is no punctuation mark", "+1m");
@@ -237,8 +235,7 @@ private Q_SLOTS:
 
     void anUnknownUnitIsThrown_data()
     {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<QByteArray>("unit");
+        columns<QString, QByteArray>("text", "unit");
         row("yards", "2 yd", QByteArray("yd"));
         row("a unit in capitals", "2 M", QByteArray("M"));
         row("a unit with one capital", "2 Mm", QByteArray("Mm"));
@@ -270,10 +267,7 @@ private Q_SLOTS:
 
     void theLimitsAreMetresInEveryField_data()
     {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<double>("typed");
-        QTest::addColumn<double>("finished");
-        QTest::addColumn<QString>("shown");
+        columns<QString, double, double, QString>("text", "typed", "finished", "shown");
         row("a number above the range", "5000", 5.0, 2.0, "2000");
         row("a number below the range", "5", 0.005, 1.0, "1000");
         row("a number in the range", "1500", 1.5, 1.5, "1500");
@@ -354,10 +348,7 @@ private Q_SLOTS:
 
     void aValueIsWrittenInTheFieldsUnit_data()
     {
-        QTest::addColumn<int>("unit");
-        QTest::addColumn<double>("metres");
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<QString>("textWithUnit");
+        columns<int, double, QString, QString>("unit", "metres", "text", "textWithUnit");
         row("metres", metre, 1.5, "1.500", "1.500 m");
         row("centimetres", centimetre, 1.5, "150.0", "150.0 cm");
         row("millimetres", millimetre, 1.5, "1500", "1500 mm");
@@ -396,9 +387,7 @@ private Q_SLOTS:
     // Hostile texts without a unit are tested for all numeric validators together.
     void aHostileTextWithAUnit_data()
     {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<bool>("accepted");
-        QTest::addColumn<double>("metres");
+        columns<QString, bool, double>("text", "accepted", "metres");
         const int mebi = 1024 * 1024;
         row("a mebi of digits", QString(mebi, '7') + " mm", false, 0.0);
         row("a mebi of zeros", QString(mebi, '0') + "5 mm", true, 0.005);

@@ -1,7 +1,7 @@
 #include <vrn/qt/double_edit_validator.h>
 
 #include "support/keystroke_time.h"
-#include "support/row.h"
+#include "support/table.h"
 #include "support/test_main.h"
 #include "support/test_object.h"
 
@@ -11,6 +11,7 @@
 #include <limits>
 
 using vrn::qt::DoubleEditValidator;
+using vrn::test::columns;
 using vrn::test::row;
 
 namespace {
@@ -50,9 +51,7 @@ private Q_SLOTS:
 
     void aTextIsReadAsANumber_data()
     {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<bool>("accepted");
-        QTest::addColumn<double>("value");
+        columns<QString, bool, double>("text", "accepted", "value");
         row("a whole number", "5", true, 5.0);
         row("a decimal point", "1.5", true, 1.5);
         row("a negative number", "-1.5", true, -1.5);
@@ -103,9 +102,7 @@ private Q_SLOTS:
 
     void aLimitThatIsNoNumber_data()
     {
-        QTest::addColumn<double>("min");
-        QTest::addColumn<double>("max");
-        QTest::addColumn<double>("number");
+        columns<double, double, double>("min", "max", "number");
         row("a minimum", notANumber, 1.0, 0.5);
         row("a maximum", 0.0, notANumber, 5.0);
     }
@@ -126,9 +123,7 @@ private Q_SLOTS:
     // As after Enter: the formatted text is validated again.
     void nanEndsAsTheMinimum_data()
     {
-        QTest::addColumn<double>("min");
-        QTest::addColumn<double>("max");
-        QTest::addColumn<int>("length");
+        columns<double, double, int>("min", "max", "length");
         row("of a range", 0.5, 1.0, 5);
         row("that there is, without a range", lowest, highest, 314);
     }
@@ -187,9 +182,7 @@ private Q_SLOTS:
 
     void theDecimals_data()
     {
-        QTest::addColumn<int>("precision");
-        QTest::addColumn<double>("value");
-        QTest::addColumn<QString>("text");
+        columns<int, double, QString>("precision", "value", "text");
         row("none", 0, 1234.5678, "1235");
         row("one", 1, 1234.5678, "1234.6");
         row("more than the number has", 6, 1234.5678, "1234.567800");
@@ -249,10 +242,7 @@ private Q_SLOTS:
 
     void aRangeIsSetAndABadOneIsReported_data()
     {
-        QTest::addColumn<double>("min");
-        QTest::addColumn<double>("max");
-        QTest::addColumn<QString>("low");
-        QTest::addColumn<QString>("high");
+        columns<double, double, QString, QString>("min", "max", "low", "high");
         row("a range", 2.0, 3.0, "2.000", "3.000");
         row("a minimum above the maximum", 9.0, 1.0, "9.000", "1.000");
         row("a minimum that is the maximum", 2.0, 2.0, "2.000", "2.000");
@@ -274,9 +264,7 @@ private Q_SLOTS:
 
     void aLongTextIsReadAsAShortOneIs_data()
     {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<bool>("accepted");
-        QTest::addColumn<double>("value");
+        columns<QString, bool, double>("text", "accepted", "value");
         const QString zeros(2000, '0');
         const QString sevens(2000, '7');
         const QString blanks(2000, ' ');

@@ -6,7 +6,7 @@
 
 #include "support/hostile_texts.h"
 #include "support/keystroke_time.h"
-#include "support/row.h"
+#include "support/table.h"
 #include "support/test_main.h"
 #include "support/test_object.h"
 
@@ -21,6 +21,7 @@
 #include <optional>
 
 using namespace vrn::qt;
+using vrn::test::columns;
 using vrn::test::row;
 using vrn::units::Context;
 using vrn::units::UnknownUnit;
@@ -255,8 +256,7 @@ private Q_SLOTS:
 
     void anEmptyText_data()
     {
-        QTest::addColumn<const Kind*>("kind");
-        QTest::addColumn<QString>("setup");
+        columns<const Kind*, QString>("kind", "setup");
         const std::pair<const char*, const char*> setups[] = {{"counts as zero", "zero"},
             {"counts for nothing", "refused"}, {"is no value", "zero yes"},
             {"is no value instead of a refusal", "refused yes"}, {"is not allowed", "zero no"},
@@ -302,13 +302,8 @@ private Q_SLOTS:
 
     void aNumber_data()
     {
-        QTest::addColumn<const Kind*>("kind");
-        QTest::addColumn<double>("min");
-        QTest::addColumn<double>("max");
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<double>("typed");
-        QTest::addColumn<double>("finished");
-        QTest::addColumn<double>("shown");
+        columns<const Kind*, double, double, QString, double, double, double>(
+            "kind", "min", "max", "text", "typed", "finished", "shown");
         for (const Kind& kind : kinds()) {
             const auto number = [&kind](const char* name, double min, double max, const char* text,
                                     double typed, double finished, double shown) {
@@ -376,8 +371,7 @@ private Q_SLOTS:
 
     void aRefusedText_data()
     {
-        QTest::addColumn<const Kind*>("kind");
-        QTest::addColumn<QString>("text");
+        columns<const Kind*, QString>("kind", "text");
         for (const Kind& kind : kinds()) {
             for (const char* text : {"abc", "five metres", "-m", "\xC2\xBD"})
                 row(kind.name + ": " + text, &kind, QString::fromUtf8(text));
@@ -408,8 +402,7 @@ private Q_SLOTS:
 
     void aForeignTypeIsReportedAndIsANullText_data()
     {
-        QTest::addColumn<const Kind*>("kind");
-        QTest::addColumn<boost::any>("value");
+        columns<const Kind*, boost::any>("kind", "value");
         const std::pair<const char*, boost::any> values[] = {{"an int", 1}, {"an unsigned int", 1U},
             {"an unsigned short", static_cast<unsigned short>(1)}, {"a float", 1.0F},
             {"a double", 1.0}, {"a text", QString("1")}, {"an id without a number", UnitId::METRE},
@@ -439,11 +432,8 @@ private Q_SLOTS:
 
     void theFlags_data()
     {
-        QTest::addColumn<const Kind*>("kind");
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<boost::any>("inC");
-        QTest::addColumn<boost::any>("inUsers");
-        QTest::addColumn<QString>("shownInUsers");
+        columns<const Kind*, QString, boost::any, boost::any, QString>(
+            "kind", "text", "inC", "inUsers", "shownInUsers");
         const boost::any refused;
         for (const Kind& kind : kinds()) {
             const auto text = [&kind](const char* typed, const boost::any& inC,
@@ -499,9 +489,7 @@ private Q_SLOTS:
 
     void aHostileText_data()
     {
-        QTest::addColumn<const Kind*>("kind");
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<QByteArray>("name");
+        columns<const Kind*, QString, QByteArray>("kind", "text", "name");
         for (const Kind& kind : kinds()) {
             for (const auto& [name, text] : vrn::test::hostileTexts())
                 row(kind.name + ": " + name, &kind, text, name);

@@ -2,7 +2,7 @@
 
 #include "quantity_in.h"
 #include "support/keystroke_time.h"
-#include "support/row.h"
+#include "support/table.h"
 #include "support/test_main.h"
 #include "support/test_object.h"
 
@@ -13,6 +13,7 @@
 
 using vrn::qt::IValidator;
 using vrn::qt::UnitValidator;
+using vrn::test::columns;
 using vrn::test::numberIn;
 using vrn::test::verifyTakesAKeystroke;
 using vrn::units::Context;
@@ -79,10 +80,7 @@ private Q_SLOTS:
     // Numbers under a unit set are in the base scale, under a unit in that unit.
     void aTextIsReadAsAQuantity_data()
     {
-        QTest::addColumn<int>("system");
-        QTest::addColumn<int>("id");
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<double>("number");
+        columns<int, int, QString, double>("system", "id", "text", "number");
         row("a bare number is in the display unit", metric, length, "12", 12.0);
         row("a bare number is in the display unit of the system", millimetric, length, "12", 0.012);
         row("a bare number is in feet", customary, length, "12", 3.6576);
@@ -134,9 +132,7 @@ private Q_SLOTS:
 
     void aTextIsRefused_data()
     {
-        QTest::addColumn<int>("system");
-        QTest::addColumn<int>("id");
-        QTest::addColumn<QString>("text");
+        columns<int, int, QString>("system", "id", "text");
         row("that names no unit", metric, length, "5 xyz");
         row("in capitals", metric, int(UnitId::LOAD_POINT), "5 KN");
         row("with a unit of another kind", metric, length, "5 kN");
@@ -222,8 +218,7 @@ private Q_SLOTS:
     // The rows of docs/quantities.md, as they happen at Enter.
     void aPlainUnitMayReadItsTextAsAnother_data()
     {
-        QTest::addColumn<int>("id");
-        QTest::addColumn<QStringList>("texts");
+        columns<int, QStringList>("id", "texts");
         row("a unit whose symbol another one has before it", int(UnitId::X_WATT_PER_SQUARE_METRE),
             QStringList{"2500.000 W/m2", "2.500 W/m2", "0.003 W/m2"});
         row("the kind of that unit", int(UnitId::X_HEAT_FLUX_A),
@@ -244,10 +239,7 @@ private Q_SLOTS:
 
     void aQuantityIsShownInTheDisplayUnit_data()
     {
-        QTest::addColumn<int>("system");
-        QTest::addColumn<int>("id");
-        QTest::addColumn<double>("number");
-        QTest::addColumn<QString>("text");
+        columns<int, int, double, QString>("system", "id", "number", "text");
         row("metres", metric, length, 0.5, "0.500 m");
         row("millimetres", millimetric, length, 0.5, "500 mm");
         row("feet", customary, length, 0.3048, "1.00 ft");
@@ -339,8 +331,7 @@ private Q_SLOTS:
 
     void anUnknownIdThrows_data()
     {
-        QTest::addColumn<int>("id");
-        QTest::addColumn<QString>("whenReformatted");
+        columns<int, QString>("id", "whenReformatted");
         row("no unit set", 1035, "Invalid unit id.");
         row("after all unit sets", 99999, "Invalid unit id.");
         row("negative", -1, "Invalid unit id.");
@@ -419,7 +410,7 @@ private Q_SLOTS:
 
     void anyNumberCanBeShown_data()
     {
-        QTest::addColumn<double>("number");
+        columns<double>("number");
         row("the highest", highest);
         row("the lowest", lowest);
         row("the smallest", std::numeric_limits<double>::denorm_min());
