@@ -13,7 +13,6 @@
 #include <QHash>
 #include <QLocale>
 
-#include <algorithm>
 #include <cmath>
 #include <functional>
 #include <limits>
