@@ -44,16 +44,16 @@ int endOfNumber(const QString& text)
     return end;
 }
 
-// Reads a number with a unit behind it, as metres. Text that ends with the
-// number is zero metres and no refusal.
+// Reads a number and the unit after it, as metres. A text that ends with the
+// number is zero metres; it is not refused.
 std::optional<double> parseMetres(const QString& text)
 {
     const int end = endOfNumber(text);
     if (end == text.size())
         return 0.0;
     bool ok = false;
-    // As bytes, for the reason that toDouble() has: what is no ASCII character
-    // is no part of a number in the C locale either.
+    // Read as bytes for speed, as in toDouble(). A number of the C locale has
+    // only ASCII characters anyway.
     const double number = text.left(end).toLatin1().toDouble(&ok);
     if (!ok)
         return std::nullopt;
@@ -144,8 +144,8 @@ QString DistanceEditValidator::reformat(const boost::any& value, const std::bits
         VRN_ASSERT(value.type() == typeid(double))("value.type().name()", value.type().name());
         return QString();
     }
-    // The other way round than in DoubleEditValidator: not-a-number comes out
-    // as the maximum, and in a reversed range the minimum wins.
+    // Unlike in DoubleEditValidator, not-a-number becomes the maximum, and the
+    // minimum wins in a reversed range.
     double shown = *length <= m_max ? *length : m_max;
     if (!(shown >= m_min))
         shown = m_min;

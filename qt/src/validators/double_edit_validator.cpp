@@ -65,7 +65,7 @@ bool DoubleEditValidator::validate(
     }
     bool ok = false;
     const double number = toDouble(localeForFlags(flags), text, &ok);
-    // Qt hands out an infinity along with the refusal of "1e999".
+    // Qt refuses "1e999" and returns infinity all the same.
     value = ok ? number : 0.0;
     return ok;
 }
@@ -93,7 +93,7 @@ QString DoubleEditValidator::reformat(const boost::any& value, const std::bitset
         VRN_ASSERT(value.type() == typeid(double))("value.type().name()", value.type().name());
         return QString();
     }
-    // Written so that not-a-number comes out as the minimum.
+    // The comparisons are written so that not-a-number becomes the minimum.
     const double shown = !(m_min <= *number) ? m_min : !(*number <= m_max) ? m_max : *number;
     return toFixed(localeForFlags(flags), shown, m_precision);
 }

@@ -27,8 +27,8 @@ void ForwardValidator::setValidator(IValidator::pointer target)
         m_target = std::move(target);
 }
 
-// A target may have itself exchanged while it answers: each of the operations keeps
-// it until it has.
+// A target may be exchanged while it answers. Each operation therefore holds it until
+// the answer is there.
 bool ForwardValidator::validate(
     const QString& text, boost::any& value, const std::bitset<32>& flags)
 {

@@ -31,7 +31,7 @@ bool IntegerValidator<T>::validate(
         return true;
     }
     bool ok = false;
-    // Zero where the text is no number.
+    // Zero if the text is not a number.
     const qlonglong number = text.toLongLong(&ok, 10);
     value = static_cast<T>(number);
     return ok;

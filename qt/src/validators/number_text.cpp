@@ -8,8 +8,8 @@ namespace {
 // Longer than any number that a person types.
 constexpr int longText = 1000;
 
-// Whether the C locale gives the characters no other meaning than they have in
-// a byte array. Only a group separator would get lost there.
+// Whether all characters mean the same in the C locale and in a byte array. A
+// byte array has no group separators.
 bool isPlain(const QString& text)
 {
     return std::all_of(text.begin(), text.end(),
@@ -20,8 +20,8 @@ bool isPlain(const QString& text)
 
 double toDouble(const QLocale& locale, const QString& text, bool* ok)
 {
-    // A QLocale of Qt 6 needs twenty times as long for a character as the
-    // parser behind it, to which a byte array goes at once.
+    // A QLocale of Qt 6 takes twenty times as long for each character as the
+    // parser that it calls. A byte array goes to that parser directly.
     if (text.size() > longText && locale.language() == QLocale::C) {
         const QString number = text.trimmed();
         if (isPlain(number))

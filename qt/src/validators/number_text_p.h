@@ -4,8 +4,8 @@
 
 namespace vrn::qt {
 
-/// What `locale.toDouble(text, ok)` gives, in a time that a keystroke may take
-/// also where somebody has pasted a megabyte.
+/// What `locale.toDouble(text, ok)` gives, fast enough for a keystroke even if
+/// somebody has pasted a megabyte.
 double toDouble(const QLocale& locale, const QString& text, bool* ok);
 
 /// What `locale.toString(number, 'f', decimals)` gives, with at most 1074

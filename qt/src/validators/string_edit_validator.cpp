@@ -1,6 +1,6 @@
-// How many states of an expression a match may visit before it is given up; the
-// library's own limit lets a hostile text hold the window for seconds. It takes
-// effect in this file alone, through an iterator type that no other file knows.
+// How many states of an expression a match may visit before it is given up. With
+// the library's own limit a hostile text can block the window for seconds. This
+// limit applies to this file alone, by an iterator type that no other file uses.
 #define BOOST_REGEX_MAX_STATE_COUNT 500000
 
 #include <vrn/qt/string_edit_validator.h>

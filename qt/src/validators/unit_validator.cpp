@@ -16,8 +16,8 @@ namespace {
 
 constexpr std::size_t usualTextLength = 64;
 
-// Symbols of units lie in the basic plane, where a wide character is a QChar.
-// QString::fromStdWString() prepares for the others and takes several times as long.
+// The symbols of units are in the basic plane, where a wide character is a QChar.
+// QString::fromStdWString() allows for other planes and takes several times as long.
 QString toQString(const std::wstring& text)
 {
     QString result(static_cast<int>(text.size()), Qt::Uninitialized);
@@ -80,8 +80,8 @@ bool UnitValidator::validate(const QString& text, boost::any& value, const std::
         value = units::IConverter::quantity{unitId, 0.0};
         return true;
     }
-    // No text has more wide characters than it has units of UTF-16. Those of a usual
-    // text take no memory from the heap.
+    // A text has at most as many wide characters as UTF-16 units. Those of a usual
+    // text need no memory from the heap.
     boost::container::small_vector<wchar_t, usualTextLength> wide(
         static_cast<std::size_t>(text.size()), boost::container::default_init);
     const auto length = text.toWCharArray(wide.data());
@@ -115,7 +115,7 @@ QString UnitValidator::reformat(const boost::any& value, const std::bitset<32>& 
     return toQString(m_context.format(shown, stdLocaleForFlags(flags)));
 }
 
-// Written so that not-a-number comes out as the minimum.
+// The comparisons are written so that not-a-number becomes the minimum.
 double UnitValidator::clamped(double value) const
 {
     if (!(value >= m_minimum))

@@ -22,7 +22,7 @@ public:
     QString formatted;
     QString displayed;
 
-    /// The names of the operations called, each behind `name` if that is set.
+    /// The names of the operations called, each after `name` if that is set.
     /// Several validators can share one log.
     QStringList* log = nullptr;
     QString name;
@@ -72,7 +72,7 @@ private:
     }
 };
 
-/// Flags in which every bit is told from its neighbour: none may get lost.
+/// Flags in which no bit can get lost or trade places with its neighbours unseen.
 inline const std::bitset<32> patternOfFlags(0xA5C3'3C5BU);
 
 } // namespace vrn::test

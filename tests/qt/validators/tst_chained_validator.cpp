@@ -4,7 +4,7 @@
 #include <vrn/qt/named_value_list_validator.h>
 
 #include "recording_validator.h"
-#include "support/row.h"
+#include "support/table.h"
 #include "support/test_main.h"
 #include "support/test_object.h"
 
@@ -14,6 +14,7 @@ using vrn::qt::IntegerValidator;
 using vrn::qt::IValidator;
 using vrn::qt::NamedValueList;
 using vrn::qt::NamedValueListValidator;
+using vrn::test::columns;
 using vrn::test::patternOfFlags;
 using vrn::test::RecordingValidator;
 
@@ -72,11 +73,8 @@ private Q_SLOTS:
 
     void theFirstThatAcceptsAnswers_data()
     {
-        QTest::addColumn<bool>("first");
-        QTest::addColumn<bool>("second");
-        QTest::addColumn<bool>("accepted");
-        QTest::addColumn<boost::any>("value");
-        QTest::addColumn<QStringList>("log");
+        columns<bool, bool, bool, boost::any, QStringList>(
+            "first", "second", "accepted", "value", "log");
         const QStringList one("1.validate");
         const QStringList both({"1.validate", "2.validate"});
         row("both would accept", true, true, true, boost::any(1), one);
@@ -164,9 +162,7 @@ private Q_SLOTS:
 
     void aNumberOrANameInOneField_data()
     {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<bool>("accepted");
-        QTest::addColumn<boost::any>("value");
+        columns<QString, bool, boost::any>("text", "accepted", "value");
         row("a number is the first's", "1.5", true, boost::any(1.5));
         row("a name is the second's", "steel", true, boost::any(210000));
         row("an empty text is the first's zero", "", true, boost::any(0.0));
@@ -189,10 +185,7 @@ private Q_SLOTS:
 
     void theFirstThatFormatsToATextAnswers_data()
     {
-        QTest::addColumn<QString>("first");
-        QTest::addColumn<QString>("second");
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<QStringList>("log");
+        columns<QString, QString, QString, QStringList>("first", "second", "text", "log");
         const QStringList one("1.reformat");
         const QStringList both({"1.reformat", "2.reformat"});
         row("both have a text", "one", "two", "one", one);

@@ -3,7 +3,7 @@
 
 #include "recording_validator.h"
 #include "support/life.h"
-#include "support/row.h"
+#include "support/table.h"
 #include "support/test_main.h"
 #include "support/test_object.h"
 
@@ -14,6 +14,7 @@
 using vrn::qt::ConversionValidator;
 using vrn::qt::DoubleEditValidator;
 using vrn::qt::ForwardValidator;
+using vrn::test::columns;
 using vrn::test::lifeIn;
 using vrn::test::patternOfFlags;
 using vrn::test::RecordingValidator;
@@ -136,8 +137,7 @@ private Q_SLOTS:
 
     void theTypeIsWhatTheConversionLeaves_data()
     {
-        QTest::addColumn<boost::any>("parsed");
-        QTest::addColumn<boost::any>("left");
+        columns<boost::any, boost::any>("parsed", "left");
         row("another type", boost::any(50.0), boost::any(QString("half")));
         row("no value for a value", boost::any(50.0), boost::any());
         row("a value for no value", boost::any(), boost::any(1));
@@ -216,7 +216,7 @@ private Q_SLOTS:
 
     void aFunctionMayReplaceItself_data()
     {
-        QTest::addColumn<int>("operation");
+        columns<int>("operation");
         row("at a keystroke", 0);
         row("when editing ends", 1);
         row("formatting for an edit", 2);

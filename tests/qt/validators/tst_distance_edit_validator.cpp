@@ -7,7 +7,7 @@
 #include <boost/make_shared.hpp>
 
 #include "support/keystroke_time.h"
-#include "support/row.h"
+#include "support/table.h"
 #include "support/test_main.h"
 #include "support/test_object.h"
 
@@ -22,6 +22,7 @@
 using vrn::qt::DistanceEditValidator;
 using vrn::qt::ForwardValidator;
 using vrn::qt::SimpleLineEdit;
+using vrn::test::columns;
 using vrn::test::row;
 using vrn::units::Context;
 using vrn::units::set_active_input_context;
@@ -49,7 +50,7 @@ DistanceEditValidator fieldOf(int unit)
     return {unit, -1e9, 1e9, true};
 }
 
-// What came of a text: accepted or refused with a value, or the unit thrown.
+// What came of a text: it was accepted or refused and left a value, or its unit was thrown.
 struct Outcome
 {
     bool accepted = false;
@@ -60,12 +61,11 @@ struct Outcome
 using Operation = bool (DistanceEditValidator::*)(
     const QString&, boost::any&, const std::bitset<32>&);
 
-Outcome outcomeOf(DistanceEditValidator& validator, Operation operation, const QString& text,
-    const std::bitset<32>& flags = noFlags)
+Outcome outcomeOf(DistanceEditValidator& validator, Operation operation, const QString& text)
 {
     Outcome outcome;
     try {
-        outcome.accepted = (validator.*operation)(text, outcome.value, flags);
+        outcome.accepted = (validator.*operation)(text, outcome.value, noFlags);
     } catch (const UnknownUnit& error) {
         outcome.unknownUnit = QByteArray::fromStdString(error.unit());
     }
@@ -85,8 +85,8 @@ double number(const boost::any& value)
 
 } // namespace
 
-// The user's locale has a decimal comma throughout: a validator that reads it
-// without being told to fails here.
+// The user's locale has a decimal comma: a validator that reads it without being told to
+// fails here.
 class TestDistanceEditValidator : public vrn::test::TestObject
 {
     Q_OBJECT
@@ -94,33 +94,23 @@ class TestDistanceEditValidator : public vrn::test::TestObject
 private Q_SLOTS:
     void initTestCase() { QLocale::setDefault(QLocale(QLocale::German, QLocale::Germany)); }
 
-    // Blanks are no empty text; they run out without a unit.
-    void blanksAreZeroWhateverEmptyTextIs_data()
-    {
-        QTest::addColumn<bool>("zeroIfEmpty");
-        QTest::addColumn<bool>("emptyAllowed");
-        row("empty text counts as zero", true, false);
-        row("empty text is no value", false, true);
-        row("empty text counts for nothing", false, false);
-    }
-
+    // Blanks are not an empty text. They end before a unit.
     void blanksAreZeroWhateverEmptyTextIs()
     {
-        QFETCH(bool, zeroIfEmpty);
-        QFETCH(bool, emptyAllowed);
-        DistanceEditValidator validator(metre, -1.0, 1.0, zeroIfEmpty);
-        if (emptyAllowed)
-            validator.setEmptyValueAllowed(true);
-        boost::any value;
-        QVERIFY(validator.validate(" \t ", value, noFlags));
-        QCOMPARE(value, boost::any(0.0));
+        DistanceEditValidator zero(metre, -1.0, 1.0, true);
+        DistanceEditValidator nothing(metre, -1.0, 1.0, false);
+        DistanceEditValidator noValue(metre, -1.0, 1.0, false);
+        noValue.setEmptyValueAllowed(true);
+        for (DistanceEditValidator* validator : {&zero, &nothing, &noValue}) {
+            boost::any value;
+            QVERIFY(validator->validate(" \t ", value, noFlags));
+            QCOMPARE(value, boost::any(0.0));
+        }
     }
 
     void aBareNumberIsInTheFieldsUnit_data()
     {
-        QTest::addColumn<int>("unit");
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<double>("metres");
+        columns<int, QString, double>("unit", "text", "metres");
         row("metres", metre, "1.5", 1.5);
         row("centimetres", centimetre, "150", 1.5);
         row("millimetres", millimetre, "1500", 1.5);
@@ -145,10 +135,9 @@ private Q_SLOTS:
         QCOMPARE(number(value), metres);
     }
 
-    void aUnitBehindTheNumberIsUnderstoodInEveryField_data()
+    void aUnitAfterTheNumberIsUnderstoodInEveryField_data()
     {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<double>("metres");
+        columns<QString, double>("text", "metres");
         row("metres", "5 m", 5.0);
         row("decimetres", "5 dm", 0.5);
         row("centimetres", "150 cm", 1.5);
@@ -161,12 +150,12 @@ private Q_SLOTS:
         row("a no-break space before the unit", QString("5%1cm").arg(QChar(0xA0)), 0.05);
         row("blanks around everything", "  5 cm  ", 0.05);
         row("no digit before the point", ".5 m", 0.5);
-        row("no digit behind the point", "5. m", 5.0);
+        row("no digit after the point", "5. m", 5.0);
         row("a minus sign counts as a punctuation mark", "-1m", -1.0);
         row("a minus sign and a blank before the unit", "-15 cm", -0.15);
     }
 
-    void aUnitBehindTheNumberIsUnderstoodInEveryField()
+    void aUnitAfterTheNumberIsUnderstoodInEveryField()
     {
         QFETCH(QString, text);
         QFETCH(double, metres);
@@ -193,9 +182,9 @@ private Q_SLOTS:
 
     void aTextThatEndsBeforeAUnitIsZero_data()
     {
-        QTest::addColumn<QString>("text");
+        columns<QString>("text");
         row("a decimal comma", "1,5");
-        row("a comma behind a number", "15,");
+        row("a comma after a number", "15,");
         row("a punctuation mark alone", "-");
         row("a point alone", ".");
         row("feet", "5'");
@@ -216,14 +205,14 @@ private Q_SLOTS:
 
     void noNumberBeforeTheUnitIsARefusal_data()
     {
-        QTest::addColumn<QString>("text");
+        columns<QString>("text");
         row("letters", "abc");
         row("a unit alone", "m");
         row("a plus sign is no punctuation mark", "+1m");
         row("a minus sign and a unit", "-m");
         row("a minus sign, a point and a number", "-.5m");
         row("two minus signs", "--1 m");
-        row("a minus sign behind the number", "1-m");
+        row("a minus sign after the number", "1-m");
         row("a decimal comma", "1,5 cm");
         row("a group", "1,000 m");
         row("a fraction", "1/2 m");
@@ -246,19 +235,18 @@ private Q_SLOTS:
 
     void anUnknownUnitIsThrown_data()
     {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<QByteArray>("unit");
+        columns<QString, QByteArray>("text", "unit");
         row("yards", "2 yd", QByteArray("yd"));
         row("a unit in capitals", "2 M", QByteArray("M"));
         row("a unit with one capital", "2 Mm", QByteArray("Mm"));
-        row("a unit with something behind", "2 cm2", QByteArray("cm2"));
+        row("a unit with something after it", "2 cm2", QByteArray("cm2"));
         row("two units", "2 m m", QByteArray("m m"));
         row("the field's own unit where it is not metric", "2 ft", QByteArray("ft"));
         row("a unit outside ASCII", QString::fromUtf8("2 µm"), QByteArray("µm"));
         row("an exponent", "1e3m", QByteArray("e3m"));
         row("a second number", "1 000 m", QByteArray("000 m"));
         row("a second decimal point", "5.5.5", QByteArray(".5"));
-        row("a decimal point behind a minus sign", "-1.5 m", QByteArray(".5 m"));
+        row("a decimal point after a minus sign", "-1.5 m", QByteArray(".5 m"));
         row("blanks around", "  2   yd  ", QByteArray("yd"));
         row("a plus sign as unit", "2+", QByteArray("+"));
         row("a number too large for a double", "1e999", QByteArray("e999"));
@@ -279,10 +267,7 @@ private Q_SLOTS:
 
     void theLimitsAreMetresInEveryField_data()
     {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<double>("typed");
-        QTest::addColumn<double>("finished");
-        QTest::addColumn<QString>("shown");
+        columns<QString, double, double, QString>("text", "typed", "finished", "shown");
         row("a number above the range", "5000", 5.0, 2.0, "2000");
         row("a number below the range", "5", 0.005, 1.0, "1000");
         row("a number in the range", "1500", 1.5, 1.5, "1500");
@@ -363,10 +348,7 @@ private Q_SLOTS:
 
     void aValueIsWrittenInTheFieldsUnit_data()
     {
-        QTest::addColumn<int>("unit");
-        QTest::addColumn<double>("metres");
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<QString>("textWithUnit");
+        columns<int, double, QString, QString>("unit", "metres", "text", "textWithUnit");
         row("metres", metre, 1.5, "1.500", "1.500 m");
         row("centimetres", centimetre, 1.5, "150.0", "150.0 cm");
         row("millimetres", millimetre, 1.5, "1500", "1500 mm");
@@ -402,12 +384,10 @@ private Q_SLOTS:
         QCOMPARE(validator.reformat(1.5, noFlags), QString("1.500"));
     }
 
-    // What of the hostile texts has a unit; the others are a matter of all numeric validators.
+    // Hostile texts without a unit are tested for all numeric validators together.
     void aHostileTextWithAUnit_data()
     {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<bool>("accepted");
-        QTest::addColumn<double>("metres");
+        columns<QString, bool, double>("text", "accepted", "metres");
         const int mebi = 1024 * 1024;
         row("a mebi of digits", QString(mebi, '7') + " mm", false, 0.0);
         row("a mebi of zeros", QString(mebi, '0') + "5 mm", true, 0.005);

@@ -1,7 +1,7 @@
 #include <vrn/q/unit_index.h>
 #include <vrn/qt/distance_edit_validator.h>
 
-#include "support/row.h"
+#include "support/table.h"
 #include "support/test_main.h"
 #include "support/test_object.h"
 
@@ -9,6 +9,7 @@
 #include <cstring>
 
 using vrn::qt::DistanceEditValidator;
+using vrn::test::columns;
 using vrn::test::row;
 
 namespace {
@@ -87,8 +88,7 @@ private Q_SLOTS:
 
     void aNumberWithAUnitGoesThroughTheDisplayUnit_data()
     {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<double>("internal");
+        columns<QString, double>("text", "internal");
         row("metres", "3 m", 3000.0);
         row("decimetres", "3 dm", 300.0);
         row("centimetres", "3 cm", 30.0);
@@ -137,9 +137,7 @@ private Q_SLOTS:
 
     void theLabel_data()
     {
-        QTest::addColumn<QByteArray>("label");
-        QTest::addColumn<int>("result");
-        QTest::addColumn<QString>("text");
+        columns<QByteArray, int, QString>("label", "result", "text");
         row("stands behind one blank", QByteArray("half m"), 1, "3.00 half m");
         row("is UTF-8", QByteArray("Ω"), 1, QString::fromUtf8("3.00 Ω"));
         row("may be told by any result but zero", QByteArray("m"), -1, "3.00 m");

@@ -1,7 +1,7 @@
 #include <vrn/qt/double_edit_validator.h>
 
 #include "support/keystroke_time.h"
-#include "support/row.h"
+#include "support/table.h"
 #include "support/test_main.h"
 #include "support/test_object.h"
 
@@ -11,6 +11,7 @@
 #include <limits>
 
 using vrn::qt::DoubleEditValidator;
+using vrn::test::columns;
 using vrn::test::row;
 
 namespace {
@@ -24,8 +25,8 @@ const std::bitset<32> noFlags;
 
 } // namespace
 
-// The user's locale has a decimal comma throughout: a validator that reads it
-// without being told to fails here.
+// The user's locale has a decimal comma: a validator that reads it without being told to
+// fails here.
 class TestDoubleEditValidator : public vrn::test::TestObject
 {
     Q_OBJECT
@@ -50,16 +51,14 @@ private Q_SLOTS:
 
     void aTextIsReadAsANumber_data()
     {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<bool>("accepted");
-        QTest::addColumn<double>("value");
+        columns<QString, bool, double>("text", "accepted", "value");
         row("a whole number", "5", true, 5.0);
         row("a decimal point", "1.5", true, 1.5);
         row("a negative number", "-1.5", true, -1.5);
         row("a plus sign", "+1.5", true, 1.5);
         row("an exponent", "1.5e3", true, 1500.0);
         row("no digit before the point", ".5", true, 0.5);
-        row("no digit behind the point", "5.", true, 5.0);
+        row("no digit after the point", "5.", true, 5.0);
         row("more decimals than are shown", "0.123456", true, 0.123456);
         row("infinity", "inf", true, infinity);
         row("no number at all", "nan", true, notANumber);
@@ -103,9 +102,7 @@ private Q_SLOTS:
 
     void aLimitThatIsNoNumber_data()
     {
-        QTest::addColumn<double>("min");
-        QTest::addColumn<double>("max");
-        QTest::addColumn<double>("number");
+        columns<double, double, double>("min", "max", "number");
         row("a minimum", notANumber, 1.0, 0.5);
         row("a maximum", 0.0, notANumber, 5.0);
     }
@@ -126,9 +123,7 @@ private Q_SLOTS:
     // As after Enter: the formatted text is validated again.
     void nanEndsAsTheMinimum_data()
     {
-        QTest::addColumn<double>("min");
-        QTest::addColumn<double>("max");
-        QTest::addColumn<int>("length");
+        columns<double, double, int>("min", "max", "length");
         row("of a range", 0.5, 1.0, 5);
         row("that there is, without a range", lowest, highest, 314);
     }
@@ -187,9 +182,7 @@ private Q_SLOTS:
 
     void theDecimals_data()
     {
-        QTest::addColumn<int>("precision");
-        QTest::addColumn<double>("value");
-        QTest::addColumn<QString>("text");
+        columns<int, double, QString>("precision", "value", "text");
         row("none", 0, 1234.5678, "1235");
         row("one", 1, 1234.5678, "1234.6");
         row("more than the number has", 6, 1234.5678, "1234.567800");
@@ -249,10 +242,7 @@ private Q_SLOTS:
 
     void aRangeIsSetAndABadOneIsReported_data()
     {
-        QTest::addColumn<double>("min");
-        QTest::addColumn<double>("max");
-        QTest::addColumn<QString>("low");
-        QTest::addColumn<QString>("high");
+        columns<double, double, QString, QString>("min", "max", "low", "high");
         row("a range", 2.0, 3.0, "2.000", "3.000");
         row("a minimum above the maximum", 9.0, 1.0, "9.000", "1.000");
         row("a minimum that is the maximum", 2.0, 2.0, "2.000", "2.000");
@@ -274,14 +264,12 @@ private Q_SLOTS:
 
     void aLongTextIsReadAsAShortOneIs_data()
     {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<bool>("accepted");
-        QTest::addColumn<double>("value");
+        columns<QString, bool, double>("text", "accepted", "value");
         const QString zeros(2000, '0');
         const QString sevens(2000, '7');
         const QString blanks(2000, ' ');
         row("zeros before the number", zeros + "1.5", true, 1.5);
-        row("zeros behind the number", "1.5" + zeros, true, 1.5);
+        row("zeros after the number", "1.5" + zeros, true, 1.5);
         row("a sign before them", "-" + zeros + "1.5", true, -1.5);
         row("blanks around the number", blanks + "1.5" + blanks, true, 1.5);
         row("blanks around a long number", blanks + zeros + "1.5" + blanks, true, 1.5);
@@ -295,14 +283,14 @@ private Q_SLOTS:
         row("a blank inside", zeros + " 1.5", false, 0.0);
         row("a zero character inside", zeros + QChar(0) + "1", false, 0.0);
         row("a zero character at the end", zeros + QChar(0), false, 0.0);
-        row("a unit behind", zeros + "1.5mm", false, 0.0);
+        row("a unit after the number", zeros + "1.5mm", false, 0.0);
         row("a letter outside ASCII", zeros + QChar(0x161), false, 0.0);
-        row("nan behind blanks", blanks + "nan", true, notANumber);
-        row("inf behind blanks", blanks + "-inf", true, -infinity);
+        row("nan after blanks", blanks + "nan", true, notANumber);
+        row("inf after blanks", blanks + "-inf", true, -infinity);
         row("letters", QString(2000, 'a'), false, 0.0);
     }
 
-    // Long texts take another way to the same number.
+    // Another function reads long texts, and must come to the same number.
     void aLongTextIsReadAsAShortOneIs()
     {
         QFETCH(QString, text);

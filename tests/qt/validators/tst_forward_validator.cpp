@@ -5,7 +5,7 @@
 
 #include "recording_validator.h"
 #include "support/life.h"
-#include "support/row.h"
+#include "support/table.h"
 #include "support/test_main.h"
 #include "support/test_object.h"
 
@@ -16,6 +16,7 @@ using vrn::qt::ConversionValidator;
 using vrn::qt::DoubleEditValidator;
 using vrn::qt::ForwardValidator;
 using vrn::qt::IValidator;
+using vrn::test::columns;
 using vrn::test::patternOfFlags;
 using vrn::test::RecordingValidator;
 using vrn::test::row;
@@ -24,7 +25,7 @@ namespace {
 
 const std::bitset<32> noFlags;
 
-// The only target of a forwarder, taken away from it by whatever it is asked.
+// The only target of a forwarder. Whatever it is asked, it takes itself away from it.
 struct LeavingValidator : public IValidator
 {
     LeavingValidator(ForwardValidator* forwarder, bool& alive)
@@ -87,8 +88,7 @@ private Q_SLOTS:
 
     void itDoesNotForwardToItselfThroughAnother_data()
     {
-        QTest::addColumn<bool>("converts");
-        QTest::addColumn<int>("between");
+        columns<bool, int>("converts", "between");
         row("one forwarder between", false, 1);
         row("five forwarders between", false, 5);
         row("one conversion between", true, 1);
@@ -116,7 +116,7 @@ private Q_SLOTS:
 
     void itDoesNotForwardToAChainThatItIsPartOf_data()
     {
-        QTest::addColumn<bool>("nested");
+        columns<bool>("nested");
         row("as a member", false);
         row("as a member of a member", true);
     }
@@ -130,7 +130,7 @@ private Q_SLOTS:
         if (nested)
             chain = chainOf(std::move(chain));
         const IValidator::pointer shared(chain.release());
-        // One more step, so that a chain is also met behind a forwarder.
+        // One more step, so that the chain is also reached through a forwarder.
         const auto outer = boost::make_shared<ForwardValidator>(shared);
         expectAssert("!forwardsToItself");
         member->setValidator(outer);
@@ -151,7 +151,7 @@ private Q_SLOTS:
 
     void aTargetMayBeExchangedWhileItIsAsked_data()
     {
-        QTest::addColumn<int>("operation");
+        columns<int>("operation");
         row("at a keystroke", 0);
         row("when editing ends", 1);
         row("formatting for an edit", 2);
@@ -186,7 +186,7 @@ private Q_SLOTS:
     void withoutATargetItRefusesEveryTextAndShowsNothing()
     {
         ForwardValidator forward(nullptr);
-        // Not even the blank in front of the postfix.
+        // Not even the blank before the postfix is shown.
         forward.setPostfix("mm");
         boost::any value = 7;
         for (const QString& text : {QString("1.5"), QString(""), QString()}) {
@@ -203,8 +203,7 @@ private Q_SLOTS:
 
     void aTextGoesToTheTargetAsItIs_data()
     {
-        QTest::addColumn<bool>("accepts");
-        QTest::addColumn<bool>("acceptsWhenFinished");
+        columns<bool, bool>("accepts", "acceptsWhenFinished");
         row("accepted by a keystroke alone", true, false);
         row("accepted at the end alone", false, true);
     }

@@ -1,7 +1,7 @@
 #include <vrn/qt/i_validator.h>
 
 #include "support/life.h"
-#include "support/row.h"
+#include "support/table.h"
 #include "support/test_main.h"
 #include "support/test_object.h"
 
@@ -10,6 +10,7 @@
 #include <type_traits>
 
 using vrn::qt::IValidator;
+using vrn::test::columns;
 using vrn::test::lifeIn;
 using vrn::test::row;
 
@@ -101,7 +102,7 @@ private Q_SLOTS:
 
     void finishingValidatesAsAKeystrokeByDefault_data()
     {
-        QTest::addColumn<bool>("accepts");
+        columns<bool>("accepts");
         row("an accepted text is accepted", true);
         row("a refused text is refused", false);
     }
@@ -120,22 +121,20 @@ private Q_SLOTS:
         QCOMPARE(value, boost::any(1.5));
     }
 
-    void displayTextHasThePostfixBehindABlank_data()
+    void displayTextHasThePostfixAfterABlank_data()
     {
-        QTest::addColumn<QString>("formatted");
-        QTest::addColumn<QString>("postfix");
-        QTest::addColumn<QString>("displayed");
+        columns<QString, QString, QString>("formatted", "postfix", "displayed");
         row("no postfix adds no blank", "1.5", "", "1.5");
         row("a null postfix adds no blank", "1.5", QString(), "1.5");
-        row("a postfix stands behind one blank", "1.5", "mm", "1.5 mm");
+        row("a postfix stands after one blank", "1.5", "mm", "1.5 mm");
         row("a postfix keeps its own blanks", "1.5", " mm ", "1.5  mm ");
         row("a postfix of a blank counts", "1.5", " ", "1.5  ");
         row("an empty text gets the postfix too", "", "mm", " mm");
         row("no text and no postfix are nothing", "", "", "");
-        row("a postfix is no pattern", "%2", "%1", "%2 %1");
+        row("a postfix is not a pattern", "%2", "%1", "%2 %1");
     }
 
-    void displayTextHasThePostfixBehindABlank()
+    void displayTextHasThePostfixAfterABlank()
     {
         QFETCH(QString, formatted);
         QFETCH(QString, postfix);

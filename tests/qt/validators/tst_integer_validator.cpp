@@ -1,6 +1,6 @@
 #include <vrn/qt/integer_validator.h>
 
-#include "support/row.h"
+#include "support/table.h"
 #include "support/test_main.h"
 #include "support/test_object.h"
 
@@ -11,6 +11,7 @@
 
 using vrn::qt::IntegerValidator;
 using vrn::qt::IValidator;
+using vrn::test::columns;
 using vrn::test::row;
 
 namespace {
@@ -64,9 +65,7 @@ private Q_SLOTS:
 
     void aTextIsReadAsAWholeNumber_data()
     {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<bool>("accepted");
-        QTest::addColumn<int>("value");
+        columns<QString, bool, int>("text", "accepted", "value");
         row("digits", "42", true, 42);
         row("a negative number", "-42", true, -42);
         row("a plus sign", "+42", true, 42);
@@ -103,8 +102,7 @@ private Q_SLOTS:
 
     void aNumberKeepsItsLowBits_data()
     {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<boost::any>("value");
+        columns<QString, boost::any>("text", "value");
         row("unsigned short: its highest", "65535", word(65535));
         row("unsigned short: one more", "65536", word(0));
         row("unsigned short: 70000", "70000", word(4464));
@@ -137,10 +135,7 @@ private Q_SLOTS:
 
     void finishingClampsAfterTheLowBitsAreTaken_data()
     {
-        QTest::addColumn<int>("min");
-        QTest::addColumn<int>("max");
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<boost::any>("value");
+        columns<int, int, QString, boost::any>("min", "max", "text", "value");
         row("int: what is left of a number too large", 0, 10, "2147483648", boost::any(0));
         row("int: what is left of a number too small", 0, 10, "-2147483649", boost::any(10));
         row("int: a number that wraps into the range", 0, 10, "4294967301", boost::any(5));
@@ -163,8 +158,7 @@ private Q_SLOTS:
 
     void everyTypeIsWrittenWhole_data()
     {
-        QTest::addColumn<boost::any>("value");
-        QTest::addColumn<QString>("text");
+        columns<boost::any, QString>("value", "text");
         row("the highest int", boost::any(highest), "2147483647");
         row("the lowest int", boost::any(lowest), "-2147483648");
         row("the highest unsigned int", boost::any(4294967295U), "4294967295");

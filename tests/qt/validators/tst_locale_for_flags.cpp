@@ -1,6 +1,6 @@
 #include "validators/locale_for_flags_p.h"
 
-#include "support/row.h"
+#include "support/table.h"
 #include "support/test_main.h"
 #include "support/test_object.h"
 
@@ -9,6 +9,7 @@
 using vrn::qt::localeForFlags;
 using vrn::qt::stdLocaleForFlags;
 using vrn::qt::ValidationFlagUserLocale;
+using vrn::test::columns;
 using vrn::test::row;
 
 namespace {
@@ -49,8 +50,7 @@ private Q_SLOTS:
 
     void theFirstBitChoosesTheLocale_data()
     {
-        QTest::addColumn<quint32>("flags");
-        QTest::addColumn<bool>("user");
+        columns<quint32, bool>("flags", "user");
         row("no bit is the C locale", quint32(0), false);
         row("the first bit is the user's locale", quint32(1), true);
         for (int bit = 1; bit < 32; ++bit) {

@@ -2,7 +2,7 @@
 
 #include "support/hostile_texts.h"
 #include "support/keystroke_time.h"
-#include "support/row.h"
+#include "support/table.h"
 #include "support/test_main.h"
 #include "support/test_object.h"
 
@@ -65,20 +65,18 @@ private Q_SLOTS:
 
     void aNameGivesItsValue_data()
     {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<bool>("accepted");
-        QTest::addColumn<boost::any>("expected");
+        columns<QString, bool, boost::any>("text", "accepted", "expected");
         row("a name", "steel", true, boost::any(std::string("S235")));
         row("the last name", "light steel", true, boost::any(4.5));
         row("of two equal names the first wins", "oak", true, boost::any(1));
         row("an entry whose own value is empty", "air", true, boost::any());
         row("a text that is in no entry", "glass", false, untouched);
         row("another case", "Steel", false, untouched);
-        row("a blank before", " steel", false, untouched);
-        row("a blank behind", "steel ", false, untouched);
+        row("a blank before it", " steel", false, untouched);
+        row("a blank after it", "steel ", false, untouched);
         row("the beginning of a name", "stee", false, untouched);
         row("more than a name", "steels", false, untouched);
-        row("a zero character behind", QString("steel") + QChar(0), false, untouched);
+        row("a zero character after it", QString("steel") + QChar(0), false, untouched);
         row("the value's text", "S235", false, untouched);
         row("an empty text", "", false, untouched);
         row("a null text", QString(), false, untouched);
@@ -156,10 +154,7 @@ private Q_SLOTS:
 
     void theEmptyEntryStandsForNoValue_data()
     {
-        QTest::addColumn<QString>("emptyName");
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<bool>("accepted");
-        QTest::addColumn<boost::any>("expected");
+        columns<QString, QString, bool, boost::any>("emptyName", "text", "accepted", "expected");
         row("its name gives an empty value", "(none)", "(none)", true, boost::any());
         row("it is compared exactly", "(none)", "(None)", false, untouched);
         row("another text is refused", "(none)", "", false, untouched);
@@ -197,9 +192,7 @@ private Q_SLOTS:
 
     void aValueGivesItsName_data()
     {
-        QTest::addColumn<boost::any>("value");
-        QTest::addColumn<QString>("withoutEmptyEntry");
-        QTest::addColumn<QString>("withEmptyEntry");
+        columns<boost::any, QString, QString>("value", "withoutEmptyEntry", "withEmptyEntry");
         row("a value", boost::any(4.5), "light steel", "light steel");
         row("of two equal values the first wins", boost::any(3), "pine", "pine");
         row("each of two equal names has its value", boost::any(2), "oak", "oak");
@@ -231,9 +224,7 @@ private Q_SLOTS:
 
     void theEqualityDecidesAlone_data()
     {
-        QTest::addColumn<bool>("equal");
-        QTest::addColumn<boost::any>("value");
-        QTest::addColumn<QString>("name");
+        columns<bool, boost::any, QString>("equal", "value", "name");
         row("all equal: the first name", true, boost::any(3), "oak");
         row("all equal: the first name for no value too", true, boost::any(), "oak");
         row("none equal: no name", false, boost::any(3), "");
@@ -310,7 +301,7 @@ private Q_SLOTS:
 
     void badInputIsRefusedInTime_data()
     {
-        QTest::addColumn<QString>("text");
+        columns<QString>("text");
         for (const auto& [name, text] : hostileTexts())
             row(name.constData(), text);
     }

@@ -6,14 +6,13 @@
 
 #include "support/hostile_texts.h"
 #include "support/keystroke_time.h"
-#include "support/row.h"
+#include "support/table.h"
 #include "support/test_main.h"
 #include "support/test_object.h"
 
 #include <QHash>
 #include <QLocale>
 
-#include <algorithm>
 #include <cmath>
 #include <functional>
 #include <limits>
@@ -21,6 +20,7 @@
 #include <optional>
 
 using namespace vrn::qt;
+using vrn::test::columns;
 using vrn::test::row;
 using vrn::units::Context;
 using vrn::units::UnknownUnit;
@@ -52,11 +52,19 @@ Field fieldOf(std::unique_ptr<Validator> validator)
     return {std::move(validator), [&each](bool allowed) { each.setEmptyValueAllowed(allowed); }};
 }
 
-// What comes of a text: accepted or refused with a value, or the unit thrown.
+// What came of a text: it was accepted or refused and left a value, or its unit was thrown.
 struct Outcome
 {
     bool accepted = false;
     boost::any value = QString("before");
+    std::optional<QByteArray> unknownUnit;
+};
+
+// What is to come of a hostile text, before any clamping.
+struct Answer
+{
+    bool accepted = false;
+    double number = 0.0;
     std::optional<QByteArray> unknownUnit;
 };
 
@@ -81,8 +89,7 @@ struct Kind
     std::function<boost::any(double)> valueOf;
     int decimals;
     QString unit;
-    /// What comes of a hostile text, before any clamping.
-    std::function<Outcome(const QByteArray& name, const QString& text)> hostile;
+    Answer (*hostile)(const QByteArray& name, const QString& text);
 
     QString textOf(double number) const { return QString::number(number, 'f', decimals) + unit; }
 
@@ -113,82 +120,67 @@ Outcome outcomeOf(
     return outcome;
 }
 
-// The number of an expected value.
-double numberIn(const boost::any& value)
+// What is a number is Qt's matter. That nothing else is made of a text is ours.
+Answer hostileDouble(const QByteArray& /*name*/, const QString& text)
 {
-    double number = notANumber;
-    const auto take = [&number](const auto* held) { number = held ? *held : number; };
-    take(boost::any_cast<double>(&value));
-    take(boost::any_cast<int>(&value));
-    take(boost::any_cast<unsigned int>(&value));
-    take(boost::any_cast<unsigned short>(&value));
-    return number;
-}
-
-// What is a number is Qt's matter; that nothing else is made of a text is ours.
-Outcome hostileDouble(const QByteArray& /*name*/, const QString& text)
-{
-    bool isNumber = false;
-    const double number = QLocale(QLocale::C, QLocale::AnyCountry).toDouble(text, &isNumber);
-    return {isNumber, isNumber ? number : 0.0, {}};
+    Answer answer;
+    const QLocale c(QLocale::C, QLocale::AnyCountry);
+    const double number = c.toDouble(text, &answer.accepted);
+    answer.number = answer.accepted ? number : 0.0;
+    return answer;
 }
 
 template <typename T>
-Outcome hostileInteger(const QByteArray& /*name*/, const QString& text)
+Answer hostileInteger(const QByteArray& /*name*/, const QString& text)
 {
-    bool isNumber = false;
-    const qlonglong number = text.toLongLong(&isNumber, 10);
-    return {isNumber, isNumber ? static_cast<T>(number) : T(0), {}};
+    Answer answer;
+    answer.number = static_cast<T>(text.toLongLong(&answer.accepted, 10));
+    return answer;
 }
 
-Outcome hostileDistance(const QByteArray& name, const QString& /*text*/)
+Answer hostileDistance(const QByteArray& name, const QString& /*text*/)
 {
-    static const QHash<QByteArray, double> numbers = {
-        {"a mebi of zeros", 0.0},
-        {"a mebi of the digit 7", 0.0},
-        {"a number with a mebi of decimals", 1.0 / 3.0},
-        {"a mebi of blanks", 0.0},
-        {"digits of the Arabic script", 0.0},
-        {"a number beyond 64 bits", 1e20},
-        {"nan", notANumber},
-        {"inf", infinity},
-        {"minus inf", -infinity},
+    static const QHash<QByteArray, Answer> answers = {
+        {"a mebi of zeros", {true, 0.0, {}}},
+        {"a mebi of the digit 7", {true, 0.0, {}}},
+        {"a number with a mebi of decimals", {true, 1.0 / 3.0, {}}},
+        {"a mebi of blanks", {true, 0.0, {}}},
+        {"digits of the Arabic script", {true, 0.0, {}}},
+        {"a number beyond 64 bits", {true, 1e20, {}}},
+        {"nan", {true, notANumber, {}}},
+        {"inf", {true, infinity, {}}},
+        {"minus inf", {true, -infinity, {}}},
+        {"a zero character inside", {false, 0.0, QByteArray("\0002", 2)}},
+        {"a line break inside", {false, 0.0, "2"}},
+        {"a carriage return and a tab", {false, 0.0, "2"}},
+        {"1e999", {false, 0.0, "e999"}},
+        {"-1e999", {false, 0.0, "e999"}},
+        {"1e-999", {false, 0.0, "e-999"}},
+        {"0x10", {false, 0.0, "x10"}},
     };
-    static const QHash<QByteArray, QByteArray> unknownUnits = {
-        {"a zero character inside", QByteArray("\0002", 2)},
-        {"a line break inside", "2"},
-        {"a carriage return and a tab", "2"},
-        {"1e999", "e999"},
-        {"-1e999", "e999"},
-        {"1e-999", "e-999"},
-        {"0x10", "x10"},
-    };
-    Outcome outcome{numbers.contains(name), numbers.value(name, 0.0), {}};
-    if (unknownUnits.contains(name))
-        outcome.unknownUnit = unknownUnits.value(name);
-    return outcome;
+    return answers.value(name);
 }
 
-Outcome hostileLoad(const QByteArray& name, const QString& /*text*/)
+Answer hostileLoad(const QByteArray& name, const QString& /*text*/)
 {
-    static const QHash<QByteArray, double> numbers = {
-        {"a mebi of the digit 7", highest},
-        {"a mebi of zeros", 0.0},
-        {"a mebi of points", 0.0},
-        {"a mebi of commas", 0.0},
-        {"a number with a mebi of decimals", 1.0 / 3.0},
-        {"1e999", highest},
-        {"-1e999", lowest},
-        {"1e-999", 0.0},
-        {"a number beyond 64 bits", 1e20},
+    static const QHash<QByteArray, Answer> answers = {
+        {"a mebi of the digit 7", {true, highest, {}}},
+        {"a mebi of zeros", {true, 0.0, {}}},
+        {"a mebi of points", {true, 0.0, {}}},
+        {"a mebi of commas", {true, 0.0, {}}},
+        {"a number with a mebi of decimals", {true, 1.0 / 3.0, {}}},
+        {"1e999", {true, highest, {}}},
+        {"-1e999", {true, lowest, {}}},
+        {"1e-999", {true, 0.0, {}}},
+        {"a number beyond 64 bits", {true, 1e20, {}}},
     };
-    return {numbers.contains(name), numbers.value(name, 0.0), {}};
+    return answers.value(name);
 }
 
 // Apostrophes are feet and inches, each of them missing.
-Outcome hostileLength(const QByteArray& name, const QString& text)
+Answer hostileLength(const QByteArray& name, const QString& text)
 {
-    return name == "a mebi of apostrophes" ? Outcome{true, 0.0, {}} : hostileLoad(name, text);
+    return name == "a mebi of apostrophes" ? Answer{true, 0.0, {}} : hostileLoad(name, text);
 }
 
 boost::any valueOfDouble(double number)
@@ -227,7 +219,7 @@ Kind distances()
 }
 
 Kind quantities(const char* name, UnitId::UnitId id, int decimals, const char* unit,
-    Outcome (*hostile)(const QByteArray&, const QString&))
+    Answer (*hostile)(const QByteArray&, const QString&))
 {
     const auto make = [id](double min, double max, bool /*zeroIfEmpty*/) {
         auto validator = std::make_unique<UnitValidator>(Context(), id);
@@ -252,9 +244,8 @@ const std::vector<Kind>& kinds()
 
 Q_DECLARE_METATYPE(const Kind*)
 
-// What all numeric validators do in the same way, with the differences that there are as
-// columns of the tables. The user's locale of Qt has a decimal comma throughout: what reads
-// it without being told to fails here.
+// What all numeric validators do in the same way, and where they differ. The user's locale
+// of Qt has a decimal comma: a validator that reads it without being told to fails here.
 class TestNumericValidatorContract : public vrn::test::TestObject
 {
     Q_OBJECT
@@ -264,8 +255,7 @@ private Q_SLOTS:
 
     void anEmptyText_data()
     {
-        QTest::addColumn<const Kind*>("kind");
-        QTest::addColumn<QString>("setup");
+        columns<const Kind*, QString>("kind", "setup");
         const std::pair<const char*, const char*> setups[] = {{"counts as zero", "zero"},
             {"counts for nothing", "refused"}, {"is no value", "zero yes"},
             {"is no value instead of a refusal", "refused yes"}, {"is not allowed", "zero no"},
@@ -311,13 +301,8 @@ private Q_SLOTS:
 
     void aNumber_data()
     {
-        QTest::addColumn<const Kind*>("kind");
-        QTest::addColumn<double>("min");
-        QTest::addColumn<double>("max");
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<double>("typed");
-        QTest::addColumn<double>("finished");
-        QTest::addColumn<double>("shown");
+        columns<const Kind*, double, double, QString, double, double, double>(
+            "kind", "min", "max", "text", "typed", "finished", "shown");
         for (const Kind& kind : kinds()) {
             const auto number = [&kind](const char* name, double min, double max, const char* text,
                                     double typed, double finished, double shown) {
@@ -385,8 +370,7 @@ private Q_SLOTS:
 
     void aRefusedText_data()
     {
-        QTest::addColumn<const Kind*>("kind");
-        QTest::addColumn<QString>("text");
+        columns<const Kind*, QString>("kind", "text");
         for (const Kind& kind : kinds()) {
             for (const char* text : {"abc", "five metres", "-m", "\xC2\xBD"})
                 row(kind.name + ": " + text, &kind, QString::fromUtf8(text));
@@ -417,8 +401,7 @@ private Q_SLOTS:
 
     void aForeignTypeIsReportedAndIsANullText_data()
     {
-        QTest::addColumn<const Kind*>("kind");
-        QTest::addColumn<boost::any>("value");
+        columns<const Kind*, boost::any>("kind", "value");
         const std::pair<const char*, boost::any> values[] = {{"an int", 1}, {"an unsigned int", 1U},
             {"an unsigned short", static_cast<unsigned short>(1)}, {"a float", 1.0F},
             {"a double", 1.0}, {"a text", QString("1")}, {"an id without a number", UnitId::METRE},
@@ -448,11 +431,8 @@ private Q_SLOTS:
 
     void theFlags_data()
     {
-        QTest::addColumn<const Kind*>("kind");
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<boost::any>("inC");
-        QTest::addColumn<boost::any>("inUsers");
-        QTest::addColumn<QString>("shownInUsers");
+        columns<const Kind*, QString, boost::any, boost::any, QString>(
+            "kind", "text", "inC", "inUsers", "shownInUsers");
         const boost::any refused;
         for (const Kind& kind : kinds()) {
             const auto text = [&kind](const char* typed, const boost::any& inC,
@@ -508,9 +488,7 @@ private Q_SLOTS:
 
     void aHostileText_data()
     {
-        QTest::addColumn<const Kind*>("kind");
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<QByteArray>("name");
+        columns<const Kind*, QString, QByteArray>("kind", "text", "name");
         for (const Kind& kind : kinds()) {
             for (const auto& [name, text] : vrn::test::hostileTexts())
                 row(kind.name + ": " + name, &kind, text, name);
@@ -522,11 +500,10 @@ private Q_SLOTS:
         QFETCH(const Kind*, kind);
         QFETCH(QString, text);
         QFETCH(QByteArray, name);
-        const Outcome expected = kind->hostile(name, text);
-        const double number = numberIn(expected.value);
-        const bool clamps = (expected.accepted || kind->sort == Sort::Integer)
-            && !std::isnan(number);
-        const double finished = clamps ? qBound(5.0, number, 9.0) : number;
+        const Answer expected = kind->hostile(name, text);
+        const double number = expected.number;
+        const bool clamps = expected.accepted || kind->sort == Sort::Integer;
+        const double finished = clamps && !std::isnan(number) ? qBound(5.0, number, 9.0) : number;
         for (const Validate operation : operations) {
             const Field field = kind->make(5.0, 9.0, true);
             Outcome outcome;
@@ -537,7 +514,7 @@ private Q_SLOTS:
             const bool ends = operation == &IValidator::validateWhenFinished;
             QCOMPARE(plain(outcome.value), plain(kind->valueOf(ends ? finished : number)));
         }
-        // No field is typed into in the user's locale; there it only must go well.
+        // No field is typed into in the user's locale. There the text must only do no harm.
         outcomeOf(kind->make(5.0, 9.0, true), &IValidator::validate, text, userLocale);
     }
 

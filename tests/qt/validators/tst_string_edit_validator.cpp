@@ -4,7 +4,7 @@
 
 #include "support/hostile_texts.h"
 #include "support/keystroke_time.h"
-#include "support/row.h"
+#include "support/table.h"
 #include "support/test_main.h"
 #include "support/test_object.h"
 
@@ -106,26 +106,19 @@ private Q_SLOTS:
         QCOMPARE(value, wide(""));
     }
 
-    void everyOtherLimitIsFine_data()
-    {
-        QTest::addColumn<qulonglong>("limit");
-        row("one", qulonglong(1));
-        row("the highest", qulonglong(unlimited));
-    }
     void everyOtherLimitIsFine()
     {
-        QFETCH(qulonglong, limit);
-        StringEditValidator validator(static_cast<std::size_t>(limit));
-        boost::any value;
-        QVERIFY(validator.validate("a", value, {}));
-        QCOMPARE(value, wide("a"));
+        for (const std::size_t limit : {std::size_t(1), unlimited}) {
+            StringEditValidator validator(limit);
+            boost::any value;
+            QVERIFY(validator.validate("a", value, {}));
+            QCOMPARE(value, wide("a"));
+        }
     }
 
     void aTextOverTheLimitIsCut_data()
     {
-        QTest::addColumn<int>("limit");
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<QString>("kept");
+        columns<int, QString, QString>("limit", "text", "kept");
         const QString faces = QString::fromUtf8("\U0001F600\U0001F601\U0001F602");
         row("maximum 3, abcd becomes abc", 3, "abcd", "abc");
         row("a text as long as the limit stays whole", 3, "abc", "abc");
@@ -150,9 +143,7 @@ private Q_SLOTS:
 
     void theStorageTypeSaysWhatIsStored_data()
     {
-        QTest::addColumn<quint32>("type");
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<boost::any>("stored");
+        columns<quint32, QString, boost::any>("type", "text", "stored");
         const quint32 asUtf8 = 0;
         const quint32 asWide = 1;
         const QString accented = QString::fromUtf8("S\u00e4ule \U0001F600");
@@ -199,9 +190,7 @@ private Q_SLOTS:
 
     void aPatternDecides_data()
     {
-        QTest::addColumn<QString>("pattern");
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<bool>("accepted");
+        columns<QString, QString, bool>("pattern", "text", "accepted");
         row("it matches the whole text: [0-9] takes 1", "[0-9]", "1", true);
         row("it matches the whole text: [0-9] refuses 12", "[0-9]", "12", false);
         row("it matches from the first character", "[0-9]+", "a12", false);
@@ -239,10 +228,7 @@ private Q_SLOTS:
 
     void stepsComeInTheirOrder_data()
     {
-        QTest::addColumn<QString>("pattern");
-        QTest::addColumn<bool>("upperCase");
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<boost::any>("stored");
+        columns<QString, bool, QString, boost::any>("pattern", "upperCase", "text", "stored");
         row("upper case goes before the match: abc is ABC to [A-Z]+", "[A-Z]+", true, "abc",
             wide("ABC"));
         row("so a pattern of small letters refuses all", "[a-z]+", true, "abc", untouched);
@@ -339,25 +325,19 @@ private Q_SLOTS:
         QVERIFY(!validator.validate("a-b", value, {}));
     }
 
-    void flagsAreNotRead_data()
-    {
-        QTest::addColumn<quint32>("flags");
-        row("none", quint32(0));
-        row("the user's locale", quint32(1));
-        row("all", ~quint32(0));
-    }
     void flagsAreNotRead()
     {
-        QFETCH(quint32, flags);
         StringEditValidator validator(4);
         validator.setAllowedRegex(L"[A-Z.]+");
         validator.setUpperCase(true);
-        boost::any value = untouched;
-        QVERIFY(!validator.validate("1", value, flags));
-        QCOMPARE(value, untouched);
-        QVERIFY(validator.validate("a.bcd", value, flags));
-        QCOMPARE(value, wide("A.BC"));
-        QCOMPARE(validator.reformat(value, flags), QString("A.BC"));
+        for (const quint32 flags : {0U, 1U, ~0U}) {
+            boost::any value = untouched;
+            QVERIFY(!validator.validate("1", value, flags));
+            QCOMPARE(value, untouched);
+            QVERIFY(validator.validate("a.bcd", value, flags));
+            QCOMPARE(value, wide("A.BC"));
+            QCOMPARE(validator.reformat(value, flags), QString("A.BC"));
+        }
     }
 
     void theEndOfEditingIsValidatedAsAKeystroke()
@@ -373,7 +353,7 @@ private Q_SLOTS:
 
     void aPatternThatDoesNotCompileThrowsAtEachValidation_data()
     {
-        QTest::addColumn<QString>("pattern");
+        columns<QString>("pattern");
         row("an open group", "(");
         row("an open class", "[a-");
         row("a class from high to low", "[z-a]");
@@ -401,9 +381,7 @@ private Q_SLOTS:
 
     void reformatShowsTheString_data()
     {
-        QTest::addColumn<bool>("upperCase");
-        QTest::addColumn<boost::any>("value");
-        QTest::addColumn<QString>("text");
+        columns<bool, boost::any, QString>("upperCase", "value", "text");
         const QString accented = QString::fromUtf8("S\u00e4ule \U0001F600");
         row("a wide string", false, wide("abc"), "abc");
         row("a UTF-8 string", false, utf8("abc"), "abc");
@@ -435,7 +413,7 @@ private Q_SLOTS:
 
     void aValueOfAForeignTypeIsReported_data()
     {
-        QTest::addColumn<boost::any>("value");
+        columns<boost::any>("value");
         row("none", boost::any());
         row("a number", boost::any(1.5));
         row("a QString", boost::any(QString("abc")));
@@ -454,9 +432,7 @@ private Q_SLOTS:
     // that ends is decided as the pattern says, however long the text.
     void aMatchEndsInTime_data()
     {
-        QTest::addColumn<QString>("pattern");
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<bool>("accepted");
+        columns<QString, QString, bool>("pattern", "text", "accepted");
         const auto times = [](int length, char c) { return QString(length, QLatin1Char(c)); };
         for (const int length : {64, 32767, 1024 * 1024}) {
             for (const char* pattern :
@@ -498,9 +474,7 @@ private Q_SLOTS:
 
     void badInputIsTakenOrRefusedInTime_data()
     {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<QString>("pattern");
-        QTest::addColumn<quint32>("type");
+        columns<QString, QString, quint32>("text", "pattern", "type");
         for (const auto& [name, text] : hostileTexts()) {
             for (const char* pattern : {"", "[A-Z]+", "(A+)+B"}) {
                 QTest::addRow("%s against '%s', wide", name.constData(), pattern)

@@ -2,7 +2,7 @@
 
 #include "quantity_in.h"
 #include "support/keystroke_time.h"
-#include "support/row.h"
+#include "support/table.h"
 #include "support/test_main.h"
 #include "support/test_object.h"
 
@@ -13,6 +13,7 @@
 
 using vrn::qt::IValidator;
 using vrn::qt::UnitValidator;
+using vrn::test::columns;
 using vrn::test::numberIn;
 using vrn::test::verifyTakesAKeystroke;
 using vrn::units::Context;
@@ -36,6 +37,8 @@ const std::bitset<32> allButUserLocale = ~std::bitset<32>(1U << vrn::qt::Validat
 constexpr int metric = 0;
 constexpr int millimetric = 6;
 constexpr int customary = 8;
+
+constexpr int length = UnitId::GEO_LENGTH;
 
 UnitId::UnitId unitId(int id)
 {
@@ -65,8 +68,8 @@ QString refusalOf(Call call)
 
 } // namespace
 
-// The user's locale of Qt has a decimal comma throughout: what reads it without
-// being told to fails here.
+// The user's locale of Qt has a decimal comma: a validator that reads it without being told
+// to fails here.
 class TestUnitValidator : public vrn::test::TestObject
 {
     Q_OBJECT
@@ -77,27 +80,19 @@ private Q_SLOTS:
     // Numbers under a unit set are in the base scale, under a unit in that unit.
     void aTextIsReadAsAQuantity_data()
     {
-        QTest::addColumn<int>("system");
-        QTest::addColumn<int>("id");
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<double>("number");
-        row("a bare number is in the display unit", metric, int(UnitId::GEO_LENGTH), "12", 12.0);
-        row("a bare number is in the display unit of the system", millimetric,
-            int(UnitId::GEO_LENGTH), "12", 0.012);
-        row("a bare number is in feet", customary, int(UnitId::GEO_LENGTH), "12", 3.6576);
-        row("the dash counts as no unit", millimetric, int(UnitId::GEO_LENGTH), "12 -", 0.012);
-        row("a unit counts more than the display unit", millimetric, int(UnitId::GEO_LENGTH),
-            "12 m", 12.0);
-        row("a unit needs no blank", metric, int(UnitId::GEO_LENGTH), "12mm", 0.012);
-        row("a customary unit in a metric system", metric, int(UnitId::GEO_LENGTH), "3.25 ft",
-            0.9906);
-        row("feet and inches in a metric system", metric, int(UnitId::GEO_LENGTH), "1' 6''",
-            0.4572);
-        row("feet, inches and a fraction", customary, int(UnitId::GEO_LENGTH), "1' 3 1/2''",
-            0.3937);
-        row("a fraction", metric, int(UnitId::GEO_LENGTH), "1 1/2 m", 1.5);
-        row("a negative number", metric, int(UnitId::GEO_LENGTH), "-1.5", -1.5);
-        row("blanks around a bare number", metric, int(UnitId::GEO_LENGTH), " 12 ", 12.0);
+        columns<int, int, QString, double>("system", "id", "text", "number");
+        row("a bare number is in the display unit", metric, length, "12", 12.0);
+        row("a bare number is in the display unit of the system", millimetric, length, "12", 0.012);
+        row("a bare number is in feet", customary, length, "12", 3.6576);
+        row("the dash counts as no unit", millimetric, length, "12 -", 0.012);
+        row("a unit counts more than the display unit", millimetric, length, "12 m", 12.0);
+        row("a unit needs no blank", metric, length, "12mm", 0.012);
+        row("a customary unit in a metric system", metric, length, "3.25 ft", 0.9906);
+        row("feet and inches in a metric system", metric, length, "1' 6''", 0.4572);
+        row("feet, inches and a fraction", customary, length, "1' 3 1/2''", 0.3937);
+        row("a fraction", metric, length, "1 1/2 m", 1.5);
+        row("a negative number", metric, length, "-1.5", -1.5);
+        row("blanks around a bare number", metric, length, " 12 ", 12.0);
         row("a unit with a slash", metric, int(UnitId::LOAD_AREA), "12 kN/m2", 12.0);
         row("a unit of another scale", metric, int(UnitId::LOAD_AREA), "2 MPa", 2000.0);
         row("an exponent", metric, int(UnitId::LOAD_POINT), "1.5e3 kN", 1500.0);
@@ -110,10 +105,10 @@ private Q_SLOTS:
         row("a unit is kept as it is", metric, int(UnitId::MILLIMETRE), "12", 12.0);
         row("a unit takes others of its dimension", metric, int(UnitId::MILLIMETRE), "1.2 dm",
             120.0);
-        row("a comma ends the number", metric, int(UnitId::GEO_LENGTH), "12,5 m", 12.0);
-        row("a point alone", metric, int(UnitId::GEO_LENGTH), ".", 0.0);
-        row("a denominator of zero", metric, int(UnitId::GEO_LENGTH), "1/0", infinity);
-        row("zero divided by zero", metric, int(UnitId::GEO_LENGTH), "0/0", notANumber);
+        row("a comma ends the number", metric, length, "12,5 m", 12.0);
+        row("a point alone", metric, length, ".", 0.0);
+        row("a denominator of zero", metric, length, "1/0", infinity);
+        row("zero divided by zero", metric, length, "0/0", notANumber);
     }
 
     void aTextIsReadAsAQuantity()
@@ -137,10 +132,7 @@ private Q_SLOTS:
 
     void aTextIsRefused_data()
     {
-        QTest::addColumn<int>("system");
-        QTest::addColumn<int>("id");
-        QTest::addColumn<QString>("text");
-        const auto length = int(UnitId::GEO_LENGTH);
+        columns<int, int, QString>("system", "id", "text");
         row("that names no unit", metric, length, "5 xyz");
         row("in capitals", metric, int(UnitId::LOAD_POINT), "5 KN");
         row("with a unit of another kind", metric, length, "5 kN");
@@ -148,7 +140,7 @@ private Q_SLOTS:
         row("of a unit alone", metric, length, "m");
         row("of a dash alone", metric, length, "-");
         row("of a reciprocal unit alone", metric, int(UnitId::GEO_CURVATURE), "1/m");
-        row("with a blank behind the unit", metric, length, "5 m ");
+        row("with a blank after the unit", metric, length, "5 m ");
         row("of words", metric, length, "five metres");
         row("of two numbers", metric, length, "1 2");
         row("of not-a-number", metric, length, "nan");
@@ -173,14 +165,14 @@ private Q_SLOTS:
             boost::any value = QString("before");
             QVERIFY(!validator.validate(text, value, noFlags));
             QCOMPARE(numberIn(value, id), boost::any(0.0));
-            // Nor is the zero of a refusal clamped.
+            // The zero of a refusal is not clamped.
             value = QString("before");
             QVERIFY(!validator.validateWhenFinished(text, value, noFlags));
             QCOMPARE(numberIn(value, id), boost::any(0.0));
         }
     }
 
-    // Whatever is shown and typed.
+    // The unit that is shown or typed does not matter.
     void theLimitsAreInTheBaseScale()
     {
         UnitValidator validator(Context(millimetric), UnitId::GEO_LENGTH);
@@ -223,11 +215,10 @@ private Q_SLOTS:
         QVERIFY(validator.validateWhenFinished("12.5 m", value, noFlags));
     }
 
-    // What docs/quantities.md lists, as it comes about at Enter.
+    // The rows of docs/quantities.md, as they happen at Enter.
     void aPlainUnitMayReadItsTextAsAnother_data()
     {
-        QTest::addColumn<int>("id");
-        QTest::addColumn<QStringList>("texts");
+        columns<int, QStringList>("id", "texts");
         row("a unit whose symbol another one has before it", int(UnitId::X_WATT_PER_SQUARE_METRE),
             QStringList{"2500.000 W/m2", "2.500 W/m2", "0.003 W/m2"});
         row("the kind of that unit", int(UnitId::X_HEAT_FLUX_A),
@@ -248,21 +239,17 @@ private Q_SLOTS:
 
     void aQuantityIsShownInTheDisplayUnit_data()
     {
-        QTest::addColumn<int>("system");
-        QTest::addColumn<int>("id");
-        QTest::addColumn<double>("number");
-        QTest::addColumn<QString>("text");
-        row("metres", metric, int(UnitId::GEO_LENGTH), 0.5, "0.500 m");
-        row("millimetres", millimetric, int(UnitId::GEO_LENGTH), 0.5, "500 mm");
-        row("feet", customary, int(UnitId::GEO_LENGTH), 0.3048, "1.00 ft");
+        columns<int, int, double, QString>("system", "id", "number", "text");
+        row("metres", metric, length, 0.5, "0.500 m");
+        row("millimetres", millimetric, length, 0.5, "500 mm");
+        row("feet", customary, length, 0.3048, "1.00 ft");
         row("a unit with a slash", metric, int(UnitId::LOAD_AREA), 12.5, "12.50 kN/m2");
         row("a unit itself, with its own digits", metric, int(UnitId::KILONEWTON_PER_SQUARE_METRE),
             12.5, "12.500 kN/m2");
         row("a symbol beyond ASCII", metric, int(UnitId::ANGLE), 3.141592653589793,
             QString::fromUtf8("180.0 °"));
         row("scientific notation", metric, int(UnitId::THERMAL_EXP), 1.2e-5, "0.120e-4 1/K");
-        row("a large number without grouping", metric, int(UnitId::GEO_LENGTH), 1234567.0,
-            "1234567.000 m");
+        row("a large number without grouping", metric, length, 1234567.0, "1234567.000 m");
     }
 
     void aQuantityIsShownInTheDisplayUnit()
@@ -344,10 +331,9 @@ private Q_SLOTS:
 
     void anUnknownIdThrows_data()
     {
-        QTest::addColumn<int>("id");
-        QTest::addColumn<QString>("whenReformatted");
+        columns<int, QString>("id", "whenReformatted");
         row("no unit set", 1035, "Invalid unit id.");
-        row("behind all unit sets", 99999, "Invalid unit id.");
+        row("after all unit sets", 99999, "Invalid unit id.");
         row("negative", -1, "Invalid unit id.");
         // The formats answer for all ids below 1000; the missing unit shows in its factor.
         row("no unit", 12, "unit_id");
@@ -362,11 +348,9 @@ private Q_SLOTS:
         const QString invalid = "Invalid unit id.";
         QCOMPARE(refusalOf([&] { validator.validate("12", value, noFlags); }), invalid);
         QCOMPARE(refusalOf([&] { validator.validateWhenFinished("x", value, noFlags); }), invalid);
-        QCOMPARE(refusalOf([&] {
-            validator.reformat(Quantity{unitId(id), 1.0}, noFlags);
-        }),
-            whenReformatted);
-        // An empty text is no matter of the context.
+        const boost::any one = Quantity{unitId(id), 1.0};
+        QCOMPARE(refusalOf([&] { validator.reformat(one, noFlags); }), whenReformatted);
+        // An empty text is not read by the context.
         QVERIFY(validator.validate("", value, noFlags));
         QCOMPARE(numberIn(value, id), boost::any(0.0));
         validator.setEmptyValueAllowed(true);
@@ -379,10 +363,9 @@ private Q_SLOTS:
         const Context forces(metric, {{UnitId::GEO_LENGTH, format(UnitId::KILONEWTON, 2)}});
         UnitValidator validator(forces, UnitId::GEO_LENGTH);
         expectAssert("can_convert(q.unit_id, unit_id)", {"q.unit_id", "unit_id"});
-        QCOMPARE(refusalOf([&] {
-            validator.reformat(Quantity{UnitId::GEO_LENGTH, 1.0}, noFlags);
-        }),
-            QString("Incompatible units."));
+        const boost::any one = Quantity{UnitId::GEO_LENGTH, 1.0};
+        QCOMPARE(
+            refusalOf([&] { validator.reformat(one, noFlags); }), QString("Incompatible units."));
         // A number without a unit would be in that unit, so it is refused.
         boost::any value;
         QVERIFY(!validator.validate("1", value, noFlags));
@@ -427,7 +410,7 @@ private Q_SLOTS:
 
     void anyNumberCanBeShown_data()
     {
-        QTest::addColumn<double>("number");
+        columns<double>("number");
         row("the highest", highest);
         row("the lowest", lowest);
         row("the smallest", std::numeric_limits<double>::denorm_min());

@@ -1,13 +1,14 @@
 #include <vrn/qt/unit_validator.h>
 
 #include "quantity_in.h"
-#include "support/row.h"
+#include "support/table.h"
 #include "support/test_main.h"
 #include "support/test_object.h"
 
 #include <locale>
 
 using vrn::qt::UnitValidator;
+using vrn::test::columns;
 using vrn::test::numberIn;
 using vrn::units::Context;
 using Quantity = vrn::units::IConverter::quantity;
@@ -42,9 +43,7 @@ private Q_SLOTS:
 
     void aNumberIsReadInTheLocaleOfTheFlags_data()
     {
-        QTest::addColumn<std::bitset<32>>("flags");
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<double>("number");
+        columns<std::bitset<32>, QString, double>("flags", "text", "number");
         row("a comma without flags ends the number", noFlags, "1,5 kN/m2", 1.0);
         row("a comma for the user is decimal", userLocale, "1,5 kN/m2", 1.5);
         row("the other flags change nothing", allFlags, "1,5 kN/m2", 1.5);
@@ -76,9 +75,7 @@ private Q_SLOTS:
 
     void aNumberIsWrittenInTheLocaleOfTheFlags_data()
     {
-        QTest::addColumn<std::bitset<32>>("flags");
-        QTest::addColumn<double>("number");
-        QTest::addColumn<QString>("text");
+        columns<std::bitset<32>, double, QString>("flags", "number", "text");
         row("a point without flags", noFlags, 12.5, "12.50 kN/m2");
         row("a comma for the user", userLocale, 12.5, "12,50 kN/m2");
         row("no grouping without flags", noFlags, 1234567.5, "1234567.50 kN/m2");

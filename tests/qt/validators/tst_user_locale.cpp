@@ -5,7 +5,7 @@
 #include <QLocale>
 #include <QProcess>
 
-#include "support/row.h"
+#include "support/table.h"
 #include "support/test_main.h"
 #include "support/test_object.h"
 
@@ -14,6 +14,7 @@
 #include <locale>
 
 using namespace vrn::qt;
+using vrn::test::columns;
 using vrn::test::row;
 using vrn::units::Context;
 
@@ -84,9 +85,7 @@ class TestUserLocale : public vrn::test::TestObject
 private Q_SLOTS:
     void whatIsAsked_data()
     {
-        QTest::addColumn<QString>("environment");
-        QTest::addColumn<QString>("steps");
-        QTest::addColumn<QString>("answers");
+        columns<QString, QString, QString>("environment", "steps", "answers");
         const QString plain = "C.UTF-8";
         const QString german = "de_DE.UTF-8";
         row("nothing German", plain, "", "refused 0 1");
