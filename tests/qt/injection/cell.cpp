@@ -86,6 +86,7 @@ void show(Scene& s)
     activate(s.window);
     s.enter();
     settle();
+    press(Qt::Key_4); // The user is at it, if it is a field.
 }
 
 // Runs a step; what it throws is the application's matter.
