@@ -13,6 +13,7 @@
 #include <QApplication>
 #include <QFileDialog>
 #include <QMessageBox>
+#include <QScopeGuard>
 #include <QSet>
 #include <QSignalSpy>
 #include <QTest>
@@ -58,10 +59,13 @@ private:
         if (!isOfControl || m_isAtIt)
             return;
         m_isAtIt = true;
+        // Whatever else happens, a user closes it.
+        const auto close = qScopeGuard([&] {
+            m_isAtIt = false;
+            if (dialog)
+                static_cast<QDialog*>(dialog.data())->reject();
+        });
         scene().visit("while its dialog is open");
-        m_isAtIt = false;
-        if (dialog)
-            static_cast<QDialog*>(dialog.data())->reject();
     }
 
     bool m_isAtIt = false;

@@ -1,5 +1,7 @@
 #include "injection/farm.h"
 
+#include "injection/actions.h"
+
 #include <QApplication>
 #include <QRegularExpression>
 #include <QTimer>
@@ -234,13 +236,16 @@ void runForked(
 
 void runHere(const Cell& cell, Outcome& outcome, const std::function<void()>& atEnd)
 {
-    // Within the loop of the application, as all that an application does.
-    QTimer::singleShot(0, qApp, [&] {
+    const auto runAndLeave = [&] {
         run(cell, outcome);
         atEnd();
         std::fflush(nullptr);
         _exit(0); // Nothing of the process is taken down: it is a copy.
-    });
+    };
+    if (actions()[std::size_t(cell.action)].beforeLoop)
+        runAndLeave();
+    // Within the loop of the application, as nearly all that an application does.
+    QTimer::singleShot(0, qApp, runAndLeave);
     QApplication::exec();
     _exit(1);
 }
