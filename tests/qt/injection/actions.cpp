@@ -261,15 +261,23 @@ std::vector<Action> rows()
         {"a button goes", program, [](Scene& s) { return with<Toolbar>(s, [&](auto&) { delete partOf<QPushButton>(s); }); }},
         // clang-format on
     };
-    // What a user does to a control that varies.
+    // Those that make a control tell of a change, also before the event loop runs.
+    const QByteArrayList early = {"reset", "readValue of two that differ", "setValue",
+        "setValue of the other value", "onEditingFinished", "selectByValue", "next and previous",
+        "setChecked(true)", "setSelected", "setValue of a box", "load of all boxes"};
     const std::size_t count = rows.size();
     for (std::size_t i = 0; i < count; ++i) {
-        if (rows[i].who != user)
-            continue;
-        Action whileVaries = rows[i];
-        whileVaries.whileVaries = true;
-        whileVaries.name += ", while it varies";
-        rows.push_back(whileVaries);
+        if (rows[i].who == user) {
+            Action whileVaries = rows[i];
+            whileVaries.whileVaries = true;
+            whileVaries.name += ", while it varies";
+            rows.push_back(whileVaries);
+        } else if (early.contains(rows[i].name)) {
+            Action beforeLoop = rows[i];
+            beforeLoop.beforeLoop = true;
+            beforeLoop.name += ", before the event loop runs";
+            rows.push_back(beforeLoop);
+        }
     }
     return rows;
 }

@@ -25,6 +25,9 @@ struct Action
     std::function<bool(Scene& scene)> act;
     /// The control is brought to vary before.
     bool whileVaries = false;
+    /// It is done outside of any event loop, as in main(): deleteLater() is then done with
+    /// in the first loop that runs, be it that of a dialog.
+    bool beforeLoop = false;
 };
 
 const std::vector<Action>& actions();

@@ -13,6 +13,7 @@
 #include <QApplication>
 #include <QFileDialog>
 #include <QMessageBox>
+#include <QScopeGuard>
 #include <QSet>
 #include <QSignalSpy>
 #include <QTest>
@@ -58,10 +59,13 @@ private:
         if (!isOfControl || m_isAtIt)
             return;
         m_isAtIt = true;
+        // Whatever else happens, a user closes it.
+        const auto close = qScopeGuard([&] {
+            m_isAtIt = false;
+            if (dialog)
+                static_cast<QDialog*>(dialog.data())->reject();
+        });
         scene().visit("while its dialog is open");
-        m_isAtIt = false;
-        if (dialog)
-            static_cast<QDialog*>(dialog.data())->reject();
     }
 
     bool m_isAtIt = false;
@@ -86,6 +90,7 @@ void show(Scene& s)
     activate(s.window);
     s.enter();
     settle();
+    press(Qt::Key_4); // The user is at it, if it is a field.
 }
 
 // Runs a step; what it throws is the application's matter.

@@ -15,14 +15,25 @@
 namespace vrn::test::injection {
 namespace {
 
+// Does `inIt` in the event loop that is about to run, and then `end`, when the loop has
+// come round: what `inIt` has left to it is done by then.
+template <typename Loop>
+void onceInside(Loop& loop, const std::function<void()>& inIt, void (Loop::*end)())
+{
+    const auto later = [&loop](auto step) {
+        QMetaObject::invokeMethod(&loop, step, Qt::QueuedConnection);
+    };
+    QTimer::singleShot(0, &loop, [=, &loop] {
+        inIt();
+        later([=, &loop] { later([=, &loop] { (loop.*end)(); }); });
+    });
+}
+
 // A nested event loop, and what happens in it.
 void runLoop(const std::function<void()>& inIt = [] {})
 {
     QEventLoop loop;
-    QTimer::singleShot(0, &loop, [&] {
-        inIt();
-        QTimer::singleShot(1, &loop, &QEventLoop::quit);
-    });
+    onceInside(loop, inIt, &QEventLoop::quit);
     loop.exec();
 }
 
@@ -30,10 +41,7 @@ void runLoop(const std::function<void()>& inIt = [] {})
 void runDialog(const std::function<void()>& inIt = [] {})
 {
     QDialog dialog;
-    QTimer::singleShot(0, &dialog, [&] {
-        inIt();
-        QTimer::singleShot(1, &dialog, &QDialog::reject);
-    });
+    onceInside(dialog, inIt, &QDialog::reject);
     dialog.exec();
 }
 
@@ -129,7 +137,7 @@ std::vector<Deed> rows()
     rows.insert(rows.end(), others.begin(), others.end());
     for (int i = 0; i < int(actions().size()); ++i) {
         const Action& action = actions()[std::size_t(i)];
-        if (action.who == Action::Program)
+        if (action.who == Action::Program && !action.beforeLoop)
             rows.push_back({"call " + action.name, action.act, true, i});
     }
     return rows;

@@ -1,6 +1,6 @@
 #include "injection/farm.h"
 
-#include <vrn/qt/varies_string.h>
+#include "injection/actions.h"
 
 #include <QApplication>
 #include <QRegularExpression>
@@ -17,7 +17,29 @@
 #include <unistd.h>
 
 #if defined(__SANITIZE_ADDRESS__)
+#include <execinfo.h>
 #include <sanitizer/common_interface_defs.h>
+#endif
+
+namespace {
+
+// Where the process of a cell puts down that a sanitizer has found something, in place of
+// the report. Null for one that reports.
+vrn::test::injection::Outcome* placeOfStack = nullptr;
+
+} // namespace
+
+#if defined(__SANITIZE_ADDRESS__)
+// A report takes ten times as long as a cell, and one for each stack is enough. The
+// processes are copies, so addresses are the same in all of them.
+extern "C" Q_DECL_EXPORT void __asan_on_error();
+void __asan_on_error()
+{
+    if (!placeOfStack)
+        return;
+    backtrace(placeOfStack->stack, vrn::test::injection::stackLimit);
+    _exit(1);
+}
 #endif
 
 namespace vrn::test::injection {
@@ -26,12 +48,16 @@ namespace {
 // Seconds; a cell takes some hundredths of one.
 constexpr unsigned timeLimit = 20;
 
+using Stack = std::vector<void*>;
+
 struct Worker
 {
     Outcome* outcome = nullptr;
     int log = -1;
     pid_t process = 0;
     Cell cell;
+    /// Where the cell has failed before: then it runs again, with a report.
+    Stack known;
 };
 
 void endForTime(int)
@@ -43,20 +69,10 @@ void endForTime(int)
     _exit(1);
 }
 
-// Once here is faster than in each process that finds something.
-void readSymbols()
-{
-#if defined(__SANITIZE_ADDRESS__)
-    char text[256];
-    for (void* function :
-        {reinterpret_cast<void*>(&runForked), reinterpret_cast<void*>(&vrn::qt::getVariesString)})
-        __sanitizer_symbolize_pc(function, "%F", text, sizeof text);
-#endif
-}
-
-void start(Worker& worker, const Cell& cell)
+void start(Worker& worker, const Cell& cell, Stack known = {})
 {
     worker.cell = cell;
+    worker.known = std::move(known);
     new (worker.outcome) Outcome();
     if (ftruncate(worker.log, 0) != 0 || lseek(worker.log, 0, SEEK_SET) != 0)
         qFatal("no room for a log");
@@ -69,6 +85,7 @@ void start(Worker& worker, const Cell& cell)
     prctl(PR_SET_PDEATHSIG, SIGKILL);
     if (getppid() != parent)
         _exit(1);
+    placeOfStack = worker.known.empty() ? worker.outcome : nullptr;
     dup2(worker.log, STDOUT_FILENO);
     dup2(worker.log, STDERR_FILENO);
     std::signal(SIGALRM, &endForTime);
@@ -159,6 +176,10 @@ Result resultOf(const Worker& worker, int status)
 void runForked(
     const std::vector<Cell>& cells, int jobs, const std::function<void(const Result&)>& take)
 {
+#if defined(__SANITIZE_ADDRESS__)
+    void* first[1];
+    backtrace(first, 1); // What it loads at first use is there for all.
+#endif
     std::vector<Worker> workers(static_cast<std::size_t>(jobs));
     for (Worker& worker : workers) {
         void* shared = mmap(
@@ -168,16 +189,18 @@ void runForked(
         worker.outcome = static_cast<Outcome*>(shared);
         worker.log = memfd_create("log", MFD_CLOEXEC);
     }
-    readSymbols();
     std::fflush(nullptr);
+    static std::map<Stack, QByteArray> failures;
     auto next = cells.begin();
-    std::size_t running = 0;
-    for (Worker& worker : workers) {
-        if (next != cells.end()) {
-            start(worker, *next++);
-            ++running;
-        }
-    }
+    int running = 0;
+    const auto startNext = [&](Worker& worker) {
+        if (next == cells.end())
+            return;
+        start(worker, *next++);
+        ++running;
+    };
+    for (Worker& worker : workers)
+        startNext(worker);
     while (running > 0) {
         int status = 0;
         const pid_t process = wait(&status);
@@ -185,15 +208,25 @@ void runForked(
             [&](const Worker& candidate) { return candidate.process == process; });
         if (worker == workers.end())
             continue;
-        const Result result = resultOf(*worker, status);
+        Result result = resultOf(*worker, status);
+        const Stack stack(std::begin(result.outcome.stack), std::end(result.outcome.stack));
+        if (stack.front()) {
+            const auto known = failures.find(stack);
+            if (known == failures.end()) {
+                start(*worker, result.cell, stack);
+                continue;
+            }
+            result.failure = known->second;
+        } else if (!worker->known.empty()) {
+            if (result.failure.isEmpty())
+                result.failure = "fails at times";
+            failures[worker->known] = result.failure;
+        }
         worker->process = 0;
         --running;
         take(result);
         std::fflush(nullptr);
-        if (next != cells.end()) {
-            start(*worker, *next++);
-            ++running;
-        }
+        startNext(*worker);
     }
     for (const Worker& worker : workers) {
         munmap(worker.outcome, sizeof(Outcome));
@@ -203,13 +236,16 @@ void runForked(
 
 void runHere(const Cell& cell, Outcome& outcome, const std::function<void()>& atEnd)
 {
-    // Within the loop of the application, as all that an application does.
-    QTimer::singleShot(0, qApp, [&] {
+    const auto runAndLeave = [&] {
         run(cell, outcome);
         atEnd();
         std::fflush(nullptr);
         _exit(0); // Nothing of the process is taken down: it is a copy.
-    });
+    };
+    if (actions()[std::size_t(cell.action)].beforeLoop)
+        runAndLeave();
+    // Within the loop of the application, as nearly all that an application does.
+    QTimer::singleShot(0, qApp, runAndLeave);
     QApplication::exec();
     _exit(1);
 }

@@ -3,6 +3,7 @@
 namespace vrn::test::injection {
 
 constexpr int placeLimit = 128;
+constexpr int stackLimit = 20;
 
 /// What a cell has to tell. It lies in memory that the process of the cell shares with
 /// the driver, so that it is there also after a crash.
@@ -19,6 +20,8 @@ struct Outcome
     /// By place: whether foreign code is there, and how often it ran.
     bool offered[placeLimit];
     int visits[placeLimit];
+    /// Where a sanitizer has found something: the innermost frames.
+    void* stack[stackLimit];
     /// What is wrong, in a sentence for each thing; empty if all is well.
     char failure[1024];
 };

@@ -17,6 +17,7 @@
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QThread>
+#include <QWindow>
 
 #include <cstdio>
 #include <random>
@@ -31,7 +32,7 @@ using namespace vrn::test::injection;
 extern "C" Q_DECL_EXPORT const char* __asan_default_options();
 const char* __asan_default_options()
 {
-    return "detect_leaks=0:handle_abort=1";
+    return "detect_leaks=0:handle_abort=1:max_free_fill_size=4096:free_fill_byte=205";
 }
 extern "C" Q_DECL_EXPORT const char* __ubsan_default_options();
 const char* __ubsan_default_options()
@@ -56,10 +57,24 @@ public:
 
     bool notify(QObject* receiver, QEvent* event) override
     {
+        if (event->type() == QEvent::PlatformSurface)
+            keepInactive(receiver);
         try {
             return QApplication::notify(receiver, event);
         } catch (...) {
             return true;
+        }
+    }
+
+private:
+    // The platform without a screen activates each window that is shown, but for tool tips.
+    static void keepInactive(QObject* window)
+    {
+        for (const QWidget* widget : topLevelWidgets()) {
+            if (widget->windowHandle() == window
+                && widget->testAttribute(Qt::WA_ShowWithoutActivating))
+                widget->windowHandle()->setFlags(
+                    (widget->windowFlags() & ~Qt::WindowType_Mask) | Qt::ToolTip);
         }
     }
 };
