@@ -1,7 +1,7 @@
 #include <vrn/qt/string_edit_validator.h>
 
 #include "enum_box_fixture.h"
-#include "line_edit_fixture.h"
+#include "qt/controls/line_edits/line_edit_fixture.h"
 #include "support/other_language.h"
 #include "support/test_main.h"
 #include "support/test_object.h"

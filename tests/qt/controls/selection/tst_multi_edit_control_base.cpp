@@ -6,7 +6,7 @@
 #include <QSignalBlocker>
 #include <QSignalSpy>
 
-#include "multi_edit_line_edit_fixture.h"
+#include "qt/controls/line_edits/multi_edit_line_edit_fixture.h"
 #include "support/test_main.h"
 #include "support/test_object.h"
 
