@@ -122,7 +122,7 @@ public:
         m_text = text;
         if (text == getVariesString())
             selectVarious();
-        varies = showsVarious();
+        textChanged();
     }
 
     void languageChanged(const QString& before)
@@ -215,7 +215,14 @@ private:
         if (!m_editable || text == m_text)
             return;
         m_text = text;
+        textChanged();
+    }
+
+    // A box that varies by its user has learned as much as one that has read it.
+    void textChanged()
+    {
         varies = showsVarious();
+        m_fresh = m_fresh && !varies;
     }
 
     void selected()
