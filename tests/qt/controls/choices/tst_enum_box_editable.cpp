@@ -162,17 +162,6 @@ private Q_SLOTS:
 
     // --- becoming editable and back
 
-    void whatIsShownStays()
-    {
-        SimpleEnumBox* box = createFilled();
-        box->selectByValue(275);
-        box->setEditable(true, strength());
-        QCOMPARE(textOf(*box), QString("S275"));
-        QCOMPARE(box->getSelectedValue(), boost::any(275));
-        box->setEditable(false);
-        QCOMPARE(box->getSelectedValue(), boost::any(275));
-    }
-
     void editableAgainItWorksAgain()
     {
         SimpleEnumBox* box = createEditable(strength());

@@ -153,6 +153,8 @@ private Q_SLOTS:
         both("setValues", 0, "S235", [](auto& b) { b.setValues(steels()); });
         both("selectByName", 0, "S355", [](auto& b) { b.selectByName("S355"); });
         both("an unknown name", 0, "S275", [](auto& b) { b.selectByName("S460"); });
+        both("a name in other letters", 0, "S275", [](auto& b) { b.selectByName("s355"); });
+        both("no name", 0, "S275", [](auto& b) { b.selectByName({}); });
         both("selectByValue", 0, "S355", [](auto& b) { b.selectByValue(355); });
         both("next", 1, "S355", [](auto& b) { b.next(); });
         both("next at the last row", 1, "S355", [](auto& b) { b.next(); b.next(); });

@@ -104,28 +104,6 @@ private Q_SLOTS:
         QCOMPARE(valueChanged.count(), 1);
     }
 
-    void aSelectionIsRead_data()
-    {
-        QTest::addColumn<QList<bool>>("values");
-        QTest::addColumn<QString>("end");
-        using Values = QList<bool>;
-        row("one checked object", Values{true}, "c+");
-        row("two checked objects", Values{true, true}, "c+");
-        row("two unchecked objects", Values{false, false}, "c-");
-        row("they differ", Values{true, false}, "v");
-        row("the other way round", Values{false, true}, "v");
-        row("once they differ, a third changes nothing", Values{true, false, true}, "v");
-    }
-
-    void aSelectionIsRead()
-    {
-        QFETCH(QList<bool>, values);
-        m_control->reset();
-        for (const bool value : values)
-            m_control->readValue(value);
-        QTEST(stateOf(*m_control), "end");
-    }
-
     // To a slot it looks as if a user had unchecked the box, so an application
     // that does not want this suspends the signal.
     void aResetEmitsBeforeTheControlIsFresh()

@@ -203,26 +203,11 @@ private Q_SLOTS:
         QVERIFY(allChanged.count() > 0);
     }
 
-    void allFollowsTheBoxes()
-    {
-        const Page page;
-        page.read("ccu");
-        QCOMPARE(page.shown(), QString("ccuv"));
-        clickOn(page.box(2));
-        QCOMPARE(page.shown(), QString("cccc"));
-        page.group->setValue(0, false);
-        QCOMPARE(page.shown(), QString("uccv"));
-        // From code it follows at the end of the reads only.
-        page.group->reset();
-        QCOMPARE(page.all()->dataVaries(), false);
-        QCOMPARE(page.shown(), QString("uuuu"));
-    }
-
     void resettingDoesNotTouchAllByItself()
     {
         const Page page;
         page.read("uuv");
-        // No box is checked, so none tells of its reset but the varying one.
+        // No box is checked, so only the varying one emits when it is reset.
         QCOMPARE(page.shown(), QString("uuvv"));
         page.read("uuu");
         page.all()->forceVaries();
@@ -484,21 +469,6 @@ private Q_SLOTS:
         QVERIFY(page.box(0)->isChecked());
         QCOMPARE(valueChanged.count(), 0);
         QCOMPARE(Page::letter(page.all()), QChar('u'));
-    }
-
-    void aPartialLoadCountsForTheNextOne()
-    {
-        const Page page;
-        page.group->setCanBeSaved("k");
-        const KeyValueStorage storage;
-        QSignalSpy valueChanged(page.group.data(), &Group::valueChanged);
-        page.box(0)->load(storage);
-        page.box(0)->load(storage);
-        QCOMPARE(valueChanged.count(), 0);
-        page.box(0)->load(storage);
-        QCOMPARE(valueChanged.count(), 2);
-        page.box(0)->load(storage);
-        QCOMPARE(valueChanged.count(), 2);
     }
 
     void onlyABoolIsLoaded_data()

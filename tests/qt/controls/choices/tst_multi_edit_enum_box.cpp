@@ -32,14 +32,6 @@ bool countedEqual(const boost::any& a, const boost::any& b)
     return vrn::any_equal<int>(a, b);
 }
 
-// Whether the next value read is taken as the first one; reads it.
-bool takesNextValue(MultiEditEnumBox& box)
-{
-    box.readValue(355);
-    return !box.dataVaries() && box.getSelectedValue().type() == typeid(int)
-        && boost::any_cast<int>(box.getSelectedValue()) == 355;
-}
-
 } // namespace
 
 class TestMultiEditEnumBox : public TestObject
@@ -77,13 +69,6 @@ private Q_SLOTS:
         QVERIFY(!box->parentWidget());
         QVERIFY(!box->dataVaries());
         QCOMPARE(box->getCurrentValue(), boost::any(235));
-    }
-
-    void aNewBoxIsFresh()
-    {
-        MultiEditEnumBox* box = createFilled();
-        QVERIFY(!box->dataVaries());
-        QVERIFY(takesNextValue(*box));
     }
 
     // --- signals; tst_enum_box_signals counts those of each action

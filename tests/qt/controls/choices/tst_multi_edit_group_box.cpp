@@ -72,28 +72,6 @@ private Q_SLOTS:
         verifyCell(*m_control);
     }
 
-    void aSelectionIsRead_data()
-    {
-        QTest::addColumn<QList<bool>>("values");
-        QTest::addColumn<QString>("end");
-        using Values = QList<bool>;
-        row("one checked object", Values{true}, "c+");
-        row("two checked objects", Values{true, true}, "c+");
-        row("two unchecked objects", Values{false, false}, "c-");
-        row("they differ", Values{true, false}, "v+d");
-        row("the other way round", Values{false, true}, "v-d");
-        row("once they differ, a third changes nothing", Values{true, false, true}, "v+d");
-    }
-
-    void aSelectionIsRead()
-    {
-        QFETCH(QList<bool>, values);
-        m_control->reset();
-        for (const bool value : values)
-            m_control->readValue(value);
-        QTEST(stateOf(*m_control), "end");
-    }
-
     // Qt goes on with the focus after the shortcut, so the end is due later.
     void aSlotMayDestroyTheControlAtItsShortcut_data()
     {

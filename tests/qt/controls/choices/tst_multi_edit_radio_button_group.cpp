@@ -88,34 +88,6 @@ private Q_SLOTS:
         QCOMPARE(valueChanged.count(), 0);
     }
 
-    // Afterwards the buttons are exclusive again, whatever was checked in the meantime.
-    void aClickOnAGroupThatVariesLeavesOneButtonChecked_data()
-    {
-        QTest::addColumn<bool>("useButtonGroup");
-        QTest::addColumn<QString>("button");
-        for (const char* name : {"S355", "S235", "S275"}) {
-            QTest::addRow("%s in a button group", name) << true << name;
-            QTest::addRow("%s without one", name) << false << name;
-        }
-    }
-
-    void aClickOnAGroupThatVariesLeavesOneButtonChecked()
-    {
-        QFETCH(bool, useButtonGroup);
-        QFETCH(QString, button);
-        QWidget form;
-        Group* group = RadioGroupStates::createIn(&form, true, useButtonGroup);
-        group->resize(200, 200);
-        form.show();
-        group->readValue(235);
-        group->readValue(275);
-        QCOMPARE(checkedIn(*group), QStringList());
-        clickOn(buttonOf(*group, button));
-        QCOMPARE(checkedIn(*group), QStringList{button});
-        clickOn(buttonOf(*group, "S275"));
-        QCOMPARE(checkedIn(*group), QStringList{"S275"});
-    }
-
     void forcedToVaryTheButtonsKeepTheirExclusivity()
     {
         QButtonGroup* buttonGroup = buttonOf(*m_group, "S235")->group();

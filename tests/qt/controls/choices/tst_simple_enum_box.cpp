@@ -153,17 +153,6 @@ private Q_SLOTS:
             QVERIFY(!comboOf(*box).itemData(row).isValid());
     }
 
-    void fillingEmitsNothing()
-    {
-        SimpleEnumBox* box = createFilled();
-        comboOf(*box).setCurrentIndex(2);
-        QSignalSpy changed(box, &SimpleEnumBox::valueChanged);
-        QSignalSpy activated(box, &SimpleEnumBox::activated);
-        box->setValues(steels());
-        QCOMPARE(comboOf(*box).currentIndex(), 0);
-        QCOMPARE(changed.count() + activated.count(), 0);
-    }
-
     void filledWithNothingTheBoxIsEmpty()
     {
         SimpleEnumBox* box = createFilled();
@@ -267,41 +256,7 @@ private Q_SLOTS:
         QVERIFY(!never.anyEq(boost::any(), boost::any()));
     }
 
-    // --- selecting
-
-    void aNameSelectsItsRow()
-    {
-        OpenBox box(m_form.get());
-        box.setValues(steels());
-        QSignalSpy changed(&box, &SimpleEnumBox::valueChanged);
-        box.selectByName("S355");
-        QCOMPARE(comboOf(box).currentIndex(), 2);
-        QCOMPARE(box.selections, 1);
-        box.selectByName("S355");
-        QCOMPARE(box.selections, 2);
-        QCOMPARE(changed.count(), 0);
-    }
-
-    void anUnknownNameIsSilent()
-    {
-        OpenBox box(m_form.get());
-        box.setValues(steels());
-        box.selectByName("S275");
-        box.selectByName("s355");
-        box.selectByName({});
-        QCOMPARE(comboOf(box).currentIndex(), 1);
-        QCOMPARE(box.selections, 1);
-    }
-
-    void aValueSelectsItsRow()
-    {
-        OpenBox box(m_form.get());
-        box.setValues(steels());
-        box.selectByValue(275);
-        QCOMPARE(comboOf(box).currentIndex(), 1);
-        QCOMPARE(box.selections, 1);
-        QCOMPARE(box.getSelectedValue(), boost::any(275));
-    }
+    // --- selecting; tst_enum_box_signals has which row and how many signals
 
     void anUnknownValueIsReportedAndChangesNothing_data()
     {
@@ -384,25 +339,6 @@ private Q_SLOTS:
     }
 
     // --- stepping
-
-    void stepsGoRowByRowAndEmitAtEach()
-    {
-        OpenBox box(m_form.get());
-        box.setValues(steels());
-        QSignalSpy changed(&box, &SimpleEnumBox::valueChanged);
-        const auto step = [&](void (SimpleEnumBox::*by)(), int index, int signalCount) {
-            (box.*by)();
-            QCOMPARE(comboOf(box).currentIndex(), index);
-            QCOMPARE(changed.count(), signalCount);
-        };
-        step(&SimpleEnumBox::next, 1, 1);
-        step(&SimpleEnumBox::next, 2, 2);
-        step(&SimpleEnumBox::next, 2, 2);
-        step(&SimpleEnumBox::previous, 1, 3);
-        step(&SimpleEnumBox::previous, 0, 4);
-        step(&SimpleEnumBox::previous, 0, 4);
-        QCOMPARE(box.selections, 0);
-    }
 
     void inAnEmptyListThereIsNoStep()
     {
