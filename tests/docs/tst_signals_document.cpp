@@ -14,9 +14,9 @@
 #include <QToolButton>
 
 #include "document_table.h"
-#include "qt/controls/enum_box_fixture.h"
-#include "qt/controls/group_fixture.h"
-#include "qt/controls/line_edit_fixture.h"
+#include "qt/controls/choices/enum_box_fixture.h"
+#include "qt/controls/choices/group_fixture.h"
+#include "qt/controls/line_edits/line_edit_fixture.h"
 #include "support/modal_dialog.h"
 #include "support/test_main.h"
 #include "support/test_object.h"

@@ -2,6 +2,7 @@
 #include <vrn/qt/multi_edit_check_box_group.h>
 
 #include "group_fixture.h"
+#include "support/row.h"
 #include "support/test_main.h"
 #include "support/test_object.h"
 
@@ -17,10 +18,14 @@ using namespace vrn::qt;
 using vrn::KeyValueStorage;
 using vrn::test::clickOn;
 using vrn::test::deleteDeferred;
+using vrn::test::row;
 
 namespace {
 
 using Labels = std::deque<QString>;
+
+// Stands for an entry that is not in the storage.
+const std::string missing = "(missing)";
 
 // Opens what derived classes have.
 class Group : public MultiEditCheckBoxGroup
@@ -198,26 +203,11 @@ private Q_SLOTS:
         QVERIFY(allChanged.count() > 0);
     }
 
-    void allFollowsTheBoxes()
-    {
-        const Page page;
-        page.read("ccu");
-        QCOMPARE(page.shown(), QString("ccuv"));
-        clickOn(page.box(2));
-        QCOMPARE(page.shown(), QString("cccc"));
-        page.group->setValue(0, false);
-        QCOMPARE(page.shown(), QString("uccv"));
-        // From code it follows at the end of the reads only.
-        page.group->reset();
-        QCOMPARE(page.all()->dataVaries(), false);
-        QCOMPARE(page.shown(), QString("uuuu"));
-    }
-
     void resettingDoesNotTouchAllByItself()
     {
         const Page page;
         page.read("uuv");
-        // No box is checked, so none tells of its reset but the varying one.
+        // No box is checked, so only the varying one emits when it is reset.
         QCOMPARE(page.shown(), QString("uuvv"));
         page.read("uuu");
         page.all()->forceVaries();
@@ -232,13 +222,14 @@ private Q_SLOTS:
         QTest::addColumn<QString>("read");
         QTest::addColumn<QList<int>>("disabled");
         QTest::addColumn<QString>("shown");
-        QTest::newRow("all unchecked") << "uuu" << QList<int>{} << "cccc";
-        QTest::newRow("all checked") << "ccc" << QList<int>{} << "uuuu";
-        QTest::newRow("they differ") << "cuc" << QList<int>{} << "cccc";
-        QTest::newRow("one varies") << "cvc" << QList<int>{} << "cccc";
-        QTest::newRow("a disabled box keeps its state") << "uuu" << QList<int>{1} << "cucc";
-        QTest::newRow("a disabled box goes on to vary") << "uvu" << QList<int>{1} << "cvcc";
-        QTest::newRow("none enabled") << "uuu" << QList<int>{0, 1, 2} << "uuuc";
+        using Indices = QList<int>;
+        row("all unchecked", "uuu", Indices{}, "cccc");
+        row("all checked", "ccc", Indices{}, "uuuu");
+        row("they differ", "cuc", Indices{}, "cccc");
+        row("one varies", "cvc", Indices{}, "cccc");
+        row("a disabled box keeps its state", "uuu", Indices{1}, "cucc");
+        row("a disabled box goes on to vary", "uvu", Indices{1}, "cvcc");
+        row("none enabled", "uuu", Indices{0, 1, 2}, "uuuc");
     }
 
     void aClickOnAllSetsTheEnabledBoxes()
@@ -267,122 +258,40 @@ private Q_SLOTS:
         QTest::addColumn<int>("signalCount");
         QTest::addColumn<QString>("shown");
         QTest::addColumn<QString>("fresh");
-        const auto row = [](const char* name, const char* read, const Action& action, int count,
-                             const char* shown, const char* fresh) {
+        const auto row = [](const char* name, const char* read, int count, const char* shown,
+                             const char* fresh, const Action& action) {
             QTest::newRow(name) << read << action << count << shown << fresh;
         };
-        row(
-            "a click on a box", "uuu", [](Page& p) { clickOn(p.box(1)); }, 1, "ucuv", "----");
-        row(
-            "a click on the last box that differs", "ccu", [](Page& p) { clickOn(p.box(2)); }, 1,
-            "cccc", "----");
-        row(
-            "a click on a box that varies", "uvu", [](Page& p) { clickOn(p.box(1)); }, 1, "ucuv",
-            "----");
-        row(
-            "a click on a fresh box", "uuu",
-            [](Page& p) {
-                p.group->reset();
-                clickOn(p.box(1));
-            },
-            1, "ucuv", "fff-");
-        row(
-            "the space bar on a box", "uuu", [](Page& p) { pressSpaceOn(p.box(1)); }, 1, "ucuv",
-            "----");
-        row(
-            "setValue that changes", "uuu", [](Page& p) { p.group->setValue(1, true); }, 2, "ucuv",
-            "----");
-        row(
-            "setValue that changes nothing", "ccc", [](Page& p) { p.group->setValue(1, true); }, 1,
-            "cccc", "----");
-        row(
-            "setValue(true) of a box that varies", "cvc",
-            [](Page& p) { p.group->setValue(1, true); }, 2, "cccc", "----");
-        row(
-            "setValue(false) of a box that varies", "cvc",
-            [](Page& p) { p.group->setValue(1, false); }, 2, "cucv", "----");
-        row(
-            "setValue of a fresh box", "uuu",
-            [](Page& p) {
-                p.group->reset();
-                p.group->setValue(1, true);
-            },
-            2, "ucuv", "fff-");
-        row(
-            "setValue of a disabled box", "uuu",
-            [](Page& p) {
-                p.group->setEnabled(1, false);
-                p.group->setValue(1, true);
-            },
-            2, "ucuu", "----");
-        row(
-            "readValue of the same", "ccc", [](Page& p) { p.group->readValue(1, true); }, 0, "cccc",
-            "----");
-        row(
-            "readValue that finds a difference", "ccc",
-            [](Page& p) { p.group->readValue(1, false); }, 0, "cvcc", "----");
-        row(
-            "readValue of a box that varies", "cvc", [](Page& p) { p.group->readValue(1, false); },
-            0, "cvcv", "----");
-        row(
-            "readValue of a fresh box that changes it", "uuu",
-            [](Page& p) {
-                p.group->reset();
-                p.group->readValue(1, true);
-            },
-            1, "ucuv", "f-f-");
-        row(
-            "readValue of a fresh box that does not", "uuu",
-            [](Page& p) {
-                p.group->reset();
-                p.group->readValue(1, false);
-            },
-            0, "uuuu", "f-f-");
-        row(
-            "reset of unchecked boxes", "uuu", [](Page& p) { p.group->reset(); }, 0, "uuuu",
-            "fff-");
-        row(
-            "reset of checked and varying boxes", "cuv", [](Page& p) { p.group->reset(); }, 2,
-            "uuuu", "fff-");
-        row(
-            "reset of fresh boxes", "uuu",
-            [](Page& p) {
-                p.group->reset();
-                p.group->reset();
-            },
-            0, "uuuu", "fff-");
-        row(
-            "onEndRead", "ccc", [](Page& p) { p.group->onEndRead(); }, 0, "cccc", "----");
-        row(
-            "onEndRead without an enabled box", "ccc",
-            [](Page& p) {
-                p.group->setEnabled(false);
-                p.group->onEndRead();
-            },
-            0, "cccu", "---f");
-        row(
-            "setEnabled of one box", "cuc", [](Page& p) { p.group->setEnabled(1, false); }, 0,
-            "cucv", "----");
-        row(
-            "setEnabled of all", "ccc", [](Page& p) { p.group->setEnabled(false); }, 0, "cccc",
-            "----");
-        row(
-            "a click on All, unchecked", "uuu", [](Page& p) { clickOn(p.all()); }, 1, "cccc",
-            "----");
-        row(
-            "a click on All, checked", "ccc", [](Page& p) { clickOn(p.all()); }, 1, "uuuu", "----");
-        row(
-            "a click on All, varying", "cuv", [](Page& p) { clickOn(p.all()); }, 1, "cccc", "----");
-        row(
-            "a click on All without an enabled box", "cuv",
-            [](Page& p) {
-                p.group->setEnabled(false);
-                clickOn(p.all());
-            },
-            1, "cuvc", "----");
-        row(
-            "the space bar on All", "cuv", [](Page& p) { pressSpaceOn(p.all()); }, 1, "cccc",
-            "----");
+        // clang-format off
+        row("a click on a box", "uuu", 1, "ucuv", "----", [](Page& p) { clickOn(p.box(1)); });
+        row("a click on the last box that differs", "ccu", 1, "cccc", "----", [](Page& p) { clickOn(p.box(2)); });
+        row("a click on a box that varies", "uvu", 1, "ucuv", "----", [](Page& p) { clickOn(p.box(1)); });
+        row("a click on a fresh box", "uuu", 1, "ucuv", "fff-", [](Page& p) { p.group->reset(); clickOn(p.box(1)); });
+        row("the space bar on a box", "uuu", 1, "ucuv", "----", [](Page& p) { pressSpaceOn(p.box(1)); });
+        row("setValue that changes", "uuu", 2, "ucuv", "----", [](Page& p) { p.group->setValue(1, true); });
+        row("setValue that changes nothing", "ccc", 1, "cccc", "----", [](Page& p) { p.group->setValue(1, true); });
+        row("setValue(true) of a box that varies", "cvc", 2, "cccc", "----", [](Page& p) { p.group->setValue(1, true); });
+        row("setValue(false) of a box that varies", "cvc", 2, "cucv", "----", [](Page& p) { p.group->setValue(1, false); });
+        row("setValue of a fresh box", "uuu", 2, "ucuv", "fff-", [](Page& p) { p.group->reset(); p.group->setValue(1, true); });
+        row("setValue of a disabled box", "uuu", 2, "ucuu", "----", [](Page& p) { p.group->setEnabled(1, false); p.group->setValue(1, true); });
+        row("readValue of the same", "ccc", 0, "cccc", "----", [](Page& p) { p.group->readValue(1, true); });
+        row("readValue that finds a difference", "ccc", 0, "cvcc", "----", [](Page& p) { p.group->readValue(1, false); });
+        row("readValue of a box that varies", "cvc", 0, "cvcv", "----", [](Page& p) { p.group->readValue(1, false); });
+        row("readValue of a fresh box that changes it", "uuu", 1, "ucuv", "f-f-", [](Page& p) { p.group->reset(); p.group->readValue(1, true); });
+        row("readValue of a fresh box that does not", "uuu", 0, "uuuu", "f-f-", [](Page& p) { p.group->reset(); p.group->readValue(1, false); });
+        row("reset of unchecked boxes", "uuu", 0, "uuuu", "fff-", [](Page& p) { p.group->reset(); });
+        row("reset of checked and varying boxes", "cuv", 2, "uuuu", "fff-", [](Page& p) { p.group->reset(); });
+        row("reset of fresh boxes", "uuu", 0, "uuuu", "fff-", [](Page& p) { p.group->reset(); p.group->reset(); });
+        row("onEndRead", "ccc", 0, "cccc", "----", [](Page& p) { p.group->onEndRead(); });
+        row("onEndRead without an enabled box", "ccc", 0, "cccu", "---f", [](Page& p) { p.group->setEnabled(false); p.group->onEndRead(); });
+        row("setEnabled of one box", "cuc", 0, "cucv", "----", [](Page& p) { p.group->setEnabled(1, false); });
+        row("setEnabled of all", "ccc", 0, "cccc", "----", [](Page& p) { p.group->setEnabled(false); });
+        row("a click on All, unchecked", "uuu", 1, "cccc", "----", [](Page& p) { clickOn(p.all()); });
+        row("a click on All, checked", "ccc", 1, "uuuu", "----", [](Page& p) { clickOn(p.all()); });
+        row("a click on All, varying", "cuv", 1, "cccc", "----", [](Page& p) { clickOn(p.all()); });
+        row("a click on All without an enabled box", "cuv", 1, "cuvc", "----", [](Page& p) { p.group->setEnabled(false); clickOn(p.all()); });
+        row("the space bar on All", "cuv", 1, "cccc", "----", [](Page& p) { pressSpaceOn(p.all()); });
+        // clang-format on
     }
 
     void signalsOfTheGroup()
@@ -511,12 +420,13 @@ private Q_SLOTS:
     {
         QTest::addColumn<QList<int>>("order");
         QTest::addColumn<QString>("boxSignals");
-        QTest::newRow("in order") << QList<int>{0, 1, 2} << "110";
-        QTest::newRow("backwards") << QList<int>{2, 1, 0} << "011";
-        QTest::newRow("the middle one last") << QList<int>{0, 2, 1} << "101";
-        QTest::newRow("not all of them") << QList<int>{0, 1} << "000";
+        using Indices = QList<int>;
+        row("in order", Indices{0, 1, 2}, "110");
+        row("backwards", Indices{2, 1, 0}, "011");
+        row("the middle one last", Indices{0, 2, 1}, "101");
+        row("not all of them", Indices{0, 1}, "000");
         // It is the number of loads that counts.
-        QTest::newRow("one of them twice") << QList<int>{0, 1, 0} << "011";
+        row("one of them twice", Indices{0, 1, 0}, "011");
     }
 
     void aLoadedRoundIsToldAtItsEnd()
@@ -561,31 +471,16 @@ private Q_SLOTS:
         QCOMPARE(Page::letter(page.all()), QChar('u'));
     }
 
-    void aPartialLoadCountsForTheNextOne()
-    {
-        const Page page;
-        page.group->setCanBeSaved("k");
-        const KeyValueStorage storage;
-        QSignalSpy valueChanged(page.group.data(), &Group::valueChanged);
-        page.box(0)->load(storage);
-        page.box(0)->load(storage);
-        QCOMPARE(valueChanged.count(), 0);
-        page.box(0)->load(storage);
-        QCOMPARE(valueChanged.count(), 2);
-        page.box(0)->load(storage);
-        QCOMPARE(valueChanged.count(), 2);
-    }
-
-    void whatIsNoBoolIsNotLoaded_data()
+    void onlyABoolIsLoaded_data()
     {
         QTest::addColumn<boost::any>("value");
-        QTest::newRow("a missing entry") << boost::any(std::string("(missing)"));
-        QTest::newRow("an empty value") << boost::any();
-        QTest::newRow("a number") << boost::any(1);
-        QTest::newRow("a text") << boost::any(std::string("true"));
+        row("an empty value", boost::any());
+        row("a number", boost::any(1));
+        row("a text", boost::any(std::string("true")));
+        row("a missing entry", boost::any(missing));
     }
 
-    void whatIsNoBoolIsNotLoaded()
+    void onlyABoolIsLoaded()
     {
         QFETCH(boost::any, value);
         const Page page;
@@ -593,7 +488,7 @@ private Q_SLOTS:
         page.read("uvc");
         KeyValueStorage storage;
         storage["k"] = true;
-        if (!(value == boost::any(std::string("(missing)")))) {
+        if (!(value == boost::any(missing))) {
             for (const char* key : {"k/0", "k/1", "k/2"})
                 storage[key] = value;
         }
@@ -610,9 +505,8 @@ private Q_SLOTS:
         QTest::addColumn<QString>("saved");
         QTest::addColumn<QString>("loaded");
         for (const char* saved : {"ccc", "uuu", "cuc", "ucu"})
-            QTest::newRow(saved) << saved << saved;
-        QTest::newRow("a box that varies is not saved") << "cvu"
-                                                        << "cuu";
+            row(saved, saved, saved);
+        row("a box that varies is not saved", "cvu", "cuu");
     }
 
     void aSavedGroupIsLoadedAgain()
@@ -683,100 +577,7 @@ private Q_SLOTS:
         QCOMPARE(page.shown(), QString("cuuc"));
     }
 
-    void theWindowMayGoAtAnyStep()
-    {
-        const std::vector<Action> steps = {[](Page& p) { p.read("cuv"); },
-            [](Page& p) { clickOn(p.box(1)); }, [](Page& p) { p.group->setEnabled(0, false); },
-            [](Page& p) { clickOn(p.all()); }, [](Page& p) { p.group->setCanBeSaved("k"); },
-            [](Page& p) { p.box(1)->load(KeyValueStorage()); }, [](Page& p) { p.group->reset(); },
-            [](Page& p) { p.group->readValue(2, true); }, [](Page& p) { p.group->onEndRead(); }};
-        for (std::size_t done = 0; done <= steps.size(); ++done) {
-            Page page;
-            for (std::size_t i = 0; i < done; ++i)
-                steps[i](page);
-            delete page.form;
-            QVERIFY(page.group);
-        }
-    }
-
-    void whoeverHearsOfALostFocusMayDestroyTheGroup()
-    {
-        const Page page;
-        page.form->activateWindow();
-        QVERIFY(QTest::qWaitForWindowActive(page.form));
-        page.box(1)->setFocus();
-        QVERIFY(innerBox(page.box(1))->hasFocus());
-        connect(qApp, &QApplication::focusChanged, this, [&] { delete page.group; });
-        page.group->setEnabled(false);
-        disconnect(qApp, &QApplication::focusChanged, this, nullptr);
-        QVERIFY(!page.group);
-        QVERIFY(!page.box(2)->isEnabled());
-    }
-
-    void aSlotMayDestroyTheGroupAndItsBoxes_data()
-    {
-        QTest::addColumn<Action>("destroy");
-        QTest::addColumn<Action>("action");
-        const std::vector<std::pair<const char*, Action>> ways = {
-            {"the group", [](Page& p) { delete p.group; }},
-            {"the group, later", [](Page& p) { p.group->deleteLater(); }},
-            {"the form", [](Page& p) { delete p.form; }},
-            {"the form, later", [](Page& p) { p.form->deleteLater(); }},
-            {"both",
-                [](Page& p) {
-                    delete p.form;
-                    delete p.group;
-                }},
-            {"the group, then the form",
-                [](Page& p) {
-                    delete p.group;
-                    delete p.form;
-                }},
-        };
-        const std::vector<std::pair<const char*, Action>> actions = {
-            {"a click on a box", [](Page& p) { clickOn(p.box(1)); }},
-            {"a click on All", [](Page& p) { clickOn(p.all()); }},
-            {"setValue", [](Page& p) { p.group->setValue(1, true); }},
-            {"reset", [](Page& p) { p.group->reset(); }},
-            {"a read",
-                [](Page& p) {
-                    p.box(1)->reset();
-                    p.group->readValue(1, true);
-                }},
-            {"a load",
-                [](Page& p) {
-                    KeyValueStorage storage;
-                    storage["k/1"] = true;
-                    for (int i = 0; i < 3; ++i)
-                        p.box(i)->load(storage);
-                }},
-        };
-        for (const auto& way : ways) {
-            for (const auto& action : actions)
-                QTest::addRow("%s, by %s", way.first, action.first) << way.second << action.second;
-        }
-    }
-
-    void aSlotMayDestroyTheGroupAndItsBoxes()
-    {
-        QFETCH(Action, destroy);
-        QFETCH(Action, action);
-        Page page;
-        page.group->setCanBeSaved("k");
-        page.read("cuv");
-        bool isDestroyed = false;
-        connect(page.group.data(), &Group::valueChanged, this, [&] {
-            if (!isDestroyed)
-                destroy(page);
-            isDestroyed = true;
-        });
-        action(page);
-        QVERIFY(isDestroyed);
-        deleteDeferred();
-        QVERIFY(!page.group || !page.form);
-    }
-
-    // Also inside the loop over the boxes, where only their inner boxes speak.
+    // Where only the inner boxes send a signal.
     void aBoxMayBeDestroyedWhileAllIsToggled()
     {
         const Page page;

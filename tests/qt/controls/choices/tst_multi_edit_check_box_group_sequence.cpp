@@ -1,69 +1,38 @@
 #include <vrn/qt/layouters.h>
 #include <vrn/qt/multi_edit_check_box_group.h>
 
-#include "group_fixture.h"
-#include "support/random_sequence.h"
+#include "check_box_states.h"
 #include "support/test_main.h"
-#include "support/test_object.h"
-
-#include <QCheckBox>
 
 #include <array>
+#include <vector>
 
 using namespace vrn::qt;
-using vrn::test::clickOn;
+using namespace vrn::test;
 
 namespace {
 
 constexpr int boxCount = 4;
 
-// What the tables of one box come to. Each operation returns the signals due.
+// One box, by the table of its states.
 struct Box
 {
-    bool fresh = true;
-    bool varies = false;
-    bool checked = false;
-    bool enabled = true;
+    QString state = CheckBoxStates::table().states().first();
+    bool isEnabled = true;
 
-    int click()
+    // Returns the signals due.
+    int perform(const QString& action)
     {
-        checked = varies || !checked;
-        varies = false;
-        return 1;
+        const Transition transition = CheckBoxStates::table().at(state, action);
+        state = transition.end;
+        return transition.signalCount;
     }
+    int setChecked(bool value) { return perform(value ? "setChecked(true)" : "setChecked(false)"); }
+    int readValue(bool value) { return perform(value ? "readValue(true)" : "readValue(false)"); }
 
-    int setChecked(bool value)
-    {
-        const bool changes = varies || checked != value;
-        checked = value;
-        varies = false;
-        return changes ? 2 : 1;
-    }
-
-    int readValue(bool value)
-    {
-        if (varies)
-            return 0;
-        if (!fresh) {
-            varies = checked != value;
-            return 0;
-        }
-        const bool changes = checked != value;
-        checked = value;
-        fresh = false;
-        return changes ? 1 : 0;
-    }
-
-    int reset()
-    {
-        const bool changes = varies || checked;
-        varies = false;
-        checked = false;
-        fresh = true;
-        return changes ? 1 : 0;
-    }
-
-    QChar shown() const { return varies ? 'v' : checked ? 'c' : 'u'; }
+    bool varies() const { return state == "v"; }
+    bool isChecked() const { return state.endsWith('+'); }
+    QChar shown() const { return varies() ? 'v' : isChecked() ? 'c' : 'u'; }
 };
 
 // What the rules of the group come to.
@@ -91,24 +60,24 @@ struct Model
     {
         all = Box();
         for (const Box& box : boxes) {
-            if (!box.enabled)
+            if (!box.isEnabled)
                 continue;
-            if (box.varies) {
-                all.readValue(!all.checked);
+            if (box.varies()) {
+                all.readValue(!all.isChecked());
                 return;
             }
-            all.readValue(box.checked);
-            if (all.varies)
+            all.readValue(box.isChecked());
+            if (all.varies())
                 return;
         }
     }
 
     void clickAll()
     {
-        all.click();
+        all.perform("click");
         for (Box& box : boxes) {
-            if (box.enabled)
-                box.setChecked(all.checked);
+            if (box.isEnabled)
+                box.setChecked(all.isChecked());
         }
         due << shown();
     }
@@ -131,10 +100,7 @@ struct Model
     }
 };
 
-const QStringList actions = {"click", "click on All", "setValue", "readValue", "reset",
-    "reset of one box", "onEndRead", "setEnabled", "forceVaries", "load", "save"};
-
-class GroupSubject : public vrn::test::Subject
+class GroupSubject : public Subject
 {
 public:
     GroupSubject()
@@ -153,69 +119,66 @@ public:
         m_form.show();
     }
 
+    static QStringList actions()
+    {
+        QStringList names;
+        for (const Action& action : all())
+            names << action.name;
+        return names;
+    }
+
     QString perform(int action, unsigned argument) override
     {
         const std::size_t index = argument % boxCount;
-        const bool value = argument / boxCount % 2 != 0;
-        MultiEditCheckBox* control = m_boxes.at(int(index));
-        Box& box = m_model.boxes[index];
         m_found.clear();
         m_model.due.clear();
-        switch (action) {
-        case 0:
-            clickOn(control->findChild<QCheckBox*>());
-            if (box.enabled)
-                m_model.changed(box.click());
-            break;
-        case 1:
-            clickOn(m_boxes.last()->findChild<QCheckBox*>());
-            m_model.clickAll();
-            break;
-        case 2:
-            m_group->setValue(index, value);
-            m_model.changed(box.setChecked(value));
-            break;
-        case 3:
-            m_group->readValue(index, value);
-            m_model.changed(box.readValue(value));
-            break;
-        case 4:
-            m_group->reset();
-            for (Box& each : m_model.boxes)
-                m_model.changed(each.reset());
-            break;
-        case 5:
-            control->reset();
-            m_model.changed(box.reset());
-            break;
-        case 6:
-            m_group->onEndRead();
-            m_model.update();
-            break;
-        case 7:
-            m_group->setEnabled(index, value);
-            box.enabled = value;
-            break;
-        case 8:
-            control->forceVaries();
-            box.varies = true;
-            box.fresh = false;
-            break;
-        case 9:
-            control->load(m_storage);
-            m_model.load(index);
-            break;
-        case 10:
-            if (!control->save(m_storage))
-                return "a box is not saved";
-            if (!box.varies)
-                m_model.stored[index] = box.checked;
-            break;
-        }
+        const Choice choice{
+            index, argument / boxCount % 2 != 0, *m_boxes.at(int(index)), m_model.boxes[index]};
+        all()[std::size_t(action)].perform(*this, choice);
         return difference();
     }
 
 private:
+    // What an action is done to, and with which value.
+    struct Choice
+    {
+        std::size_t index;
+        bool value;
+        MultiEditCheckBox& control;
+        Box& box;
+    };
+
+    struct Action
+    {
+        const char* name;
+        void (*perform)(GroupSubject& s, const Choice& c);
+    };
+
+    static const std::vector<Action>& all()
+    {
+        // clang-format off
+        static const std::vector<Action> actions = {
+            {"click", [](auto& s, auto& c) { s.click(c.control); if (c.box.isEnabled) s.m_model.changed(c.box.perform("click")); }},
+            {"click on All", [](auto& s, auto&) { s.click(*s.m_boxes.last()); s.m_model.clickAll(); }},
+            {"setValue", [](auto& s, auto& c) { s.m_group->setValue(c.index, c.value); s.m_model.changed(c.box.setChecked(c.value)); }},
+            {"readValue", [](auto& s, auto& c) { s.m_group->readValue(c.index, c.value); s.m_model.changed(c.box.readValue(c.value)); }},
+            {"reset", [](auto& s, auto&) { s.m_group->reset(); for (Box& box : s.m_model.boxes) s.m_model.changed(box.perform("reset")); }},
+            {"reset of one box", [](auto& s, auto& c) { c.control.reset(); s.m_model.changed(c.box.perform("reset")); }},
+            {"onEndRead", [](auto& s, auto&) { s.m_group->onEndRead(); s.m_model.update(); }},
+            {"setEnabled", [](auto& s, auto& c) { s.m_group->setEnabled(c.index, c.value); c.box.isEnabled = c.value; }},
+            {"forceVaries", [](auto&, auto& c) { c.control.forceVaries(); c.box.perform("forceVaries"); }},
+            {"load", [](auto& s, auto& c) { c.control.load(s.m_storage); s.m_model.load(c.index); }},
+            {"save", [](auto& s, auto& c) { c.control.save(s.m_storage); if (!c.box.varies()) s.m_model.stored[c.index] = c.box.isChecked(); }},
+        };
+        // clang-format on
+        return actions;
+    }
+
+    static void click(const MultiEditCheckBox& control)
+    {
+        clickOn(CheckBoxStates::innerBox(control));
+    }
+
     static QChar letter(const MultiEditCheckBox* box)
     {
         return box->dataVaries() ? 'v' : box->isChecked() ? 'c' : 'u';
@@ -232,7 +195,7 @@ private:
     QString difference() const
     {
         if (m_found != m_model.due)
-            return vrn::test::foundInstead(m_found, m_model.due);
+            return foundInstead(m_found, m_model.due);
         return shown() == m_model.shown() ? QString() : shown() + " instead of " + m_model.shown();
     }
 
@@ -246,14 +209,15 @@ private:
 
 } // namespace
 
-class TestMultiEditCheckBoxGroupSequence : public vrn::test::TestObject
+class TestMultiEditCheckBoxGroupSequence : public TestObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
     void anySequenceFollowsTheTables()
     {
-        vrn::test::runRandomSequences(actions, [] { return std::make_unique<GroupSubject>(); });
+        runRandomSequences(
+            GroupSubject::actions(), [] { return std::make_unique<GroupSubject>(); });
     }
 };
 

@@ -1,8 +1,10 @@
 #include <vrn/qt/string_edit_validator.h>
 
 #include "enum_box_fixture.h"
-#include "line_edit_fixture.h"
+#include "group_fixture.h"
+#include "qt/controls/line_edits/line_edit_fixture.h"
 #include "support/other_language.h"
+#include "support/row.h"
 #include "support/test_main.h"
 #include "support/test_object.h"
 
@@ -28,14 +30,6 @@ bool countedEqual(const boost::any& a, const boost::any& b)
 {
     ++comparisons;
     return vrn::any_equal<int>(a, b);
-}
-
-// Whether the next value read is taken as the first one; reads it.
-bool takesNextValue(MultiEditEnumBox& box)
-{
-    box.readValue(355);
-    return !box.dataVaries() && box.getSelectedValue().type() == typeid(int)
-        && boost::any_cast<int>(box.getSelectedValue()) == 355;
 }
 
 } // namespace
@@ -77,14 +71,7 @@ private Q_SLOTS:
         QCOMPARE(box->getCurrentValue(), boost::any(235));
     }
 
-    void aNewBoxIsFresh()
-    {
-        MultiEditEnumBox* box = createFilled();
-        QVERIFY(!box->dataVaries());
-        QVERIFY(takesNextValue(*box));
-    }
-
-    // --- signals; how many each action emits, another table says
+    // --- signals; tst_enum_box_signals counts those of each action
 
     void onePickIsToldInOrderAndEachTimeAsCommon()
     {
@@ -126,9 +113,9 @@ private Q_SLOTS:
     void aBadFirstValueIsReportedAndRead_data()
     {
         QTest::addColumn<boost::any>("value");
-        QTest::newRow("unlisted") << boost::any(460);
-        QTest::newRow("another type") << boost::any(QString("S355"));
-        QTest::newRow("empty") << boost::any();
+        row("unlisted", boost::any(460));
+        row("another type", boost::any(QString("S355")));
+        row("empty", boost::any());
     }
 
     void aBadFirstValueIsReportedAndRead()
@@ -257,9 +244,9 @@ private Q_SLOTS:
     {
         QTest::addColumn<bool>("editable");
         QTest::addColumn<bool>("typed");
-        QTest::newRow("a list") << false << false;
-        QTest::newRow("an editable box") << true << false;
-        QTest::newRow("an editable box that varies by its user") << true << true;
+        row("a list", false, false);
+        row("an editable box", true, false);
+        row("an editable box that varies by its user", true, true);
     }
 
     void aVaryingBoxFollowsTheLanguage()
@@ -314,9 +301,9 @@ private Q_SLOTS:
     {
         QTest::addColumn<bool>("varying");
         QTest::addColumn<bool>("read");
-        QTest::newRow("the first read of a common box") << false << true;
-        QTest::newRow("setValue of a common box") << false << false;
-        QTest::newRow("setValue of a varying box") << true << false;
+        row("the first read of a common box", false, true);
+        row("setValue of a common box", false, false);
+        row("setValue of a varying box", true, false);
     }
 
     void aValueThatCannotBeWrittenIsNoValue()
@@ -379,13 +366,11 @@ private Q_SLOTS:
         QCOMPARE(box->getCurrentValue(), boost::any(999));
     }
 
-    // --- a list that someone has destroyed
-
     void aVaryingBoxSaysSoInItsAccessibleValue_data()
     {
         QTest::addColumn<bool>("editable");
-        QTest::newRow("in a list") << false;
-        QTest::newRow("in an editable box") << true;
+        row("in a list", false);
+        row("in an editable box", true);
     }
 
     void aVaryingBoxSaysSoInItsAccessibleValue()
@@ -403,22 +388,15 @@ private Q_SLOTS:
 
     void whileItIsLoadedSetValueEmitsNothing()
     {
-        struct LoadAccess : public MultiEditControlBase
-        {
-            static void set(MultiEditControlBase& control, bool loading)
-            {
-                (control.*(&LoadAccess::setLoading))(loading);
-            }
-        };
         MultiEditEnumBox* box = createFilled();
         box->forceVaries();
         QSignalSpy changed(box, &SimpleEnumBox::valueChanged);
-        LoadAccess::set(*box, true);
+        Loading::set(*box, true);
         box->setValue(275);
         QCOMPARE(changed.count(), 0);
         QVERIFY(!box->dataVaries());
         QVERIFY(!box->signalsBlocked());
-        LoadAccess::set(*box, false);
+        Loading::set(*box, false);
         box->setValue(355);
         QCOMPARE(changed.count(), 1);
     }

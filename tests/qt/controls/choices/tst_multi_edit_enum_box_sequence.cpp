@@ -122,7 +122,7 @@ public:
         m_text = text;
         if (text == getVariesString())
             selectVarious();
-        varies = showsVarious();
+        textChanged();
     }
 
     void languageChanged(const QString& before)
@@ -215,7 +215,14 @@ private:
         if (!m_editable || text == m_text)
             return;
         m_text = text;
+        textChanged();
+    }
+
+    // A box that varies by its user has learned as much as one that has read it.
+    void textChanged()
+    {
         varies = showsVarious();
+        m_fresh = m_fresh && !varies;
     }
 
     void selected()
@@ -253,31 +260,6 @@ private:
     QString m_textBefore;
 };
 
-enum Action
-{
-    Reset,
-    Read,
-    ReadAgain,
-    Set,
-    SetByName,
-    ForceVaries,
-    Next,
-    Previous,
-    KeyDown,
-    KeyUp,
-    Type,
-    TypeAndLeave,
-    Enter,
-    MakeEditable,
-    MakeAList,
-    Fill,
-    ChangeLanguage
-};
-
-const QStringList actionNames = {"reset", "readValue", "readValue of the value before", "setValue",
-    "selectByName", "forceVaries", "next", "previous", "Down", "Up", "typing", "typing and leaving",
-    "Enter", "setEditable(true)", "setEditable(false)", "setValues", "another language"};
-
 class BoxBesideModel : public Subject
 {
 public:
@@ -295,90 +277,81 @@ public:
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     }
 
+    static QStringList actions()
+    {
+        QStringList names;
+        for (const Action& action : all())
+            names << action.name;
+        return names;
+    }
+
     QString perform(int action, unsigned argument) override
     {
-        MultiEditEnumBox& box = *m_box;
-        switch (action) {
-        case Reset:
-            box.reset();
-            m_model.reset();
-            break;
-        case Read:
-        case ReadAgain:
-            if (action == Read)
-                m_number = numberBy(argument);
-            else if (!mayBeSelected(m_number))
-                break;
-            box.readValue(m_number);
-            m_model.read(m_number);
-            break;
-        case Set: {
-            const int number = numberBy(argument);
-            box.setValue(number);
-            m_model.set(number);
-            break;
-        }
-        case SetByName: {
-            const int row = int(argument % 3);
-            box.selectByName(steels()[std::size_t(row)].first);
-            m_model.setByName(row);
-            break;
-        }
-        case ForceVaries:
-            box.forceVaries();
-            m_model.forceVaries();
-            break;
-        case Next:
-            box.next();
-            m_model.step(1);
-            break;
-        case Previous:
-            box.previous();
-            m_model.step(-1);
-            break;
-        case KeyDown:
-            QTest::keyClick(&comboOf(box), Qt::Key_Down);
-            m_model.arrowKey(1);
-            break;
-        case KeyUp:
-            QTest::keyClick(&comboOf(box), Qt::Key_Up);
-            m_model.arrowKey(-1);
-            break;
-        case Type:
-        case TypeAndLeave:
-            typeText(argument);
-            if (action == TypeAndLeave)
-                leave();
-            break;
-        case Enter:
-            pressEnter(box);
-            m_model.enter();
-            break;
-        case MakeEditable:
-        case MakeAList:
-            m_editable = action == MakeEditable;
-            box.setEditable(m_editable, strength());
-            // Its completion of what is typed is not the matter here.
-            if (m_editable)
-                comboOf(box).setCompleter(nullptr);
-            m_model.setEditable(m_editable);
-            break;
-        case Fill:
-            box.setValues(steels());
-            m_model.fill();
-            break;
-        case ChangeLanguage: {
-            const QString before = getVariesString();
-            m_language.change();
-            deliverLanguage();
-            m_model.languageChanged(before);
-            break;
-        }
-        }
+        all()[std::size_t(action)].perform(*this, *m_box, m_model, argument);
         return difference();
     }
 
 private:
+    struct Action
+    {
+        const char* name;
+        void (*perform)(BoxBesideModel& s, MultiEditEnumBox& box, Model& model, unsigned argument);
+    };
+
+    static const std::vector<Action>& all()
+    {
+        // clang-format off
+        static const std::vector<Action> actions = {
+            {"reset", [](auto&, auto& box, auto& model, unsigned) { box.reset(); model.reset(); }},
+            {"readValue", [](auto& s, auto&, auto&, unsigned n) { s.read(s.numberBy(n)); }},
+            {"readValue of the value before", [](auto& s, auto&, auto&, unsigned) { s.read(s.m_number); }},
+            {"setValue", [](auto& s, auto& box, auto& model, unsigned n) { box.setValue(s.numberBy(n)); model.set(s.numberBy(n)); }},
+            {"selectByName", [](auto&, auto& box, auto& model, unsigned n) { box.selectByName(steels()[n % 3].first); model.setByName(int(n % 3)); }},
+            {"forceVaries", [](auto&, auto& box, auto& model, unsigned) { box.forceVaries(); model.forceVaries(); }},
+            {"next", [](auto&, auto& box, auto& model, unsigned) { box.next(); model.step(1); }},
+            {"previous", [](auto&, auto& box, auto& model, unsigned) { box.previous(); model.step(-1); }},
+            {"Down", [](auto&, auto& box, auto& model, unsigned) { QTest::keyClick(&comboOf(box), Qt::Key_Down); model.arrowKey(1); }},
+            {"Up", [](auto&, auto& box, auto& model, unsigned) { QTest::keyClick(&comboOf(box), Qt::Key_Up); model.arrowKey(-1); }},
+            {"typing", [](auto& s, auto&, auto&, unsigned n) { s.typeText(n); }},
+            {"typing and leaving", [](auto& s, auto&, auto&, unsigned n) { s.typeText(n); s.leave(); }},
+            {"Enter", [](auto&, auto& box, auto& model, unsigned) { pressEnter(box); model.enter(); }},
+            {"setEditable(true)", [](auto& s, auto&, auto&, unsigned) { s.setEditable(true); }},
+            {"setEditable(false)", [](auto& s, auto&, auto&, unsigned) { s.setEditable(false); }},
+            {"setValues", [](auto&, auto& box, auto& model, unsigned) { box.setValues(steels()); model.fill(); }},
+            {"another language", [](auto& s, auto&, auto&, unsigned) { s.changeLanguage(); }},
+        };
+        // clang-format on
+        return actions;
+    }
+
+    // A number that an editable box had may be no longer in its list.
+    void read(int number)
+    {
+        if (!mayBeSelected(number))
+            return;
+        m_number = number;
+        m_box->readValue(number);
+        m_model.read(number);
+    }
+
+    void setEditable(bool editable)
+    {
+        m_editable = editable;
+        m_box->setEditable(editable, strength());
+        // This test is not about the completion of what is typed.
+        if (editable)
+            comboOf(*m_box).setCompleter(nullptr);
+        m_model.setEditable(editable);
+    }
+
+    void changeLanguage()
+    {
+        const QString before = getVariesString();
+        m_language.change();
+        deliverLanguage();
+        m_model.languageChanged(before);
+    }
+
     // A value that is not in the list is a programming error unless the box is
     // editable.
     int numberBy(unsigned argument) const
@@ -451,7 +424,8 @@ class TestMultiEditEnumBoxSequence : public TestObject
 private Q_SLOTS:
     void aRandomSequenceFollowsTheStateMachine()
     {
-        runRandomSequences(actionNames, [] { return std::make_unique<BoxBesideModel>(); });
+        runRandomSequences(
+            BoxBesideModel::actions(), [] { return std::make_unique<BoxBesideModel>(); });
     }
 };
 

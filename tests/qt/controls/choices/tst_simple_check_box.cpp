@@ -1,6 +1,6 @@
 #include <vrn/qt/simple_check_box.h>
 
-#include "group_fixture.h"
+#include "support/row.h"
 #include "support/test_main.h"
 #include "support/test_object.h"
 
@@ -92,15 +92,9 @@ private Q_SLOTS:
         QTest::addColumn<QString>("label");
         QTest::addColumn<QString>("name");
         QTest::addColumn<QString>("accelerator");
-        QTest::newRow("plain") << "Visible"
-                               << "Visible"
-                               << "";
-        QTest::newRow("with a shortcut") << "&Visible"
-                                         << "Visible"
-                                         << "Alt+V";
-        QTest::newRow("with an ampersand") << "Nuts && bolts"
-                                           << "Nuts & bolts"
-                                           << "";
+        vrn::test::row("plain", "Visible", "Visible", "");
+        vrn::test::row("with a shortcut", "&Visible", "Visible", "Alt+V");
+        vrn::test::row("with an ampersand", "Nuts && bolts", "Nuts & bolts", "");
     }
 
     void theLabelIsTheAccessibleName()
@@ -116,7 +110,7 @@ private Q_SLOTS:
         QCOMPARE(box->text(QAccessible::Value), QString());
     }
 
-    // As Qt's own box for a reader of the screen.
+    // As Qt's own box does for a screen reader.
     void theBoxActsThroughItsAccessibleInterface()
     {
         QWidget form;

@@ -1,6 +1,7 @@
 #include <vrn/qt/simple_enum_box.h>
 
 #include "enum_box_fixture.h"
+#include "support/row.h"
 #include "support/test_main.h"
 #include "support/test_object.h"
 
@@ -152,17 +153,6 @@ private Q_SLOTS:
             QVERIFY(!comboOf(*box).itemData(row).isValid());
     }
 
-    void fillingEmitsNothing()
-    {
-        SimpleEnumBox* box = createFilled();
-        comboOf(*box).setCurrentIndex(2);
-        QSignalSpy changed(box, &SimpleEnumBox::valueChanged);
-        QSignalSpy activated(box, &SimpleEnumBox::activated);
-        box->setValues(steels());
-        QCOMPARE(comboOf(*box).currentIndex(), 0);
-        QCOMPARE(changed.count() + activated.count(), 0);
-    }
-
     void filledWithNothingTheBoxIsEmpty()
     {
         SimpleEnumBox* box = createFilled();
@@ -238,12 +228,12 @@ private Q_SLOTS:
         QTest::addColumn<boost::any>("a");
         QTest::addColumn<boost::any>("b");
         QTest::addColumn<bool>("same");
-        QTest::newRow("equal") << boost::any(1) << boost::any(1) << true;
-        QTest::newRow("different") << boost::any(1) << boost::any(2) << false;
-        QTest::newRow("of another type") << boost::any(1) << boost::any(1.0) << false;
-        QTest::newRow("the first empty") << boost::any() << boost::any(1) << false;
-        QTest::newRow("the second empty") << boost::any(1) << boost::any() << false;
-        QTest::newRow("both empty") << boost::any() << boost::any() << true;
+        row("equal", boost::any(1), boost::any(1), true);
+        row("different", boost::any(1), boost::any(2), false);
+        row("of another type", boost::any(1), boost::any(1.0), false);
+        row("the first empty", boost::any(), boost::any(1), false);
+        row("the second empty", boost::any(1), boost::any(), false);
+        row("both empty", boost::any(), boost::any(), true);
     }
 
     void valuesAreComparedByTheFunction()
@@ -266,48 +256,14 @@ private Q_SLOTS:
         QVERIFY(!never.anyEq(boost::any(), boost::any()));
     }
 
-    // --- selecting
-
-    void aNameSelectsItsRow()
-    {
-        OpenBox box(m_form.get());
-        box.setValues(steels());
-        QSignalSpy changed(&box, &SimpleEnumBox::valueChanged);
-        box.selectByName("S355");
-        QCOMPARE(comboOf(box).currentIndex(), 2);
-        QCOMPARE(box.selections, 1);
-        box.selectByName("S355");
-        QCOMPARE(box.selections, 2);
-        QCOMPARE(changed.count(), 0);
-    }
-
-    void anUnknownNameIsSilent()
-    {
-        OpenBox box(m_form.get());
-        box.setValues(steels());
-        box.selectByName("S275");
-        box.selectByName("s355");
-        box.selectByName({});
-        QCOMPARE(comboOf(box).currentIndex(), 1);
-        QCOMPARE(box.selections, 1);
-    }
-
-    void aValueSelectsItsRow()
-    {
-        OpenBox box(m_form.get());
-        box.setValues(steels());
-        box.selectByValue(275);
-        QCOMPARE(comboOf(box).currentIndex(), 1);
-        QCOMPARE(box.selections, 1);
-        QCOMPARE(box.getSelectedValue(), boost::any(275));
-    }
+    // --- selecting; tst_enum_box_signals has which row and how many signals
 
     void anUnknownValueIsReportedAndChangesNothing_data()
     {
         QTest::addColumn<boost::any>("value");
-        QTest::newRow("another number") << boost::any(460);
-        QTest::newRow("another type") << boost::any(QString("S355"));
-        QTest::newRow("no value") << boost::any();
+        row("another number", boost::any(460));
+        row("another type", boost::any(QString("S355")));
+        row("no value", boost::any());
     }
 
     void anUnknownValueIsReportedAndChangesNothing()
@@ -365,7 +321,7 @@ private Q_SLOTS:
         QCOMPARE(box->getSelectedValue(), boost::any());
     }
 
-    void aRowBehindThoseOfTheValuesHasNone()
+    void aRowAfterThoseOfTheValuesHasNoValue()
     {
         SimpleEnumBox* box = createFilled();
         comboOf(*box).addVarious(true);
@@ -384,29 +340,6 @@ private Q_SLOTS:
 
     // --- stepping
 
-    void stepsGoRowByRowAndEmitAtEach()
-    {
-        OpenBox box(m_form.get());
-        box.setValues(steels());
-        QSignalSpy changed(&box, &SimpleEnumBox::valueChanged);
-        box.next();
-        QCOMPARE(comboOf(box).currentIndex(), 1);
-        box.next();
-        QCOMPARE(comboOf(box).currentIndex(), 2);
-        QCOMPARE(changed.count(), 2);
-        box.next();
-        QCOMPARE(comboOf(box).currentIndex(), 2);
-        QCOMPARE(changed.count(), 2);
-        box.previous();
-        box.previous();
-        QCOMPARE(comboOf(box).currentIndex(), 0);
-        QCOMPARE(changed.count(), 4);
-        box.previous();
-        QCOMPARE(comboOf(box).currentIndex(), 0);
-        QCOMPARE(changed.count(), 4);
-        QCOMPARE(box.selections, 0);
-    }
-
     void inAnEmptyListThereIsNoStep()
     {
         SimpleEnumBox* box = SimpleEnumBox::create(m_form.get(), {}, equalInts);
@@ -417,23 +350,6 @@ private Q_SLOTS:
     }
 
     // --- the user
-
-    void aPickEmitsValueChangedOnceAndNeverActivated()
-    {
-        SimpleEnumBox* box = createFilled();
-        showActive(*m_form);
-        QSignalSpy changed(box, &SimpleEnumBox::valueChanged);
-        QSignalSpy activated(box, &SimpleEnumBox::activated);
-        pick(*box, 2);
-        QCOMPARE(box->getSelectedValue(), boost::any(355));
-        QCOMPARE(changed.count(), 1);
-        pick(*box, 2);
-        QCOMPARE(changed.count(), 2);
-        QTest::keyClick(&comboOf(*box), Qt::Key_Up);
-        QCOMPARE(changed.count(), 3);
-        QCOMPARE(box->getSelectedValue(), boost::any(275));
-        QCOMPARE(activated.count(), 0);
-    }
 
     void aPickIsToldByItsText()
     {
@@ -511,17 +427,16 @@ private Q_SLOTS:
     void eachOperationDoesWithoutTheList_data()
     {
         QTest::addColumn<Operation>("operation");
-        const auto row = [](const char* name, Operation operation) {
-            QTest::newRow(name) << std::move(operation);
-        };
+        const auto row = [](const char* name, const Operation& act) { QTest::newRow(name) << act; };
+        // clang-format off
         row("setValues", [](SimpleEnumBox& b) { b.setValues(steels()); });
         row("selectByName", [](SimpleEnumBox& b) { b.selectByName("S235"); });
         row("selectByValue", [](SimpleEnumBox& b) { b.selectByValue(235); });
         row("next", [](SimpleEnumBox& b) { b.next(); });
         row("previous", [](SimpleEnumBox& b) { b.previous(); });
         row("setEditable", [](SimpleEnumBox& b) { b.setEditable(true, strength()); });
-        row("setSizeAdjustPolicy",
-            [](SimpleEnumBox& b) { b.setSizeAdjustPolicy(QComboBox::AdjustToContents); });
+        row("setSizeAdjustPolicy", [](SimpleEnumBox& b) { b.setSizeAdjustPolicy(QComboBox::AdjustToContents); });
+        // clang-format on
     }
 
     void eachOperationDoesWithoutTheList()

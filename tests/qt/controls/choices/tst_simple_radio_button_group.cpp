@@ -2,7 +2,8 @@
 #include <vrn/qt/layouters.h>
 #include <vrn/qt/simple_radio_button_group.h>
 
-#include "group_fixture.h"
+#include "radio_group_states.h"
+#include "support/row.h"
 #include "support/test_main.h"
 #include "support/test_object.h"
 
@@ -18,35 +19,20 @@
 #include <stdexcept>
 
 using namespace vrn::qt;
-using vrn::test::clickOn;
+using namespace vrn::test;
 
 namespace {
 
 using Group = SimpleRadioButtonGroup;
 
 const std::string noButton = "no button checked - returning default value";
-const std::string notFound = "value key not found";
-
-// Values whose order is not that of the buttons.
-NamedValueList threeGrades()
-{
-    return {{"S355", 355}, {"S235", 235}, {"S275", 275}};
-}
+const std::string notFound = RadioGroupStates::reportMessage;
 
 Group* create(QWidget* parent, const NamedValueList& values, ILayouter* layouter = nullptr,
     bool useGroupBox = true, bool useButtonGroup = true)
 {
     return Group::create("&Steel grade", values, &vrn::any_equal<int>, &vrn::any_less<int>, parent,
         layouter, useGroupBox, useButtonGroup);
-}
-
-QRadioButton* buttonOf(const QWidget& widget, const QString& name)
-{
-    for (auto* button : widget.findChildren<QRadioButton*>()) {
-        if (button->text() == name)
-            return button;
-    }
-    return nullptr;
 }
 
 QStringList namesIn(const QLayout* layout)
@@ -121,10 +107,9 @@ private Q_SLOTS:
     {
         QTest::addColumn<bool>("useGroupBox");
         QTest::addColumn<QStringList>("calls");
-        QTest::newRow("with a group box")
-            << true << QStringList{"create", "add S355", "add S235", "add S275", "finish"};
-        QTest::newRow("without one the caller creates and finishes")
-            << false << QStringList{"add S355", "add S235", "add S275"};
+        const QStringList added = {"add S355", "add S235", "add S275"};
+        row("with a group box", true, QStringList{"create"} + added + QStringList{"finish"});
+        row("without one the caller creates and finishes", false, added);
     }
 
     void theLayouterIsAskedInOrder()
@@ -175,22 +160,16 @@ private Q_SLOTS:
         QCOMPARE(group->getSelectedValue(), boost::any(275));
     }
 
-    void theButtonGroupIsMadeIfAskedFor_data()
-    {
-        QTest::addColumn<bool>("useButtonGroup");
-        QTest::newRow("with one") << true;
-        QTest::newRow("without one") << false;
-    }
-
     void theButtonGroupIsMadeIfAskedFor()
     {
-        QFETCH(bool, useButtonGroup);
-        QWidget form;
-        const Group* group = create(&form, threeGrades(), nullptr, true, useButtonGroup);
-        const auto* buttonGroup = group->findChild<QButtonGroup*>();
-        QCOMPARE(buttonGroup != nullptr, useButtonGroup);
-        for (const auto* button : group->findChildren<QRadioButton*>())
-            QCOMPARE(button->group(), buttonGroup);
+        for (const bool useButtonGroup : {true, false}) {
+            QWidget form;
+            const Group* group = create(&form, threeGrades(), nullptr, true, useButtonGroup);
+            const auto* buttonGroup = group->findChild<QButtonGroup*>();
+            QCOMPARE(buttonGroup != nullptr, useButtonGroup);
+            for (const auto* button : group->findChildren<QRadioButton*>())
+                QCOMPARE(button->group(), buttonGroup);
+        }
     }
 
     void aValueIsSelected()
@@ -218,10 +197,10 @@ private Q_SLOTS:
     void anUnknownValueIsReported_data()
     {
         QTest::addColumn<boost::any>("value");
-        QTest::newRow("not in the list") << boost::any(1);
-        QTest::newRow("larger than all") << boost::any(1000);
-        QTest::newRow("of another type") << boost::any(std::string("S235"));
-        QTest::newRow("empty") << boost::any();
+        row("not in the list", boost::any(1));
+        row("larger than all", boost::any(1000));
+        row("of another type", boost::any(std::string("S235")));
+        row("empty", boost::any());
     }
 
     void anUnknownValueIsReported()
@@ -261,7 +240,7 @@ private Q_SLOTS:
         QVERIFY(buttonOf(*group, "second")->isChecked());
         group->setValueEnabled(1, false);
         QCOMPARE(enabledIn(*group), QStringList({"first", "other"}));
-        // By value it goes, so the first one stays enabled here, too.
+        // It goes by value, so the first one stays enabled here, too.
         group->setValuesEnabled(false);
         QCOMPARE(enabledIn(*group), QStringList{"first"});
         buttonOf(*group, "first")->setChecked(true);
@@ -354,8 +333,8 @@ private Q_SLOTS:
         }
     }
 
-    // The buttons made before go with the group or, if they stand elsewhere, with
-    // their container, and are not looked for where they were noted.
+    // The buttons made before are destroyed with the group or, if they stand elsewhere,
+    // with their container.
     void whatThrowsLeavesNothingOfTheGroup()
     {
         QFETCH(Create, createIn);
@@ -365,31 +344,11 @@ private Q_SLOTS:
         form.reset();
     }
 
-    void whoeverHearsOfALostFocusMayDestroyTheGroup()
-    {
-        QWidget window;
-        VBoxLayouter layouter;
-        layouter.onCreate(&window);
-        QPointer<Group> group = create(&window, threeGrades(), &layouter, false);
-        layouter.onFinish();
-        window.show();
-        window.activateWindow();
-        QVERIFY(QTest::qWaitForWindowActive(&window));
-        // The one that is disabled first.
-        buttonOf(window, "S235")->setFocus();
-        QVERIFY(buttonOf(window, "S235")->hasFocus());
-        connect(qApp, &QApplication::focusChanged, this, [&] { delete group; });
-        group->setValuesEnabled(false);
-        disconnect(qApp, &QApplication::focusChanged, this, nullptr);
-        QVERIFY(!group);
-        QCOMPARE(enabledIn(window), QStringList());
-    }
-
     void theTitleIsTheAccessibleName_data()
     {
         QTest::addColumn<bool>("useGroupBox");
-        QTest::newRow("with a group box") << true;
-        QTest::newRow("also without a group box") << false;
+        row("with a group box", true);
+        row("also without a group box", false);
     }
 
     void theTitleIsTheAccessibleName()

@@ -6,7 +6,8 @@
 #include <QSignalBlocker>
 #include <QSignalSpy>
 
-#include "multi_edit_line_edit_fixture.h"
+#include "qt/controls/line_edits/multi_edit_line_edit_fixture.h"
+#include "support/row.h"
 #include "support/test_main.h"
 #include "support/test_object.h"
 
@@ -135,20 +136,14 @@ private Q_SLOTS:
         QCOMPARE(given, static_cast<const KeyValueStorage*>(&storage));
     }
 
-    void saveReturnsWhatTheSaverReturns_data()
-    {
-        QTest::addColumn<bool>("result");
-        QTest::newRow("true") << true;
-        QTest::newRow("false") << false;
-    }
-
     void saveReturnsWhatTheSaverReturns()
     {
-        QFETCH(bool, result);
         MultiEditValue control(&vrn::any_differ<bool>);
-        control.setCanBeSaved("id", [result](KeyValueStorage&) { return result; }, {});
         KeyValueStorage storage;
-        QCOMPARE(control.save(storage), result);
+        for (const bool result : {true, false}) {
+            control.setCanBeSaved("id", [result](KeyValueStorage&) { return result; }, {});
+            QCOMPARE(control.save(storage), result);
+        }
     }
 
     void theFunctionsAreTakenOver()
@@ -214,70 +209,23 @@ private Q_SLOTS:
         QVERIFY_EXCEPTION_THROWN(control.load(storage), std::runtime_error);
     }
 
-    void aFunctionMaySetOthersInItsPlace()
-    {
-        const auto token = std::make_shared<int>(7);
-        MultiEditValue control(&vrn::any_differ<bool>);
-        bool kept = false;
-        control.setCanBeSaved("id",
-            [&control, &kept, token](KeyValueStorage&) {
-                control.setCanBeSaved("other", {}, {});
-                kept = *token == 7;
-                return kept;
-            },
-            {});
-        KeyValueStorage storage;
-        QVERIFY(control.save(storage));
-        QVERIFY(kept);
-        QVERIFY(!control.save(storage));
-    }
-
-    void aFunctionMayDestroyTheControl()
-    {
-        const auto token = std::make_shared<int>(7);
-        auto saved = std::make_unique<MultiEditValue>(&vrn::any_differ<bool>);
-        saved->setCanBeSaved("id",
-            [&saved, token](KeyValueStorage&) {
-                saved.reset();
-                return *token == 7;
-            },
-            {});
-        KeyValueStorage storage;
-        QVERIFY(saved->save(storage));
-
-        auto loaded = std::make_unique<MultiEditValue>(&vrn::any_differ<bool>);
-        loaded->setCanBeSaved("id", {}, [&loaded, token](const KeyValueStorage&) {
-            loaded.reset();
-            QCOMPARE(*token, 7);
-        });
-        loaded->load(storage);
-        QVERIFY(!loaded);
-        QCOMPARE(token.use_count(), 1L);
-    }
-
     // --- the persisted form, by a saver and a loader of the usual shape
-
-    void aValueGoesThroughTheStorage_data()
-    {
-        QTest::addColumn<bool>("value");
-        QTest::newRow("true") << true;
-        QTest::newRow("false") << false;
-    }
 
     void aValueGoesThroughTheStorage()
     {
-        QFETCH(bool, value);
-        Switch saved("lit");
-        saved.setValue(value);
-        KeyValueStorage storage;
-        storage["lit"] = std::string("replaced");
-        QVERIFY(saved.save(storage));
-        QCOMPARE(storage.size(), std::size_t(1));
-        QCOMPARE(storage.find("lit")->second, boost::any(value));
+        for (const bool value : {true, false}) {
+            Switch saved("lit");
+            saved.setValue(value);
+            KeyValueStorage storage;
+            storage["lit"] = std::string("replaced");
+            QVERIFY(saved.save(storage));
+            QCOMPARE(storage.size(), std::size_t(1));
+            QCOMPARE(storage.find("lit")->second, boost::any(value));
 
-        Switch loaded("lit");
-        loaded.load(storage);
-        QCOMPARE(loaded.getCurrentValue(), boost::any(value));
+            Switch loaded("lit");
+            loaded.load(storage);
+            QCOMPARE(loaded.getCurrentValue(), boost::any(value));
+        }
     }
 
     void saveOfAVaryingControlLeavesTheStorageAsItWas()
@@ -298,17 +246,17 @@ private Q_SLOTS:
 
     void loadLeavesTheControlAsItWas_data()
     {
-        QTest::addColumn<QByteArray>("key");
+        QTest::addColumn<QString>("key");
         QTest::addColumn<boost::any>("entry");
-        QTest::newRow("from a storage without the id") << QByteArray("unlit") << boost::any(false);
-        QTest::newRow("from a number") << QByteArray("lit") << boost::any(0);
-        QTest::newRow("from a text") << QByteArray("lit") << boost::any(std::string("false"));
-        QTest::newRow("from an empty value") << QByteArray("lit") << boost::any();
+        row("from a storage without the id", "unlit", boost::any(false));
+        row("from a number", "lit", boost::any(0));
+        row("from a text", "lit", boost::any(std::string("false")));
+        row("from an empty value", "lit", boost::any());
     }
 
     void loadLeavesTheControlAsItWas()
     {
-        QFETCH(QByteArray, key);
+        QFETCH(QString, key);
         QFETCH(boost::any, entry);
         KeyValueStorage storage;
         storage[key.toStdString()] = entry;
@@ -322,20 +270,14 @@ private Q_SLOTS:
         QCOMPARE(storage.size(), std::size_t(1));
     }
 
-    void aSaverThatFindsNoBoolThrows_data()
-    {
-        QTest::addColumn<boost::any>("value");
-        QTest::newRow("an empty value") << boost::any();
-        QTest::newRow("a number") << boost::any(1);
-    }
-
     void aSaverThatFindsNoBoolThrows()
     {
-        QFETCH(boost::any, value);
-        Switch control("lit");
-        control.setValue(value);
-        KeyValueStorage storage;
-        QVERIFY_EXCEPTION_THROWN(control.save(storage), boost::bad_any_cast);
+        for (const boost::any& value : {boost::any(), boost::any(1)}) {
+            Switch control("lit");
+            control.setValue(value);
+            KeyValueStorage storage;
+            QVERIFY_EXCEPTION_THROWN(control.save(storage), boost::bad_any_cast);
+        }
     }
 
     // What lets an application tell an edit from a walk through the fields: the field
@@ -345,24 +287,25 @@ private Q_SLOTS:
         namespace units = vrn::units;
         QTest::addColumn<boost::shared_ptr<IValidator>>("validator");
         QTest::addColumn<boost::any>("read");
-        const auto row = [](const char* name, IValidator* validator, const boost::any& read) {
+        const auto field = [](const char* name, IValidator* validator, const boost::any& read) {
             QTest::newRow(name) << boost::shared_ptr<IValidator>(validator) << read;
         };
         const auto length = [](double value) { return Quantity{units::UnitId::GEO_LENGTH, value}; };
-        row("a number that is rounded", new DoubleEditValidator, 10.0 / 3.0);
-        row("a number without decimals", new DoubleEditValidator(0, 0.0, 100.0, true), 10.0 / 3.0);
-        row("a number out of range", new DoubleEditValidator(0.0, 1.0), 10.0 / 3.0);
-        row("a whole number out of range", new IntegerValidator<int>(0, 5, true), 7);
-        row("a distance in metres", new DistanceEditValidator(13, 0.0, 100.0, true), 10.0 / 3.0);
-        row("a distance in feet", new DistanceEditValidator(213, 0.0, 100.0, true), 10.0 / 3.0);
-        row("a length in metres", new UnitValidator(units::Context(0), units::UnitId::GEO_LENGTH),
+        field("a number that is rounded", new DoubleEditValidator, 10.0 / 3.0);
+        field(
+            "a number without decimals", new DoubleEditValidator(0, 0.0, 100.0, true), 10.0 / 3.0);
+        field("a number out of range", new DoubleEditValidator(0.0, 1.0), 10.0 / 3.0);
+        field("a whole number out of range", new IntegerValidator<int>(0, 5, true), 7);
+        field("a distance in metres", new DistanceEditValidator(13, 0.0, 100.0, true), 10.0 / 3.0);
+        field("a distance in feet", new DistanceEditValidator(213, 0.0, 100.0, true), 10.0 / 3.0);
+        field("a length in metres", new UnitValidator(units::Context(0), units::UnitId::GEO_LENGTH),
             length(10.0 / 3.0));
-        row("a length in feet", new UnitValidator(units::Context(8), units::UnitId::GEO_LENGTH),
+        field("a length in feet", new UnitValidator(units::Context(8), units::UnitId::GEO_LENGTH),
             length(10.0 / 3.0));
-        row("a text that is cut", new StringEditValidator(3), std::wstring(L"depth"));
+        field("a text that is cut", new StringEditValidator(3), std::wstring(L"depth"));
         auto* optional = new DoubleEditValidator;
         optional->setEmptyValueAllowed(true);
-        row("no value", optional, boost::any());
+        field("no value", optional, boost::any());
     }
 
     void anUntouchedFieldGivesWhatItGave()
@@ -393,25 +336,20 @@ private Q_SLOTS:
         QTest::addColumn<Doubles>("written");
         const Doubles thirds = {10.0 / 3.0, 10.0 / 3.0};
         const Doubles different = {1.0, 2.0};
-        QTest::newRow("Enter alone") << thirds << enter() << Doubles{};
-        QTest::newRow("Tab alone") << thirds << leave() << Doubles{};
-        QTest::newRow("Enter and Tab")
-            << thirds << inOrder({enter(), enter(), leave()}) << Doubles{};
-        QTest::newRow("Tab in a field that varies") << different << leave() << Doubles{};
-        QTest::newRow("the text that stands there, typed again")
-            << thirds << inOrder({type("3.333"), enter()}) << Doubles{};
-        QTest::newRow("no number") << thirds << inOrder({type("x"), enter()}) << Doubles{};
-        QTest::newRow("a number and Enter")
-            << thirds << inOrder({type("4"), enter()}) << Doubles{4.0};
-        QTest::newRow("a number and Tab")
-            << thirds << inOrder({type("4"), leave()}) << Doubles{4.0};
-        QTest::newRow("a number is written once")
-            << thirds << inOrder({type("4"), enter(), leave()}) << Doubles{4.0};
-        QTest::newRow("a number, and back again")
-            << thirds << inOrder({type("4"), enter(), type("3.333"), enter()})
-            << Doubles{4.0, 3.333};
-        QTest::newRow("a number for objects that differ")
-            << different << inOrder({type("4"), leave()}) << Doubles{4.0};
+        const MultiEditAction typeFour = type("4");
+        // clang-format off
+        row("Enter alone", thirds, enter(), Doubles{});
+        row("Tab alone", thirds, leave(), Doubles{});
+        row("Enter and Tab", thirds, inOrder({enter(), enter(), leave()}), Doubles{});
+        row("Tab in a field that varies", different, leave(), Doubles{});
+        row("the text that stands there, typed again", thirds, inOrder({type("3.333"), enter()}), Doubles{});
+        row("no number", thirds, inOrder({type("x"), enter()}), Doubles{});
+        row("a number and Enter", thirds, inOrder({typeFour, enter()}), Doubles{4.0});
+        row("a number and Tab", thirds, inOrder({typeFour, leave()}), Doubles{4.0});
+        row("a number is written once", thirds, inOrder({typeFour, enter(), leave()}), Doubles{4.0});
+        row("a number, and back again", thirds, inOrder({typeFour, enter(), type("3.333"), enter()}), Doubles{4.0, 3.333});
+        row("a number for objects that differ", different, inOrder({typeFour, leave()}), Doubles{4.0});
+        // clang-format on
     }
 
     void onlyWhatIsEnteredIsWritten()

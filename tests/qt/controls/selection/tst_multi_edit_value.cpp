@@ -2,6 +2,7 @@
 #include <vrn/qt/multi_edit_value.h>
 #include <vrn/units/i_converter.h>
 
+#include "support/row.h"
 #include "support/test_main.h"
 #include "support/test_object.h"
 
@@ -9,6 +10,7 @@
 #include <vector>
 
 using vrn::qt::MultiEditValue;
+using vrn::test::row;
 
 namespace {
 
@@ -71,47 +73,32 @@ private Q_SLOTS:
         QTest::addColumn<bool>("varies");
         QTest::addColumn<boost::any>("current");
         QTest::addColumn<int>("comparisons");
-
         const boost::any a = 1;
         const boost::any b = 2;
         const boost::any none;
-        QTest::newRow("a new one has no value") << Steps{} << false << none << 0;
-        QTest::newRow("the first read sets the value, and nothing is compared")
-            << Steps{read(a)} << false << a << 0;
-        QTest::newRow("equal values are common")
-            << Steps{read(a), read(a), read(a)} << false << a << 2;
-        QTest::newRow("different values vary") << Steps{read(a), read(b)} << true << none << 1;
-        QTest::newRow("a, b, a varies from the second on, and compares no more")
-            << Steps{read(a), read(b), read(a), read(a)} << true << none << 1;
-        QTest::newRow("reset forgets the value") << Steps{read(a), reset()} << false << none << 0;
-        QTest::newRow("reset ends a variation")
-            << Steps{read(a), read(b), reset()} << false << none << 1;
-        QTest::newRow("after a reset the next read is the first")
-            << Steps{read(a), read(b), reset(), read(b)} << false << b << 1;
-        QTest::newRow("forceVaries hides the value")
-            << Steps{read(a), forceVaries()} << true << none << 0;
-        QTest::newRow("after forceVaries reads do nothing")
-            << Steps{read(a), forceVaries(), read(a)} << true << none << 0;
-        QTest::newRow("forceVaries keeps fresh: the read after reset and forceVaries is taken")
-            << Steps{read(a), reset(), forceVaries(), read(b)} << false << b << 0;
-        QTest::newRow("forceVaries on a new one varies")
-            << Steps{forceVaries()} << true << none << 0;
-        QTest::newRow("setValue ends a variation")
-            << Steps{read(a), read(b), set(a)} << false << a << 1;
-        QTest::newRow("after setValue a read is compared with what was set")
-            << Steps{read(a), set(b), read(b)} << false << b << 1;
-        QTest::newRow("after setValue a different read varies")
-            << Steps{read(a), set(b), read(a)} << true << none << 1;
-        QTest::newRow("setValue keeps fresh: the read after it is the first")
-            << Steps{set(a), read(b)} << false << b << 0;
-        QTest::newRow("an empty value is a value: two are equal")
-            << Steps{read(none), read(none)} << false << none << 1;
-        QTest::newRow("an empty value differs from another")
-            << Steps{read(a), read(none)} << true << none << 1;
-        QTest::newRow("a foreign type differs")
-            << Steps{read(a), read(std::string("1"))} << true << none << 1;
-        QTest::newRow("setValue of an empty value has no value")
-            << Steps{read(a), set(none)} << false << none << 0;
+        // clang-format off
+        row("a new one has no value", Steps{}, false, none, 0);
+        row("the first read sets the value, and nothing is compared", Steps{read(a)}, false, a, 0);
+        row("equal values are common", Steps{read(a), read(a), read(a)}, false, a, 2);
+        row("different values vary", Steps{read(a), read(b)}, true, none, 1);
+        row("a, b, a varies from the second on, and compares no more", Steps{read(a), read(b), read(a), read(a)}, true, none, 1);
+        row("reset forgets the value", Steps{read(a), reset()}, false, none, 0);
+        row("reset ends a variation", Steps{read(a), read(b), reset()}, false, none, 1);
+        row("after a reset the next read is the first", Steps{read(a), read(b), reset(), read(b)}, false, b, 1);
+        row("forceVaries hides the value", Steps{read(a), forceVaries()}, true, none, 0);
+        row("after forceVaries reads do nothing", Steps{read(a), forceVaries(), read(a)}, true, none, 0);
+        row("forceVaries keeps fresh: the read after reset and forceVaries is taken", Steps{read(a), reset(), forceVaries(), read(b)}, false, b, 0);
+        row("forceVaries on a new one varies", Steps{forceVaries()}, true, none, 0);
+        row("setValue ends a variation", Steps{read(a), read(b), set(a)}, false, a, 1);
+        row("after setValue a read is compared with what was set", Steps{read(a), set(b), read(b)}, false, b, 1);
+        row("after setValue a different read varies", Steps{read(a), set(b), read(a)}, true, none, 1);
+        row("setValue keeps fresh: the read after it is the first", Steps{set(a), read(b)}, false, b, 0);
+        row("the stored value outlives a variation", Steps{read(a), forceVaries(), set(b), read(b)}, false, b, 1);
+        row("an empty value is a value: two are equal", Steps{read(none), read(none)}, false, none, 1);
+        row("an empty value differs from another", Steps{read(a), read(none)}, true, none, 1);
+        row("a foreign type differs", Steps{read(a), read(std::string("1"))}, true, none, 1);
+        row("setValue of an empty value has no value", Steps{read(a), set(none)}, false, none, 0);
+        // clang-format on
     }
 
     void whatStepsLeadTo()
@@ -156,17 +143,6 @@ private Q_SLOTS:
         QVERIFY(!value.dataVaries());
         value.readValue(IConverter::quantity{units::UnitId::GEO_DISTANCE, 1.0});
         QVERIFY(value.dataVaries());
-    }
-
-    void theStoredValueOutlivesAVariation()
-    {
-        MultiEditValue value(&recordingDiffer);
-        value.readValue(1);
-        value.forceVaries();
-        value.setValue(2);
-        value.readValue(2);
-        QCOMPARE(asked.back().second, boost::any(2));
-        QCOMPARE(value.getCurrentValue(), boost::any(2));
     }
 
     void theFirstReadGoesThroughTheVirtualSetValue()

@@ -111,33 +111,20 @@ private Q_SLOTS:
         QCOMPARE(calls, 1);
     }
 
-    void theFunctionMayDestroyHookOrSender_data()
+    // The hook itself; the injection of foreign code destroys the sender.
+    void theFunctionMayDestroyTheHook()
     {
-        QTest::addColumn<bool>("ofHook");
-        QTest::newRow("the hook") << true;
-        QTest::newRow("the sender") << false;
-    }
-
-    void theFunctionMayDestroyHookOrSender()
-    {
-        QFETCH(bool, ofHook);
         const auto token = std::make_shared<int>(7);
-        QPointer<OptionalMultiEditWidgetBase> sender(new OptionalMultiEditWidgetBase(nullptr));
+        OptionalMultiEditWidgetBase sender(nullptr);
         QPointer<OnValueChangedHook> hook;
         int seen = 0;
-        hook = new OnValueChangedHook(sender, [&, token] {
-            if (ofHook)
-                delete hook;
-            else
-                delete sender;
+        hook = new OnValueChangedHook(&sender, [&, token] {
+            delete hook;
             seen = *token;
         });
-        Q_EMIT sender->valueChanged();
+        Q_EMIT sender.valueChanged();
         QCOMPARE(seen, 7);
-        QCOMPARE(hook.isNull(), ofHook);
-        QCOMPARE(sender.isNull(), !ofHook);
-        delete hook;
-        delete sender;
+        QVERIFY(!hook);
         QCOMPARE(token.use_count(), 1L);
     }
 };
