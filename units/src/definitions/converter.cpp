@@ -3,11 +3,9 @@
 #include "definitions/unit_facts_p.h"
 
 #include <vrn/assert/smart_assert.h>
-#include <vrn/units/varnelik_unit_provider.h>
 
 #include <algorithm>
 #include <stdexcept>
-#include <typeinfo>
 
 namespace vrn::units {
 inline namespace v1 {
@@ -22,13 +20,6 @@ bool contains(const std::vector<UnitId::UnitId>& ids, UnitId::UnitId id)
 double converted(double value, double factor, double other_factor)
 {
     return factor * value * (1.0 / other_factor);
-}
-
-/// The library's own provider answers from a table that never changes. Conversion reads
-/// the table directly, which is faster than several calls of the provider.
-bool has_tables(const IUnitProvider& provider)
-{
-    return typeid(provider) == typeid(VarnelikUnitProvider);
 }
 
 bool are_compatible(
@@ -77,10 +68,10 @@ boost::optional<IConverter::quantity> Converter::try_convert(
     quantity q, UnitId::UnitId unit_id) const
 {
     const IUnitProvider& units = unit_provider();
-    if (has_tables(units)) {
-        const IdMap<UnitFacts>& table = get_unit_facts();
-        const UnitFacts* from = table.find(q.unit_id);
-        const UnitFacts* to = table.find(unit_id);
+    // To read the table is faster than several calls of the provider.
+    if (const IdMap<UnitFacts>* table = table_of(units)) {
+        const UnitFacts* from = table->find(q.unit_id);
+        const UnitFacts* to = table->find(unit_id);
         // The provider refuses an unknown id.
         if (from && to) {
             if (!are_compatible(q.unit_id, *from, unit_id, *to))

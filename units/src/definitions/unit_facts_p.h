@@ -2,6 +2,8 @@
 
 #include "definitions/id_map_p.h"
 
+#include <vrn/units/i_unit_provider.h>
+
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -20,16 +22,10 @@ struct UnitFacts
     const std::vector<std::string>* alternative_symbols; ///< Null for a unit set.
 };
 
-/// Implemented by VarnelikUnitProvider in unitset/, where units and unit sets meet.
-IdMap<UnitFacts> make_unit_facts();
-
-/// All units, then all unit sets, each in table order. This is inline because each
-/// keystroke asks it several times.
-inline const IdMap<UnitFacts>& get_unit_facts()
-{
-    static const IdMap<UnitFacts> facts = make_unit_facts();
-    return facts;
-}
+/// The facts of all units and unit sets, if `provider` answers from them: it is the
+/// library's own, and its table never changes. Null for any other. Implemented in
+/// unitset/, where units and unit sets meet.
+const IdMap<UnitFacts>* table_of(const IUnitProvider& provider);
 
 } // namespace v1
 } // namespace vrn::units

@@ -5,9 +5,12 @@
 #include "unitset/unit_formats_p.h"
 
 #include <stdexcept>
+#include <typeinfo>
 
 namespace vrn::units {
 inline namespace v1 {
+
+namespace {
 
 IdMap<UnitFacts> make_unit_facts()
 {
@@ -26,7 +29,12 @@ IdMap<UnitFacts> make_unit_facts()
     return facts;
 }
 
-namespace {
+// All units, then all unit sets, each in table order.
+const IdMap<UnitFacts>& get_unit_facts()
+{
+    static const IdMap<UnitFacts> facts = make_unit_facts();
+    return facts;
+}
 
 std::vector<UnitId::UnitId> gather_all_ids()
 {
@@ -45,6 +53,11 @@ const UnitFacts& unit_facts(UnitId::UnitId unit_id)
 }
 
 } // namespace
+
+const IdMap<UnitFacts>* table_of(const IUnitProvider& provider)
+{
+    return typeid(provider) == typeid(VarnelikUnitProvider) ? &get_unit_facts() : nullptr;
+}
 
 IUnitProvider::~IUnitProvider() = default;
 
