@@ -1,5 +1,10 @@
 #include "injection/exclusions.h"
 
+#include "injection/actions.h"
+#include "injection/cell.h"
+#include "injection/controls.h"
+#include "injection/deeds.h"
+
 #include <fnmatch.h>
 
 #include <algorithm>
@@ -24,16 +29,16 @@ const std::vector<Exclusion>& exclusions()
     return rows;
 }
 
-const Exclusion* exclusionOf(const QByteArray& control, const QByteArray& action,
-    const QByteArray& place, const QByteArray& deed)
+const Exclusion* exclusionOf(const Cell& cell)
 {
     const auto matches = [](const char* pattern, const QByteArray& name) {
         return fnmatch(pattern, name.constData(), 0) == 0;
     };
     const auto& rows = exclusions();
     const auto it = std::find_if(rows.begin(), rows.end(), [&](const Exclusion& row) {
-        return matches(row.control, control) && matches(row.action, action)
-            && matches(row.place, place) && matches(row.deed, deed);
+        return matches(row.control, controlOf(cell).name)
+            && matches(row.action, actionOf(cell).name) && matches(row.place, placeOf(cell))
+            && matches(row.deed, deedOf(cell).name);
     });
     return it == rows.end() ? nullptr : &*it;
 }
