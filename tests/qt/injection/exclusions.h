@@ -6,8 +6,8 @@ namespace vrn::test::injection {
 
 struct Cell;
 
-/// Cells that are not tried, for what a header says. Each of the four is a pattern of
-/// the shell.
+/// Cells that are not tried, for what a header says. Each of the four is an extended
+/// pattern of the shell.
 struct Exclusion
 {
     const char* control;
