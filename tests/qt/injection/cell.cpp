@@ -20,6 +20,7 @@
 #include <QTimer>
 #include <QVBoxLayout>
 
+#include <algorithm>
 #include <cstring>
 
 namespace vrn::test::injection {
@@ -168,44 +169,69 @@ void tearDown(Scene& s)
 
 } // namespace
 
+const Control& controlOf(const Cell& cell)
+{
+    return controls()[std::size_t(cell.control)];
+}
+
+const Action& actionOf(const Cell& cell)
+{
+    return actions()[std::size_t(cell.action)];
+}
+
+QByteArray placeOf(const Cell& cell)
+{
+    return placeNames()[std::size_t(cell.place)];
+}
+
+const Deed& deedOf(const Cell& cell)
+{
+    return deeds()[std::size_t(cell.deed)];
+}
+
 QByteArray nameOf(const Cell& cell)
 {
-    QByteArray name = QByteArray(controls()[std::size_t(cell.control)].name) + " / "
-        + actions()[std::size_t(cell.action)].name + " / ";
+    const QByteArray begin = QByteArray(controlOf(cell).name) + " / " + actionOf(cell).name + " / ";
     if (cell.isRehearsal())
-        return name + "nowhere / nothing";
-    name += placeNames()[std::size_t(cell.place)];
-    if (cell.occurrence > 1)
-        name += " (" + QByteArray::number(cell.occurrence) + ')';
-    return name + " / " + deeds()[std::size_t(cell.deed)].name;
+        return begin + "nowhere / nothing";
+    const QByteArray which = cell.occurrence > 1 ? " (" + QByteArray::number(cell.occurrence) + ')'
+                                                 : QByteArray();
+    return begin + placeOf(cell) + which + " / " + deedOf(cell).name;
 }
 
 std::optional<Cell> cellOf(const QByteArray& name)
 {
-    // Names of places have no number of their own.
-    for (Cell cell; cell.control < int(controls().size()); ++cell.control) {
-        if (!name.startsWith(QByteArray(controls()[std::size_t(cell.control)].name) + " / "))
-            continue;
-        for (cell.action = 0; cell.action < int(actions().size()); ++cell.action) {
-            Cell rehearsal = cell;
-            rehearsal.place = -1;
-            QByteArray begin = nameOf(rehearsal);
-            if (name == begin)
-                return rehearsal;
-            begin.chop(int(std::strlen("nowhere / nothing")));
-            if (!name.startsWith(begin))
-                continue;
-            for (cell.place = 0; cell.place < int(placeNames().size()); ++cell.place) {
-                for (cell.deed = 0; cell.deed < int(deeds().size()); ++cell.deed) {
-                    for (cell.occurrence = 1; cell.occurrence < 10; ++cell.occurrence) {
-                        if (nameOf(cell) == name)
-                            return cell;
-                    }
-                }
-            }
-        }
+    const QByteArrayList parts = [&] {
+        QByteArrayList all = name.split('/');
+        for (QByteArray& part : all)
+            part = part.trimmed();
+        return all;
+    }();
+    const auto find = [](const auto& rows, const auto& isIt) {
+        const auto it = std::find_if(rows.begin(), rows.end(), isIt);
+        return it == rows.end() ? -1 : int(it - rows.begin());
+    };
+    const auto isCalled = [](const QByteArray& part) {
+        return [&part](const auto& row) { return row.name == part; };
+    };
+    if (parts.size() != 4)
+        return {};
+    Cell cell;
+    cell.control = find(controls(), isCalled(parts[0]));
+    cell.action = find(actions(), isCalled(parts[1]));
+    cell.deed = find(deeds(), isCalled(parts[3]));
+    if (cell.control < 0 || cell.action < 0)
+        return {};
+    QByteArray place = parts[2];
+    if (const int number = place.lastIndexOf(" ("); number >= 0) {
+        cell.occurrence = place.mid(number + 2).chopped(1).toInt();
+        place.truncate(number);
     }
-    return {};
+    cell.place = find(
+        placeNames(), [&](const QByteArray& candidate) { return candidate == place; });
+    if (nameOf(cell) != parts.join(" / ") || (!cell.isRehearsal() && cell.deed < 0))
+        return {};
+    return cell;
 }
 
 void run(const Cell& cell, Outcome& outcome)
@@ -217,11 +243,11 @@ void run(const Cell& cell, Outcome& outcome)
         return QSet<QWidget*>(widgets.begin(), widgets.end());
     }();
     const DialogUser dialogUser;
-    const Action& action = actions()[std::size_t(cell.action)];
+    const Action& action = actionOf(cell);
     Scene& s = scene();
     const auto arm = [&] {
         std::function<bool()> deed;
-        const Deed* row = cell.isRehearsal() ? nullptr : &deeds()[std::size_t(cell.deed)];
+        const Deed* row = cell.isRehearsal() ? nullptr : &deedOf(cell);
         if (row)
             deed = [row, &s] { return row->act(s); };
         s.arm(&outcome, cell.place, cell.occurrence, deed, row && row->repeats);
@@ -230,7 +256,7 @@ void run(const Cell& cell, Outcome& outcome)
     build(s);
     if (action.who == Action::Maker)
         arm();
-    caught([&] { controls()[std::size_t(cell.control)].make(s); });
+    caught([&] { controlOf(cell).make(s); });
     outcome.applies = true;
     if (action.who != Action::Maker) {
         show(s);

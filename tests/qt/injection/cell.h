@@ -23,6 +23,15 @@ struct Cell
     bool isRehearsal() const { return place < 0; }
 };
 
+struct Control;
+struct Action;
+struct Deed;
+
+const Control& controlOf(const Cell& cell);
+const Action& actionOf(const Cell& cell);
+QByteArray placeOf(const Cell& cell);
+const Deed& deedOf(const Cell& cell);
+
 /// "control / action / place / deed". From the second visit on the place has its number,
 /// as in "validate (2)".
 QByteArray nameOf(const Cell& cell);

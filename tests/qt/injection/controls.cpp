@@ -100,22 +100,14 @@ void makeLineEdit(Scene& s)
                 ExpandHorizontal)));
 }
 
-template <typename T>
-void makeConvertingLineEdit(Scene& s)
-{
-    furnish(s,
-        present(s,
-            T::create(s.page, "&Span", boost::make_shared<ForeignConversion>(), T::OptionBorderless,
-                ExpandVertical)));
-}
-
-// Of an application that follows the validation.
+// Of an application that follows the validation, and whose values are converted.
 template <typename Base>
 class DerivedLineEdit : public Base
 {
 public:
     explicit DerivedLineEdit(QWidget* parent)
-        : Base(parent, "Span", boost::make_shared<ForeignValidator>(), {}, 0, ExpandHorizontal)
+        : Base(parent, "Span", boost::make_shared<ForeignConversion>(), {}, Base::OptionBorderless,
+            ExpandVertical)
     {
         scene().offer("vetoValidation");
         scene().offer("onValidated");
@@ -124,8 +116,9 @@ public:
 protected:
     bool vetoValidation(const QString& text) override
     {
+        const bool vetoes = Base::vetoValidation(text);
         scene().visit("vetoValidation");
-        return Base::vetoValidation(text);
+        return vetoes;
     }
 
     void onValidated(const QString& text, const boost::any& value) override
@@ -142,15 +135,6 @@ void makeDerivedLineEdit(Scene& s)
 }
 
 void makeLineEditWithButton(Scene& s)
-{
-    s.offer("the button's function");
-    auto* field = present(s,
-        new MultiEditLineEditWithButton(new ForeignValidator, 1,
-            holdingSomething([](int) { scene().visit("the button's function"); })));
-    furnish(s, field);
-}
-
-void makeLineEditWithComputingButton(Scene& s)
 {
     s.offer("the button's function");
     const auto compute = [](QWidget*, int, boost::any& value) {
@@ -219,8 +203,9 @@ public:
 protected:
     void onItemActivated(const QString& text) override
     {
+        const QPointer<DerivedEnumBox> alive(this);
         scene().visit("onItemActivated");
-        if (scene().control)
+        if (alive)
             SimpleEnumBox::onItemActivated(text);
     }
 
@@ -420,13 +405,10 @@ const std::vector<Control>& controls()
 {
     static const std::vector<Control> rows = {
         {"a SimpleLineEdit", &makeLineEdit<SimpleLineEdit>},
-        {"a SimpleLineEdit that converts", &makeConvertingLineEdit<SimpleLineEdit>},
         {"a derived SimpleLineEdit", &makeDerivedLineEdit<SimpleLineEdit>},
         {"a MultiEditLineEdit", &makeLineEdit<MultiEditLineEdit>},
-        {"a MultiEditLineEdit that converts", &makeConvertingLineEdit<MultiEditLineEdit>},
         {"a derived MultiEditLineEdit", &makeDerivedLineEdit<MultiEditLineEdit>},
         {"a MultiEditLineEditWithButton", &makeLineEditWithButton},
-        {"a MultiEditLineEditWithButton that computes", &makeLineEditWithComputingButton},
         {"a MultiEditLineEditWithResetButton", &makeLineEditWithResetButton},
         {"a SimpleEnumBox", &makeSimpleEnumBox},
         {"an editable SimpleEnumBox", &makeEditableEnumBox<SimpleEnumBox>},

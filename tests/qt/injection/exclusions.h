@@ -1,13 +1,13 @@
 #pragma once
 
-#include <QByteArray>
-
 #include <vector>
 
 namespace vrn::test::injection {
 
-/// Cells that are not tried, for what a header says. Each of the four is a pattern of
-/// the shell.
+struct Cell;
+
+/// Cells that are not tried, for what a header says. Each of the four is an extended
+/// pattern of the shell.
 struct Exclusion
 {
     const char* control;
@@ -21,7 +21,6 @@ struct Exclusion
 const std::vector<Exclusion>& exclusions();
 
 /// The row that excludes a cell; null if it is to be tried.
-const Exclusion* exclusionOf(const QByteArray& control, const QByteArray& action,
-    const QByteArray& place, const QByteArray& deed);
+const Exclusion* exclusionOf(const Cell& cell);
 
 } // namespace vrn::test::injection

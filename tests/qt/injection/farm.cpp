@@ -108,7 +108,7 @@ struct Frame
     {
         const QString text = line.section(QStringLiteral(" in "), 1);
         file = text.section(QLatin1Char(' '), -1);
-        function = text.section(QLatin1Char('('), 0, 0);
+        function = text.section(QLatin1Char(' '), 0, -2).section(QLatin1Char('('), 0, 0);
         function.remove(QStringLiteral("vrn::qt::")).remove(QStringLiteral("detail::"));
         isOfLibrary = file.contains(QStringLiteral("qt/src/"))
             || file.contains(QStringLiteral("companion/"));
@@ -242,7 +242,7 @@ void runHere(const Cell& cell, Outcome& outcome, const std::function<void()>& at
         std::fflush(nullptr);
         _exit(0); // Nothing of the process is taken down: it is a copy.
     };
-    if (actions()[std::size_t(cell.action)].beforeLoop)
+    if (actionOf(cell).beforeLoop)
         runAndLeave();
     // Within the loop of the application, as nearly all that an application does.
     QTimer::singleShot(0, qApp, runAndLeave);

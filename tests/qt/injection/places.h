@@ -6,13 +6,7 @@ namespace vrn::test::injection {
 
 struct Scene;
 
-/// A place where foreign code runs.
-struct Place
-{
-    const char* name;
-};
-
-/// Callbacks of the controls, signals and event filters.
+/// The places where foreign code runs: callbacks of the controls, signals and event filters.
 const std::vector<const char*>& placeNames();
 
 /// The index of a place; ends the program if there is none of that name.

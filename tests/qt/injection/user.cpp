@@ -18,7 +18,7 @@ QPointer<QWindow> windowOf(const QWidget* widget)
 
 } // namespace
 
-void press(Qt::Key key, Qt::KeyboardModifiers modifiers)
+void press(Qt::Key key)
 {
     // Not the one that has the focus: on this platform a popup takes it, and elsewhere it
     // does not. Qt passes keys on to a popup that is open.
@@ -26,9 +26,9 @@ void press(Qt::Key key, Qt::KeyboardModifiers modifiers)
     if (scene().window)
         window = windowOf(scene().window);
     if (window)
-        QTest::keyPress(window, key, modifiers);
+        QTest::keyPress(window, key);
     if (window)
-        QTest::keyRelease(window, key, modifiers);
+        QTest::keyRelease(window, key);
 }
 
 void click(QWidget* widget, QPoint position)

@@ -11,7 +11,7 @@ namespace vrn::test::injection {
 // on. A window that goes on the way gets no more of it.
 
 /// In the window of the scene.
-void press(Qt::Key key, Qt::KeyboardModifiers modifiers = {});
+void press(Qt::Key key);
 void click(QWidget* widget, QPoint position);
 void hover(QWidget* widget, QPoint position);
 void turnWheelOver(QWidget* widget);
