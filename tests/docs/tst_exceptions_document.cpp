@@ -17,7 +17,7 @@
 #include <QToolButton>
 
 #include "document_table.h"
-#include "qt/controls/line_edit_fixture.h"
+#include "qt/controls/line_edits/line_edit_fixture.h"
 #include "support/catching_application.h"
 #include "support/test_main.h"
 #include "support/test_object.h"
