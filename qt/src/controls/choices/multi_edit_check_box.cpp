@@ -24,8 +24,8 @@ MultiEditCheckBox::MultiEditCheckBox(const QString& label, QWidget* parent)
 
 MultiEditCheckBox::~MultiEditCheckBox() = default;
 
-// From code, a change of state emits twice: the box inside tells of it, which
-// comes back here through onClicked() and emits, and then the outer call does.
+// A change of state from code emits twice. The signal of the inner box comes back here
+// through onClicked() and emits, and then the outer call emits.
 void MultiEditCheckBox::setChecked(bool checked)
 {
     const detail::Alive alive(this, m_check);
@@ -55,7 +55,7 @@ void MultiEditCheckBox::reset()
 {
     const detail::Alive alive(this, m_check);
     m_check->setTristate(false);
-    // The slots of the signal that this may emit do not find a fresh control yet.
+    // This may emit, and the slots then find a control that is not fresh yet.
     m_check->setChecked(false);
     if (alive)
         m_state.reset();
@@ -68,8 +68,8 @@ void MultiEditCheckBox::readValue(const boost::any& value)
     if (!checked)
         return;
     if (m_state.isFresh()) {
-        // Not the own setChecked(): a change is told once, as that of a click is, and
-        // no change is not told at all.
+        // Not setChecked() of this class: a change emits once, as a click does, and a
+        // value that changes nothing emits nothing.
         const detail::Alive alive(this, m_check);
         m_check->setChecked(*checked);
         if (alive)

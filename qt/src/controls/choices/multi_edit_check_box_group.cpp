@@ -21,8 +21,8 @@ const T& at(const std::deque<T>& items, std::size_t idx)
     return items[idx];
 }
 
-// No valueChanged() of `box` while this lives. The box may go, and a slot on the
-// box inside may throw.
+// Keeps `box` from emitting valueChanged() while this lives. The box may be destroyed in
+// the meantime, and a slot on its inner box may throw.
 class Muted
 {
 public:
@@ -60,7 +60,7 @@ bool saveCheck(const MultiEditCheckBox& check, vrn::KeyValueStorage& storage)
 MultiEditCheckBoxGroup::MultiEditCheckBoxGroup(QWidget* parent, ILayouter& layouter,
     const std::deque<QString>& labels, const std::deque<QString>& tooltips)
 {
-    // What a layouter throws leaves no cell of this group in the parent.
+    // If the layouter throws, no cell of this group stays in the parent.
     std::deque<QPointer<QWidget>> cells;
     auto unlessFinished = qScopeGuard([&cells] {
         for (const QPointer<QWidget>& cell : cells)
@@ -164,7 +164,7 @@ void MultiEditCheckBoxGroup::setCanBeSaved(const std::string& key)
 void MultiEditCheckBoxGroup::load(std::size_t idx, const vrn::KeyValueStorage& storage)
 {
     const Box loaded = m_checks[idx].box;
-    // To the end of this function: when all boxes emit, the last one does not.
+    // To the end of this function: when all boxes emit, the one loaded last does not.
     const VRN_QT_SignalBlocker blocker(loaded);
     const auto entry = storage.find(loaded->getStorageId());
     if (entry != storage.end() && boost::any_cast<bool>(&entry->second))
@@ -181,7 +181,7 @@ void MultiEditCheckBoxGroup::load(std::size_t idx, const vrn::KeyValueStorage& s
     }
 }
 
-// As many loads as boxes make a round; boxes that are gone do not count.
+// A round is as many loads as there are boxes. Boxes that were destroyed do not count.
 bool MultiEditCheckBoxGroup::areAllLoaded() const
 {
     std::size_t loads = 0;
@@ -232,8 +232,8 @@ void MultiEditCheckBoxGroup::_updateCheckAllBox()
     for (const Box& box : boxes()) {
         if (!box || !box->isEnabled())
             continue;
-        // What "All" does not show makes it vary, unless nothing was read before:
-        // when the very first box varies, "All" shows checked.
+        // A value other than the one shown makes "All" vary, unless it is the first one
+        // read: if the first box varies, "All" shows checked.
         if (box->dataVaries()) {
             m_toggleAll->readValue(!m_toggleAll->isChecked());
             break;

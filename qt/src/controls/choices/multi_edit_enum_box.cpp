@@ -23,8 +23,8 @@ MultiEditEnumBox::MultiEditEnumBox(
     : SimpleEnumBox(parent, name, eqFn)
 {
     VRN_ASSERT(anyEqAvailable());
-    // The second connection of this signal: one pick makes valueChanged() come
-    // twice, and applications count on it.
+    // The second connection to this signal: one pick emits valueChanged() twice, and
+    // applications rely on it.
     vrn_connect(&combo(), &QComboBox::textActivated, this, &MultiEditEnumBox::onItemActivated);
     vrn_connect(
         &combo(), &QComboBox::editTextChanged, this, &MultiEditEnumBox::onLineEditTextChanged);
@@ -70,7 +70,7 @@ void MultiEditEnumBox::forceVaries()
 {
     m_state.setVaries();
     combo().addVarious(true);
-    // Again: on its way there an empty list that is editable shows other texts.
+    // Again, because an empty editable list shows other texts on the way there.
     m_state.setVaries();
 }
 
@@ -83,7 +83,7 @@ void MultiEditEnumBox::onTextEdited(const QString& text)
 {
     if (text != getVariesString())
         return;
-    // With this entry current, neither Enter nor leaving is a pick of the text.
+    // While this entry is current, neither Enter nor a lost focus picks the text.
     combo().addVarious(true);
     m_state.setVaries();
 }

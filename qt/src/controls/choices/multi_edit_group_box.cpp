@@ -14,8 +14,8 @@ MultiEditGroupBox* MultiEditGroupBox::create(const QString& label, QWidget* pare
     return new MultiEditGroupBox(label, parent);
 }
 
-// The title is set here rather than by the base: a screen reader is told of it,
-// and would take this for any group box as long as the base is being made.
+// The title is not set by the base class. A screen reader is told of a title, and while
+// the base is being constructed it would see an ordinary group box.
 MultiEditGroupBox::MultiEditGroupBox(const QString& label, QWidget* parent)
     : QGroupBox(parent)
 {
@@ -77,7 +77,7 @@ void MultiEditGroupBox::setValue(const boost::any& value)
     setChecked(*checked);
     if (!alive)
         return;
-    // Disabled it stays: only reset() enables the box.
+    // A disabled box stays disabled; only reset() enables it.
     m_state.setCommon();
     if (m_emitValueChanged)
         Q_EMIT valueChanged();

@@ -59,7 +59,7 @@ void MultiEditRadioButtonGroup::setValue(const boost::any& value)
         Q_EMIT valueChanged();
 }
 
-// A checked radio button cannot be unchecked for as long as it is exclusive.
+// A checked radio button cannot be unchecked while it is exclusive.
 void MultiEditRadioButtonGroup::forceVaries()
 {
     m_state.setVaries();

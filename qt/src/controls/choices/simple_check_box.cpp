@@ -19,7 +19,7 @@ SimpleCheckBox* SimpleCheckBox::create(const QString& label, QWidget* parent)
 SimpleCheckBox::SimpleCheckBox(const QString& label, QWidget* parent)
     : QWidget(parent)
 {
-    // Before there is a box: a screen reader may ask for it while it is made.
+    // Before the box is made: a screen reader may ask for it during its construction.
     detail::installVariesAccessible();
     auto* layout = new QHBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);

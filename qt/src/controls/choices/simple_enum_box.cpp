@@ -28,8 +28,8 @@ using detail::noFlags;
 // The list takes the spare room, not the caption.
 constexpr int stretchOfList = 1;
 
-// For the edit of a box without a validator: any text may stand there, though it
-// has a value only if it is the name of an entry.
+// For the edit of a box without a validator. Any text is allowed there, but only the name
+// of an entry has a value.
 struct AnyTextValidator : public IValidator
 {
     bool validate(const QString& text, boost::any& value, const std::bitset<32>&) override
@@ -188,7 +188,7 @@ void SimpleEnumBox::selectByValue(const boost::any& value)
 // If the validator throws, the box is left without a value.
 QString SimpleEnumBox::written(const boost::any& value)
 {
-    const IValidator::pointer validator = m_validator; // It may have itself exchanged.
+    const IValidator::pointer validator = m_validator; // It may replace m_validator.
     try {
         return validator->reformat(value, noFlags);
     } catch (...) {
@@ -221,19 +221,19 @@ boost::any SimpleEnumBox::getSelectedValue() const
     return value ? *value : boost::any();
 }
 
-// The value of the current row, without a copy of it; null for none.
+// Points to the value of the current row; null if it has none.
 const boost::any* SimpleEnumBox::valueOfRow() const
 {
     const int i = m_combo->currentIndex();
     VRN_ASSERT(i >= 0 && i < m_combo->count())("i", i)("count", m_combo->count());
-    // The rows behind those of the values are no values: the various entry, and
-    // texts that were entered while the box was editable.
+    // The rows after the values have no value: the various entry, and texts that were
+    // entered while the box was editable.
     const bool isValue = i >= 0 && static_cast<std::size_t>(i) < m_values.size();
     return isValue ? &m_values[static_cast<std::size_t>(i)].second : nullptr;
 }
 
-// A copy of the value for each object of a selection would cost more than to
-// compare it.
+// This is asked for each object of a selection, and copying the value would cost more than
+// comparing it.
 bool SimpleEnumBox::isSelected(const boost::any& value) const
 {
     if (!m_combo || m_combo->isEditable() || m_values.empty())
@@ -297,20 +297,20 @@ void SimpleEnumBox::setEditable(bool editable, IValidator::pointer validator)
     }
     if (!hasLineEdit())
         makeLineEdit();
-    // Not unique: each call makes valueChanged() come once more.
+    // Not a unique connection: each call makes an entered text emit once more.
     vrn_connect(
         m_lineEdit.data(), &SimpleLineEdit::valueChanged, this, &SimpleEnumBox::onEditingFinished);
     ++m_timesMadeEditable;
 }
 
-// The combo box destroys its edit when it is no longer editable, and takes
-// another one when it is so again.
+// The combo box destroys its edit when it stops being editable, and takes another one
+// when it becomes editable again.
 bool SimpleEnumBox::hasLineEdit() const
 {
     return m_lineEdit && m_edit && m_edit == m_combo->lineEdit();
 }
 
-// The control around the edit is a child of the parent, where nobody may see it.
+// The control around the edit is a hidden child of the parent.
 void SimpleEnumBox::makeLineEdit()
 {
     dropLineEdit();
@@ -323,23 +323,23 @@ void SimpleEnumBox::makeLineEdit()
     m_combo->setLineEdit(m_edit);
     m_hasNoValue = false;
     vrn_connect(m_edit.data(), &QLineEdit::textEdited, this, &SimpleEnumBox::onTextEdited);
-    // However the edit goes, there is no use for the control without it.
+    // The control is of no use once the edit is destroyed, for whatever reason.
     vrn_connect(m_edit.data(), &QObject::destroyed, m_lineEdit.data(), &QObject::deleteLater);
-    // A control that was dropped took no connection with it.
+    // The new control gets as many connections as the one before had.
     for (int i = 0; i < m_timesMadeEditable; ++i) {
         vrn_connect(m_lineEdit.data(), &SimpleLineEdit::valueChanged, this,
             &SimpleEnumBox::onEditingFinished);
     }
 }
 
-// Its signal may be the one that is being handled, and a program that deletes the
-// children of the parent one by one has it in its list.
+// Deleted later, because the signal being handled may be its own, and because a program
+// may be deleting a list of the parent's children one by one.
 void SimpleEnumBox::dropLineEdit()
 {
     if (!m_lineEdit)
         return;
     m_lineEdit->disconnect(this);
-    if (m_edit) // The combo box still hears of its text, though it is no longer shown.
+    if (m_edit) // The combo box is still connected to it, though it is no longer shown.
         m_edit->disconnect(m_combo);
     if (m_lineEdit->parent())
         m_lineEdit->deleteLater();
@@ -371,7 +371,7 @@ void SimpleEnumBox::onEditingFinished()
     if (combo.getCurrentId() == VRN_QT4_ComboBox::getVariousId())
         return;
     const QString text = combo.lineEdit()->text();
-    // The combo box tells of its entries itself.
+    // For the text of an entry the combo box emits its own signal.
     if (!getValueForName(text).empty())
         return;
     const detail::Alive alive(this, m_combo);

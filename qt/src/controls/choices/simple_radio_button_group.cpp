@@ -43,7 +43,7 @@ SimpleRadioButtonGroup::SimpleRadioButtonGroup(const QString& title, const Named
     , m_listener(std::make_unique<QObject>())
 {
     VRN_ASSERT(!m_values.empty());
-    // Before there are buttons: a screen reader may ask for the widget around them.
+    // Before the buttons are made: a screen reader may ask for the widget around them.
     detail::installVariesAccessible();
     setAccessibleName(detail::withoutMnemonic(title));
 
@@ -66,11 +66,11 @@ SimpleRadioButtonGroup::SimpleRadioButtonGroup(const QString& title, const Named
         layouter->onAdd(button);
         if (buttonGroup)
             buttonGroup->addButton(button, -1);
-        // Without an order the map could not even be asked.
+        // Without an order the map cannot even be searched.
         if (m_lessFn)
             m_value2button[value] = button;
         m_button2value[button] = value;
-        // The layouter may have put the button into a widget that goes before this one.
+        // The layouter may have put the button into a widget that is destroyed before this.
         vrn_connect(
             button, &QObject::destroyed, m_listener.get(), [this, button] { forget(button); });
     }
@@ -122,8 +122,8 @@ void SimpleRadioButtonGroup::setValueEnabled(const boost::any& value, bool enabl
 
 void SimpleRadioButtonGroup::setValuesEnabled(bool enabled)
 {
-    // A disabled button gives the focus away, and a slot that is told of that may
-    // destroy this group.
+    // A button that is disabled loses the focus, and a slot that is told so may destroy
+    // this group.
     std::vector<QPointer<QRadioButton>> buttons;
     for (auto it = m_value2button.begin(); it != m_value2button.end(); ++it) {
         VRN_ASSERT(it->second);
@@ -141,7 +141,7 @@ const boost::any& SimpleRadioButtonGroup::firstValue() const
     return m_values.empty() ? none : m_values.front().second;
 }
 
-// Null, after a report, if there is none.
+// Reports a value without a button and returns null.
 QRadioButton* SimpleRadioButtonGroup::buttonOf(const boost::any& value) const
 {
     const auto it = m_value2button.find(value);

@@ -17,7 +17,7 @@ void MultiEditControlBase::setCanBeSaved(const std::string& id,
 
 bool MultiEditControlBase::save(vrn::KeyValueStorage& storage) const
 {
-    // The function may set others in its place, or destroy the control.
+    // A copy: the function may replace itself or destroy the control.
     const auto saver = m_saver;
     return saver && saver(storage);
 }

@@ -9,7 +9,7 @@ namespace vrn::qt {
 OnValueChangedHook::OnValueChangedHook(QObject* sender, boost::function<void()>&& fn)
     : m_fn(std::move(fn))
 {
-    // By name: a sender of any class will do that has the signal.
+    // By name, so that the sender may be of any class that has the signal.
     const bool hasSignal = sender && sender->metaObject()->indexOfSignal("valueChanged()") != -1;
     VRN_ASSERT(hasSignal);
     if (hasSignal)
@@ -20,7 +20,7 @@ OnValueChangedHook::~OnValueChangedHook() = default;
 
 void OnValueChangedHook::onValueChanged()
 {
-    // A copy: the function may destroy this hook, and itself with it.
+    // A copy: the function may destroy this hook and so itself.
     const auto fn = m_fn;
     fn();
 }

@@ -13,14 +13,14 @@
 namespace vrn::qt::detail {
 namespace {
 
-// A control that is being destroyed does not vary: it is a mere QObject by then.
+// A control that is being destroyed is only a QObject here, and does not vary.
 bool varies(const QObject* object)
 {
     const auto* control = dynamic_cast<const MultiEditControlBase*>(object);
     return control && control->dataVaries();
 }
 
-// A control, or a part of one, that says when the control varies.
+// For a control, or a part of one: its value says when the control varies.
 class VariesAccessible : public QAccessibleWidget
 {
 public:
@@ -39,8 +39,8 @@ protected:
     virtual bool dataVaries() const { return varies(object()); }
 };
 
-// What Qt's own interfaces of check boxes and checkable group boxes say, which
-// cannot be derived from.
+// Answers as Qt's own interfaces of check boxes and checkable group boxes do. Those cannot
+// be derived from.
 class CheckableAccessible : public VariesAccessible
 {
 public:
@@ -88,7 +88,7 @@ public:
 protected:
     virtual QString caption() const = 0;
     virtual bool isChecked() const = 0;
-    // As the user does.
+    // Does what a click of the user does.
     virtual void click() = 0;
 };
 
@@ -139,8 +139,8 @@ bool isPartOfCheckBox(const QObject* object)
     return object->parent() && object->parent()->inherits("vrn::qt::SimpleCheckBox");
 }
 
-// Qt asks for each class of the object, the most derived one first. The controls are
-// known by the names of their classes: they use this file, not the other way round.
+// Qt asks for each class of the object, the most derived one first. The controls use this
+// file, so it knows them only by the names of their classes.
 QAccessibleInterface* createAccessible(const QString& className, QObject* object)
 {
     if (className == QLatin1String("QCheckBox") && isPartOfCheckBox(object))
@@ -158,7 +158,7 @@ QAccessibleInterface* createAccessible(const QString& className, QObject* object
 
 void installVariesAccessible()
 {
-    // A factory that is in already is not taken in again.
+    // Qt ignores a factory that is installed already.
     QAccessible::installFactory(&createAccessible);
 }
 

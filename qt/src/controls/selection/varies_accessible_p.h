@@ -2,13 +2,14 @@
 
 namespace vrn::qt::detail {
 
-/// From here on getVariesString() is the accessible value of a SimpleCheckBox
-/// and the box in it, a MultiEditGroupBox and a SimpleRadioButtonGroup for as
-/// long as they vary. May be called any number of times.
+/// Makes getVariesString() the accessible value of each control that varies: of a
+/// SimpleCheckBox and its inner box, a MultiEditGroupBox and a SimpleRadioButtonGroup.
+/// May be called any number of times.
 ///
-/// To be called when such a control is made, while its class is not yet that of
-/// a multi-edit control: Qt keeps what it finds for a widget the first time. So
-/// each time the value is asked for, it is looked up whether the control varies.
+/// A control calls it in its constructor, before Qt creates the accessible interface. Qt
+/// keeps the first interface that it finds for a widget, and it may look for one while the
+/// widget is not yet a multi-edit control. So the interface checks whether the control
+/// varies each time the value is asked for.
 void installVariesAccessible();
 
 } // namespace vrn::qt::detail

@@ -18,8 +18,8 @@ struct CheckStates
     static boost::any valueIn(const QString& shown) { return shown.startsWith('+'); }
     static boost::any valueOtherThan(const QString& shown) { return !shown.startsWith('+'); }
 
-    /// False if the action is not one of the program's. An int and no value at all are
-    /// not a `bool`.
+    /// Returns false for an action of the user. Some values are not a `bool`: an int, and
+    /// no value at all.
     template <typename Control>
     static bool performAsProgram(Control& control, const QString& action)
     {

@@ -55,8 +55,8 @@ inline void pick(QWidget& box, int row)
     QTest::keyClick(combo.view(), Qt::Key_Return);
 }
 
-/// Puts the text into the edit as a user does: all at once selected, the keys in
-/// its place. The combo box has the keyboard for its edit.
+/// Replaces the text in the edit as a user does: selects it all and types. The keys go to
+/// the combo box, which passes them on to its edit.
 inline void type(QWidget& box, const QString& text)
 {
     comboOf(box).lineEdit()->selectAll();

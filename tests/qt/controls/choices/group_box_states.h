@@ -43,7 +43,7 @@ struct GroupBoxStates : public CheckStates
             clickOn(&control);
             return;
         }
-        // A disabled box does not get the focus, and no key without it.
+        // A disabled box does not get the focus, and so no key either.
         control.setFocus();
         if (control.window()->focusWidget() == &control)
             QTest::keyClick(&control, Qt::Key_Space);

@@ -35,7 +35,7 @@ inline QStringList checkedIn(const QWidget& widget)
     return names;
 }
 
-/// Of a group of threeGrades() that is alone in its window.
+/// For a group of threeGrades() that is alone in its window.
 struct RadioGroupStates
 {
     using Control = vrn::qt::MultiEditRadioButtonGroup;

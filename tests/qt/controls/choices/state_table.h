@@ -61,7 +61,7 @@ public:
         return m_transitions.value({state, action});
     }
 
-    /// The shortest way there for a new control.
+    /// The fewest actions that bring a new control into `state`.
     QStringList wayTo(const QString& state) const
     {
         QHash<QString, QStringList> ways = {{m_states.first(), {}}};
@@ -102,8 +102,8 @@ private:
     QHash<QPair<QString, QString>, Transition> m_transitions;
 };
 
-/// The base of a test that goes through the table of a control, a row a cell. `Kind` says
-/// what the control has of its own, as CheckBoxStates does.
+/// The base of a test with one row for each cell of a table. `Kind` has the table and knows
+/// the control; see CheckBoxStates.
 template <typename Kind>
 class StateTableTest : public TestObject
 {
@@ -155,7 +155,7 @@ protected:
 
     static void verifyEnd(Control& control) { QCOMPARE(stateOf(control), due().end); }
 
-    /// Whether the control is fresh shows by a read only, so it is of no use afterwards.
+    /// Only a read shows whether the control is fresh, so it is of no use afterwards.
     static QString stateOf(Control& control)
     {
         const QString shown = Kind::shown(control);
@@ -171,6 +171,18 @@ protected:
         QSignalSpy valueChanged(&control, &Control::valueChanged);
         perform(control);
         QCOMPARE(valueChanged.count(), due().signalCount);
+        verifyEnd(control);
+    }
+
+    void verifySuspendedCell(Control& control)
+    {
+        bringIntoStart(control);
+        QSignalSpy valueChanged(&control, &Control::valueChanged);
+        control.suspendValueChangedSignal();
+        perform(control);
+        // No signal is sent afterwards instead.
+        control.resumeValueChangedSignal();
+        QCOMPARE(valueChanged.count(), 0);
         verifyEnd(control);
     }
 };

@@ -45,23 +45,7 @@ private Q_SLOTS:
         TestObject::cleanup();
     }
 
-    // --- values
-
-    void theTextOfAnEntryIsItsValue()
-    {
-        SimpleEnumBox* box = createEditable(strength());
-        setText(*box, "S275");
-        QCOMPARE(box->getSelectedValue(), boost::any(275));
-    }
-
-    void anyOtherTextGoesThroughTheValidator()
-    {
-        SimpleEnumBox* box = createEditable(strength());
-        setText(*box, "460");
-        QCOMPARE(box->getSelectedValue(), boost::any(460));
-        setText(*box, "S460");
-        QCOMPARE(box->getSelectedValue(), boost::any());
-    }
+    // --- values; tst_enum_box_signals has those of a box with a validator
 
     void withoutAValidatorOnlyEntriesHaveValues()
     {
@@ -107,16 +91,6 @@ private Q_SLOTS:
         box->selectByValue(235);
         QCOMPARE(textOf(*box), QString("S235"));
         QCOMPARE(comboOf(*box).currentIndex(), 0);
-    }
-
-    void anyOtherValueShowsItsText()
-    {
-        SimpleEnumBox* box = createEditable(strength());
-        comboOf(*box).setCurrentIndex(1);
-        box->selectByValue(460);
-        QCOMPARE(textOf(*box), QString("460"));
-        QCOMPARE(comboOf(*box).currentIndex(), 1);
-        QCOMPARE(box->getSelectedValue(), boost::any(460));
     }
 
     void anyOtherValueWithoutAValidatorIsReported()
@@ -238,7 +212,7 @@ private Q_SLOTS:
         QCOMPARE(changed.count(), signalsOfOneText);
     }
 
-    // A validator's texts emit as tst_enum_box_signals has it; there is no value here.
+    // With a validator, tst_enum_box_signals counts the signals. Here the text has no value.
     void withoutAValidatorOnlyAPickEmits()
     {
         SimpleEnumBox* box = createEditable(nullptr);
@@ -383,7 +357,7 @@ private Q_SLOTS:
         QCOMPARE(shells().size(), 1);
         QVERIFY(!shells().front()->isVisible());
         QVERIFY(comboOf(*box).lineEdit()->isVisible());
-        // Where it would stand, the window has the mouse.
+        // The mouse reaches the window where the control would be.
         QVERIFY(m_form->childAt(1, 1) != shells().front());
     }
 

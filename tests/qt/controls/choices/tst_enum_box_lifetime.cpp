@@ -174,20 +174,6 @@ private Q_SLOTS:
         QVERIFY(!shellsIn(*m_form).front()->isVisible());
     }
 
-    void thousandsOfBoxesLeaveNothing()
-    {
-        const int before = int(QApplication::allWidgets().size());
-        for (int i = 0; i < 1000; ++i) {
-            auto* box = MultiEditEnumBox::create(m_form, "Steel", &vrn::any_equal<int>);
-            box->setValues(steels());
-            box->setEditable(true, strength());
-            box->forceVaries();
-            delete box;
-        }
-        deleteDeferred();
-        QCOMPARE(int(QApplication::allWidgets().size()), before);
-    }
-
 private:
     QPointer<QWidget> m_form;
     QPointer<MultiEditEnumBox> m_box;

@@ -328,7 +328,7 @@ private:
         // clang-format on
     }
 
-    // A user who types it has the box vary, also one that is fresh.
+    // A user who types it makes any box vary, even a fresh one.
     static void addRowsOfTheVariesText()
     {
         const Start commonAgain = {"common after varies", true, [](auto& b) {

@@ -27,7 +27,7 @@ using Labels = std::deque<QString>;
 // Stands for an entry that is not in the storage.
 const std::string missing = "(missing)";
 
-// Opens what derived classes have.
+// Makes public what derived classes can use.
 class Group : public MultiEditCheckBoxGroup
 {
 public:
@@ -73,8 +73,8 @@ struct Page
         return letters;
     }
 
-    // A letter for each box: "f" if it is fresh, "-" if not. This shows by a read
-    // only, so the page is not of use any more.
+    // A letter for each box: "f" if it is fresh, "-" if not. Only a read shows
+    // this, so the page is of no use afterwards.
     QString freshBoxes() const
     {
         QString letters;
@@ -175,7 +175,7 @@ private Q_SLOTS:
         row("the second varies, the first is unchecked", "uvu", {}, 'v');
         row("the last varies", "ccv", {}, 'v');
         row("the first varies and nothing else: a plain value", "vcc", {}, 'c');
-        row("all vary: so it is", "vvv", {}, 'c');
+        row("all vary: a plain value as well", "vvv", {}, 'c');
         row("a disabled box does not count", "cuc", {1}, 'c');
         row("a disabled box that varies does not count", "cvc", {1}, 'c');
         row("the first enabled box varies", "uvc", {0}, 'c');
@@ -390,7 +390,7 @@ private Q_SLOTS:
         expectAssert("parent");
         expectAssert("parent");
         const MultiEditCheckBoxGroup group(nullptr, layouter, {"x"}, {});
-        // The layout takes them in.
+        // The layout gives them a parent.
         QCOMPARE(form.findChildren<MultiEditCheckBox*>().size(), 2);
     }
 
@@ -577,7 +577,7 @@ private Q_SLOTS:
         QCOMPARE(page.shown(), QString("cuuc"));
     }
 
-    // Where only the inner boxes send a signal.
+    // While "All" is toggled, only the inner boxes send a signal.
     void aBoxMayBeDestroyedWhileAllIsToggled()
     {
         const Page page;

@@ -35,7 +35,7 @@ struct Box
     QChar shown() const { return varies() ? 'v' : isChecked() ? 'c' : 'u'; }
 };
 
-// What the rules of the group come to.
+// A model of the group.
 struct Model
 {
     std::array<Box, boxCount> boxes;
@@ -46,8 +46,8 @@ struct Model
     // of the last action.
     QStringList due;
 
-    // Signals of a box: each brings "All" up to date and is passed on. The state of
-    // the box is final by the first of them, unless it is being reset or read.
+    // Each signal of a box updates "All" and is passed on. At the first of them the box
+    // already has its final state, unless it is being reset or read.
     void changed(int signalCount)
     {
         for (int i = 0; i < signalCount; ++i) {

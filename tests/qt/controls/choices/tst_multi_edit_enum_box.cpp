@@ -160,18 +160,6 @@ private Q_SLOTS:
         QCOMPARE(textOf(*box), getVariesString());
     }
 
-    void unlistedValuesOfAnEditableBoxAreCompared()
-    {
-        MultiEditEnumBox* box = createFilled();
-        box->setEditable(true, strength());
-        box->readValue(460);
-        box->readValue(460);
-        QVERIFY(!box->dataVaries());
-        QCOMPARE(box->getCurrentValue(), boost::any(460));
-        box->readValue(461);
-        QVERIFY(box->dataVaries());
-    }
-
     // --- the various entry
 
     void theVariousEntryStaysUntilReset()
@@ -279,20 +267,6 @@ private Q_SLOTS:
             QVERIFY(box->getCurrentValue().empty());
             QCOMPARE(changed.count(), 0);
         }
-    }
-
-    void aTextTypedOverAVaryingBoxIsKeptInAnyLanguage()
-    {
-        MultiEditEnumBox* box = createFilled();
-        box->setEditable(true, strength());
-        box->forceVaries();
-        type(*box, "460");
-        OtherLanguage german;
-        german.change();
-        deliverLanguage();
-        QCOMPARE(textOf(*box), QString("460"));
-        QVERIFY(!box->dataVaries());
-        QCOMPARE(box->getCurrentValue(), boost::any(460));
     }
 
     // --- a validator that throws

@@ -17,8 +17,7 @@ using namespace vrn::test;
 
 namespace {
 
-// What the rules of the box come to, for steels() and strength(): a state
-// machine that knows no widget.
+// A model of a box with steels() and strength(): a state machine without a widget.
 class Model
 {
 public:
@@ -38,7 +37,7 @@ public:
         m_various = -1;
         index = 0;
         m_text = rows[0];
-        // The text has changed, if only for a moment.
+        // The text has changed, even if only for a moment.
         varies = varies && !m_editable;
     }
 
@@ -118,7 +117,7 @@ public:
     {
         if (!m_editable)
             return;
-        // Even if the same text comes out: it was another one in between.
+        // Even if the text is the same in the end, it was another one in between.
         m_text = text;
         if (text == getVariesString())
             selectVarious();
@@ -175,7 +174,7 @@ private:
             return;
         if (index != m_various)
             m_rowBefore = index;
-        // Typed over another row, the text itself is not what was shown before.
+        // If the text was typed over another row, it is not what was shown before.
         m_textBefore = shown() == getVariesString() ? rows[m_rowBefore] : shown();
         select(m_various);
     }
@@ -218,7 +217,7 @@ private:
         textChanged();
     }
 
-    // A box that varies by its user has learned as much as one that has read it.
+    // A user who types the varies text leaves a box that is not fresh.
     void textChanged()
     {
         varies = showsVarious();
@@ -239,7 +238,7 @@ private:
         selected();
     }
 
-    // Of the line edit: it clamps and formats, and tells of what is no entry.
+    // What the line edit does: it clamps and formats, and emits if the text is not an entry.
     void finish()
     {
         if (m_text == getVariesString())
@@ -324,7 +323,7 @@ private:
         return actions;
     }
 
-    // A number that an editable box had may be no longer in its list.
+    // A number from the time when the box was editable may not be in its list.
     void read(int number)
     {
         if (!mayBeSelected(number))

@@ -69,7 +69,7 @@ private Q_SLOTS:
         Group* group = RadioGroupStates::createIn(&form, useGroupBox, useButtonGroup);
         group->resize(200, 200);
         form.show();
-        // Arrow keys go by the focus.
+        // An arrow key needs the focus.
         if (action == "Down" || action == "Up") {
             form.activateWindow();
             QVERIFY(QTest::qWaitForWindowActive(&form));
@@ -202,7 +202,7 @@ private Q_SLOTS:
         QCOMPARE(group->getCurrentValue(), boost::any(275));
     }
 
-    // Without one, as after an unknown value, the first value stands for it.
+    // The first value stands in for a missing selection, as after an unknown value.
     void withoutACheckedButtonReadsAreComparedWithTheFirstValue()
     {
         m_group->forceVaries();
@@ -223,7 +223,7 @@ private Q_SLOTS:
         QCOMPARE(valueChanged.count(), 1);
     }
 
-    // With the value read first and the selected one second.
+    // Its first argument is the value read, its second the selected one.
     void theComparisonIsAskedFromTheSecondReadUntilOneDiffers()
     {
         static QStringList asked;

@@ -83,7 +83,7 @@ private Q_SLOTS:
         form.activateWindow();
         QVERIFY(QTest::qWaitForWindowActive(&form));
         QTest::keyClick(&form, Qt::Key_V, Qt::AltModifier);
-        // Qt shows the box pressed for a moment first.
+        // At first Qt shows the box pressed for a moment.
         QTRY_VERIFY(control->isChecked());
     }
 

@@ -24,7 +24,7 @@ using Equal = bool (*)(const boost::any&, const boost::any&);
 
 constexpr Equal equalInts = &vrn::any_equal<int>;
 
-// With the protected side open, and a count of what is virtual.
+// Makes protected functions public and counts the calls of virtual ones.
 class OpenBox : public SimpleEnumBox
 {
 public:
@@ -256,7 +256,7 @@ private Q_SLOTS:
         QVERIFY(!never.anyEq(boost::any(), boost::any()));
     }
 
-    // --- selecting; tst_enum_box_signals has which row and how many signals
+    // --- selecting; for rows and signals see tst_enum_box_signals
 
     void anUnknownValueIsReportedAndChangesNothing_data()
     {

@@ -57,7 +57,7 @@ QStringList enabledIn(const QWidget& widget)
 
 using Create = std::function<void(QWidget*)>;
 
-// An order as an application writes it, which throws at a value of another type.
+// An order as applications write it. It throws if a value has another type.
 bool castAndCompare(const boost::any& a, const boost::any& b)
 {
     return boost::any_cast<int>(a) < boost::any_cast<int>(b);
@@ -274,7 +274,7 @@ private Q_SLOTS:
         group->setValuesEnabled(true);
     }
 
-    // The buttons belong to the container of the caller's layouter.
+    // The buttons are children of the container that the caller's layouter fills.
     void theContainerOfTheButtonsMayGoFirst()
     {
         QWidget form;

@@ -106,7 +106,7 @@ private Q_SLOTS:
         KeyValueStorage storage;
         storage["span"] = 1;
         KeyValueStorage taken = std::move(storage);
-        // Not by chance: a move copies.
+        // A move copies, on purpose.
         QCOMPARE(storage.find("span")->second, boost::any(1)); // NOLINT(bugprone-use-after-move)
         KeyValueStorage assigned;
         assigned = std::move(taken);

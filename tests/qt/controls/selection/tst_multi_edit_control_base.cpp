@@ -24,7 +24,7 @@ namespace {
 using Saver = boost::function<bool(KeyValueStorage&)>;
 using Loader = boost::function<void(const KeyValueStorage&)>;
 
-// A control of bools with the saver and the loader that others are shaped after.
+// A control for a bool, with a saver and a loader of the usual shape.
 struct Switch : public MultiEditValue
 {
     explicit Switch(const std::string& id)
@@ -280,8 +280,8 @@ private Q_SLOTS:
         }
     }
 
-    // What lets an application tell an edit from a walk through the fields: the field
-    // rounds a value once, when it is read.
+    // A field rounds a value only once, when it is read. So an application can tell an
+    // edit from a walk through the fields.
     void anUntouchedFieldGivesWhatItGave_data()
     {
         namespace units = vrn::units;
@@ -359,7 +359,7 @@ private Q_SLOTS:
         QFETCH(Doubles, written);
         DepthField field;
         Form form;
-        field.read({7.0}); // Another selection, before.
+        field.read({7.0}); // An earlier selection.
         field.read(depths);
         form.open(field.control);
         act(*field.control, form);

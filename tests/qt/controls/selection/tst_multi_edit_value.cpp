@@ -14,7 +14,7 @@ using vrn::test::row;
 
 namespace {
 
-// What the predicate was asked, in order.
+// The arguments of the predicate, call by call.
 std::vector<std::pair<boost::any, boost::any>> asked;
 
 bool recordingDiffer(const boost::any& a, const boost::any& b)

@@ -17,7 +17,7 @@ bool countingDiffer(const boost::any& a, const boost::any& b)
     return vrn::any_differ<int>(a, b);
 }
 
-// A control beside the table of its states. The value 0 stands for an empty one.
+// A control beside a model of it. The number 0 stands for an empty value.
 class Beside : public vrn::test::Subject
 {
 public:

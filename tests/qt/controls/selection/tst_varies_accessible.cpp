@@ -137,7 +137,7 @@ private Q_SLOTS:
         QAccessible::installUpdateHandler(nullptr);
     }
 
-    // Somebody may still ask for the box when all that is left around it is a widget.
+    // The box may still be asked when the control around it is only a widget.
     void aControlThatIsBeingDestroyedDoesNotVary()
     {
         QWidget form;
