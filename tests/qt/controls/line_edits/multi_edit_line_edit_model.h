@@ -13,10 +13,33 @@
 
 namespace vrn::test {
 
-/// What the rules of a MultiEditLineEdit come to for percentage(), as a plain
-/// state machine.
-struct MultiEditLineEditModel
+/// What percentage() makes of values and texts.
+struct Percentages
 {
+    using Value = double;
+
+    static QString written(double value)
+    {
+        return QString::number(qBound(0.0, value, 100.0), 'f', 1);
+    }
+
+    static QString rewritten(const QString& text) { return written(text.toDouble()); }
+
+    static boost::any valueOf(const QString& text) { return qMin(text.toDouble(), 100.0); }
+
+    static bool accepts(const QString& text)
+    {
+        static const QRegularExpression number(QStringLiteral("^([0-9]+\\.?[0-9]*|\\.[0-9]+)$"));
+        return number.match(text).hasMatch();
+    }
+};
+
+/// What the rules of a MultiEditLineEdit come to, as a plain state machine.
+template <typename Values>
+struct MultiEditModel
+{
+    using Value = typename Values::Value;
+
     bool fresh = true;
     bool varies = false;
     bool valid = false;
@@ -24,31 +47,26 @@ struct MultiEditLineEditModel
     QString variesText; ///< As it was last shown; null since a value was shown.
     int due = 0; ///< valueChanged
 
-    static QString written(double value)
-    {
-        return QString::number(qBound(0.0, value, 100.0), 'f', 1);
-    }
-
     void reset()
     {
         fresh = true;
         varies = false;
     }
 
-    void read(double value)
+    void read(const Value& value)
     {
         if (fresh) {
             fresh = false;
             set(value);
-        } else if (!varies && written(value) != text) {
+        } else if (!varies && Values::written(value) != text) {
             forceVaries();
         }
     }
 
-    void set(double value)
+    void set(const Value& value)
     {
         varies = false;
-        text = written(value);
+        text = Values::written(value);
         variesText = QString();
         valid = true;
     }
@@ -67,7 +85,7 @@ struct MultiEditLineEditModel
             variesText = text;
             return;
         }
-        valid = isNumber();
+        valid = Values::accepts(text);
         if (valid)
             varies = false;
     }
@@ -76,10 +94,10 @@ struct MultiEditLineEditModel
     {
         if (showsVaries())
             return;
-        valid = isNumber();
+        valid = Values::accepts(text);
         if (valid) {
             varies = false;
-            text = written(text.toDouble());
+            text = Values::rewritten(text);
         }
         ++due;
     }
@@ -95,21 +113,14 @@ struct MultiEditLineEditModel
         return text == vrn::qt::getVariesString() || (!variesText.isNull() && text == variesText);
     }
 
-    bool isNumber() const
-    {
-        static const QRegularExpression number(QStringLiteral("^([0-9]+\\.?[0-9]*|\\.[0-9]+)$"));
-        return number.match(text).hasMatch();
-    }
-
     /// Whether asking for the value is a broken contract: its text has gone, and
     /// neither a keystroke nor a value has come since.
-    bool hasLostItsText() const { return !varies && valid && !isNumber(); }
+    bool hasLostItsText() const { return !varies && valid && !Values::accepts(text); }
 
-    boost::any current() const
-    {
-        return varies || !valid ? boost::any() : boost::any(qMin(text.toDouble(), 100.0));
-    }
+    boost::any current() const { return varies || !valid ? boost::any() : Values::valueOf(text); }
 };
+
+using MultiEditLineEditModel = MultiEditModel<Percentages>;
 
 /// The actions of a user and of the application on a field, on the model too.
 template <typename Field, typename Model>

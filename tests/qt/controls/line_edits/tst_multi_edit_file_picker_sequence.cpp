@@ -1,10 +1,6 @@
 #include <vrn/qt/multi_edit_file_picker.h>
-#include <vrn/qt/multi_edit_line_edit.h>
-#include <vrn/qt/varies_string.h>
 
-#include <QLineEdit>
-
-#include "support/random_sequence.h"
+#include "multi_edit_line_edit_model.h"
 #include "support/test_main.h"
 #include "support/test_object.h"
 
@@ -12,59 +8,25 @@ using namespace vrn::qt;
 
 namespace {
 
-// What the rules of the control come to.
-struct Model
+// What the picker's validator makes of paths: a value is cut, a text is not.
+struct Paths
 {
-    bool fresh = true;
-    bool varies = false;
-    QString text;
-    int due = 0; // valueChanged
+    using Value = QString;
 
-    void reset()
-    {
-        fresh = true;
-        varies = false;
-    }
-    void read(const QString& value)
-    {
-        if (fresh) {
-            fresh = false;
-            set(value);
-        } else if (!varies && value != text) {
-            forceVaries();
-        }
-    }
-    void set(const QString& value)
-    {
-        varies = false;
-        text = value;
-    }
-    void forceVaries()
-    {
-        varies = true;
-        text = getVariesString();
-    }
-    void edited(const QString& newText)
-    {
-        text = newText;
-        varies = text == getVariesString();
-    }
-    void finished()
-    {
-        if (text == getVariesString())
-            return;
-        varies = false;
-        text = text.left(260); // The text is written anew from the value.
-        ++due;
-    }
+    static QString written(const QString& path) { return path; }
+    static QString rewritten(const QString& text) { return text.left(260); }
+    static boost::any valueOf(const QString& text) { return text.left(260).toStdString(); }
+    static bool accepts(const QString& /*text*/) { return true; }
+};
+
+struct Model : public vrn::test::MultiEditModel<Paths>
+{
+    Model() { valid = true; }
+
     void picked()
     {
         if (!varies)
             ++due;
-    }
-    boost::any current() const
-    {
-        return varies ? boost::any() : boost::any(text.left(260).toStdString());
     }
 };
 
