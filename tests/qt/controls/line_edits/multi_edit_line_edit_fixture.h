@@ -5,12 +5,20 @@
 #include <vrn/qt/varies_string.h>
 
 #include "line_edit_fixture.h"
+#include "support/row.h"
+
+#include <QSignalSpy>
 
 namespace vrn::test {
 
 /// What a user or the application does to a field of a Form.
 using MultiEditAction = std::function<void(vrn::qt::MultiEditLineEdit&, Form&)>;
 
+} // namespace vrn::test
+
+Q_DECLARE_METATYPE(vrn::test::MultiEditAction)
+
+namespace vrn::test {
 namespace action {
 
 inline MultiEditAction nothing()
@@ -69,6 +77,37 @@ inline MultiEditAction inOrder(const std::vector<MultiEditAction>& actions)
 
 } // namespace action
 
+/// The columns of a table of what actions do to a field; actionRow() adds a row, and
+/// verifyActions() goes through the one at hand. What needs no focus is held by the
+/// random sequences: their model knows the same rules.
+inline void addActionColumns()
+{
+    QTest::addColumn<MultiEditAction>("action");
+    QTest::addColumn<int>("valueChanged");
+    QTest::addColumn<bool>("varies");
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<boost::any>("current");
+}
+
+inline void actionRow(const char* name, const std::vector<MultiEditAction>& actions,
+    int valueChanged, bool varies, const QString& text, const boost::any& current)
+{
+    row(name, action::inOrder(actions), valueChanged, varies, text, current);
+}
+
+inline void verifyActions(vrn::qt::MultiEditLineEdit* field)
+{
+    QFETCH(MultiEditAction, action);
+    Form form;
+    form.open(field);
+    QSignalSpy valueChanged(field, &vrn::qt::MultiEditLineEdit::valueChanged);
+    action(*field, form);
+    QTEST(int(valueChanged.count()), "valueChanged");
+    QTEST(field->dataVaries(), "varies");
+    QTEST(field->edit()->text(), "text");
+    QTEST(field->getCurrentValue(), "current");
+}
+
 /// Whether the next read is the first one: it alone ends a variation. The
 /// control has another state afterwards.
 inline bool isFresh(vrn::qt::MultiEditControlBase& control, const boost::any& value)
@@ -101,5 +140,3 @@ struct CountingValidator : public vrn::qt::DoubleEditValidator
 };
 
 } // namespace vrn::test
-
-Q_DECLARE_METATYPE(vrn::test::MultiEditAction)

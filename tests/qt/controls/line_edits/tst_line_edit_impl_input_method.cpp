@@ -1,4 +1,5 @@
 #include "controls/line_edits/line_edit_impl_p.h"
+#include "support/row.h"
 #include "support/test_main.h"
 #include "support/test_object.h"
 
