@@ -34,9 +34,9 @@ inline QString redText()
 /// "validate 12".
 using Log = QStringList;
 
-/// Accepts decimal digits as an `int`, none of them as a missing value. The end
-/// of editing brings a number down to 500; formatting gives three digits. It
-/// writes down every call, and `before` runs in each, so that it can throw.
+/// Accepts decimal digits as an `int`, and an empty text as a missing value. The end of
+/// editing brings a number down to 500; formatting gives three digits. Every call is
+/// logged, and runs `before`, which may throw.
 struct DigitsValidator : public vrn::qt::IValidator
 {
     explicit DigitsValidator(Log* log = nullptr)
@@ -97,7 +97,7 @@ private:
     Log* m_log;
 };
 
-/// Throws from one of its operations, or from its hint function, while it is armed.
+/// While it is armed, it throws from one of its operations or from its hint function.
 struct ThrowingValidator : public DigitsValidator
 {
     explicit ThrowingValidator(const QString& operation)
@@ -115,7 +115,7 @@ struct ThrowingValidator : public DigitsValidator
     bool armed = false;
 };
 
-/// Says when it is destroyed.
+/// Sets a flag when it is destroyed.
 struct MortalValidator : public DigitsValidator
 {
     explicit MortalValidator(bool* gone)

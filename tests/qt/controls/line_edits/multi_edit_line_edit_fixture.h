@@ -46,7 +46,7 @@ inline MultiEditAction forceVaries()
     return [](vrn::qt::MultiEditLineEdit& field, Form&) { field.forceVaries(); };
 }
 
-/// Keys for `text`, in place of what stands in the field.
+/// Types `text` in place of what the field shows.
 inline MultiEditAction type(const QString& text)
 {
     return [text](vrn::qt::MultiEditLineEdit& field, Form&) {
@@ -77,9 +77,9 @@ inline MultiEditAction inOrder(const std::vector<MultiEditAction>& actions)
 
 } // namespace action
 
-/// The columns of a table of what actions do to a field; actionRow() adds a row, and
-/// verifyActions() goes through the one at hand. What needs no focus is held by the
-/// random sequences: their model knows the same rules.
+/// The columns of a table of what actions do to a field. actionRow() adds a row, and
+/// verifyActions() tests the current one. The random sequences hold the rules that need
+/// no focus.
 inline void addActionColumns()
 {
     QTest::addColumn<MultiEditAction>("action");
@@ -108,8 +108,8 @@ inline void verifyActions(vrn::qt::MultiEditLineEdit* field)
     QTEST(field->getCurrentValue(), "current");
 }
 
-/// Whether the next read is the first one: it alone ends a variation. The
-/// control has another state afterwards.
+/// Whether the next read is the first one, which alone ends a variation. The call
+/// changes the state of the control.
 inline bool isFresh(vrn::qt::MultiEditControlBase& control, const boost::any& value)
 {
     control.forceVaries();

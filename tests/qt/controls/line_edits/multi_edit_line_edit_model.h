@@ -113,8 +113,8 @@ struct MultiEditModel
         return text == vrn::qt::getVariesString() || (!variesText.isNull() && text == variesText);
     }
 
-    /// Whether asking for the value is a broken contract: its text has gone, and
-    /// neither a keystroke nor a value has come since.
+    /// Whether asking for the value breaks the contract: its text has gone, and neither a
+    /// keystroke nor a value has come since.
     bool hasLostItsText() const { return !varies && valid && !Values::accepts(text); }
 
     boost::any current() const { return varies || !valid ? boost::any() : Values::valueOf(text); }
@@ -122,7 +122,7 @@ struct MultiEditModel
 
 using MultiEditLineEditModel = MultiEditModel<Percentages>;
 
-/// The actions of a user and of the application on a field, on the model too.
+/// Performs the actions of a user and of the application on a field and on the model.
 template <typename Field, typename Model>
 class MultiEditLineEditSubject : public Subject
 {
@@ -251,7 +251,7 @@ private:
             m_model.edited(text.left(length));
     }
 
-    // What comes back is Qt's matter, and so is whether anything does. Keys come after it.
+    // Qt decides what comes back, if anything does. The cursor goes to the end for later keys.
     void undo()
     {
         m_textEdited.clear();

@@ -213,22 +213,6 @@ private Q_SLOTS:
         QCOMPARE(seen, QStringList({"34", "34", "34"}));
     }
 
-    void theTextOfAClickIsTakenOverWhenTheUserLeaves()
-    {
-        Form form;
-        SimpleLineEdit* field = form.open(createField());
-        QToolButton* button = field->addButton([](const QString&) { return "700"; }, {});
-        QSignalSpy valueChanged(field, &SimpleLineEdit::valueChanged);
-        QTest::mouseClick(button, Qt::LeftButton);
-        QCOMPARE(field->edit()->text(), QString("700"));
-        QVERIFY(field->isValueValid());
-        QCOMPARE(valueChanged.count(), 0);
-        form.leave();
-        QCOMPARE(valueChanged.count(), 1);
-        QCOMPARE(field->edit()->text(), QString("500"));
-        QVERIFY(field->isValueValid());
-    }
-
     void aButtonKeepsToTheRightEdge_data()
     {
         QTest::addColumn<unsigned int>("options");
@@ -478,7 +462,7 @@ private Q_SLOTS:
         QCOMPARE(field->edit()->styleSheet(), vrn::test::redText());
     }
 
-    // The edit alone: a control keeps its own one for so long.
+    // An edit by itself: a control keeps its edit until the slot has returned.
     void anEditMayGoInASlotOfAPickOrAClick()
     {
         for (const bool byHistory : {true, false}) {

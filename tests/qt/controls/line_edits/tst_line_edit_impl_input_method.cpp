@@ -106,7 +106,7 @@ private Q_SLOTS:
         }
     }
 
-    // What the edit cuts a text for. Without a gain it need not.
+    // This is why the edit cuts a text.
     void aLongTextTakesLessThanHalfTheTimeOfAPlainEdit()
     {
         const QString mebi(1024 * 1024, 'a');

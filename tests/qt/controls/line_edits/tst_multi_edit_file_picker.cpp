@@ -21,7 +21,7 @@ using vrn::test::row;
 
 namespace {
 
-// Value of a picker that offers no dialog.
+// The type of a picker without a dialog.
 constexpr auto noDialog = TypeofPath(4);
 
 boost::any text(const std::string& value)
@@ -120,7 +120,7 @@ private Q_SLOTS:
         }
     }
 
-    // The random sequences hold the states; this is a text that they do not type.
+    // The random sequences hold the other states; they do not type this text.
     void theVariesTextOfAnyLanguageIsNoPath()
     {
         MultiEditFilePicker picker(nullptr, noDialog);

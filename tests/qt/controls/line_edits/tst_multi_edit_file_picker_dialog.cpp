@@ -94,7 +94,7 @@ private Q_SLOTS:
         CatchingApplication::instance().caught.clear();
         m_folder = std::make_unique<QTemporaryDir>();
         QVERIFY(m_folder->isValid());
-        // Its own name for it, without links.
+        // Without links, as the dialog names it.
         m_root = QDir(m_folder->path()).canonicalPath();
         m_before = QDir::currentPath();
         make("here/");
@@ -198,7 +198,7 @@ private Q_SLOTS:
         QFETCH(QString, value);
         QFETCH(QString, start);
         QFETCH(QString, selected);
-        // Qt would go on where the last dialog has been.
+        // Qt would go on where the last dialog was.
         visit(at("data/sub"));
         MultiEditFilePicker picker(nullptr, TypeofPath(pathType));
         if (!value.isEmpty())
@@ -225,8 +225,8 @@ private Q_SLOTS:
         row("its folder is relative, and gone", "gone/a.txt", "gone");
     }
 
-    // The folder picker hands the folder of its value to the dialog, whether it is
-    // there or not; Qt's own function shows what comes of that.
+    // The folder picker hands the folder of its value to the dialog, whether it exists or not;
+    // Qt's own function shows what to expect.
     void aFolderIsAskedForAsByQt()
     {
         QFETCH(QString, value);
@@ -272,8 +272,7 @@ private Q_SLOTS:
         make("here/x");
         MultiEditFilePicker picker(nullptr, TypeofPath(pathType));
         picker.setFileName("name.txt");
-        // A folder: Qt selects a file in its own time, and may do so after the user
-        // has typed another.
+        // A folder, as Qt selects a file late, perhaps after the user has typed another.
         picker.setValue(text(at("data/")));
         QSignalSpy changed(&picker, &MultiEditFilePicker::valueChanged);
         QSignalSpy edited(picker.m_edit, &MultiEditLineEdit::valueChanged);
@@ -354,7 +353,7 @@ private Q_SLOTS:
         QSignalSpy changed(&picker, &MultiEditFilePicker::valueChanged);
         User user(cancel);
         QVERIFY_EXCEPTION_THROWN(QMetaObject::invokeMethod(&picker, "onPick"), boost::bad_any_cast);
-        // And by the button, as far as the application's notify().
+        // The exception of a click reaches the application's notify().
         QTest::mouseClick(picker.m_btn, Qt::LeftButton);
         QCOMPARE(CatchingApplication::instance().caught.size(), std::size_t(1));
         QCOMPARE(user.count, 0);
@@ -404,7 +403,7 @@ private Q_SLOTS:
             picker.m_btn->click();
         }
         QCOMPARE(picker.getCurrentValue(), text(at("names/" + name)));
-        // And the next dialog starts there.
+        // The next dialog starts there.
         User user([&](QFileDialog& dialog) {
             QCOMPARE(dialog.directory().canonicalPath(), at("names"));
             cancel(dialog);
@@ -479,7 +478,7 @@ private Q_SLOTS:
         QCOMPARE(picker.getCurrentValue(), text(at(deep + "/x.txt").left(260)));
     }
 
-    // Not the picker itself, which may go in any case.
+    // The edit alone, without its picker.
     void theEditMayGoWhileTheDialogIsOpen()
     {
         MultiEditFilePicker picker(nullptr, TypeofPathFile);

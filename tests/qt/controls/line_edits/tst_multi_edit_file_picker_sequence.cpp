@@ -8,7 +8,7 @@ using namespace vrn::qt;
 
 namespace {
 
-// What the picker's validator makes of paths: a value is cut, a text is not.
+// What the picker's validator makes of paths: it cuts a value, but not a text.
 struct Paths
 {
     using Value = QString;
@@ -92,8 +92,8 @@ public:
             break;
         case 9:
         case 10:
-            // What comes back is Qt's matter, and so is whether anything does. Keys come
-            // after it.
+            // Qt decides what comes back, if anything does. The cursor goes to the end for
+            // later keys.
             m_isEdited = false;
             QTest::keyClick(edit, Qt::Key_Z, Qt::ControlModifier);
             edit->end(false);
@@ -137,7 +137,7 @@ private:
         return {};
     }
 
-    // Of a type without a dialog, which the user would have to close.
+    // Its type has no dialog that the user would have to close.
     MultiEditFilePicker m_picker{nullptr, TypeofPath(4)};
     int m_count = 0;
     bool m_isEdited = false;

@@ -27,7 +27,7 @@ MultiEditLineEdit* create(IValidator* validator = percentage())
     return MultiEditLineEdit::create(nullptr, {}, validator, 0, ExpandHorizontal);
 }
 
-// What a derived class may do, and see.
+// What a derived class may do and see.
 class Derived : public MultiEditLineEdit
 {
 public:
@@ -100,10 +100,10 @@ private Q_SLOTS:
         const boost::any none;
         const auto varying = inOrder({read(1.0), read(2.0)});
         addActionColumns();
-        // QLineEdit tells of leaving if the text has changed since it last told.
+        // QLineEdit reports that it was left if the text has changed since its last report.
         actionRow("a fresh field, left", {leave()}, 0, false, "", none);
         actionRow("a value, left", {read(1.0), leave()}, 1, false, "1.0", 1.0);
-        // The text that the end of editing writes is such a change, too.
+        // The text that the end of editing writes is such a change.
         actionRow("a value, Enter, left", {read(1.0), enter(), leave()}, 2, false, "1.0", 1.0);
         actionRow("a text, left", {read(1.0), type("4"), leave()}, 1, false, "4.0", 4.0);
         actionRow("a text, Enter, a text, left", {type("4"), enter(), type("5"), leave()}, 2, false,
@@ -129,7 +129,7 @@ private Q_SLOTS:
 
     void whatActionsDo() { verifyActions(create()); }
 
-    // The flag is that of the value before; the text is no number.
+    // The validity is that of the value before; the text is not a number.
     void resetOfAVaryingFieldLeavesATextThatHasNoValue()
     {
         const QScopedPointer<MultiEditLineEdit> field(create());
@@ -156,7 +156,7 @@ private Q_SLOTS:
 
     // --- comparison
 
-    // Whatever is remembered of the values read, the text decides.
+    // The text decides, whatever the field remembers of earlier values.
     void everyPairAfterARunOfEqualValuesIsComparedAsText()
     {
         const double values[] = {0.0, -0.0, 0.04, -0.04, 1.0, 1.04, -1.0, 1e9, -1e9,
@@ -258,7 +258,7 @@ private Q_SLOTS:
         field->readValue(1.5);
         QCOMPARE(field->edit()->text(), QString("+1.5"));
         QVERIFY(!field->dataVaries());
-        // Another value shown meanwhile, and the first text put back by hand.
+        // Another value has been shown, and the first text is put back by hand.
         validator->prefix = "-";
         field->setValue(2.5);
         field->edit()->setText("+1.5");
@@ -329,7 +329,7 @@ private Q_SLOTS:
         field->readValue(1.0);
         action::type("2")(*field, form);
         QCOMPARE(field->edit()->styleSheet(), blackText());
-        // Pasted: no text on the way that would be validated.
+        // Pasted, so that no text on the way is validated.
         field->edit()->selectAll();
         field->edit()->insert(getVariesString());
         Q_EMIT field->edit()->textEdited(getVariesString());
@@ -339,7 +339,7 @@ private Q_SLOTS:
         QCOMPARE(field->edit()->styleSheet(), blackText());
     }
 
-    // Cut, it is not the whole varies text that undo brings back.
+    // Undo then brings back only a part of the varies text.
     void aCutVariesTextThatIsUndoneToIsNoValue()
     {
         Form form;
@@ -533,8 +533,6 @@ private Q_SLOTS:
         QCOMPARE(results[1], results[0]);
         QVERIFY2(!results[1].contains("dragged: ,"), qPrintable(results[1]));
     }
-
-    // --- a history entry
 
     // --- copyStateFrom
 

@@ -163,7 +163,7 @@ private Q_SLOTS:
         QTest::addColumn<bool>("everyWay");
         QTest::addColumn<QString>("text");
         for (const auto& [kind, validator] : validators()) {
-            // The way in is Qt's matter; three kinds are enough for all of them.
+            // Qt handles the ways in; three kinds are enough for all of them.
             const bool everyWay = kind == "number" || kind == "distance" || kind == "text";
             for (const auto& [name, text] : hostileTexts())
                 QTest::addRow("%s: %s", kind.constData(), name.constData())

@@ -70,7 +70,7 @@ public:
         QPalette palette;
     };
 
-    // Of a field that is painted once more after it is shown.
+    // What a field draws when it is painted again after it is shown.
     static std::vector<Drawing> drawingsOf(SimpleLineEdit& field)
     {
         ButtonRecorder recorder;
@@ -86,7 +86,7 @@ public:
     void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
         const QWidget* widget) const override
     {
-        // Those inside are drawn by the style in the course of the two.
+        // The style draws the other elements as parts of these two.
         if (const auto* button = qstyleoption_cast<const QStyleOptionButton*>(option)) {
             if (element == CE_PushButton || element == CE_PushButtonLabel) {
                 m_drawings.push_back({element, button->rect, button->text, button->palette});

@@ -64,7 +64,7 @@ private Q_SLOTS:
         CatchingApplication::instance().caught.clear();
     }
 
-    // Qt's edit with the focus reports the end of editing when it is destroyed.
+    // QLineEdit reports the end of editing if it is destroyed while it has the focus.
     void aDestroyedControlHasNoEndOfEditing()
     {
         vrn::test::Log log;
@@ -79,7 +79,7 @@ private Q_SLOTS:
         QCOMPARE(log, vrn::test::Log());
     }
 
-    // A window that goes takes the focus from its fields while they still live.
+    // A window that is destroyed takes the focus from its fields while they still live.
     void aDestroyedWindowIsLeft()
     {
         vrn::test::Log log;
@@ -111,7 +111,7 @@ private Q_SLOTS:
         };
         const Step set = [](SimpleLineEdit& f) {
             QVERIFY_EXCEPTION_THROWN(f.setValue(7), std::runtime_error);
-            // As in Qt's own calls of slots, the test goes on in the application.
+            // Qt passes the other exceptions to the application, which catches them.
             CatchingApplication::instance().caught.emplace_back("from the validator");
         };
         const Step pick = [](SimpleLineEdit& f) { clickFirstOfHistory(f); };
@@ -123,7 +123,7 @@ private Q_SLOTS:
             QTest::addRow("%s, leaving", operation)
                 << operation << leave << "12" << false << redText() << 0;
         }
-        // The hint is a matter of its own: editing ends.
+        // Editing ends whether the hint throws or not.
         row("the hint, Enter", "hint", enter, "012", true, blackText(), 1);
         row("the hint, leaving", "hint", leave, "012", true, blackText(), 1);
         row("the hint, a pick", "hint", pick, "500", true, blackText(), 1);

@@ -184,7 +184,7 @@ private Q_SLOTS:
         QCOMPARE(value, boost::any(100.0));
     }
 
-    // The colour is that of the last keystroke's validation.
+    // The colour comes from the validation of the last keystroke.
     void aRefusalAtTheEndAloneKeepsTheColour()
     {
         struct Strict : public DigitsValidator
@@ -339,7 +339,7 @@ private Q_SLOTS:
         SimpleLineEdit* field = form.open(createPercentage());
         QTest::keyClicks(field->edit(), "1");
         int changes = 0;
-        // Each is a repolish of the edit and its children.
+        // For each of them Qt polishes the edit and its children again.
         const vrn::test::EventWatch watch(field->edit(), [&](const QEvent& event) {
             if (event.type() == QEvent::StyleChange || event.type() == QEvent::Polish)
                 ++changes;
