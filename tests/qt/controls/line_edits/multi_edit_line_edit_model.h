@@ -18,6 +18,15 @@ struct Percentages
 {
     using Value = double;
 
+    /// Two of them are written alike, and one is beyond the maximum.
+    static double sample(unsigned index)
+    {
+        static const double values[] = {0.0, 1.0, 1.04, 2.5, 1e9};
+        return values[index % 5];
+    }
+
+    static boost::any boxed(double value) { return value; }
+
     static QString written(double value)
     {
         return QString::number(qBound(0.0, value, 100.0), 'f', 1);
@@ -36,7 +45,7 @@ struct Percentages
 
 /// What the rules of a MultiEditLineEdit come to, as a plain state machine.
 template <typename Values>
-struct MultiEditModel
+struct MultiEditModel : public Values
 {
     using Value = typename Values::Value;
 
@@ -129,7 +138,7 @@ class MultiEditLineEditSubject : public Subject
 public:
     explicit MultiEditLineEditSubject(Field* field)
         : m_field(field)
-        , m_valueChanged(field, &vrn::qt::MultiEditLineEdit::valueChanged)
+        , m_valueChanged(field, &Field::valueChanged)
         , m_textEdited(field->edit(), &QLineEdit::textEdited)
         , m_innerButton(field->addButton([this](const QString&) { return m_result; }, {}))
     {}
@@ -144,15 +153,13 @@ public:
 
     QString perform(int action, unsigned argument) override
     {
-        // Two that are written alike, and one beyond the maximum.
-        static const double values[] = {0.0, 1.0, 1.04, 2.5, 1e9};
-        const double value = values[argument % 5];
+        const auto value = Model::sample(argument);
         Model& model = m_model;
         switch (action) {
         case 0:
         case 1:
         case 2:
-            m_field->readValue(value);
+            m_field->readValue(Model::boxed(value));
             model.read(value);
             break;
         case 3:
@@ -160,7 +167,7 @@ public:
             model.reset();
             break;
         case 4:
-            m_field->setValue(value);
+            m_field->setValue(Model::boxed(value));
             model.set(value);
             break;
         case 5:
