@@ -16,8 +16,6 @@
 #include <QStyle>
 #include <QToolButton>
 
-#include <memory>
-
 using namespace vrn::qt;
 using detail::EditHintPopup;
 using detail::HistoryPopup;

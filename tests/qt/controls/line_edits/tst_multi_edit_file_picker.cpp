@@ -9,7 +9,6 @@
 #include <QSignalSpy>
 #include <QToolButton>
 
-#include "support/other_language.h"
 #include "support/row.h"
 #include "support/test_main.h"
 #include "support/test_object.h"
@@ -32,11 +31,6 @@ boost::any text(const std::string& value)
 void type(MultiEditFilePicker& picker, const QString& keys)
 {
     QTest::keyClicks(picker.m_edit->edit(), keys);
-}
-
-void pressEnter(MultiEditFilePicker& picker)
-{
-    QTest::keyClick(picker.m_edit->edit(), Qt::Key_Return);
 }
 
 } // namespace
@@ -118,26 +112,6 @@ private Q_SLOTS:
             picker.readValue(text("/a"));
             QCOMPARE(picker.getCurrentValue(), text("/a"));
         }
-    }
-
-    // The random sequences hold the other states; they do not type this text.
-    void theVariesTextOfAnyLanguageIsNoPath()
-    {
-        MultiEditFilePicker picker(nullptr, noDialog);
-        QSignalSpy changed(&picker, &MultiEditFilePicker::valueChanged);
-        picker.readValue(text("/a"));
-        QTest::keyClick(picker.m_edit->edit(), Qt::Key_A, Qt::ControlModifier);
-        type(picker, getVariesString());
-        pressEnter(picker);
-        QVERIFY(picker.dataVaries());
-        vrn::test::OtherLanguage german;
-        german.change();
-        vrn::test::deliverLanguage();
-        QCOMPARE(picker.m_edit->edit()->text(), getVariesString());
-        pressEnter(picker);
-        QVERIFY(picker.dataVaries());
-        QVERIFY(picker.getValue().empty());
-        QCOMPARE(changed.count(), 0);
     }
 
     void leavingTheFieldCountsOnceAndThePickAgain()

@@ -6,7 +6,6 @@
 #include <QFileSystemModel>
 #include <QLineEdit>
 #include <QListView>
-#include <QPointer>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QToolButton>

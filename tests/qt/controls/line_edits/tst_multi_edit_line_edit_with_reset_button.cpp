@@ -12,7 +12,6 @@
 #include <QToolButton>
 #include <QTranslator>
 
-#include <memory>
 #include <stdexcept>
 
 using namespace vrn::qt;

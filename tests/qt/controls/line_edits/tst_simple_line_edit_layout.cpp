@@ -13,9 +13,7 @@
 #include <QProxyStyle>
 #include <QSignalSpy>
 #include <QStyleOptionButton>
-#include <QToolButton>
 
-#include <cmath>
 #include <limits>
 
 using namespace vrn::qt;
