@@ -57,7 +57,7 @@ LineEditImpl::LineEditImpl(unsigned int options, QWidget* parent)
 
 LineEditImpl::~LineEditImpl()
 {
-    // What QLineEdit has to tell from here on, it tells of half an edit.
+    // From here on, a signal of QLineEdit would come from half an edit.
     blockSignals(true);
     disposeOf(m_btn1);
     disposeOf(m_hintPopup);
@@ -125,7 +125,7 @@ void LineEditImpl::showEditHint(const QString& hint)
 
 bool LineEditImpl::event(QEvent* event)
 {
-    // Whatever Qt makes of an event, it goes on with the edit after its signals.
+    // Qt goes on with the edit after the signals that an event leads to.
     const Alive alive(this, this);
     const bool takesFocus = event->type() == QEvent::FocusIn;
     const bool focusChanges = takesFocus || event->type() == QEvent::FocusOut;
@@ -135,9 +135,9 @@ bool LineEditImpl::event(QEvent* event)
     // A combo box has the focus in place of its edit.
     const bool isInComboBox = focusProxy() != nullptr;
     if (buildsPopups || (focusChanges && m_popups && isInComboBox)) {
-        // The popups do not see this event as the filters that they are: they came
-        // too late, or a combo box hands it straight to the edit. The group is asked
-        // first: the popups are in their place when they show.
+        // The popups do not get this event as event filters: they were built too late, or a
+        // combo box hands it straight to the edit. The group comes first, so that the popups
+        // are in place when they show.
         m_popups->eventFilter(this, event);
         if (m_hintPopup)
             m_hintPopup->eventFilter(this, event);
@@ -147,11 +147,11 @@ bool LineEditImpl::event(QEvent* event)
     return QLineEdit::event(event);
 }
 
-// Of a text that does not fit, QLineEdit copies the part that does once for each of
-// its characters. Cut beforehand, a long text takes a third of the time.
+// QLineEdit copies the part of a long text that fits once for each character of it. A text that
+// is cut beforehand takes a third of the time.
 void LineEditImpl::inputMethodEvent(QInputMethodEvent* event)
 {
-    // Any int can be the maximum, the least one too.
+    // The maximum can be any int, even the smallest one.
     const qint64 room = qint64(maxLength()) - (text().size() - selectedText().size());
     const bool plainInsertion = !isReadOnly() && inputMask().isEmpty()
         && event->replacementLength() == 0;

@@ -65,7 +65,7 @@ bool isSeparator(QChar c)
     return c == QLatin1Char('/') || c == QLatin1Char('\\');
 }
 
-// The length of "/" or "C:/" at the begin of a path.
+// The length of "/" or "C:/" at the beginning of a path.
 int rootLength(const QString& path)
 {
     if (!path.isEmpty() && isSeparator(path.at(0)))
@@ -75,7 +75,7 @@ int rootLength(const QString& path)
     return hasDrive ? 3 : 0;
 }
 
-// What stands before the last separator, whichever of the two it is.
+// The part before the last separator of either kind.
 QString parentOf(const QString& path)
 {
     auto end = path.size();
@@ -86,14 +86,14 @@ QString parentOf(const QString& path)
     return path.left(end);
 }
 
-// Throws if that cannot be found out. By way of UTF-8: a path made from a wide
-// string goes through the C library's locale and throws for letters that it lacks.
+// Throws if the file system cannot tell. The path is made from UTF-8: a wide string goes
+// through the C library's locale, which throws for letters that it lacks.
 bool exists(const QString& path)
 {
     const auto file = std::filesystem::u8path(path.toStdString());
     std::error_code error;
     const bool found = std::filesystem::exists(file, error);
-    if (error) // The libraries do not agree on the name of the operation.
+    if (error) // Standard libraries differ in the name of the operation.
         throw std::filesystem::filesystem_error("exists", file, error);
     return found;
 }
@@ -112,9 +112,8 @@ QString titleOf(TypeofPath type)
     return QString();
 }
 
-// The dialogs of QFileDialog::getOpenFileName and its like, which must not be
-// used themselves: they keep the dialog on the stack as a child of `parent`,
-// which may be destroyed while the dialog is open.
+// Asks as QFileDialog::getOpenFileName() and its like do. Those keep the dialog on the stack as
+// a child of `parent`, which may be destroyed while the dialog is open.
 QStringList pick(
     QWidget* parent, TypeofPath type, const QString& initial, const QString& filter = QString())
 {
@@ -148,7 +147,7 @@ MultiEditFilePicker::MultiEditFilePicker(QWidget* parent, TypeofPath type)
     setLayout(layout);
 
     m_edit->setMinimumWidthFactor(0.3);
-    // What a new picker holds is a valid text, so that it can be picked from.
+    // The text of a new picker is valid, so that the user can pick at once.
     m_edit->setValue(std::string());
     layout->addWidget(m_edit);
 
@@ -238,18 +237,18 @@ void MultiEditFilePicker::onPick()
         break;
     }
     case TypeofPathFolder:
-        // Also one that is gone: Qt then opens the folder around it, with the name in
-        // the edit. For Qt no folder is the one visited last; here it is the current one.
+        // The folder may be gone: Qt then opens the one around it, with the name in the edit.
+        // Qt takes an empty name for the folder visited last; here it means the current one.
         result = pick(m_edit, m_type, folder.isEmpty() ? QDir::currentPath() : folder).value(0);
         break;
     case TypeofPathFileInFolder: {
         if (!exists(folder))
             initial = QDir::currentPath();
-        // Without the name of a file, which Qt would offer as a folder.
+        // The name of a file is left out: Qt would offer it as a folder.
         const QFileInfo start(initial);
         const QString picked =
             pick(m_edit, m_type, start.isDir() ? initial : start.absolutePath()).value(0);
-        if (alive) // Also without a choice.
+        if (alive) // Even if the user chose nothing.
             result = picked + QLatin1Char('/') + QString::fromStdString(m_fileName);
         break;
     }

@@ -55,7 +55,7 @@ ValueComparison comparisonAmong(const boost::any& value)
     return comparison;
 }
 
-// Null for a type that is none of those that the validators of the library give.
+// Null for a type that no validator of the library gives.
 ValueComparison comparisonOf(const boost::any& value)
 {
     return comparisonAmong<vrn::units::IConverter::quantity, double, int, unsigned int,
@@ -117,8 +117,8 @@ void MultiEditLineEdit::readValue(const boost::any& value)
     }
     if (m_varies)
         return;
-    // To write the value is what costs time in a large selection, and most
-    // values there are equal to the one before.
+    // Formatting is what takes time in a large selection, and most values there are equal to
+    // the one before.
     if (m_isLikeShown && m_isLikeShown(value, m_shownValue))
         return;
     QString text;
@@ -192,15 +192,15 @@ void MultiEditLineEdit::onValidated(const QString& /*text*/, const boost::any& /
 
 bool MultiEditLineEdit::eventFilter(QObject* watched, QEvent* event)
 {
-    // The text is looked at for these events only: an edit has none any more when it
-    // is told of its destruction.
+    // The text is read for these events only: an edit that is being destroyed has none any
+    // more.
     switch (event->type()) {
     case QEvent::MouseButtonPress:
     case QEvent::MouseButtonDblClick:
     case QEvent::MouseMove:
         if (!isEdit(watched) || !isVariesText(edit()->text()))
             break;
-        // Neither a place in this text nor a part of it is of use.
+        // The user has no use for a position in this text or a part of it.
         if (event->type() != QEvent::MouseMove)
             edit()->selectAll();
         return true;

@@ -26,7 +26,7 @@ MultiEditLineEditWithResetButton::MultiEditLineEditWithResetButton(
     m_button->setToolTip(QObject::tr("Reset to default.", "makeLineEditWithOptionalValue"));
     m_button->setAccessibleName(m_button->toolTip());
 
-    // Before the validation: if that throws, the slots after it do not get the text.
+    // Before the validation: if that throws, later slots do not run.
     disconnect(edit(), &QLineEdit::textEdited, this, &SimpleLineEdit::onTextEdited);
     vrn_connect(edit(), &QLineEdit::textEdited, this, [this] { m_resetPending = false; });
     vrn_connect(edit(), &QLineEdit::textEdited, this, &SimpleLineEdit::onTextEdited);

@@ -89,7 +89,7 @@ SimpleLineEdit::SimpleLineEdit(QWidget* parent, const QString& caption,
     }
 
     setFocusProxy(m_lineEdit);
-    // For a caption of the application, whose shortcut passes over what has none.
+    // The shortcut of an application's own caption skips a widget without a focus policy.
     setFocusPolicy(m_lineEdit->focusPolicy());
     if ((options & OptionBorderless) != 0) {
         m_lineEdit->setStyleSheet(
@@ -162,12 +162,12 @@ void SimpleLineEdit::setValue(const boost::any& value)
 {
     const detail::Alive alive(this, m_lineEdit);
     IValidator& validator = this->validator();
-    m_valueValid = false; // Also if the validator throws.
+    m_valueValid = false; // Even if the validator throws.
     QString text;
     try {
         text = validator.reformat(value, noFlags);
     } catch (...) {
-        // The text of the value before would be taken for this one's.
+        // The text of the old value would be taken for that of the new one.
         lineEdit().clear();
         throw;
     }
@@ -261,7 +261,7 @@ void SimpleLineEdit::refuseIfThrown(Function step)
 
 void SimpleLineEdit::showValidity()
 {
-    // Setting a style sheet polishes the edit anew, even if it is the same one.
+    // Qt polishes the edit again even if the style sheet is the same.
     const QString& style = styleOfValidity(m_valueValid);
     if (lineEdit().styleSheet() != style)
         lineEdit().setStyleSheet(style);
@@ -292,7 +292,7 @@ void SimpleLineEdit::setUnitString(const QString& unit)
 {
     VRN_ASSERT(m_unitString);
     m_unitString->setHidden(unit.isEmpty());
-    // A hidden label keeps its text, and sizeHint() its width.
+    // A hidden label keeps its text, and sizeHint() goes on counting its width.
     if (!unit.isEmpty())
         m_unitString->setText(QLatin1Char('[') + unit + QLatin1Char(']'));
 }

@@ -5,10 +5,10 @@
 namespace vrn::qt::detail {
 namespace {
 
-// The one of the operation that was begun last. All run on the GUI thread.
+// Of the operation that began last. All of them run on the GUI thread.
 Alive* innermost = nullptr;
 
-// By parents, not by isAncestorOf(): a popup is a window of its own.
+// Not isAncestorOf(): that stops at a popup, which is a window of its own.
 bool isInside(const QObject* widget, const QObject* part)
 {
     while (widget && widget != part)
@@ -47,7 +47,7 @@ void disposeOf(QWidget* part)
     }
     outermost->m_part = part;
     outermost->m_deletesPart = true;
-    // Hides it, too. Last: that moves the focus, and a slot may be told.
+    // This also hides the part. It comes last because it moves the focus, and slots may run.
     part->setParent(nullptr);
 }
 

@@ -7,8 +7,8 @@
 
 namespace vrn::qt::detail {
 
-/// On the stack of an operation below which code of the application may run: a
-/// slot, a validator, a function that the application gave.
+/// Stands on the stack of an operation that may run code of the application: a slot, a
+/// validator or a callback.
 ///
 ///     const detail::Alive alive(this, m_check);
 ///     m_check->setChecked(checked);
@@ -39,9 +39,9 @@ private:
     bool m_deletesPart = false;
 };
 
-/// What the destructor of a control does to each of its parts that has signals or
-/// focus, before anything else: the part says nothing more, and it is deleted, or
-/// left to the event loop if it, or a widget inside it, is in use. Null is fine.
+/// The destructor of a control calls this first, for each part that has signals or
+/// takes the focus. The part emits nothing more. It is deleted, or left to the event
+/// loop if it or a widget inside it is in use. Null is allowed.
 VRN_QT2_EXPORT void disposeOf(QWidget* part);
 
 } // namespace vrn::qt::detail

@@ -8,8 +8,8 @@ class QWidget;
 
 namespace vrn::qt::detail {
 
-/// A new tool button of `control` called `name`, at the end of its layout, which
-/// loses its margins and spacing.
+/// Appends a tool button called `name` to the layout of `control`, which loses its
+/// margins and spacing.
 VRN_QT2_EXPORT QToolButton* appendToolButton(QWidget* control, const QString& name);
 
 } // namespace vrn::qt::detail

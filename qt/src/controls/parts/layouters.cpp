@@ -9,8 +9,8 @@
 namespace vrn::qt {
 namespace {
 
-// Null, besides for a missing container, for one that has a layout: Qt refuses a
-// second one with a warning, and leaves it to nobody.
+// Null if the container is missing or already has a layout: Qt warns of a second one and does
+// not take it over.
 template <typename Layout>
 Layout* createLayout(QWidget* parent)
 {
@@ -132,7 +132,7 @@ void GridLayouter::onAdd(QWidget* widget)
         return;
     m_layout->addWidget(widget, m_row, m_column);
     int& position = m_direction == ExpandVertical ? m_row : m_column;
-    // In 64 bits: the skip may be any number. What leaves the grid stays outside.
+    // In 64 bits, as the skip may be any number. A position that leaves the grid stays outside.
     const qint64 next = qint64(position) + m_cellSkip + 1;
     position = int(qBound(qint64(-1), next, qint64(cellLimit)));
 }

@@ -10,7 +10,7 @@ namespace vrn::qt {
 QPushButton* createPushButtonWithIcon(QWidget* parent, const QIcon& icon, const char* name)
 {
     auto* button = new VRN_QT_PushButton(parent, name);
-    // Before the icon is there: no icon makes one button higher than another.
+    // Measured without the icon, so that all buttons are equally high.
     const int height = button->sizeHint().height();
     button->setFixedHeight(height);
     button->setFixedWidth(height);

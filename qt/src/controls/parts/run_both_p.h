@@ -2,8 +2,8 @@
 
 namespace vrn::qt::detail {
 
-/// Runs `first` and then `second`, which also runs if `first` throws: the exception
-/// goes on when it is done. One that `second` throws goes on in its place.
+/// Runs `first` and then `second`, even if `first` throws. The exception is passed on
+/// afterwards; one that `second` throws takes its place.
 template <typename First, typename Second>
 void runBoth(First first, Second second)
 {

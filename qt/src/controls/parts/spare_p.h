@@ -2,8 +2,8 @@
 
 namespace vrn::qt::detail {
 
-/// Stands in for a part that somebody has destroyed, after that was reported. One
-/// for all controls: it is never shown and belongs to no window.
+/// Stands in for a part that somebody has destroyed, after a report. All controls share
+/// it; it is never shown and belongs to no window.
 template <typename Part, typename... Args>
 Part& spare(Args... args)
 {

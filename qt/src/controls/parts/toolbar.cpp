@@ -28,9 +28,8 @@ QBoxLayout* createLayout(QWidget* parent, ExpandDirection direction)
     return new VRN_QT_VBoxLayout(parent, nullptr);
 }
 
-// The box of QMessageBox::warning, which must not be used itself: it keeps the
-// box on the stack as a child of `parent`, which may be destroyed while the box
-// is open.
+// Warns as QMessageBox::warning() does. That keeps the box on the stack as a child of `parent`,
+// which may be destroyed while the box is open.
 void warn(QWidget* parent, const QString& text)
 {
     const QPointer<QMessageBox> box(new QMessageBox(QMessageBox::Warning,
@@ -107,7 +106,8 @@ QPushButton* Toolbar::registerButton(
     // By name: a class derived from this one can have its own onClicked().
     connect(button, SIGNAL(clicked()), this, SLOT(onClicked()));
     vrn_connect(button, &QObject::destroyed, this, [this](QObject* destroyed) {
-        // The function goes when the map is done: what it holds may call the toolbar.
+        // The function is destroyed after the map has changed: what it holds may call the
+        // toolbar.
         const auto ended = m_buttons.extract(destroyed);
     });
     return button;
@@ -145,8 +145,8 @@ void Toolbar::clear()
 template <typename Predicate>
 void Toolbar::disposeOfButtons(Predicate isOurs)
 {
-    // The end of a button, or of what its function holds, may bring about that of the
-    // others and call the toolbar: it has forgotten all of them.
+    // When a button is destroyed, what its function holds may destroy the others and call the
+    // toolbar, so the toolbar forgets all of them first.
     const auto forgotten = std::exchange(m_buttons, {});
     std::vector<QPointer<QPushButton>> buttons;
     for (const auto& entry : forgotten) {
@@ -160,8 +160,7 @@ void Toolbar::disposeOfButtons(Predicate isOurs)
 
 void Toolbar::setButtonsEnabled(bool enabled, unsigned int mask)
 {
-    // A disabled button gives the focus away, and a slot that is told of that may
-    // change the toolbar.
+    // A button loses the focus when it is disabled, and a slot may then change the toolbar.
     std::vector<QPointer<QPushButton>> buttons;
     for (const auto& entry : m_buttons) {
         if ((entry.second.mask & mask) != 0)

@@ -2,6 +2,7 @@
 
 #include <vrn/qt/i_validator.h>
 #include <vrn/qt/simple_line_edit.h>
+#include <vrn/qt/value_history.h>
 
 #include <boost/make_shared.hpp>
 
@@ -13,6 +14,7 @@
 
 #include <algorithm>
 #include <functional>
+#include <stdexcept>
 #include <utility>
 #include <vector>
 
@@ -32,9 +34,9 @@ inline QString redText()
 /// "validate 12".
 using Log = QStringList;
 
-/// Accepts decimal digits as an `int`, none of them as a missing value. The end
-/// of editing brings a number down to 500; formatting gives three digits. It
-/// writes down every call, and `before` runs in each, so that it can throw.
+/// Accepts decimal digits as an `int`, and an empty text as a missing value. The end of
+/// editing brings a number down to 500; formatting gives three digits. Every call is
+/// logged, and runs `before`, which may throw.
 struct DigitsValidator : public vrn::qt::IValidator
 {
     explicit DigitsValidator(Log* log = nullptr)
@@ -95,6 +97,46 @@ private:
     Log* m_log;
 };
 
+/// While it is armed, it throws from one of its operations or from its hint function.
+struct ThrowingValidator : public DigitsValidator
+{
+    explicit ThrowingValidator(const QString& operation)
+    {
+        before = [this, operation](const QString& current) {
+            if (armed && current == operation)
+                throw std::runtime_error("from the validator");
+        };
+        setEditHintFunction([this](const QString&) {
+            before(QStringLiteral("hint"));
+            return QString();
+        });
+    }
+
+    bool armed = false;
+};
+
+/// Sets a flag when it is destroyed.
+struct MortalValidator : public DigitsValidator
+{
+    explicit MortalValidator(bool* gone)
+        : m_gone(gone)
+    {}
+    ~MortalValidator() override { *m_gone = true; }
+
+private:
+    bool* m_gone;
+};
+
+/// A history of `values`, the last of them the newest.
+inline boost::shared_ptr<vrn::ValueHistory> historyOf(const std::vector<std::wstring>& values)
+{
+    const auto history = boost::make_shared<vrn::ValueHistory>(
+        L"key", boost::make_shared<vrn::ValueHistoryMemoryStorage>());
+    for (const std::wstring& value : values)
+        history->add(value);
+    return history;
+}
+
 /// A control that writes its hooks into the log of its validator.
 class HookedLineEdit : public vrn::qt::SimpleLineEdit
 {
@@ -125,21 +167,24 @@ private:
     Log* m_log;
 };
 
-/// Counts the style changes that a widget goes through: each is a repolish of
-/// it and its children.
-class StyleChanges : public QObject
+/// Calls a function with each event of a widget, before the widget gets it.
+class EventWatch : public QObject
 {
 public:
-    explicit StyleChanges(QWidget* widget) { widget->installEventFilter(this); }
-
-    int count = 0;
+    EventWatch(QWidget* widget, std::function<void(const QEvent&)> function)
+        : m_function(std::move(function))
+    {
+        widget->installEventFilter(this);
+    }
 
     bool eventFilter(QObject* watched, QEvent* event) override
     {
-        if (event->type() == QEvent::StyleChange || event->type() == QEvent::Polish)
-            ++count;
+        m_function(*event);
         return QObject::eventFilter(watched, event);
     }
+
+private:
+    std::function<void(const QEvent&)> m_function;
 };
 
 /// An active window with room for a field and one other edit to go to.
@@ -154,7 +199,18 @@ public:
     }
 
     /// Takes `field` in, shows the window and gives the field the focus.
-    void open(QWidget* field)
+    template <typename Field>
+    Field* open(Field* field)
+    {
+        openWith(field);
+        return field;
+    }
+
+    void enter() { m_field->setFocus(); }
+    void leave() { m_other->setFocus(); }
+
+private:
+    void openWith(QWidget* field)
     {
         m_field = field;
         m_rows->insertWidget(0, field);
@@ -165,10 +221,6 @@ public:
         enter();
     }
 
-    void enter() { m_field->setFocus(); }
-    void leave() { m_other->setFocus(); }
-
-private:
     QVBoxLayout* m_rows;
     QLineEdit* m_other;
     QWidget* m_field = nullptr;

@@ -5,12 +5,20 @@
 #include <vrn/qt/varies_string.h>
 
 #include "line_edit_fixture.h"
+#include "support/row.h"
+
+#include <QSignalSpy>
 
 namespace vrn::test {
 
 /// What a user or the application does to a field of a Form.
 using MultiEditAction = std::function<void(vrn::qt::MultiEditLineEdit&, Form&)>;
 
+} // namespace vrn::test
+
+Q_DECLARE_METATYPE(vrn::test::MultiEditAction)
+
+namespace vrn::test {
 namespace action {
 
 inline MultiEditAction nothing()
@@ -38,7 +46,7 @@ inline MultiEditAction forceVaries()
     return [](vrn::qt::MultiEditLineEdit& field, Form&) { field.forceVaries(); };
 }
 
-/// Keys for `text`, in place of what stands in the field.
+/// Types `text` in place of what the field shows.
 inline MultiEditAction type(const QString& text)
 {
     return [text](vrn::qt::MultiEditLineEdit& field, Form&) {
@@ -69,8 +77,39 @@ inline MultiEditAction inOrder(const std::vector<MultiEditAction>& actions)
 
 } // namespace action
 
-/// Whether the next read is the first one: it alone ends a variation. The
-/// control has another state afterwards.
+/// The columns of a table of what actions do to a field. actionRow() adds a row, and
+/// verifyActions() tests the current one. The random sequences hold the rules that need
+/// no focus.
+inline void addActionColumns()
+{
+    QTest::addColumn<MultiEditAction>("action");
+    QTest::addColumn<int>("valueChanged");
+    QTest::addColumn<bool>("varies");
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<boost::any>("current");
+}
+
+inline void actionRow(const char* name, const std::vector<MultiEditAction>& actions,
+    int valueChanged, bool varies, const QString& text, const boost::any& current)
+{
+    row(name, action::inOrder(actions), valueChanged, varies, text, current);
+}
+
+inline void verifyActions(vrn::qt::MultiEditLineEdit* field)
+{
+    QFETCH(MultiEditAction, action);
+    Form form;
+    form.open(field);
+    QSignalSpy valueChanged(field, &vrn::qt::MultiEditLineEdit::valueChanged);
+    action(*field, form);
+    QTEST(int(valueChanged.count()), "valueChanged");
+    QTEST(field->dataVaries(), "varies");
+    QTEST(field->edit()->text(), "text");
+    QTEST(field->getCurrentValue(), "current");
+}
+
+/// Whether the next read is the first one, which alone ends a variation. The call
+/// changes the state of the control.
 inline bool isFresh(vrn::qt::MultiEditControlBase& control, const boost::any& value)
 {
     control.forceVaries();
@@ -101,5 +140,3 @@ struct CountingValidator : public vrn::qt::DoubleEditValidator
 };
 
 } // namespace vrn::test
-
-Q_DECLARE_METATYPE(vrn::test::MultiEditAction)

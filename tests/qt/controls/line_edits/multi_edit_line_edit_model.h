@@ -13,10 +13,42 @@
 
 namespace vrn::test {
 
-/// What the rules of a MultiEditLineEdit come to for percentage(), as a plain
-/// state machine.
-struct MultiEditLineEditModel
+/// What percentage() makes of values and texts.
+struct Percentages
 {
+    using Value = double;
+
+    /// Two of them are written alike, and one is beyond the maximum.
+    static double sample(unsigned index)
+    {
+        static const double values[] = {0.0, 1.0, 1.04, 2.5, 1e9};
+        return values[index % 5];
+    }
+
+    static boost::any boxed(double value) { return value; }
+
+    static QString written(double value)
+    {
+        return QString::number(qBound(0.0, value, 100.0), 'f', 1);
+    }
+
+    static QString rewritten(const QString& text) { return written(text.toDouble()); }
+
+    static boost::any valueOf(const QString& text) { return qMin(text.toDouble(), 100.0); }
+
+    static bool accepts(const QString& text)
+    {
+        static const QRegularExpression number(QStringLiteral("^([0-9]+\\.?[0-9]*|\\.[0-9]+)$"));
+        return number.match(text).hasMatch();
+    }
+};
+
+/// What the rules of a MultiEditLineEdit come to, as a plain state machine.
+template <typename Values>
+struct MultiEditModel : public Values
+{
+    using Value = typename Values::Value;
+
     bool fresh = true;
     bool varies = false;
     bool valid = false;
@@ -24,31 +56,26 @@ struct MultiEditLineEditModel
     QString variesText; ///< As it was last shown; null since a value was shown.
     int due = 0; ///< valueChanged
 
-    static QString written(double value)
-    {
-        return QString::number(qBound(0.0, value, 100.0), 'f', 1);
-    }
-
     void reset()
     {
         fresh = true;
         varies = false;
     }
 
-    void read(double value)
+    void read(const Value& value)
     {
         if (fresh) {
             fresh = false;
             set(value);
-        } else if (!varies && written(value) != text) {
+        } else if (!varies && Values::written(value) != text) {
             forceVaries();
         }
     }
 
-    void set(double value)
+    void set(const Value& value)
     {
         varies = false;
-        text = written(value);
+        text = Values::written(value);
         variesText = QString();
         valid = true;
     }
@@ -67,7 +94,7 @@ struct MultiEditLineEditModel
             variesText = text;
             return;
         }
-        valid = isNumber();
+        valid = Values::accepts(text);
         if (valid)
             varies = false;
     }
@@ -76,10 +103,10 @@ struct MultiEditLineEditModel
     {
         if (showsVaries())
             return;
-        valid = isNumber();
+        valid = Values::accepts(text);
         if (valid) {
             varies = false;
-            text = written(text.toDouble());
+            text = Values::rewritten(text);
         }
         ++due;
     }
@@ -95,30 +122,23 @@ struct MultiEditLineEditModel
         return text == vrn::qt::getVariesString() || (!variesText.isNull() && text == variesText);
     }
 
-    bool isNumber() const
-    {
-        static const QRegularExpression number(QStringLiteral("^([0-9]+\\.?[0-9]*|\\.[0-9]+)$"));
-        return number.match(text).hasMatch();
-    }
+    /// Whether asking for the value breaks the contract: its text has gone, and neither a
+    /// keystroke nor a value has come since.
+    bool hasLostItsText() const { return !varies && valid && !Values::accepts(text); }
 
-    /// Whether asking for the value is a broken contract: its text has gone, and
-    /// neither a keystroke nor a value has come since.
-    bool hasLostItsText() const { return !varies && valid && !isNumber(); }
-
-    boost::any current() const
-    {
-        return varies || !valid ? boost::any() : boost::any(qMin(text.toDouble(), 100.0));
-    }
+    boost::any current() const { return varies || !valid ? boost::any() : Values::valueOf(text); }
 };
 
-/// The actions of a user and of the application on a field, on the model too.
+using MultiEditLineEditModel = MultiEditModel<Percentages>;
+
+/// Performs the actions of a user and of the application on a field and on the model.
 template <typename Field, typename Model>
 class MultiEditLineEditSubject : public Subject
 {
 public:
     explicit MultiEditLineEditSubject(Field* field)
         : m_field(field)
-        , m_valueChanged(field, &vrn::qt::MultiEditLineEdit::valueChanged)
+        , m_valueChanged(field, &Field::valueChanged)
         , m_textEdited(field->edit(), &QLineEdit::textEdited)
         , m_innerButton(field->addButton([this](const QString&) { return m_result; }, {}))
     {}
@@ -133,15 +153,13 @@ public:
 
     QString perform(int action, unsigned argument) override
     {
-        // Two that are written alike, and one beyond the maximum.
-        static const double values[] = {0.0, 1.0, 1.04, 2.5, 1e9};
-        const double value = values[argument % 5];
+        const auto value = Model::sample(argument);
         Model& model = m_model;
         switch (action) {
         case 0:
         case 1:
         case 2:
-            m_field->readValue(value);
+            m_field->readValue(Model::boxed(value));
             model.read(value);
             break;
         case 3:
@@ -149,7 +167,7 @@ public:
             model.reset();
             break;
         case 4:
-            m_field->setValue(value);
+            m_field->setValue(Model::boxed(value));
             model.set(value);
             break;
         case 5:
@@ -240,7 +258,7 @@ private:
             m_model.edited(text.left(length));
     }
 
-    // What comes back is Qt's matter, and so is whether anything does. Keys come after it.
+    // Qt decides what comes back, if anything does. The cursor goes to the end for later keys.
     void undo()
     {
         m_textEdited.clear();

@@ -1,10 +1,10 @@
 #include <vrn/qt/simple_line_edit.h>
-#include <vrn/qt/value_history.h>
 
 #include "controls/line_edits/line_edit_impl_p.h"
 #include "controls/popups/edit_hint_popup_p.h"
 #include "controls/popups/history_popup_p.h"
 #include "line_edit_fixture.h"
+#include "support/row.h"
 #include "support/test_main.h"
 #include "support/test_object.h"
 
@@ -16,14 +16,14 @@
 #include <QStyle>
 #include <QToolButton>
 
-#include <memory>
-
 using namespace vrn::qt;
 using detail::EditHintPopup;
 using detail::HistoryPopup;
 using detail::LineEditImpl;
 using vrn::test::DigitsValidator;
 using vrn::test::Form;
+using vrn::test::historyOf;
+using vrn::test::row;
 
 namespace {
 
@@ -43,15 +43,6 @@ int frameWidthOf(const QLineEdit& edit, unsigned int options)
 {
     return options & 1 ? 0
                        : edit.style()->pixelMetric(QStyle::PM_DefaultFrameWidth, nullptr, &edit);
-}
-
-boost::shared_ptr<vrn::ValueHistory> historyOf(const std::vector<std::wstring>& values)
-{
-    const auto history = boost::make_shared<vrn::ValueHistory>(
-        L"key", boost::make_shared<vrn::ValueHistoryMemoryStorage>());
-    for (const std::wstring& value : values)
-        history->add(value);
-    return history;
 }
 
 QStringList rowsOf(const HistoryPopup& popup)
@@ -87,11 +78,11 @@ private Q_SLOTS:
     {
         QTest::addColumn<unsigned int>("options");
         QTest::addColumn<int>("pixmapSize");
-        QTest::newRow("with a frame and the built-in icon") << 0u << 0;
-        QTest::newRow("with a frame and an icon of its own") << 0u << 32;
-        QTest::newRow("borderless and the built-in icon") << 1u << 0;
-        QTest::newRow("borderless and an icon of its own") << 1u << 32;
-        QTest::newRow("options other than bit 0 keep the frame") << 0xfffffffeu << 0;
+        row("with a frame and the built-in icon", 0u, 0);
+        row("with a frame and an icon of its own", 0u, 32);
+        row("borderless and the built-in icon", 1u, 0);
+        row("borderless and an icon of its own", 1u, 32);
+        row("options other than bit 0 keep the frame", 0xfffffffeu, 0);
     }
 
     void aButtonTakesItsPlace()
@@ -133,6 +124,9 @@ private Q_SLOTS:
         const QString sheet = edit.styleSheet();
         expectAssert("!m_btn1", {}, "only 1 button allowed, at the moment.");
         QCOMPARE(edit.addButton([](const QString&) { return QString("second"); }, {}), first);
+        expectAssert("fn");
+        expectAssert("!m_btn1", {}, "only 1 button allowed, at the moment.");
+        QCOMPARE(edit.addButton({}, {}), first);
         QCOMPARE(edit.findChildren<QToolButton*>().size(), 1);
         QCOMPARE(edit.styleSheet(), sheet);
         QCOMPARE(first->iconSize(), QSize(12, 12));
@@ -151,15 +145,6 @@ private Q_SLOTS:
         button->click();
         QCOMPARE(edit.text(), QString("12"));
         QVERIFY(!edit.hasSelectedText());
-    }
-
-    void aSecondButtonWithoutAFunctionAssertsOnBoth()
-    {
-        LineEditImpl edit(0);
-        QToolButton* first = edit.addButton(unchanged, {});
-        expectAssert("fn");
-        expectAssert("!m_btn1", {}, "only 1 button allowed, at the moment.");
-        QCOMPARE(edit.addButton({}, {}), first);
     }
 
     void theControlHandsTheButtonOn()
@@ -185,18 +170,10 @@ private Q_SLOTS:
         QTest::addColumn<QString>("before");
         QTest::addColumn<QString>("result");
         QTest::addColumn<QString>("selected");
-        QTest::newRow("another text is taken and selected") << "12"
-                                                            << "34"
-                                                            << "34";
-        QTest::newRow("the same text changes nothing") << "12"
-                                                       << "12"
-                                                       << "";
-        QTest::newRow("an empty text is taken too") << "12"
-                                                    << ""
-                                                    << "";
-        QTest::newRow("an empty field can be filled") << ""
-                                                      << "34"
-                                                      << "34";
+        row("another text is taken and selected", "12", "34", "34");
+        row("the same text changes nothing", "12", "12", "");
+        row("an empty text is taken too", "12", "", "");
+        row("an empty field can be filled", "", "34", "34");
     }
 
     void aClickReplacesTheText()
@@ -232,23 +209,6 @@ private Q_SLOTS:
             [&](const QString& text) { seen << text << edit.text() << edit.selectedText(); });
         button->click();
         QCOMPARE(seen, QStringList({"34", "34", "34"}));
-    }
-
-    void theTextOfAClickIsTakenOverWhenTheUserLeaves()
-    {
-        Form form;
-        SimpleLineEdit* field = createField();
-        form.open(field);
-        QToolButton* button = field->addButton([](const QString&) { return "700"; }, {});
-        QSignalSpy valueChanged(field, &SimpleLineEdit::valueChanged);
-        QTest::mouseClick(button, Qt::LeftButton);
-        QCOMPARE(field->edit()->text(), QString("700"));
-        QVERIFY(field->isValueValid());
-        QCOMPARE(valueChanged.count(), 0);
-        form.leave();
-        QCOMPARE(valueChanged.count(), 1);
-        QCOMPARE(field->edit()->text(), QString("500"));
-        QVERIFY(field->isValueValid());
     }
 
     void aButtonKeepsToTheRightEdge_data()
@@ -293,13 +253,15 @@ private Q_SLOTS:
         QVERIFY(button->isVisible());
     }
 
-    void aDeletedButtonIsDoneWithoutOnAResize()
+    void withoutAButtonAnEditIsResizedAsEver()
     {
         LineEditImpl edit(0);
         edit.show();
-        delete edit.addButton(unchanged, {});
         edit.resize(300, 50);
         QCOMPARE(edit.size(), QSize(300, 50));
+        delete edit.addButton(unchanged, {});
+        edit.resize(200, 40);
+        QCOMPARE(edit.size(), QSize(200, 40));
     }
 
     void aDeletedButtonIsReplacedWithoutAReport()
@@ -311,14 +273,6 @@ private Q_SLOTS:
         QCOMPARE(second->iconSize(), QSize(12, 12));
         second->click();
         QCOMPARE(edit.text(), QString("second"));
-    }
-
-    void anEditWithoutAButtonResizes()
-    {
-        LineEditImpl edit(0);
-        edit.show();
-        edit.resize(300, 50);
-        QCOMPARE(edit.size(), QSize(300, 50));
     }
 
     void bothPopupsComeWithTheFocusAndGoWithIt()
@@ -385,8 +339,8 @@ private Q_SLOTS:
     void popupsStackBelowTheEdit_data()
     {
         QTest::addColumn<QString>("text");
-        QTest::newRow("an empty hint keeps its gap") << "";
-        QTest::newRow("a hint with a text") << "12";
+        row("an empty hint keeps its gap", "");
+        row("a hint with a text", "12");
     }
 
     void popupsStackBelowTheEdit()
@@ -412,37 +366,39 @@ private Q_SLOTS:
         QCOMPARE(history->pos(), below() + QPoint(0, hint->height() + 5));
     }
 
-    void theHintOfAFieldThatNeverHadTheFocusIsKept()
+    void aHintFromBeforeTheFocusIsKept_data()
     {
+        QTest::addColumn<bool>("isOpen");
+        row("of a field that has been left", true);
+        row("of a field that was never shown", false);
+    }
+
+    void aHintFromBeforeTheFocusIsKept()
+    {
+        QFETCH(bool, isOpen);
         Form form;
         SimpleLineEdit* field = createField("h");
-        form.open(field);
+        if (isOpen)
+            form.open(field);
         form.leave();
         field->onTextEdited("1");
         field->onTextEdited("12");
-        form.enter();
         const auto* hint = field->findChild<EditHintPopup*>();
+        QVERIFY(hint->isHidden());
+        if (isOpen)
+            form.enter();
+        else
+            form.open(field);
         QCOMPARE(hint->findChild<QLabel*>()->text(), QString("h of 12"));
         QVERIFY(standsOnScreen(hint));
         QCOMPARE(hint->size(), hint->sizeHint());
     }
 
-    void aHintBeforeTheFieldIsShownIsKept()
-    {
-        Form form;
-        SimpleLineEdit* field = createField("h");
-        field->onTextEdited("12");
-        form.open(field);
-        const auto* hint = field->findChild<EditHintPopup*>();
-        QCOMPARE(hint->findChild<QLabel*>()->text(), QString("h of 12"));
-        QVERIFY(standsOnScreen(hint));
-    }
-
     void aHistoryIsReadEachTimeThePopupIsShown_data()
     {
         QTest::addColumn<bool>("focusFirst");
-        QTest::newRow("set before the field ever has the focus") << false;
-        QTest::newRow("set after it had") << true;
+        row("set before the field ever has the focus", false);
+        row("set after it had", true);
     }
 
     void aHistoryIsReadEachTimeThePopupIsShown()
@@ -478,19 +434,19 @@ private Q_SLOTS:
 
     void aClickOnTheHistoryGoesTheWholeWay()
     {
+        QStringList heard;
         Form form;
         SimpleLineEdit* field = createField();
         field->setValueHistory(historyOf({L"x", L"700"}));
         form.open(field);
         auto* popup = field->findChild<HistoryPopup*>();
-        QSignalSpy finished(field->edit(), &QLineEdit::editingFinished);
-        QSignalSpy edited(field->edit(), &QLineEdit::textEdited);
         QSignalSpy valueChanged(field, &SimpleLineEdit::valueChanged);
+        connect(field->edit(), &QLineEdit::textEdited, field,
+            [&](const QString& text) { heard << "edited " + text; });
+        connect(field->edit(), &QLineEdit::editingFinished, field, [&] { heard << "finished"; });
 
         clickRow(*popup, 0);
-        QCOMPARE(edited.count(), 1);
-        QCOMPARE(edited[0][0].toString(), QString("700"));
-        QCOMPARE(finished.count(), 1);
+        QCOMPARE(heard, QStringList({"edited 700", "finished"}));
         QCOMPARE(valueChanged.count(), 1);
         QCOMPARE(field->edit()->text(), QString("500"));
         QVERIFY(field->isValueValid());
@@ -504,48 +460,28 @@ private Q_SLOTS:
         QCOMPARE(field->edit()->styleSheet(), vrn::test::redText());
     }
 
-    void aPickInTheHistoryIsAnEditThatEnds()
-    {
-        QStringList heard;
-        Form form;
-        SimpleLineEdit* field = createField();
-        field->setValueHistory(historyOf({L"12"}));
-        form.open(field);
-        connect(field->edit(), &QLineEdit::textEdited, field,
-            [&](const QString& text) { heard << "edited " + text; });
-        connect(field->edit(), &QLineEdit::editingFinished, field, [&] { heard << "finished"; });
-        clickRow(*field->findChild<HistoryPopup*>(), 0);
-        QCOMPARE(heard, QStringList({"edited 12", "finished"}));
-    }
-
-    void anEditMayGoInASlotOfAPickOrAClick_data()
-    {
-        QTest::addColumn<bool>("byHistory");
-        QTest::newRow("a pick in the history") << true;
-        QTest::newRow("a click on the button") << false;
-    }
-
+    // An edit by itself: a control keeps its edit until the slot has returned.
     void anEditMayGoInASlotOfAPickOrAClick()
     {
-        QFETCH(bool, byHistory);
-        QPointer<LineEditImpl> edit(new LineEditImpl(0));
-        QToolButton* button = edit->addButton([](const QString&) { return "34"; }, {});
-        connect(edit.data(), &QLineEdit::textEdited, this, [&] { delete edit; });
-        QSignalSpy finished(edit.data(), &QLineEdit::editingFinished);
-        if (byHistory)
-            QMetaObject::invokeMethod(
-                edit.data(), "onHistoryItemSelected", Q_ARG(QString, QStringLiteral("12")));
-        else
-            Q_EMIT button->clicked();
-        QVERIFY(!edit);
-        QCOMPARE(finished.count(), 0);
+        for (const bool byHistory : {true, false}) {
+            QPointer<LineEditImpl> edit(new LineEditImpl(0));
+            QToolButton* button = edit->addButton([](const QString&) { return "34"; }, {});
+            connect(edit.data(), &QLineEdit::textEdited, this, [&] { delete edit; });
+            QSignalSpy finished(edit.data(), &QLineEdit::editingFinished);
+            if (byHistory)
+                QMetaObject::invokeMethod(
+                    edit.data(), "onHistoryItemSelected", Q_ARG(QString, QStringLiteral("12")));
+            else
+                Q_EMIT button->clicked();
+            QVERIFY(!edit);
+            QCOMPARE(finished.count(), 0);
+        }
     }
 
     void anEmptySelectionIsIgnored()
     {
         Form form;
-        SimpleLineEdit* field = createField();
-        form.open(field);
+        SimpleLineEdit* field = form.open(createField());
         QTest::keyClicks(field->edit(), "12");
         QSignalSpy finished(field->edit(), &QLineEdit::editingFinished);
         QSignalSpy edited(field->edit(), &QLineEdit::textEdited);
@@ -553,20 +489,6 @@ private Q_SLOTS:
         QCOMPARE(field->edit()->text(), QString("12"));
         QCOMPARE(finished.count(), 0);
         QCOMPARE(edited.count(), 0);
-    }
-
-    void popupsDieWithTheirEdit()
-    {
-        Form form;
-        SimpleLineEdit* field = createField("h");
-        field->setValueHistory(historyOf({L"1"}));
-        form.open(field);
-        const QPointer<HistoryPopup> history = field->findChild<HistoryPopup*>();
-        const QPointer<EditHintPopup> hint = field->findChild<EditHintPopup*>();
-        QVERIFY(history && hint);
-        delete field;
-        QVERIFY(!history);
-        QVERIFY(!hint);
     }
 
     void aPopupThatWentFirstIsDoneWithout_data()

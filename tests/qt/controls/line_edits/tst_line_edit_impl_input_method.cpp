@@ -1,4 +1,5 @@
 #include "controls/line_edits/line_edit_impl_p.h"
+#include "support/row.h"
 #include "support/test_main.h"
 #include "support/test_object.h"
 
@@ -105,7 +106,7 @@ private Q_SLOTS:
         }
     }
 
-    // What the edit cuts a text for. Without a gain it need not.
+    // This is why the edit cuts a text.
     void aLongTextTakesLessThanHalfTheTimeOfAPlainEdit()
     {
         const QString mebi(1024 * 1024, 'a');

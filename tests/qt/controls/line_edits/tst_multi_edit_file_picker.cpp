@@ -6,25 +6,21 @@
 #include <QBoxLayout>
 #include <QImage>
 #include <QLineEdit>
-#include <QPointer>
 #include <QSignalSpy>
 #include <QToolButton>
 
-#include "support/other_language.h"
+#include "support/row.h"
 #include "support/test_main.h"
 #include "support/test_object.h"
 
-#include <functional>
 #include <map>
 
 using namespace vrn::qt;
-using vrn::test::sameValue;
+using vrn::test::row;
 
 namespace {
 
-using Act = std::function<void(MultiEditFilePicker&)>;
-
-// Value of a picker that offers no dialog.
+// The type of a picker without a dialog.
 constexpr auto noDialog = TypeofPath(4);
 
 boost::any text(const std::string& value)
@@ -37,27 +33,7 @@ void type(MultiEditFilePicker& picker, const QString& keys)
     QTest::keyClicks(picker.m_edit->edit(), keys);
 }
 
-void replace(MultiEditFilePicker& picker, const QString& keys)
-{
-    QTest::keyClick(picker.m_edit->edit(), Qt::Key_A, Qt::ControlModifier);
-    type(picker, keys);
-}
-
-void pressEnter(MultiEditFilePicker& picker)
-{
-    QTest::keyClick(picker.m_edit->edit(), Qt::Key_Return);
-}
-
-// Whether the next value read is taken and not compared; it is read by that.
-bool isFresh(MultiEditFilePicker& picker)
-{
-    picker.readValue(text("a value that no test has"));
-    return sameValue(picker.getCurrentValue(), text("a value that no test has"));
-}
-
 } // namespace
-
-Q_DECLARE_METATYPE(Act)
 
 class TestMultiEditFilePicker : public vrn::test::TestObject
 {
@@ -125,133 +101,17 @@ private Q_SLOTS:
         }
     }
 
-    void aNewPickerHoldsTheEmptyString_data() { everyType(); }
-
     void aNewPickerHoldsTheEmptyString()
     {
-        QFETCH(int, pathType);
-        MultiEditFilePicker picker(nullptr, TypeofPath(pathType));
-        QVERIFY(!picker.dataVaries());
-        QCOMPARE(picker.getValue(), text(""));
-        QCOMPARE(picker.getCurrentValue(), text(""));
-        QVERIFY(isFresh(picker));
-    }
-
-    // Action by action: the signals, and the state that it leaves.
-    void signalsAndStates_data()
-    {
-        QTest::addColumn<Act>("arrange");
-        QTest::addColumn<Act>("act");
-        QTest::addColumn<int>("signalCount");
-        QTest::addColumn<boost::any>("current"); // Empty: it varies.
-        QTest::addColumn<bool>("fresh");
-
-        const Act nothing = [](auto&) {};
-        const Act common = [](auto& p) { p.readValue(text("/a")); };
-        const Act varying = [](auto& p) {
-            p.readValue(text("/a"));
-            p.readValue(text("/b"));
-        };
-        const Act forced = [](auto& p) { p.forceVaries(); };
-        const Act reset = [](auto& p) { p.reset(); };
-        const Act set = [](auto& p) { p.setValue(text("/s")); };
-        const Act readSame = [](auto& p) { p.readValue(text("/a")); };
-        const Act readOther = [](auto& p) { p.readValue(text("/b")); };
-        const Act enter = [](auto& p) { pressEnter(p); };
-        const Act typed = [](auto& p) { replace(p, "/t"); };
-        const Act typedAndEnter = [](auto& p) {
-            replace(p, "/t");
-            pressEnter(p);
-        };
-        const Act typedAndUndone = [](auto& p) {
-            replace(p, "/t");
-            QTest::keyClick(p.m_edit->edit(), Qt::Key_Z, Qt::ControlModifier);
-        };
-        const Act variesTypedAndEnter = [](auto& p) {
-            replace(p, getVariesString());
-            pressEnter(p);
-        };
-        const Act languageAndEnter = [](auto& p) {
-            vrn::test::OtherLanguage german;
-            german.change();
-            vrn::test::deliverLanguage();
-            QCOMPARE(p.m_edit->edit()->text(), getVariesString());
-            pressEnter(p);
-            german.change();
-            vrn::test::deliverLanguage();
-        };
-        const Act pick = [](auto& p) { QMetaObject::invokeMethod(&p, "onPick"); };
-        const boost::any varies;
-
-        QTest::newRow("fresh, reset") << nothing << reset << 0 << text("") << true;
-        QTest::newRow("fresh, read") << nothing << readSame << 0 << text("/a") << false;
-        QTest::newRow("fresh, set") << nothing << set << 0 << text("/s") << true;
-        QTest::newRow("fresh, force varies") << nothing << forced << 0 << varies << true;
-        QTest::newRow("fresh, keys") << nothing << typed << 0 << text("/t") << true;
-        QTest::newRow("fresh, Enter") << nothing << enter << 1 << text("") << true;
-        QTest::newRow("fresh, keys and Enter")
-            << nothing << typedAndEnter << 1 << text("/t") << true;
-        QTest::newRow("fresh, pick without a choice") << nothing << pick << 1 << text("") << true;
-
-        QTest::newRow("common, reset") << common << reset << 0 << text("/a") << true;
-        QTest::newRow("common, read the same") << common << readSame << 0 << text("/a") << false;
-        QTest::newRow("common, read another") << common << readOther << 0 << varies << false;
-        QTest::newRow("common, set") << common << set << 0 << text("/s") << false;
-        QTest::newRow("common, force varies") << common << forced << 0 << varies << false;
-        QTest::newRow("common, keys") << common << typed << 0 << text("/t") << false;
-        QTest::newRow("common, Enter") << common << enter << 1 << text("/a") << false;
-        QTest::newRow("common, keys and Enter")
-            << common << typedAndEnter << 1 << text("/t") << false;
-        QTest::newRow("common, pick without a choice")
-            << common << pick << 1 << text("/a") << false;
-
-        QTest::newRow("varying, reset") << varying << reset << 0 << text("*VARIES*") << true;
-        QTest::newRow("varying, read the first") << varying << readSame << 0 << varies << false;
-        QTest::newRow("varying, read the second") << varying << readOther << 0 << varies << false;
-        QTest::newRow("varying, set") << varying << set << 0 << text("/s") << false;
-        QTest::newRow("varying, force varies") << varying << forced << 0 << varies << false;
-        QTest::newRow("varying, keys") << varying << typed << 0 << text("/t") << false;
-        QTest::newRow("varying, Enter") << varying << enter << 0 << varies << false;
-        QTest::newRow("varying, keys that are undone")
-            << varying << typedAndUndone << 0 << varies << false;
-        QTest::newRow("common, the varies text and Enter")
-            << common << variesTypedAndEnter << 0 << varies << false;
-        QTest::newRow("varying, another language and Enter")
-            << varying << languageAndEnter << 0 << varies << false;
-        QTest::newRow("varying, keys and Enter")
-            << varying << typedAndEnter << 1 << text("/t") << false;
-
-        QTest::newRow("forced when fresh, reset")
-            << forced << reset << 0 << text("*VARIES*") << true;
-        QTest::newRow("forced when fresh, read") << forced << readSame << 0 << text("/a") << false;
-        QTest::newRow("forced when fresh, set") << forced << set << 0 << text("/s") << true;
-        QTest::newRow("forced when fresh, force varies") << forced << forced << 0 << varies << true;
-        QTest::newRow("forced when fresh, keys") << forced << typed << 0 << text("/t") << true;
-        QTest::newRow("forced when fresh, Enter") << forced << enter << 0 << varies << true;
-        QTest::newRow("forced when fresh, keys and Enter")
-            << forced << typedAndEnter << 1 << text("/t") << true;
-    }
-
-    void signalsAndStates()
-    {
-        QFETCH(Act, arrange);
-        QFETCH(Act, act);
-        QFETCH(int, signalCount);
-        QFETCH(boost::any, current);
-        QFETCH(bool, fresh);
-        MultiEditFilePicker picker(nullptr, noDialog);
-        arrange(picker);
-        QSignalSpy changed(&picker, &MultiEditFilePicker::valueChanged);
-        act(picker);
-
-        QCOMPARE(changed.count(), signalCount);
-        QCOMPARE(picker.getCurrentValue(), current);
-        QCOMPARE(picker.getValue(), current);
-        QCOMPARE(picker.dataVaries(), current.empty());
-        QCOMPARE(picker.m_edit->dataVaries(), current.empty());
-        if (current.empty())
-            QCOMPARE(picker.m_edit->edit()->text(), getVariesString());
-        QCOMPARE(isFresh(picker), fresh);
+        for (const auto type :
+            {TypeofPathFile, TypeofPathFiles, TypeofPathFolder, TypeofPathFileInFolder, noDialog}) {
+            MultiEditFilePicker picker(nullptr, type);
+            QVERIFY(!picker.dataVaries());
+            QCOMPARE(picker.getValue(), text(""));
+            QCOMPARE(picker.getCurrentValue(), text(""));
+            picker.readValue(text("/a"));
+            QCOMPARE(picker.getCurrentValue(), text("/a"));
+        }
     }
 
     void leavingTheFieldCountsOnceAndThePickAgain()
@@ -283,45 +143,30 @@ private Q_SLOTS:
         QCOMPARE(changed.count(), 1);
     }
 
-    void theValueIsTheFirst260Characters_data()
-    {
-        QTest::addColumn<QString>("letter");
-        QTest::newRow("in ASCII") << "a";
-        QTest::newRow("of two bytes") << QString::fromUtf8("ü");
-        QTest::newRow("outside the basic plane") << QString::fromUtf8("𝛼");
-    }
-
     void theValueIsTheFirst260Characters()
     {
-        QFETCH(QString, letter);
-        const boost::any longest = text(letter.repeated(260).toStdString());
-        MultiEditFilePicker picker(nullptr, TypeofPathFile);
-        picker.setValue(longest);
-        QCOMPARE(picker.getCurrentValue(), longest);
-        picker.setValue(letter.repeated(261).toStdString());
-        QCOMPARE(picker.getCurrentValue(), longest);
-        QCOMPARE(picker.getValue(), longest);
-    }
-
-    void anyTextIsAPath_data()
-    {
-        QTest::addColumn<QByteArray>("path");
-        QTest::newRow("nothing") << QByteArray();
-        QTest::newRow("letters outside ASCII") << QByteArray("/größe/Ω/鋼/𝛼.txt");
-        QTest::newRow("quotes") << QByteArray("/it's \"quoted\"/a.txt");
-        QTest::newRow("a line break") << QByteArray("/a\nb/c\r\nd.txt");
-        QTest::newRow("backslashes") << QByteArray("C:\\projects\\a.txt");
-        QTest::newRow("spaces around") << QByteArray("  /a b/c  ");
+        // The last one is outside the basic plane.
+        for (const char* letter : {"a", "ü", "𝛼"}) {
+            const QString longest = QString(letter).repeated(260);
+            MultiEditFilePicker picker(nullptr, TypeofPathFile);
+            picker.setValue(text(longest.toStdString()));
+            QCOMPARE(picker.getCurrentValue(), text(longest.toStdString()));
+            picker.setValue(text((longest + letter).toStdString()));
+            QCOMPARE(picker.getCurrentValue(), text(longest.toStdString()));
+            QCOMPARE(picker.getValue(), text(longest.toStdString()));
+        }
     }
 
     void anyTextIsAPath()
     {
-        QFETCH(QByteArray, path);
-        MultiEditFilePicker picker(nullptr, TypeofPathFile);
-        picker.readValue(text(path.toStdString()));
-        picker.readValue(text(path.toStdString()));
-        QVERIFY(!picker.dataVaries());
-        QCOMPARE(picker.getCurrentValue(), text(path.toStdString()));
+        for (const char* path : {"", "/größe/Ω/鋼/𝛼.txt", "/it's \"quoted\"/a.txt",
+                 "/a\nb/c\r\nd.txt", "C:\\projects\\a.txt", "  /a b/c  "}) {
+            MultiEditFilePicker picker(nullptr, TypeofPathFile);
+            picker.readValue(text(path));
+            picker.readValue(text(path));
+            QVERIFY(!picker.dataVaries());
+            QCOMPARE(picker.getCurrentValue(), text(path));
+        }
     }
 
     void bytesThatAreNotUtf8AreReplaced()
@@ -331,29 +176,23 @@ private Q_SLOTS:
         QCOMPARE(picker.getCurrentValue(), text("/a\xef\xbf\xbd/b"));
     }
 
-    void otherTypesOfValuesAreReported_data()
-    {
-        QTest::addColumn<boost::any>("value");
-        QTest::newRow("no value") << boost::any();
-        QTest::newRow("a number") << boost::any(1.5);
-        QTest::newRow("a QString") << boost::any(QString("/a"));
-    }
-
     void otherTypesOfValuesAreReported()
     {
-        QFETCH(boost::any, value);
-        MultiEditFilePicker picker(nullptr, TypeofPathFile);
-        picker.setValue(text("/a"));
-        QSignalSpy changed(&picker, &MultiEditFilePicker::valueChanged);
-        for (const auto& give :
-            {Act([&](auto& p) { p.setValue(value); }), Act([&](auto& p) { p.readValue(value); })}) {
-            expectAssert(
-                "value.type() == typeid(std::wstring) || value.type() == typeid(std::string)",
-                {"value.type().name()"});
-            give(picker);
-            QCOMPARE(picker.getCurrentValue(), text(""));
+        for (const boost::any& value : {boost::any(), boost::any(1.5), boost::any(QString("/a"))}) {
+            MultiEditFilePicker picker(nullptr, TypeofPathFile);
+            picker.setValue(text("/a"));
+            QSignalSpy changed(&picker, &MultiEditFilePicker::valueChanged);
+            const auto give = [&](void (MultiEditFilePicker::*function)(const boost::any&)) {
+                expectAssert(
+                    "value.type() == typeid(std::wstring) || value.type() == typeid(std::string)",
+                    {"value.type().name()"});
+                (picker.*function)(value);
+                QCOMPARE(picker.getCurrentValue(), text(""));
+            };
+            give(&MultiEditFilePicker::setValue);
+            give(&MultiEditFilePicker::readValue);
+            QCOMPARE(changed.count(), 0);
         }
-        QCOMPARE(changed.count(), 0);
     }
 
     void aWideStringIsAPathToo()
@@ -397,28 +236,14 @@ private Q_SLOTS:
         QCOMPARE(picker.getCurrentValue(), text("/loaded"));
     }
 
-    void itWorksThroughItsBase()
-    {
-        MultiEditFilePicker picker(nullptr, TypeofPathFile);
-        MultiEditControlBase& control = picker;
-        control.reset();
-        control.readValue(text("/a"));
-        control.readValue(text("/b"));
-        QVERIFY(control.dataVaries());
-        control.setValue(text("/c"));
-        QCOMPARE(control.getCurrentValue(), text("/c"));
-        control.forceVaries();
-        QVERIFY(control.getCurrentValue().empty());
-    }
-
     void assistiveTechnologyReadsTextAndTitle_data()
     {
         QTest::addColumn<int>("pathType");
         QTest::addColumn<QString>("title");
-        QTest::newRow("file") << int(TypeofPathFile) << "Open File";
-        QTest::newRow("files") << int(TypeofPathFiles) << "Open Files";
-        QTest::newRow("folder") << int(TypeofPathFolder) << "Open Folder";
-        QTest::newRow("file in folder") << int(TypeofPathFileInFolder) << "Open Folder";
+        row("file", int(TypeofPathFile), "Open File");
+        row("files", int(TypeofPathFiles), "Open Files");
+        row("folder", int(TypeofPathFolder), "Open Folder");
+        row("file in folder", int(TypeofPathFileInFolder), "Open Folder");
     }
 
     void assistiveTechnologyReadsTextAndTitle()
@@ -453,53 +278,6 @@ private Q_SLOTS:
         QCOMPARE(changed.count(), 0);
     }
 
-    void theParentMayGoAtAnyStep()
-    {
-        const std::vector<Act> steps = {[](auto& p) { p.readValue(text("/a")); },
-            [](auto& p) { replace(p, "/t"); }, pressEnter, [](auto& p) { p.m_btn->click(); },
-            [](auto& p) { p.readValue(text("/b")); }, [](auto& p) { type(p, "x"); }, pressEnter,
-            [](auto& p) { p.forceVaries(); }, [](auto& p) { p.setValue(text("/s")); },
-            [](auto& p) { p.reset(); }};
-        for (std::size_t done = 0; done <= steps.size(); ++done) {
-            auto* parent = new QWidget;
-            const QPointer<MultiEditFilePicker> picker(new MultiEditFilePicker(parent, noDialog));
-            parent->show();
-            QVERIFY(QTest::qWaitForWindowActive(parent));
-            picker->setFocus();
-            for (std::size_t i = 0; i < done; ++i)
-                steps[i](*picker);
-            delete parent;
-            QVERIFY(!picker);
-        }
-    }
-
-    void aSlotMayDestroyIt_data()
-    {
-        QTest::addColumn<Act>("act");
-        QTest::newRow("after Enter") << Act([](auto& p) { pressEnter(p); });
-        QTest::newRow("after a pick") << Act([](auto& p) { p.m_btn->click(); });
-    }
-
-    void aSlotMayDestroyIt()
-    {
-        QFETCH(Act, act);
-        QWidget parent;
-        const QPointer<MultiEditFilePicker> picker(new MultiEditFilePicker(&parent, noDialog));
-        connect(picker, &MultiEditFilePicker::valueChanged, picker, &QObject::deleteLater);
-        act(*picker);
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-        QVERIFY(!picker);
-    }
-
-    void aSlotMayDestroyTheParentAfterAPick()
-    {
-        auto* parent = new QWidget;
-        const QPointer<MultiEditFilePicker> picker(new MultiEditFilePicker(parent, noDialog));
-        connect(picker, &MultiEditFilePicker::valueChanged, picker, [parent] { delete parent; });
-        picker->m_btn->click();
-        QVERIFY(!picker);
-    }
-
     void itIsDestroyedWithTheFocusInIt()
     {
         QWidget parent;
@@ -512,17 +290,6 @@ private Q_SLOTS:
         type(*picker, "a");
         delete picker;
         QCOMPARE(changes, 0);
-    }
-
-private:
-    static void everyType()
-    {
-        QTest::addColumn<int>("pathType");
-        QTest::newRow("file") << int(TypeofPathFile);
-        QTest::newRow("files") << int(TypeofPathFiles);
-        QTest::newRow("folder") << int(TypeofPathFolder);
-        QTest::newRow("file in folder") << int(TypeofPathFileInFolder);
-        QTest::newRow("any other") << int(noDialog);
     }
 };
 

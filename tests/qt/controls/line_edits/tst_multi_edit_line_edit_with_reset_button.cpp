@@ -9,12 +9,9 @@
 
 #include <QAccessible>
 #include <QIcon>
-#include <QPointer>
-#include <QSignalSpy>
 #include <QToolButton>
 #include <QTranslator>
 
-#include <memory>
 #include <stdexcept>
 
 using namespace vrn::qt;
@@ -39,13 +36,6 @@ QToolButton* buttonOf(const MultiEditLineEdit& field)
 MultiEditAction click()
 {
     return [](MultiEditLineEdit& field, Form&) { buttonOf(field)->click(); };
-}
-
-MultiEditAction pickInHistory(const QString& text)
-{
-    return [text](MultiEditLineEdit& field, Form&) {
-        QMetaObject::invokeMethod(field.edit(), "onHistoryItemSelected", Q_ARG(QString, text));
-    };
 }
 
 MultiEditAction clickInnerButton(const QString& result)
@@ -101,97 +91,29 @@ private Q_SLOTS:
         QCOMPARE(buttonOf(field)->toolTip(), QString("Auf die Vorgabe setzen."));
     }
 
-    void whatAnActionDoes_data()
+    void whatActionsDo_data()
     {
-        QTest::addColumn<MultiEditAction>("action");
-        QTest::addColumn<int>("valueChanged");
-        QTest::addColumn<bool>("varies");
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<boost::any>("current");
-        QTest::addColumn<bool>("fresh");
-
         using namespace vrn::test::action;
         const boost::any none;
         const boost::any reported = -1;
         const QString varies = getVariesString();
-        QTest::newRow("nothing") << nothing() << 0 << false << "" << none << true;
-        QTest::newRow("a click on a fresh field")
-            << click() << 1 << false << "50.0" << reported << true;
-        QTest::newRow("each click")
-            << inOrder({click(), click()}) << 2 << false << "50.0" << reported << true;
-        QTest::newRow("a click on a common value")
-            << inOrder({read(1.0), click()}) << 1 << false << "50.0" << reported << false;
-        QTest::newRow("a click on a varying field") << inOrder({read(1.0), read(2.0), click()}) << 1
-                                                    << false << "50.0" << reported << false;
-        QTest::newRow("a click on a refused text") << inOrder({read(1.0), type("x"), click()}) << 1
-                                                   << false << "50.0" << reported << false;
-        QTest::newRow("a common value without a click")
-            << read(1.0) << 0 << false << "1.0" << boost::any(1.0) << false;
-        QTest::newRow("a good text after a click")
-            << inOrder({click(), type("4")}) << 1 << false << "4" << boost::any(4.0) << true;
-        QTest::newRow("the same text typed after a click")
-            << inOrder({click(), type("50.0")}) << 1 << false << "50.0" << boost::any(50.0) << true;
-        QTest::newRow("a refused text after a click")
-            << inOrder({click(), type("x")}) << 1 << false << "x" << none << true;
-        QTest::newRow("Enter after a click still reports the default")
-            << inOrder({click(), enter()}) << 2 << false << "50.0" << reported << true;
-        QTest::newRow("leaving after a click still reports the default")
-            << inOrder({click(), leave()}) << 2 << false << "50.0" << reported << true;
-        QTest::newRow("a refused text and Enter after a click")
-            << inOrder({click(), type("x"), enter()}) << 2 << false << "x" << none << true;
-        QTest::newRow("a text and Enter after a click")
-            << inOrder({click(), type("4"), enter()}) << 2 << false << "4.0" << boost::any(4.0)
-            << true;
-        QTest::newRow("a pick in the history after a click")
-            << inOrder({click(), pickInHistory("2.5")}) << 2 << false << "2.5" << boost::any(2.5)
-            << true;
-        QTest::newRow("a pick of the text that the click has shown")
-            << inOrder({click(), pickInHistory("50.0")}) << 2 << false << "50.0" << boost::any(50.0)
-            << true;
-        QTest::newRow("the inner button after a click")
-            << inOrder({click(), clickInnerButton("2.50")}) << 1 << false << "2.50"
-            << boost::any(2.5) << true;
-        QTest::newRow("the inner button after a click, and leaving")
-            << inOrder({click(), clickInnerButton("2.50"), leave()}) << 2 << false << "2.5"
-            << boost::any(2.5) << true;
-        QTest::newRow("the inner button that changes nothing after a click")
-            << inOrder({click(), clickInnerButton("50.0")}) << 1 << false << "50.0" << reported
-            << true;
-        QTest::newRow("the varies text typed after a click")
-            << inOrder({click(), type(varies)}) << 1 << true << varies << none << true;
-        QTest::newRow("setValue does not end the default")
-            << inOrder({click(), set(3.0)}) << 1 << false << "3.0" << reported << true;
-        QTest::newRow("reset does not end the default")
-            << inOrder({read(1.0), click(), reset()}) << 1 << false << "50.0" << reported << true;
-        QTest::newRow("a first read does not end the default")
-            << inOrder({click(), read(3.0)}) << 1 << false << "3.0" << reported << false;
-        QTest::newRow("an equal read does not end the default")
-            << inOrder({read(1.0), click(), read(50.0)}) << 1 << false << "50.0" << reported
-            << false;
-        QTest::newRow("a varying field has no value, a default or not")
-            << inOrder({read(1.0), click(), read(2.0)}) << 1 << true << varies << none << false;
-        QTest::newRow("the default is there again when the variation ends by setValue")
-            << inOrder({read(1.0), click(), read(2.0), set(2.0)}) << 1 << false << "2.0" << reported
-            << false;
-        QTest::newRow("forceVaries hides the default")
-            << inOrder({click(), forceVaries()}) << 1 << true << varies << none << true;
-        QTest::newRow("a click after a text")
-            << inOrder({type("4"), click()}) << 1 << false << "50.0" << reported << true;
+        addActionColumns();
+        actionRow("a click", {click()}, 1, false, "50.0", reported);
+        actionRow("a click, Enter", {click(), enter()}, 2, false, "50.0", reported);
+        actionRow("a click, left", {click(), leave()}, 2, false, "50.0", reported);
+        actionRow("a click, a text", {click(), type("4")}, 1, false, "4", 4.0);
+        actionRow("a click, its own text", {click(), type("50.0")}, 1, false, "50.0", 50.0);
+        actionRow("a click, a refused text", {click(), type("x")}, 1, false, "x", none);
+        actionRow("a click, another value set", {click(), set(3.0)}, 1, false, "3.0", reported);
+        actionRow(
+            "a click, another value read", {read(1.0), click(), read(2.0)}, 1, true, varies, none);
+        actionRow("a click, the inner button, left", {click(), clickInnerButton("2.50"), leave()},
+            2, false, "2.5", 2.5);
     }
 
-    void whatAnActionDoes()
+    void whatActionsDo()
     {
-        QFETCH(MultiEditAction, action);
-        Form form;
-        auto* field = new MultiEditLineEditWithResetButton(percentage(), 7, &restore);
-        form.open(field);
-        QSignalSpy valueChanged(field, &MultiEditLineEdit::valueChanged);
-        action(*field, form);
-        QTEST(int(valueChanged.count()), "valueChanged");
-        QTEST(field->dataVaries(), "varies");
-        QTEST(field->edit()->text(), "text");
-        QTEST(field->getCurrentValue(), "current");
-        QTEST(isFresh(*field, 1.0), "fresh");
+        verifyActions(new MultiEditLineEditWithResetButton(percentage(), 7, &restore));
     }
 
     void theFunctionGetsIdAndTwoEmptyValues()
@@ -204,7 +126,6 @@ private Q_SLOTS:
                 cameEmpty = cameEmpty && shown.empty() && reported.empty();
                 restore(id, shown, reported);
             });
-        QVERIFY(ids.empty());
         buttonOf(field)->click();
         buttonOf(field)->click();
         QCOMPARE(ids, std::vector<int>({-7, -7}));
@@ -214,8 +135,7 @@ private Q_SLOTS:
     void theResultIsInPlaceWhenTheSignalComes()
     {
         MultiEditLineEditWithResetButton field(percentage(), 7, &restore);
-        field.readValue(1.0);
-        field.readValue(2.0);
+        field.forceVaries();
         QString text;
         boost::any current;
         connect(&field, &MultiEditLineEdit::valueChanged, &field, [&] {
@@ -230,23 +150,12 @@ private Q_SLOTS:
     void aTextWhoseValidationThrowsEndsTheDefaultToo()
     {
         const ThroughQt throughQt;
-        struct Throwing : public DoubleEditValidator
-        {
-            Throwing()
-                : DoubleEditValidator(1, 0.0, 100.0, false)
-            {}
-            bool validate(
-                const QString& text, boost::any& value, const std::bitset<32>& flags) override
-            {
-                if (text.endsWith('y'))
-                    throw std::runtime_error("from the validator");
-                return DoubleEditValidator::validate(text, value, flags);
-            }
-        };
-        MultiEditLineEditWithResetButton field(new Throwing, 7, &restore);
+        auto* validator = new ThrowingValidator("validate");
+        MultiEditLineEditWithResetButton field(validator, 7, &restore);
         buttonOf(field)->click();
         QCOMPARE(field.getCurrentValue(), boost::any(-1));
-        QTest::keyClicks(field.edit(), "y");
+        validator->armed = true;
+        QTest::keyClicks(field.edit(), "7");
         QCOMPARE(CatchingApplication::instance().caught.size(), std::size_t(1));
         QVERIFY(!field.isValueValid());
         QVERIFY(field.getCurrentValue().empty());
@@ -294,8 +203,13 @@ private Q_SLOTS:
         QCOMPARE(valueChanged.count(), 0);
     }
 
-    void aValueOfAForeignTypeIsReported()
+    void whatCannotBeShownIsReported()
     {
+        MultiEditLineEditWithResetButton withoutValidator(nullptr, 7, &restore);
+        expectAssert("m_validator");
+        buttonOf(withoutValidator)->click();
+        QCOMPARE(withoutValidator.getCurrentValue(), boost::any(-1));
+
         MultiEditLineEditWithResetButton field(
             percentage(), 7, [](int, boost::any& shown, boost::any& reported) {
                 shown = std::string("Auto");
@@ -307,24 +221,11 @@ private Q_SLOTS:
         QCOMPARE(field.getCurrentValue(), boost::any(1));
     }
 
-    void aMissingValidatorIsReported()
-    {
-        MultiEditLineEditWithResetButton field(nullptr, 7, &restore);
-        expectAssert("m_validator");
-        buttonOf(field)->click();
-        QCOMPARE(field.getCurrentValue(), boost::any(-1));
-    }
-
     void aValueThatCannotBeShownIsNotReportedEither()
     {
-        struct Throwing : public DoubleEditValidator
-        {
-            QString reformat(const boost::any&, const std::bitset<32>&) override
-            {
-                throw std::runtime_error("from the validator");
-            }
-        };
-        MultiEditLineEditWithResetButton field(new Throwing, 7, &restore);
+        auto* validator = new ThrowingValidator("reformat");
+        validator->armed = true;
+        MultiEditLineEditWithResetButton field(validator, 7, &restore);
         QSignalSpy valueChanged(&field, &MultiEditLineEdit::valueChanged);
         QVERIFY_EXCEPTION_THROWN(Q_EMIT buttonOf(field)->clicked(false), std::runtime_error);
         QVERIFY(field.getCurrentValue().empty());
@@ -338,61 +239,6 @@ private Q_SLOTS:
         field.setValue(1.0);
         QVERIFY_EXCEPTION_THROWN(Q_EMIT buttonOf(field)->clicked(false), std::runtime_error);
         QCOMPARE(field.getCurrentValue(), boost::any(1.0));
-    }
-
-    void functionOrSlotMayDestroyTheField_data()
-    {
-        QTest::addColumn<bool>("inSlot");
-        QTest::addColumn<bool>("later");
-        QTest::newRow("the function, later") << false << true;
-        QTest::newRow("the function, at once") << false << false;
-        QTest::newRow("a slot of valueChanged, later") << true << true;
-        QTest::newRow("a slot of valueChanged, at once") << true << false;
-    }
-
-    void functionOrSlotMayDestroyTheField()
-    {
-        QFETCH(bool, inSlot);
-        QFETCH(bool, later);
-        const auto token = std::make_shared<int>(7);
-        QPointer<QWidget> parent(new QWidget);
-        int seen = 0;
-        const auto destroy = [&, token] {
-            if (later)
-                parent->deleteLater();
-            else
-                delete parent;
-            seen = *token;
-        };
-        auto* field = new MultiEditLineEditWithResetButton(
-            percentage(), 7, [=](int id, boost::any& shown, boost::any& reported) {
-                if (!inSlot)
-                    destroy();
-                restore(id, shown, reported);
-            });
-        field->setParent(parent);
-        if (inSlot)
-            connect(field, &MultiEditLineEdit::valueChanged, field, destroy);
-        buttonOf(*field)->click();
-        QCOMPARE(seen, 7);
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-        QVERIFY(!parent);
-    }
-
-    void theWindowMayGoAtAnyStep()
-    {
-        const std::vector<MultiEditAction> steps = {click(), action::read(1.0), click(),
-            action::forceVaries(), click(), action::type("x"), click(), action::enter(),
-            action::reset(), action::type("4"), action::leave(), click()};
-        for (std::size_t done = 0; done <= steps.size(); ++done) {
-            auto* form = new Form;
-            QPointer<MultiEditLineEdit> field(
-                new MultiEditLineEditWithResetButton(percentage(), 7, &restore));
-            form->open(field);
-            action::inOrder({steps.begin(), steps.begin() + std::ptrdiff_t(done)})(*field, *form);
-            delete form;
-            QVERIFY(!field);
-        }
     }
 };
 

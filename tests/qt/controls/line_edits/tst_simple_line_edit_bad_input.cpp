@@ -163,7 +163,7 @@ private Q_SLOTS:
         QTest::addColumn<bool>("everyWay");
         QTest::addColumn<QString>("text");
         for (const auto& [kind, validator] : validators()) {
-            // The way in is Qt's matter; three kinds are enough for all of them.
+            // Qt handles the ways in; three kinds are enough for all of them.
             const bool everyWay = kind == "number" || kind == "distance" || kind == "text";
             for (const auto& [name, text] : hostileTexts())
                 QTest::addRow("%s: %s", kind.constData(), name.constData())
@@ -186,9 +186,8 @@ private Q_SLOTS:
                 continue;
             verifyStepsTakeAKeystroke([&](TimedSteps& steps) {
                 Form form;
-                SimpleLineEdit* field = SimpleLineEdit::create(
-                    nullptr, "Span", validator, 0, ExpandHorizontal);
-                form.open(field);
+                SimpleLineEdit* field = form.open(
+                    SimpleLineEdit::create(nullptr, "Span", validator, 0, ExpandHorizontal));
                 QSignalSpy valueChanged(field, &SimpleLineEdit::valueChanged);
                 auto& exceptions = CatchingApplication::instance().caught;
                 exceptions.clear();
@@ -244,9 +243,8 @@ private Q_SLOTS:
         QFETCH(QString, text);
         for (const char* kind : {"text", "text with a pattern"}) {
             Form form;
-            SimpleLineEdit* field = SimpleLineEdit::create(
-                nullptr, {}, validatorNamed(kind), 0, ExpandHorizontal);
-            form.open(field);
+            SimpleLineEdit* field = form.open(
+                SimpleLineEdit::create(nullptr, {}, validatorNamed(kind), 0, ExpandHorizontal));
             const std::wstring value = text.toStdWString();
             verifyTakesAKeystroke("the value", [&] { field->setValue(value); });
             QCOMPARE(field->edit()->styleSheet(), QString());
@@ -266,9 +264,8 @@ private Q_SLOTS:
         text.detach(); // A copy of its own, for Qt may lose hold of it.
         verifyStepsTakeAKeystroke([&](TimedSteps& steps) {
             Form form;
-            SimpleLineEdit* field = SimpleLineEdit::create(
-                nullptr, {}, validator, 0, ExpandHorizontal);
-            form.open(field);
+            SimpleLineEdit* field = form.open(
+                SimpleLineEdit::create(nullptr, {}, validator, 0, ExpandHorizontal));
             QLineEdit plain;
             auto& exceptions = CatchingApplication::instance().caught;
             exceptions.clear();
@@ -287,9 +284,8 @@ private Q_SLOTS:
     void aTextLongerThanTheFieldIsCutByIt()
     {
         Form form;
-        SimpleLineEdit* field = SimpleLineEdit::create(
-            nullptr, {}, new StringEditValidator(2000000), 0, ExpandHorizontal);
-        form.open(field);
+        SimpleLineEdit* field = form.open(SimpleLineEdit::create(
+            nullptr, {}, new StringEditValidator(2000000), 0, ExpandHorizontal));
         typeAtOnce(*field->edit(), QString(40000, 'a'));
         QCOMPARE(field->edit()->text().size(), 32767);
         QVERIFY(field->isValueValid());
@@ -298,9 +294,7 @@ private Q_SLOTS:
 
     void aBadTextInTheHistoryAndTheHintIsTakenCalmly_data()
     {
-        QTest::addColumn<QString>("text");
-        for (const auto& [name, text] : vrn::test::hostileTexts())
-            QTest::newRow(name.constData()) << text;
+        aBadTextAsAValueIsTakenCalmly_data();
     }
 
     void aBadTextInTheHistoryAndTheHintIsTakenCalmly()
@@ -311,8 +305,7 @@ private Q_SLOTS:
         Form form;
         SimpleLineEdit* field = SimpleLineEdit::create(
             nullptr, {}, IValidator::pointer(validator), 0, ExpandHorizontal);
-        field->setValueHistory(boost::make_shared<vrn::ValueHistory>(
-            L"key", boost::make_shared<vrn::ValueHistoryMemoryStorage>()));
+        field->setValueHistory(vrn::test::historyOf({}));
         form.open(field);
         field->edit()->setText(text);
         field->addCurrentValueToValueHistory();

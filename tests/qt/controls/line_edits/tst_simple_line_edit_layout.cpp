@@ -4,6 +4,7 @@
 
 #include "controls/line_edits/line_edit_impl_p.h"
 #include "line_edit_fixture.h"
+#include "support/row.h"
 #include "support/test_main.h"
 #include "support/test_object.h"
 
@@ -12,14 +13,13 @@
 #include <QProxyStyle>
 #include <QSignalSpy>
 #include <QStyleOptionButton>
-#include <QToolButton>
 
-#include <cmath>
 #include <limits>
 
 using namespace vrn::qt;
 using vrn::test::DigitsValidator;
 using vrn::test::Form;
+using vrn::test::row;
 
 namespace {
 
@@ -68,20 +68,34 @@ public:
         QPalette palette;
     };
 
-    mutable std::vector<Drawing> drawings;
+    // What a field draws when it is painted again after it is shown.
+    static std::vector<Drawing> drawingsOf(SimpleLineEdit& field)
+    {
+        ButtonRecorder recorder;
+        field.setStyle(&recorder);
+        field.show();
+        static_cast<void>(QTest::qWaitForWindowExposed(&field));
+        recorder.m_drawings.clear();
+        field.repaint();
+        field.setStyle(nullptr);
+        return recorder.m_drawings;
+    }
 
     void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
         const QWidget* widget) const override
     {
-        // Those inside are drawn by the style in the course of the two.
+        // The style draws the other elements as parts of these two.
         if (const auto* button = qstyleoption_cast<const QStyleOptionButton*>(option)) {
             if (element == CE_PushButton || element == CE_PushButtonLabel) {
-                drawings.push_back({element, button->rect, button->text, button->palette});
+                m_drawings.push_back({element, button->rect, button->text, button->palette});
                 return;
             }
         }
         QProxyStyle::drawControl(element, option, painter, widget);
     }
+
+private:
+    mutable std::vector<Drawing> m_drawings;
 };
 
 } // namespace
@@ -96,14 +110,12 @@ private Q_SLOTS:
         QTest::addColumn<QString>("caption");
         QTest::addColumn<bool>("withButton");
         QTest::addColumn<Parts>("parts");
-        QTest::newRow("the edit and a hidden unit")
-            << "" << false << Parts{"edit", "label '' hidden"};
-        QTest::newRow("a caption comes first")
-            << "Span" << false << Parts{"label 'Span'", "edit", "label '' hidden"};
-        QTest::newRow("a button comes last")
-            << "" << true << Parts{"edit", "label '' hidden", "button '...'"};
-        QTest::newRow("all of them")
-            << "Span" << true << Parts{"label 'Span'", "edit", "label '' hidden", "button '...'"};
+        row("the edit and a hidden unit", "", false, Parts{"edit", "label '' hidden"});
+        row("a caption comes first", "Span", false,
+            Parts{"label 'Span'", "edit", "label '' hidden"});
+        row("a button comes last", "", true, Parts{"edit", "label '' hidden", "button '...'"});
+        row("all of them", "Span", true,
+            Parts{"label 'Span'", "edit", "label '' hidden", "button '...'"});
     }
 
     void partsStandInOrder()
@@ -118,30 +130,23 @@ private Q_SLOTS:
 
     void theOverloadsWithoutAButtonHaveNone()
     {
-        const QScopedPointer<SimpleLineEdit> raw(
-            SimpleLineEdit::create(nullptr, "Span", new DigitsValidator, 0, ExpandHorizontal));
-        const QScopedPointer<SimpleLineEdit> shared(SimpleLineEdit::create(
-            nullptr, "Span", boost::make_shared<DigitsValidator>(), 0, ExpandHorizontal));
-        const Parts parts{"label 'Span'", "edit", "label '' hidden"};
-        QCOMPARE(partsOf(*raw), parts);
-        QCOMPARE(partsOf(*shared), parts);
-    }
-
-    void theParentOwnsTheControl()
-    {
         QWidget parent;
-        SimpleLineEdit* field = SimpleLineEdit::create(
-            &parent, {}, boost::make_shared<DigitsValidator>(), 0, ExpandHorizontal);
-        QCOMPARE(field->parentWidget(), &parent);
+        for (const SimpleLineEdit* field :
+            {SimpleLineEdit::create(&parent, "Span", new DigitsValidator, 0, ExpandHorizontal),
+                SimpleLineEdit::create(
+                    &parent, "Span", boost::make_shared<DigitsValidator>(), 0, ExpandHorizontal)}) {
+            QCOMPARE(field->parentWidget(), &parent);
+            QCOMPARE(partsOf(*field), Parts({"label 'Span'", "edit", "label '' hidden"}));
+        }
     }
 
     void theDirectionOfTheLayout_data()
     {
         QTest::addColumn<int>("direction");
         QTest::addColumn<bool>("horizontal");
-        QTest::newRow("horizontal") << int(ExpandHorizontal) << true;
-        QTest::newRow("vertical") << int(ExpandVertical) << false;
-        QTest::newRow("another value counts as vertical") << 2 << false;
+        row("horizontal", int(ExpandHorizontal), true);
+        row("vertical", int(ExpandVertical), false);
+        row("another value counts as vertical", 2, false);
     }
 
     void theDirectionOfTheLayout()
@@ -172,10 +177,10 @@ private Q_SLOTS:
         QTest::addColumn<unsigned int>("options");
         QTest::addColumn<QString>("editSheet");
         QTest::addColumn<QString>("controlSheet");
-        QTest::newRow("no option") << 0u << plain << plain;
-        QTest::newRow("bit 0") << unsigned(SimpleLineEdit::OptionBorderless) << edit << control;
-        QTest::newRow("bit 0 among others") << 0xffffffffu << edit << control;
-        QTest::newRow("all others") << 0xfffffffeu << plain << plain;
+        row("no option", 0u, plain, plain);
+        row("bit 0", unsigned(SimpleLineEdit::OptionBorderless), edit, control);
+        row("bit 0 among others", 0xffffffffu, edit, control);
+        row("all others", 0xfffffffeu, plain, plain);
     }
 
     void theBorderlessLook()
@@ -190,12 +195,9 @@ private Q_SLOTS:
     {
         QTest::addColumn<QString>("caption");
         QTest::addColumn<QString>("name");
-        QTest::newRow("plain") << "Span"
-                               << "Span";
-        QTest::newRow("with a shortcut") << "&Span"
-                                         << "Span";
-        QTest::newRow("with an ampersand") << "Nuts && bolts"
-                                           << "Nuts & bolts";
+        row("plain", "Span", "Span");
+        row("with a shortcut", "&Span", "Span");
+        row("with an ampersand", "Nuts && bolts", "Nuts & bolts");
     }
 
     void theCaptionNamesTheEdit()
@@ -215,8 +217,7 @@ private Q_SLOTS:
     void theShortcutOfACaptionGoesToTheEdit()
     {
         Form form;
-        SimpleLineEdit* field = createField("&Span");
-        form.open(field);
+        SimpleLineEdit* field = form.open(createField("&Span"));
         form.leave();
         QVERIFY(!field->edit()->hasFocus());
         QTest::keyClick(&form, Qt::Key_S, Qt::AltModifier);
@@ -266,16 +267,11 @@ private Q_SLOTS:
         QTest::addColumn<QString>("caption");
         QTest::addColumn<QString>("unit");
         QTest::addColumn<bool>("withButton");
-        QTest::newRow("the edit alone") << ""
-                                        << "" << false;
-        QTest::newRow("with a unit") << ""
-                                     << "kN/m2" << false;
-        QTest::newRow("with a caption") << "Distance of supports"
-                                        << "" << false;
-        QTest::newRow("with caption and unit") << "Span"
-                                               << "m" << false;
-        QTest::newRow("the button has no part in it") << "Span"
-                                                      << "m" << true;
+        row("the edit alone", "", "", false);
+        row("with a unit", "", "kN/m2", false);
+        row("with a caption", "Distance of supports", "", false);
+        row("with caption and unit", "Span", "m", false);
+        row("the button has no part in it", "Span", "m", true);
     }
 
     void sizeHints()
@@ -301,25 +297,19 @@ private Q_SLOTS:
         QCOMPARE(field->minimumSizeHint(), minimum);
     }
 
-    void theWidthFactorHasNoEffect_data()
-    {
-        QTest::addColumn<double>("factor");
-        for (const double factor :
-            {0.0, 0.001, 0.5, 1.0, 50.0, 1000.0, -1.0, std::numeric_limits<double>::infinity(),
-                -std::numeric_limits<double>::infinity(), std::numeric_limits<double>::quiet_NaN()})
-            QTest::newRow(qPrintable(QString::number(factor))) << factor;
-    }
-
     void theWidthFactorHasNoEffect()
     {
-        QFETCH(double, factor);
         const QScopedPointer<SimpleLineEdit> field(createField("Span"));
         field->setUnitString("m");
         const QSize hint = field->sizeHint();
         const QSize minimum = field->minimumSizeHint();
-        field->setMinimumWidthFactor(factor);
-        QCOMPARE(field->sizeHint(), hint);
-        QCOMPARE(field->minimumSizeHint(), minimum);
+        constexpr double infinity = std::numeric_limits<double>::infinity();
+        for (const double factor : {0.0, 0.001, 0.5, 1.0, 50.0, 1000.0, -1.0, infinity, -infinity,
+                 std::numeric_limits<double>::quiet_NaN()}) {
+            field->setMinimumWidthFactor(factor);
+            QCOMPARE(field->sizeHint(), hint);
+            QCOMPARE(field->minimumSizeHint(), minimum);
+        }
     }
 
     void settersReachTheEdit()
@@ -344,8 +334,7 @@ private Q_SLOTS:
     void aReadOnlyFieldTakesNoKeystroke()
     {
         Form form;
-        SimpleLineEdit* field = createField();
-        form.open(field);
+        SimpleLineEdit* field = form.open(createField());
         field->setReadOnly(true);
         QTest::keyClicks(field->edit(), "12");
         QCOMPARE(field->edit()->text(), QString());
@@ -355,11 +344,13 @@ private Q_SLOTS:
     void aFocusEventOfTheControlGoesToTheEdit()
     {
         Form form;
-        SimpleLineEdit* field = createField();
-        form.open(field);
+        SimpleLineEdit* field = form.open(createField());
         form.leave();
         Qt::FocusReason reason = Qt::NoFocusReason;
-        FocusReasons reasons(field->edit(), &reason);
+        const vrn::test::EventWatch watch(field->edit(), [&](const QEvent& event) {
+            if (event.type() == QEvent::FocusIn)
+                reason = static_cast<const QFocusEvent&>(event).reason();
+        });
         QFocusEvent in(QEvent::FocusIn, Qt::TabFocusReason);
         QApplication::sendEvent(field, &in);
         QVERIFY(field->edit()->hasFocus());
@@ -389,66 +380,29 @@ private Q_SLOTS:
 
     void aButtonIsPaintedInsideTheEdit()
     {
-        ButtonRecorder recorder;
         const QScopedPointer<SimpleLineEdit> field(createField("Span", [] {}));
         QPalette palette = field->edit()->palette();
         palette.setColor(QPalette::Button, Qt::green);
         field->edit()->setPalette(palette);
-        field->setStyle(&recorder);
         field->resize(300, 40);
-        field->show();
-        QVERIFY(QTest::qWaitForWindowExposed(field.data()));
-        recorder.drawings.clear();
-        field->repaint();
-
-        QVERIFY(recorder.drawings.size() >= 2);
-        const ButtonRecorder::Drawing bevel = recorder.drawings[0];
-        const ButtonRecorder::Drawing label = recorder.drawings[1];
-        QCOMPARE(bevel.element, QStyle::CE_PushButton);
-        QCOMPARE(label.element, QStyle::CE_PushButtonLabel);
+        const auto drawings = ButtonRecorder::drawingsOf(*field);
+        QVERIFY(drawings.size() >= 2);
+        QCOMPARE(drawings[0].element, QStyle::CE_PushButton);
+        QCOMPARE(drawings[1].element, QStyle::CE_PushButtonLabel);
         QRect expected = field->edit()->geometry();
         expected.setLeft(expected.right() - 20);
-        for (const ButtonRecorder::Drawing& drawing : {bevel, label}) {
+        for (const auto& drawing : {drawings[0], drawings[1]}) {
             QCOMPARE(drawing.rect, expected);
             QCOMPARE(drawing.text, QString("..."));
             QCOMPARE(drawing.palette.color(QPalette::Button), QColor(Qt::green));
         }
-        field->setStyle(nullptr);
     }
 
     void withoutAButtonFunctionNoButtonIsPainted()
     {
-        ButtonRecorder recorder;
         const QScopedPointer<SimpleLineEdit> field(createField("Span"));
-        field->setStyle(&recorder);
-        field->show();
-        QVERIFY(QTest::qWaitForWindowExposed(field.data()));
-        field->repaint();
-        QCOMPARE(recorder.drawings.size(), std::size_t(0));
-        field->setStyle(nullptr);
+        QCOMPARE(ButtonRecorder::drawingsOf(*field).size(), std::size_t(0));
     }
-
-private:
-    // Keeps the reason with which a widget last got the focus.
-    class FocusReasons : public QObject
-    {
-    public:
-        FocusReasons(QWidget* widget, Qt::FocusReason* reason)
-            : m_reason(reason)
-        {
-            widget->installEventFilter(this);
-        }
-
-        bool eventFilter(QObject* watched, QEvent* event) override
-        {
-            if (event->type() == QEvent::FocusIn)
-                *m_reason = static_cast<QFocusEvent*>(event)->reason();
-            return QObject::eventFilter(watched, event);
-        }
-
-    private:
-        Qt::FocusReason* m_reason;
-    };
 };
 
 VRN_TEST(TestSimpleLineEditLayout)

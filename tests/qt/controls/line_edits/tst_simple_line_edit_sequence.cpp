@@ -1,14 +1,14 @@
 #include <vrn/qt/simple_line_edit.h>
 
 #include "line_edit_fixture.h"
-#include "support/random_seed.h"
+#include "support/random_sequence.h"
 #include "support/test_main.h"
 #include "support/test_object.h"
 
 #include <QLabel>
 #include <QSignalSpy>
 
-#include <random>
+#include <memory>
 
 using namespace vrn::qt;
 using vrn::test::blackText;
@@ -67,6 +67,108 @@ private:
     }
 };
 
+class Beside : public vrn::test::Subject
+{
+public:
+    Beside()
+        : m_field(
+            m_form.open(new HookedLineEdit(nullptr, boost::make_shared<DigitsValidator>(), &m_log)))
+        , m_unit(qobject_cast<QLabel*>(m_field->layout()->itemAt(1)->widget()))
+        , m_valueChanged(m_field, &SimpleLineEdit::valueChanged)
+    {}
+
+    static QStringList actions()
+    {
+        return {"a digit", "a digit", "a digit", "a letter", "Backspace", "Backspace", "Enter",
+            "leaving after a keystroke, and coming back", "setValue", "setUnitString",
+            "clearing the field", "a change of the veto"};
+    }
+
+    QString perform(int action, unsigned argument) override
+    {
+        const int number = int(argument % 1000);
+        switch (action) {
+        case 0:
+        case 1:
+        case 2:
+            key(char('0' + number % 10));
+            break;
+        case 3:
+            key('x');
+            break;
+        case 4:
+        case 5:
+            QTest::keyClick(m_field->edit(), Qt::Key_Backspace);
+            if (!m_model.text.isEmpty())
+                m_model.edited(m_model.text.chopped(1));
+            break;
+        case 6:
+            QTest::keyClick(m_field->edit(), Qt::Key_Return);
+            m_model.finished();
+            break;
+        case 7:
+            key(char('0' + number % 10));
+            m_form.leave();
+            m_form.enter();
+            m_model.finished();
+            break;
+        case 8:
+            m_field->setValue(number);
+            m_model.set(number);
+            break;
+        case 9:
+            m_model.unit = QString(number % 3, 'm');
+            m_field->setUnitString(m_model.unit);
+            break;
+        case 10:
+            QTest::keyClick(m_field->edit(), Qt::Key_A, Qt::ControlModifier);
+            QTest::keyClick(m_field->edit(), Qt::Key_Delete);
+            if (!m_model.text.isEmpty())
+                m_model.edited({});
+            break;
+        case 11:
+            m_field->veto = m_model.veto = number % 4 == 0;
+            break;
+        }
+        m_log.clear();
+        return difference();
+    }
+
+private:
+    void key(char c)
+    {
+        QTest::keyClick(m_field->edit(), c);
+        m_model.edited(m_model.text + c);
+    }
+
+    QString difference() const
+    {
+        const auto stateOf = [](const QString& text, bool valid, const QString& style,
+                                 int signalCount, const QString& unit) {
+            return QString("\"%1\", valid: %2, %3, %4 signals, unit %5")
+                .arg(text)
+                .arg(valid)
+                .arg(style)
+                .arg(signalCount)
+                .arg(unit);
+        };
+        const QString unit = m_model.unit.isEmpty() ? QString() : '[' + m_model.unit + ']';
+        const QString expected = stateOf(
+            m_model.text, m_model.valid, m_model.styleSheet, m_model.due, unit);
+        const QString actual = stateOf(m_field->edit()->text(), m_field->isValueValid(),
+            m_field->edit()->styleSheet(), int(m_valueChanged.count()),
+            m_unit->isHidden() ? QString() : m_unit->text());
+        return actual == expected ? QString() : actual + " instead of " + expected;
+    }
+
+    vrn::test::Log m_log;
+    Form m_form;
+    HookedLineEdit* m_field;
+    const QLabel* m_unit;
+    QSignalSpy m_valueChanged;
+    Model m_model;
+};
+
 } // namespace
 
 class TestSimpleLineEditSequence : public vrn::test::TestObject
@@ -76,103 +178,8 @@ class TestSimpleLineEditSequence : public vrn::test::TestObject
 private Q_SLOTS:
     void aRandomSequenceFollowsTheRules()
     {
-        std::mt19937 random(vrn::test::randomSeed());
-        const auto below = [&](unsigned int limit) { return int(random() % limit); };
-
-        vrn::test::Log log;
-        Form form;
-        auto* field = new HookedLineEdit(nullptr, boost::make_shared<DigitsValidator>(), &log);
-        form.open(field);
-        const auto* unit = qobject_cast<QLabel*>(field->layout()->itemAt(1)->widget());
-        QSignalSpy valueChanged(field, &SimpleLineEdit::valueChanged);
-        Model model;
-
-        const auto key = [&](char c) {
-            QTest::keyClick(field->edit(), c);
-            model.edited(model.text + c);
-        };
-        for (int step = 0; step < 20000; ++step) {
-            QString done;
-            switch (below(12)) {
-            case 0:
-            case 1:
-            case 2:
-                done = "a digit";
-                key(char('0' + below(10)));
-                break;
-            case 3:
-                done = "a letter";
-                key('x');
-                break;
-            case 4:
-            case 5:
-                done = "Backspace";
-                QTest::keyClick(field->edit(), Qt::Key_Backspace);
-                if (!model.text.isEmpty())
-                    model.edited(model.text.chopped(1));
-                break;
-            case 6:
-                done = "Enter";
-                QTest::keyClick(field->edit(), Qt::Key_Return);
-                model.finished();
-                break;
-            case 7:
-                done = "leaving behind a keystroke, and coming back";
-                key(char('0' + below(10)));
-                form.leave();
-                form.enter();
-                model.finished();
-                break;
-            case 8: {
-                done = "setValue";
-                const int number = below(1000);
-                field->setValue(number);
-                model.set(number);
-                break;
-            }
-            case 9:
-                done = "setUnitString";
-                model.unit = QString(below(3), 'm');
-                field->setUnitString(model.unit);
-                break;
-            case 10:
-                done = "clearing the field";
-                QTest::keyClick(field->edit(), Qt::Key_A, Qt::ControlModifier);
-                QTest::keyClick(field->edit(), Qt::Key_Delete);
-                if (!model.text.isEmpty())
-                    model.edited({});
-                break;
-            case 11:
-                done = "a change of the veto";
-                model.veto = below(4) == 0;
-                field->veto = model.veto;
-                break;
-            }
-            const QString where = QString("step %1, %2").arg(step).arg(done);
-            compare(field->edit()->text(), model.text, where);
-            compare(field->isValueValid(), model.valid, where);
-            compare(field->edit()->styleSheet(), model.styleSheet, where);
-            compare(int(valueChanged.count()), model.due, where);
-            compare(unit->isHidden(), model.unit.isEmpty(), where);
-            if (!model.unit.isEmpty())
-                compare(unit->text(), "[" + model.unit + "]", where);
-            if (QTest::currentTestFailed())
-                return;
-        }
-        QVERIFY(model.due > 1000);
+        vrn::test::runRandomSequences(Beside::actions(), [] { return std::make_unique<Beside>(); });
     }
-
-private:
-    template <typename Actual, typename Expected>
-    static void compare(const Actual& actual, const Expected& expected, const QString& where)
-    {
-        const QString text =
-            QString("%1: %2 instead of %3").arg(where, print(actual), print(Actual(expected)));
-        QVERIFY2(actual == expected, qPrintable(text));
-    }
-
-    static QString print(const QString& text) { return '"' + text + '"'; }
-    static QString print(int number) { return QString::number(number); }
 };
 
 VRN_TEST(TestSimpleLineEditSequence)
