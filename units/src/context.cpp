@@ -117,7 +117,7 @@ std::uint32_t Context::get_display_dimension(UnitId::UnitId unit_id) const
 {
     // Throws the same if the id is not known.
     const UnitId::UnitId display_unit = m_format_provider.get_unit(unit_id);
-    if (const UnitFacts* facts = get_unit_facts().find(display_unit))
+    if (const UnitFacts* facts = table_of(m_unit_provider)->find(display_unit))
         return facts->dimension;
     throw std::invalid_argument("Invalid unit id.");
 }

@@ -4,7 +4,7 @@
 #include "group_fixture.h"
 #include "qt/controls/line_edits/line_edit_fixture.h"
 #include "support/life.h"
-#include "support/row.h"
+#include "support/table.h"
 #include "support/test_main.h"
 #include "support/test_object.h"
 

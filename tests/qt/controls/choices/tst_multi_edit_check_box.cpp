@@ -2,7 +2,7 @@
 
 #include "check_box_states.h"
 #include "support/catching_application.h"
-#include "support/row.h"
+#include "support/table.h"
 #include "support/test_main.h"
 
 #include <QPointer>

@@ -2,7 +2,7 @@
 #include <vrn/qt/multi_edit_check_box_group.h>
 
 #include "group_fixture.h"
-#include "support/row.h"
+#include "support/table.h"
 #include "support/test_main.h"
 #include "support/test_object.h"
 

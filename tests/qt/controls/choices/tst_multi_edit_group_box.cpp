@@ -1,7 +1,7 @@
 #include <vrn/qt/multi_edit_group_box.h>
 
 #include "group_box_states.h"
-#include "support/row.h"
+#include "support/table.h"
 #include "support/test_main.h"
 
 #include <QPointer>

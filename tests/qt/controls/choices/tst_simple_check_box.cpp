@@ -1,6 +1,6 @@
 #include <vrn/qt/simple_check_box.h>
 
-#include "support/row.h"
+#include "support/table.h"
 #include "support/test_main.h"
 #include "support/test_object.h"
 

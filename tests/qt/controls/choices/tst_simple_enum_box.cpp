@@ -1,7 +1,7 @@
 #include <vrn/qt/simple_enum_box.h>
 
 #include "enum_box_fixture.h"
-#include "support/row.h"
+#include "support/table.h"
 #include "support/test_main.h"
 #include "support/test_object.h"
 

@@ -3,7 +3,7 @@
 #include <vrn/qt/simple_radio_button_group.h>
 
 #include "radio_group_states.h"
-#include "support/row.h"
+#include "support/table.h"
 #include "support/test_main.h"
 #include "support/test_object.h"
 

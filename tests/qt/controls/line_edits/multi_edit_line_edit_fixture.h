@@ -5,7 +5,7 @@
 #include <vrn/qt/varies_string.h>
 
 #include "line_edit_fixture.h"
-#include "support/row.h"
+#include "support/table.h"
 
 #include <QSignalSpy>
 

@@ -4,7 +4,7 @@
 #include "controls/popups/edit_hint_popup_p.h"
 #include "controls/popups/history_popup_p.h"
 #include "line_edit_fixture.h"
-#include "support/row.h"
+#include "support/table.h"
 #include "support/test_main.h"
 #include "support/test_object.h"
 

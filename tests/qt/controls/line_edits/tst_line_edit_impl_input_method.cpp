@@ -1,5 +1,5 @@
 #include "controls/line_edits/line_edit_impl_p.h"
-#include "support/row.h"
+#include "support/table.h"
 #include "support/test_main.h"
 #include "support/test_object.h"
 

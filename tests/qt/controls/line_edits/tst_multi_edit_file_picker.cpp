@@ -9,7 +9,7 @@
 #include <QSignalSpy>
 #include <QToolButton>
 
-#include "support/row.h"
+#include "support/table.h"
 #include "support/test_main.h"
 #include "support/test_object.h"
 

@@ -12,7 +12,7 @@
 
 #include "support/catching_application.h"
 #include "support/modal_dialog.h"
-#include "support/row.h"
+#include "support/table.h"
 #include "support/test_main.h"
 #include "support/test_object.h"
 

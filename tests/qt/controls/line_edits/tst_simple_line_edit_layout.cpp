@@ -4,7 +4,7 @@
 
 #include "controls/line_edits/line_edit_impl_p.h"
 #include "line_edit_fixture.h"
-#include "support/row.h"
+#include "support/table.h"
 #include "support/test_main.h"
 #include "support/test_object.h"
 

@@ -3,8 +3,8 @@
 #include <QScreen>
 #include <QVBoxLayout>
 
-#include "controls/edit_hint_popup_p.h"
-#include "controls/history_popup_p.h"
+#include "controls/popups/edit_hint_popup_p.h"
+#include "controls/popups/history_popup_p.h"
 #include "controls/line_edits/line_edit_impl_p.h"
 #include "support/test_main.h"
 #include "support/test_object.h"

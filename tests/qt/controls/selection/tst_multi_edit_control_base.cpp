@@ -7,7 +7,7 @@
 #include <QSignalSpy>
 
 #include "qt/controls/line_edits/multi_edit_line_edit_fixture.h"
-#include "support/row.h"
+#include "support/table.h"
 #include "support/test_main.h"
 #include "support/test_object.h"
 

@@ -2,7 +2,7 @@
 #include <vrn/qt/multi_edit_value.h>
 #include <vrn/units/i_converter.h>
 
-#include "support/row.h"
+#include "support/table.h"
 #include "support/test_main.h"
 #include "support/test_object.h"
 
