@@ -1,11 +1,15 @@
 #include <QImage>
 #include <QLineEdit>
+#include <QPushButton>
 #include <QScreen>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QSignalSpy>
 #include <QVBoxLayout>
 
+#include "controls/line_edits/line_edit_impl_p.h"
 #include "controls/popups/edit_hint_popup_p.h"
 #include "controls/popups/history_popup_p.h"
-#include "controls/line_edits/line_edit_impl_p.h"
 #include "support/test_main.h"
 #include "support/test_object.h"
 #include "support/x11_input.h"
@@ -26,17 +30,14 @@ boost::shared_ptr<vrn::ValueHistory> historyOf(const std::vector<std::wstring>& 
     return history;
 }
 
-// A window with a plain field, which has the focus at first, and one that has a
-// hint and a history.
+// A window with a field that has a hint and a history, and a plain field, which has
+// the focus at first.
 struct Form
 {
     Form()
-        : edit(new LineEditImpl(0))
+        : plain(new QLineEdit)
+        , edit(new LineEditImpl(0))
     {
-        auto* layout = new QVBoxLayout(&window);
-        layout->addWidget(new QLineEdit);
-        layout->addWidget(edit);
-        layout->addStretch();
         window.resize(300, 200);
         edit->setValueHistory(historyOf({L"1", L"2", L"3"}));
     }
@@ -52,11 +53,25 @@ struct Form
         edit->setFocus();
         edit->showEditHint("a number");
         QTRY_VERIFY(popupsStand());
+        // They take their final place when the show is over, and are told where they are
+        // by the window manager.
+        QTest::qWait(100);
     }
 
     QList<QWidget*> popups() const
     {
         return {edit->findChild<EditHintPopup*>(), edit->findChild<HistoryPopup*>()};
+    }
+
+    // Where the server has it, for the application is told of moves that it has made.
+    static QPoint placeOnScreen(const QWidget* popup) { return x11::place(popup->winId()); }
+
+    bool noPopupStands() const
+    {
+        const QList<QWidget*> all = popups();
+        return std::none_of(all.begin(), all.end(), [](const QWidget* popup) {
+            return popup->isVisible() || x11::isViewable(popup->winId());
+        });
     }
 
     bool popupsStand() const
@@ -67,8 +82,60 @@ struct Form
         });
     }
 
+    QPoint below() const { return edit->mapToGlobal(QPoint(0, edit->height())); }
+
     QWidget window;
+    QLineEdit* plain;
     LineEditImpl* edit;
+};
+
+struct PlainForm : Form
+{
+    PlainForm()
+    {
+        auto* layout = new QVBoxLayout(&window);
+        layout->addWidget(plain);
+        layout->addWidget(edit);
+        layout->addStretch();
+    }
+};
+
+struct LowForm : Form
+{
+    LowForm()
+    {
+        auto* layout = new QVBoxLayout(&window);
+        layout->setContentsMargins(0, 0, 0, 0);
+        layout->addWidget(plain);
+        layout->addStretch();
+        layout->addWidget(edit);
+    }
+};
+
+// The field stands in a widget of a scroll area, which keeps to the lower end of the window.
+struct ScrolledForm : Form
+{
+    ScrolledForm()
+        : area(new QScrollArea)
+    {
+        auto* content = new QWidget;
+        auto* rows = new QVBoxLayout(content);
+        auto* cell = new QWidget;
+        (new QVBoxLayout(cell))->addWidget(edit);
+        rows->addWidget(plain);
+        rows->addWidget(cell);
+        rows->addSpacing(800);
+        area->setWidgetResizable(true);
+        area->setFixedHeight(150);
+        area->setWidget(content);
+        auto* layout = new QVBoxLayout(&window);
+        layout->addStretch();
+        layout->addWidget(area);
+    }
+
+    void scroll(int value) const { area->verticalScrollBar()->setValue(value); }
+
+    QScrollArea* area;
 };
 
 // The lower left part of the screen, where a task bar has its buttons.
@@ -91,7 +158,7 @@ private Q_SLOTS:
     // The first test: later ones have sent keys, by whose time some window managers go.
     void theyLeaveTheActivationToTheirWindow()
     {
-        Form form;
+        PlainForm form;
         QVERIFY(form.showActive());
         form.showPopups();
         QTest::qWait(200);
@@ -109,7 +176,7 @@ private Q_SLOTS:
     void aMinimisedWindowComesBackWithItsPopups()
     {
         QFETCH(bool, byKeyboard);
-        Form form;
+        PlainForm form;
         QVERIFY(form.showActive());
         form.showPopups();
         const QString normal = x11::property(form.window.winId(), "WM_STATE");
@@ -139,10 +206,123 @@ private Q_SLOTS:
         QTRY_COMPARE(form.edit->text(), QString("5"));
     }
 
+    void theyFollowTheField_data()
+    {
+        QTest::addColumn<QString>("by");
+        QTest::newRow("as the form is scrolled") << "scrolling";
+        QTest::newRow("as the window grows and its layout shifts the form") << "growing";
+        QTest::newRow("as the window moves") << "moving";
+    }
+    void theyFollowTheField()
+    {
+        QFETCH(QString, by);
+        ScrolledForm form;
+        QVERIFY(form.showActive());
+        form.showPopups();
+        const QPoint before = form.below();
+        QTRY_COMPARE(form.placeOnScreen(form.popups()[0]), before);
+
+        if (by == "scrolling")
+            form.scroll(30);
+        else if (by == "growing")
+            form.window.resize(form.window.size() + QSize(0, 100));
+        else
+            form.window.move(form.window.pos() + QPoint(40, 60));
+        QTRY_VERIFY(form.below() != before);
+        QTRY_COMPARE(form.placeOnScreen(form.popups()[0]), form.below());
+        const QPoint next(0, form.popups()[0]->height() + 5);
+        QTRY_COMPARE(form.placeOnScreen(form.popups()[1]), form.below() + next);
+        QVERIFY(form.popupsStand());
+    }
+
+    void theyAreAwayWhileTheFieldIsScrolledOutOfSight()
+    {
+        ScrolledForm form;
+        QVERIFY(form.showActive());
+        form.showPopups();
+        for (int time = 0; time < 2; ++time) {
+            form.scroll(500);
+            QTRY_VERIFY(form.noPopupStands());
+            // The field has the keyboard still, and hints are made for what is typed.
+            form.edit->showEditHint("another number");
+            QTest::qWait(100);
+            QVERIFY(form.noPopupStands());
+
+            form.scroll(20);
+            QTRY_VERIFY(form.popupsStand());
+            QTRY_COMPARE(form.placeOnScreen(form.popups()[0]), form.below());
+            QVERIFY(form.edit->hasFocus());
+            QVERIFY(form.window.isActiveWindow());
+        }
+        form.scroll(500);
+        QTRY_VERIFY(form.noPopupStands());
+        form.edit->clearFocus();
+        form.scroll(0);
+        QTest::qWait(100);
+        QVERIFY(form.noPopupStands());
+    }
+
+    void theyDoNotCoverTheField_data()
+    {
+        QTest::addColumn<int>("room");
+        for (const int room : {200, 60, 30, 10, 0})
+            QTest::addRow("%d pixels above the end of the screen", room) << room;
+    }
+    void theyDoNotCoverTheField()
+    {
+        QFETCH(int, room);
+        const QRect screen = QApplication::primaryScreen()->availableGeometry();
+        LowForm form;
+        form.window.setWindowFlags(Qt::FramelessWindowHint);
+        QVERIFY(form.showActive());
+        form.window.move(100, screen.bottom() + 1 - room - form.window.height());
+        QTRY_COMPARE(form.below().y(), screen.bottom() + 1 - room);
+        form.showPopups();
+        // The window manager may have other ideas.
+        QTest::qWait(200);
+        QVERIFY(form.popupsStand());
+        const QRect field(form.edit->mapToGlobal(QPoint(0, 0)), form.edit->size());
+        for (const QWidget* popup : form.popups()) {
+            const QRect place(form.placeOnScreen(popup), popup->size());
+            QVERIFY(!place.intersects(field));
+            QVERIFY(screen.contains(place));
+        }
+    }
+
+    void aPressOnTheHintGoesToTheWidgetBelow_data()
+    {
+        QTest::addColumn<bool>("takesFocus");
+        QTest::newRow("a button that takes the focus, so that the hint goes") << true;
+        QTest::newRow("a button that leaves the focus, so that the hint stays") << false;
+    }
+    void aPressOnTheHintGoesToTheWidgetBelow()
+    {
+        QFETCH(bool, takesFocus);
+        PlainForm form;
+        auto* button = new QPushButton("Apply");
+        button->setFocusPolicy(takesFocus ? Qt::StrongFocus : Qt::NoFocus);
+        qobject_cast<QVBoxLayout*>(form.window.layout())->insertWidget(2, button);
+        QSignalSpy clicked(button, &QPushButton::clicked);
+        QVERIFY(form.showActive());
+        form.showPopups();
+        const QWidget* hint = form.popups()[0];
+        QTRY_COMPARE(form.placeOnScreen(hint), form.below());
+        const QPoint place = form.below() + QPoint(20, hint->height() - 4);
+        QCOMPARE(form.window.childAt(form.window.mapFromGlobal(place)), button);
+
+        x11::click(place);
+        QTRY_COMPARE(clicked.count(), 1);
+        QVERIFY(!button->isDown());
+        QCOMPARE(button->hasFocus(), takesFocus);
+        QTRY_COMPARE(form.edit->hasFocus(), !takesFocus);
+        QTRY_COMPARE(hint->isVisible(), !takesFocus);
+        QVERIFY(form.window.isActiveWindow());
+    }
+
     // A window manager goes by the first type that it knows.
     void theyAreKnownAsToolTips()
     {
-        Form form;
+        PlainForm form;
         QVERIFY(form.showActive());
         form.showPopups();
         for (const QWidget* popup : form.popups()) {
@@ -156,7 +336,7 @@ private Q_SLOTS:
 
     void theyHaveNoButtonInTheTaskBar()
     {
-        Form form;
+        PlainForm form;
         QVERIFY(form.showActive());
         // A bar takes its time to draw.
         QTest::qWait(500);
