@@ -254,26 +254,17 @@ void run(const Cell& cell, Outcome& outcome)
     };
 
     build(s);
-    if (action.who == Action::Maker)
+    if (action.who == Action::Maker) {
         arm();
-    caught([&] { controlOf(cell).make(s); });
-    outcome.applies = true;
-    if (action.who != Action::Maker) {
+        caught([&] { controlOf(cell).make(s); });
+    } else {
+        controlOf(cell).make(s);
         show(s);
         listen(s);
-        if (action.whileVaries) {
-            auto* control = dynamic_cast<vrn::qt::MultiEditControlBase*>(s.control.data());
-            outcome.applies = control != nullptr;
-            if (control)
-                control->forceVaries();
-        }
+        if (action.whileVaries)
+            dynamic_cast<vrn::qt::MultiEditControlBase&>(*s.control).forceVaries();
         arm();
-        if (outcome.applies)
-            caught([&] { outcome.applies = action.act(s); });
-    }
-    if (!outcome.applies) {
-        outcome.ended = true;
-        return;
+        caught([&] { action.act(s); });
     }
     settle();
     destroyDeferred();
@@ -298,23 +289,28 @@ void run(const Cell& cell, Outcome& outcome)
     outcome.ended = true;
 }
 
-void warmUp()
+std::vector<Cell> warmUp()
 {
     const auto previous = qInstallMessageHandler(&takeMessage);
     const auto handler = vrn::smartassert::set_assert_handler([](const auto&) {});
-    for (const Control& control : controls()) {
-        Scene& s = scene();
+    std::vector<Cell> rehearsals;
+    Scene& s = scene();
+    for (Cell cell; cell.control < int(controls().size()); ++cell.control) {
         build(s);
-        control.make(s);
+        controlOf(cell).make(s);
         show(s);
-        press(Qt::Key_3);
         s.window->grab();
+        for (cell.action = 0; cell.action < int(actions().size()); ++cell.action) {
+            if (actionOf(cell).applies(s))
+                rehearsals.push_back(cell);
+        }
         tearDown(s);
         s = Scene();
     }
     vrn::smartassert::set_assert_handler(handler);
     qInstallMessageHandler(previous);
     complaints().clear();
+    return rehearsals;
 }
 
 } // namespace vrn::test::injection
