@@ -10,6 +10,7 @@
 #include <vrn/assert/smart_assert.h>
 #include <vrn/qt/multi_edit_check_box.h>
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QFileDialog>
 #include <QMessageBox>
@@ -157,6 +158,13 @@ void checkSurvivor(Scene& s)
         checkReading(s, *control);
 }
 
+// A control that could not be made leaves nothing of itself.
+void checkLeftovers(const QWidget& page)
+{
+    for (const QAbstractButton* part : page.findChildren<QAbstractButton*>())
+        complaints().append(QByteArray("stays on the page: ") + part->metaObject()->className());
+}
+
 void tearDown(Scene& s)
 {
     delete s.window;
@@ -223,7 +231,7 @@ std::optional<Cell> cellOf(const QByteArray& name)
     if (cell.control < 0 || cell.action < 0)
         return {};
     QByteArray place = parts[2];
-    if (const int number = place.lastIndexOf(" ("); number >= 0) {
+    if (const int number = int(place.lastIndexOf(" (")); number >= 0) {
         cell.occurrence = place.mid(number + 2).chopped(1).toInt();
         place.truncate(number);
     }
@@ -270,6 +278,8 @@ void run(const Cell& cell, Outcome& outcome)
     destroyDeferred();
     s.disarm();
 
+    if (action.who == Action::Maker && !s.control && s.page)
+        checkLeftovers(*s.page);
     if (s.control) {
         try {
             checkSurvivor(s);
@@ -279,10 +289,11 @@ void run(const Cell& cell, Outcome& outcome)
     }
     tearDown(s);
     for (const QWidget* widget : QApplication::allWidgets()) {
-        // Qt makes those of the desktop when it needs them.
-        const QByteArray name = widget->metaObject()->className();
-        if (!before.contains(const_cast<QWidget*>(widget)) && !name.startsWith("QDesktop"))
-            complaints().append("stays behind: " + name);
+        // Qt makes one for the desktop when it needs it.
+        const bool isOurs = !before.contains(const_cast<QWidget*>(widget))
+            && widget->windowType() != Qt::Desktop;
+        if (isOurs)
+            complaints().append(QByteArray("stays behind: ") + widget->metaObject()->className());
     }
     const QByteArray failure = complaints().join("; ").left(int(sizeof outcome.failure) - 1);
     std::memcpy(outcome.failure, failure.constData(), std::size_t(failure.size()) + 1);
