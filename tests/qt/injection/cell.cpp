@@ -17,7 +17,6 @@
 #include <QScopeGuard>
 #include <QSet>
 #include <QSignalSpy>
-#include <QTest>
 #include <QTimer>
 #include <QVBoxLayout>
 

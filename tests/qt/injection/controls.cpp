@@ -373,17 +373,12 @@ void makeReference(Scene& s)
     s.lay(present(s, new T(s.page)));
 }
 
-void fill(QComboBox* box)
-{
-    box->addItems({"S235", "S275", "S355"});
-}
-
 template <bool IsEditable>
 void makeReferenceList(Scene& s)
 {
     makeReference<QComboBox>(s);
     auto* box = static_cast<QComboBox*>(s.control.data());
-    fill(box);
+    box->addItems({"S235", "S275", "S355"});
     box->setEditable(IsEditable);
 }
 
