@@ -19,80 +19,104 @@ namespace {
 
 using namespace vrn::qt;
 
-// Calls `function` with the control, if it is a T.
-template <typename T, typename Function>
-bool with(Scene& s, Function function)
+template <typename T>
+T* controlAs(const Scene& s)
 {
-    auto* control = dynamic_cast<T*>(s.control.data());
-    if (control)
-        function(*control);
-    return control != nullptr;
+    return dynamic_cast<T*>(s.control.data());
 }
 
 template <typename T>
-T* partOf(Scene& s)
+T* partOf(const Scene& s)
 {
     return s.page ? s.page->findChild<T*>() : nullptr;
 }
 
-bool pressKey(Qt::Key key)
+bool always(const Scene&)
 {
-    press(key);
     return true;
 }
 
-bool clickButton(Scene& s, int index)
+template <typename T>
+bool has(const Scene& s)
 {
-    const auto buttons = s.page->findChildren<QAbstractButton*>();
-    if (index >= buttons.size())
-        return false;
-    QAbstractButton* button = buttons[index];
-    click(button, QPoint(std::min(6, button->width() / 2), button->height() / 2));
-    return true;
+    return partOf<T>(s) != nullptr;
 }
 
-bool leaveAndComeBack(Scene& s)
+// What the program does with a control of one of the types; the first that fits counts.
+template <typename... T, typename Function>
+Action program(const char* name, Function function)
+{
+    const auto applies = [](const Scene& s) { return (controlAs<T>(s) || ...); };
+    const auto act = [function](Scene& s) {
+        bool isDone = false;
+        const auto tryAs = [&](auto* control) {
+            if (control && !std::exchange(isDone, true))
+                function(s, *control);
+        };
+        (tryAs(controlAs<T>(s)), ...);
+    };
+    return {name, Action::Program, act, applies};
+}
+
+Action user(const char* name, std::function<void(Scene&)> act,
+    std::function<bool(Scene&)> applies = &always)
+{
+    return {name, Action::User, std::move(act), std::move(applies)};
+}
+
+Action key(const char* name, Qt::Key key)
+{
+    return user(name, [key](Scene&) { press(key); });
+}
+
+QAbstractButton* buttonOf(const Scene& s, int index)
+{
+    return s.page ? s.page->findChildren<QAbstractButton*>().value(index) : nullptr;
+}
+
+Action button(const char* name, int index)
+{
+    const auto act = [index](Scene& s) {
+        QAbstractButton* button = buttonOf(s, index);
+        click(button, QPoint(std::min(6, button->width() / 2), button->height() / 2));
+    };
+    return user(name, act, [index](Scene& s) { return buttonOf(s, index) != nullptr; });
+}
+
+void leaveAndComeBack(Scene& s)
 {
     click(s.other, QPoint(5, 5));
     if (s.page)
         s.enter();
-    return true;
 }
 
-bool clickTitle(Scene& s)
+void clickTitle(Scene& s)
 {
-    return with<QGroupBox>(s, [](QGroupBox& box) {
-        QStyleOptionGroupBox option;
-        option.initFrom(&box);
-        option.text = box.title();
-        option.subControls = QStyle::SC_GroupBoxCheckBox | QStyle::SC_GroupBoxLabel;
-        const QRect indicator = box.style()->subControlRect(
-            QStyle::CC_GroupBox, &option, QStyle::SC_GroupBoxCheckBox, &box);
-        click(&box, indicator.center());
-    });
+    auto* box = controlAs<QGroupBox>(s);
+    QStyleOptionGroupBox option;
+    option.initFrom(box);
+    option.text = box->title();
+    option.subControls = QStyle::SC_GroupBoxCheckBox | QStyle::SC_GroupBoxLabel;
+    const QRect indicator = box->style()->subControlRect(
+        QStyle::CC_GroupBox, &option, QStyle::SC_GroupBoxCheckBox, box);
+    click(box, indicator.center());
 }
 
-bool pickFromHistory(Scene& s)
+bool hasHistory(const Scene& s)
+{
+    const auto* list = partOf<QListWidget>(s);
+    return list && list->count() > 0;
+}
+
+void pickFromHistory(Scene& s)
 {
     auto* list = partOf<QListWidget>(s);
-    if (!list || list->count() == 0)
-        return false;
     click(list->viewport(), list->visualItemRect(list->item(0)).center());
-    return true;
 }
 
-bool openList(Scene& s)
+void pickWithMouse(Scene& s)
 {
-    auto* combo = partOf<QComboBox>(s);
-    if (combo)
-        combo->showPopup();
-    return combo != nullptr;
-}
-
-bool pickWithMouse(Scene& s)
-{
-    if (!openList(s))
-        return false;
+    partOf<QComboBox>(s)->showPopup();
     // Whatever it has led to that the list was opened.
     if (auto* combo = partOf<QComboBox>(s)) {
         const QPointer<QAbstractItemView> view(combo->view());
@@ -101,187 +125,173 @@ bool pickWithMouse(Scene& s)
         if (view)
             click(view->viewport(), place);
     }
-    return true;
 }
 
-bool pickWithKeys(Scene& s)
+void pickWithKeys(Scene& s)
 {
-    return openList(s) && pressKey(Qt::Key_Down) && pressKey(Qt::Key_Return);
+    partOf<QComboBox>(s)->showPopup();
+    press(Qt::Key_Down);
+    press(Qt::Key_Return);
 }
 
-bool turnWheel(Scene& s)
+void typeAndUndo(Scene& s)
 {
-    QWidget* target = partOf<QComboBox>(s);
-    if (target)
-        turnWheelOver(target);
-    return target != nullptr;
-}
-
-bool typeAndUndo(Scene& s)
-{
-    if (!partOf<QLineEdit>(s))
-        return false;
     press(Qt::Key_3);
     // As Ctrl+Z does, without the key that comes first.
     if (auto* edit = partOf<QLineEdit>(s))
         edit->undo();
-    return true;
 }
 
-bool replaceHint(Scene& s)
+// Reads two values, which are values of the control by their number.
+void read(Scene& s, MultiEditControlBase& control, int first, int second)
 {
-    if (s.replaceFunctions)
-        s.replaceFunctions();
-    return bool(s.replaceFunctions);
+    const boost::any values[] = {s.values[first], s.values[second]};
+    control.readValue(values[0]);
+    if (s.control)
+        control.readValue(values[1]);
 }
 
-// Reads two values after a reset, the same or not.
-bool read(Scene& s, int first, int second)
+void loadBoxes(Scene& s)
 {
-    return with<MultiEditControlBase>(s, [&](MultiEditControlBase& control) {
-        const boost::any values[] = {s.values[first], s.values[second]};
-        for (const boost::any& value : values) {
-            if (s.control)
-                control.readValue(value);
-        }
-    });
-}
-
-bool loadBoxes(Scene& s)
-{
-    const auto group = dynamic_cast<MultiEditCheckBoxGroup*>(s.control.data());
-    if (!group)
-        return false;
     vrn::KeyValueStorage storage;
     for (const char* key : {"fixed/0", "fixed/1", "fixed/2"})
         storage[key] = true;
-    QList<QPointer<MultiEditCheckBox>> boxes;
-    for (MultiEditCheckBox* box : s.page->findChildren<MultiEditCheckBox*>())
-        boxes.append(box);
+    std::vector<QPointer<MultiEditCheckBox>> boxes;
+    if (s.page) {
+        for (MultiEditCheckBox* box : s.page->findChildren<MultiEditCheckBox*>())
+            boxes.emplace_back(box);
+    }
     for (const auto& box : boxes) {
         if (box)
             box->load(storage);
     }
-    return true;
 }
+
+std::vector<Action> ofUser()
+{
+    return {
+        // clang-format off
+        key("the user types a digit", Qt::Key_3),
+        key("the user types a letter", Qt::Key_X),
+        key("the user presses Space", Qt::Key_Space),
+        key("the user presses Enter", Qt::Key_Return),
+        key("the user presses Tab", Qt::Key_Tab),
+        key("the user presses Down", Qt::Key_Down),
+        key("the user presses Backspace", Qt::Key_Backspace),
+        user("the user types and undoes", &typeAndUndo, &has<QLineEdit>),
+        user("the user clicks elsewhere", [](Scene& s) { click(s.other, {5, 5}); }),
+        user("the user leaves and comes back", &leaveAndComeBack),
+        user("the user goes to another window", [](Scene& s) { activate(s.elsewhere); }),
+        user("the user closes the window", [](Scene& s) { s.window->close(); }),
+        button("the user clicks the first button", 0),
+        button("the user clicks the second button", 1),
+        button("the user clicks the third button", 2),
+        button("the user clicks the fourth button", 3),
+        user("the user clicks the title", &clickTitle, [](Scene& s) { return controlAs<QGroupBox>(s) != nullptr; }),
+        user("the user picks from the history", &pickFromHistory, &hasHistory),
+        user("the user picks from the list by mouse", &pickWithMouse, &has<QComboBox>),
+        user("the user picks from the list by keys", &pickWithKeys, &has<QComboBox>),
+        user("the user turns the wheel", [](Scene& s) { turnWheelOver(partOf<QComboBox>(s)); }, &has<QComboBox>),
+        // clang-format on
+    };
+}
+
+std::vector<Action> ofProgram()
+{
+    using Multi = MultiEditControlBase;
+    using LineEdit = SimpleLineEdit;
+    using EnumBox = SimpleEnumBox;
+    using RadioGroup = SimpleRadioButtonGroup;
+    using CheckGroup = MultiEditCheckBoxGroup;
+    const auto replaceFunctions = [](Scene& s) { s.replaceFunctions(); };
+    return {
+        // clang-format off
+        program<QWidget, CheckGroup>("setEnabled(false)", [](Scene&, auto& c) { c.setEnabled(false); }),
+        program<QWidget>("hide", [](Scene&, auto& c) { c.hide(); }),
+        program<QWidget>("clearFocus", [](Scene&, auto&) { leaveFocus(); }),
+
+        program<Multi, CheckGroup>("reset", [](Scene&, auto& c) { c.reset(); }),
+        program<Multi>("readValue twice alike", [](Scene& s, auto& c) { read(s, c, 1, 1); }),
+        program<Multi>("readValue of two that differ", [](Scene& s, auto& c) { read(s, c, 1, 0); }),
+        program<Multi, LineEdit>("setValue", [](Scene& s, auto& c) { c.setValue(boost::any(s.values[1])); }),
+        program<Multi>("setValue of the other value", [](Scene& s, auto& c) { c.setValue(boost::any(s.values[0])); }),
+        program<Multi>("forceVaries", [](Scene&, auto& c) { c.forceVaries(); }),
+        program<Multi>("getCurrentValue", [](Scene&, auto& c) { c.getCurrentValue(); }),
+        program<Multi>("save", [](Scene&, auto& c) { vrn::KeyValueStorage storage; c.save(storage); }),
+        program<Multi>("load", [](Scene&, auto& c) { c.load({}); }),
+        program<Multi>("setCanBeSaved", [](Scene&, auto& c) { c.setCanBeSaved("other", {}, {}); }),
+
+        program<LineEdit>("getValue", [](Scene&, auto& c) { c.getValue(); }),
+        program<LineEdit>("onEditingFinished", [](Scene&, auto& c) { c.onEditingFinished(); }),
+        program<LineEdit>("onTextEdited", [](Scene&, auto& c) { c.onTextEdited("45"); }),
+        program<LineEdit>("setValueHistory", [](Scene&, auto& c) { c.setValueHistory(foreignHistory()); }),
+        program<LineEdit>("setValueHistory of none", [](Scene&, auto& c) { c.setValueHistory(nullptr); }),
+        program<LineEdit>("addCurrentValueToValueHistory", [](Scene&, auto& c) { c.addCurrentValueToValueHistory(); }),
+        program<LineEdit>("setReadOnly", [](Scene&, auto& c) { c.setReadOnly(true); }),
+        program<LineEdit>("setMaxLength", [](Scene&, auto& c) { c.setMaxLength(1); }),
+        program<LineEdit>("setUnitString", [](Scene&, auto& c) { c.setUnitString("km"); }),
+        program<MultiEditLineEdit>("copyStateFrom", [](Scene&, auto& c) { c.copyStateFrom(c); }),
+        {"new functions of the validator", Action::Program, replaceFunctions, [](Scene& s) { return bool(s.replaceFunctions); }},
+
+        program<EnumBox>("setValues", [](Scene&, auto& c) { c.setValues({{"S235", 235}, {"S355", 355}}); }),
+        program<EnumBox>("setValues of none", [](Scene&, auto& c) { c.setValues({}); }),
+        program<EnumBox>("getSelectedValue", [](Scene&, auto& c) { c.getSelectedValue(); }),
+        program<EnumBox>("selectByName", [](Scene&, auto& c) { c.selectByName("S275"); }),
+        program<EnumBox>("selectByValue", [](Scene&, auto& c) { c.selectByValue(355); }),
+        program<EnumBox>("selectByValue of none", [](Scene&, auto& c) { c.selectByValue(7); }),
+        program<EnumBox>("getNameForValue", [](Scene&, auto& c) { c.getNameForValue(7); }),
+        program<EnumBox>("next and previous", [](Scene& s, auto& c) { c.next(); if (s.control) c.previous(); }),
+        program<EnumBox>("setEditable(true)", [](Scene&, auto& c) { c.setEditable(true, boost::make_shared<ForeignValidator>()); }),
+        program<EnumBox>("setEditable(false)", [](Scene&, auto& c) { c.setEditable(false); }),
+
+        program<SimpleCheckBox, QGroupBox>("setChecked(true)", [](Scene&, auto& c) { c.setChecked(true); }),
+        program<SimpleCheckBox, QGroupBox>("setChecked(false)", [](Scene&, auto& c) { c.setChecked(false); }),
+
+        program<RadioGroup>("setSelected", [](Scene&, auto& c) { c.setSelected(275); }),
+        program<RadioGroup>("setValueEnabled", [](Scene&, auto& c) { c.setValueEnabled(235, false); }),
+        program<RadioGroup>("setValuesEnabled", [](Scene&, auto& c) { c.setValuesEnabled(false); }),
+
+        program<CheckGroup>("setValue of a box", [](Scene&, auto& c) { c.setValue(0, !c.getValue(0)); }),
+        program<CheckGroup>("readValue of a box", [](Scene&, auto& c) { c.readValue(1, true); }),
+        program<CheckGroup>("onEndRead", [](Scene&, auto& c) { c.onEndRead(); }),
+        program<CheckGroup>("setEnabled of a box", [](Scene&, auto& c) { c.setEnabled(0, false); }),
+        program<CheckGroup>("load of all boxes", [](Scene& s, auto&) { loadBoxes(s); }),
+        program<CheckGroup>("a box goes", [](Scene& s, auto&) { delete partOf<MultiEditCheckBox>(s); }),
+
+        program<Toolbar>("setButtonsEnabled", [](Scene&, auto& c) { c.setButtonsEnabled(false, 7); }),
+        program<Toolbar>("clear", [](Scene&, auto& c) { c.clear(); }),
+        program<Toolbar>("addButton", [](Scene&, auto& c) { c.addButtonWithText("new", "New", "", {}, 1); }),
+        program<Toolbar>("a button goes", [](Scene& s, auto&) { delete partOf<QPushButton>(s); }),
+        // clang-format on
+    };
+}
+
+// The same before the event loop runs, for what makes a control tell of a change.
+const QByteArrayList early = {"reset", "readValue of two that differ", "setValue",
+    "setValue of the other value", "onEditingFinished", "selectByValue", "next and previous",
+    "setChecked(true)", "setSelected", "setValue of a box", "load of all boxes"};
 
 std::vector<Action> rows()
 {
-    using LineEdit = SimpleLineEdit;
-    using EnumBox = SimpleEnumBox;
-    using CheckGroup = MultiEditCheckBoxGroup;
-    const auto user = Action::User;
-    const auto program = Action::Program;
-    std::vector<Action> rows = {
-        // clang-format off
-        {"it is made", Action::Maker, [](Scene&) { return true; }},
-
-        {"the user types a digit", user, [](Scene&) { return pressKey(Qt::Key_3); }},
-        {"the user types a letter", user, [](Scene&) { return pressKey(Qt::Key_X); }},
-        {"the user presses Space", user, [](Scene&) { return pressKey(Qt::Key_Space); }},
-        {"the user presses Enter", user, [](Scene&) { return pressKey(Qt::Key_Return); }},
-        {"the user presses Tab", user, [](Scene&) { return pressKey(Qt::Key_Tab); }},
-        {"the user presses Down", user, [](Scene&) { return pressKey(Qt::Key_Down); }},
-        {"the user presses Backspace", user, [](Scene&) { return pressKey(Qt::Key_Backspace); }},
-        {"the user types and undoes", user, &typeAndUndo},
-        {"the user clicks elsewhere", user, [](Scene& s) { click(s.other, {5, 5}); return true; }},
-        {"the user leaves and comes back", user, [](Scene& s) { return leaveAndComeBack(s); }},
-        {"the user goes to another window", user, [](Scene& s) { activate(s.elsewhere); return true; }},
-        {"the user closes the window", user, [](Scene& s) { s.window->close(); return true; }},
-        {"the user clicks the first button", user, [](Scene& s) { return clickButton(s, 0); }},
-        {"the user clicks the second button", user, [](Scene& s) { return clickButton(s, 1); }},
-        {"the user clicks the third button", user, [](Scene& s) { return clickButton(s, 2); }},
-        {"the user clicks the fourth button", user, [](Scene& s) { return clickButton(s, 3); }},
-        {"the user clicks the title", user, &clickTitle},
-        {"the user picks from the history", user, &pickFromHistory},
-        {"the user picks from the list by mouse", user, &pickWithMouse},
-        {"the user picks from the list by keys", user, &pickWithKeys},
-        {"the user turns the wheel", user, &turnWheel},
-
-        {"setEnabled(false)", program, [](Scene& s) { return with<QWidget>(s, [](auto& c) { c.setEnabled(false); })
-            || with<CheckGroup>(s, [](auto& c) { c.setEnabled(false); }); }},
-        {"hide", program, [](Scene& s) { return with<QWidget>(s, [](auto& c) { c.hide(); }); }},
-        {"clearFocus", program, [](Scene& s) { return with<QWidget>(s, [](auto&) { leaveFocus(); }); }},
-
-        {"reset", program, [](Scene& s) { return with<MultiEditControlBase>(s, [](auto& c) { c.reset(); })
-            || with<CheckGroup>(s, [](auto& c) { c.reset(); }); }},
-        {"readValue twice alike", program, [](Scene& s) { return read(s, 1, 1); }},
-        {"readValue of two that differ", program, [](Scene& s) { return read(s, 1, 0); }},
-        {"setValue", program, [](Scene& s) {
-            return with<MultiEditControlBase>(s, [&](auto& c) { c.setValue(boost::any(s.values[1])); })
-                || with<LineEdit>(s, [&](auto& c) { c.setValue(boost::any(s.values[1])); }); }},
-        {"setValue of the other value", program, [](Scene& s) {
-            return with<MultiEditControlBase>(s, [&](auto& c) { c.setValue(boost::any(s.values[0])); }); }},
-        {"forceVaries", program, [](Scene& s) { return with<MultiEditControlBase>(s, [](auto& c) { c.forceVaries(); }); }},
-        {"getCurrentValue", program, [](Scene& s) {
-            return with<MultiEditControlBase>(s, [](const auto& c) { c.getCurrentValue(); })
-                || with<LineEdit>(s, [](const auto& c) { c.getValue(); })
-                || with<EnumBox>(s, [](const auto& c) { c.getSelectedValue(); }); }},
-        {"save", program, [](Scene& s) { return with<MultiEditControlBase>(s, [](auto& c) { vrn::KeyValueStorage k; c.save(k); }); }},
-        {"load", program, [](Scene& s) { return with<MultiEditControlBase>(s, [](auto& c) { c.load({}); }); }},
-        {"setCanBeSaved", program, [](Scene& s) { return with<MultiEditControlBase>(s, [](auto& c) { c.setCanBeSaved("other", {}, {}); }); }},
-
-        {"onEditingFinished", program, [](Scene& s) { return with<LineEdit>(s, [](auto& c) { c.onEditingFinished(); }); }},
-        {"onTextEdited", program, [](Scene& s) { return with<LineEdit>(s, [](auto& c) { c.onTextEdited("45"); }); }},
-        {"setValueHistory", program, [](Scene& s) { return with<LineEdit>(s, [](auto& c) { c.setValueHistory(foreignHistory()); }); }},
-        {"setValueHistory of none", program, [](Scene& s) { return with<LineEdit>(s, [](auto& c) { c.setValueHistory(nullptr); }); }},
-        {"addCurrentValueToValueHistory", program, [](Scene& s) { return with<LineEdit>(s, [](auto& c) { c.addCurrentValueToValueHistory(); }); }},
-        {"setReadOnly", program, [](Scene& s) { return with<LineEdit>(s, [](auto& c) { c.setReadOnly(true); }); }},
-        {"setMaxLength", program, [](Scene& s) { return with<LineEdit>(s, [](auto& c) { c.setMaxLength(1); }); }},
-        {"setUnitString", program, [](Scene& s) { return with<LineEdit>(s, [](auto& c) { c.setUnitString("km"); }); }},
-        {"new functions of the validator", program, &replaceHint},
-        {"copyStateFrom", program, [](Scene& s) { return with<MultiEditLineEdit>(s, [](auto& c) { c.copyStateFrom(c); }); }},
-
-        {"setValues", program, [](Scene& s) { return with<EnumBox>(s, [](auto& c) { c.setValues({{"S235", 235}, {"S355", 355}}); }); }},
-        {"setValues of none", program, [](Scene& s) { return with<EnumBox>(s, [](auto& c) { c.setValues({}); }); }},
-        {"selectByName", program, [](Scene& s) { return with<EnumBox>(s, [](auto& c) { c.selectByName("S275"); }); }},
-        {"selectByValue", program, [](Scene& s) { return with<EnumBox>(s, [](auto& c) { c.selectByValue(355); }); }},
-        {"selectByValue of none", program, [](Scene& s) { return with<EnumBox>(s, [](auto& c) { c.selectByValue(7); }); }},
-        {"getNameForValue", program, [](Scene& s) { return with<EnumBox>(s, [](const auto& c) { c.getNameForValue(7); }); }},
-        {"next", program, [](Scene& s) { return with<EnumBox>(s, [](auto& c) { c.next(); }); }},
-        {"next and previous", program, [](Scene& s) { return with<EnumBox>(s, [&](auto& c) { c.next(); if (s.control) c.previous(); }); }},
-        {"setEditable(true)", program, [](Scene& s) { return with<EnumBox>(s, [](auto& c) { c.setEditable(true, boost::make_shared<ForeignValidator>()); }); }},
-        {"setEditable(false)", program, [](Scene& s) { return with<EnumBox>(s, [](auto& c) { c.setEditable(false); }); }},
-
-        {"setChecked(true)", program, [](Scene& s) { return with<SimpleCheckBox>(s, [](auto& c) { c.setChecked(true); })
-            || with<QGroupBox>(s, [](auto& c) { c.setChecked(true); }); }},
-        {"setChecked(false)", program, [](Scene& s) { return with<SimpleCheckBox>(s, [](auto& c) { c.setChecked(false); })
-            || with<QGroupBox>(s, [](auto& c) { c.setChecked(false); }); }},
-
-        {"setSelected", program, [](Scene& s) { return with<SimpleRadioButtonGroup>(s, [](auto& c) { c.setSelected(275); }); }},
-        {"setValueEnabled", program, [](Scene& s) { return with<SimpleRadioButtonGroup>(s, [](auto& c) { c.setValueEnabled(235, false); }); }},
-        {"setValuesEnabled", program, [](Scene& s) { return with<SimpleRadioButtonGroup>(s, [](auto& c) { c.setValuesEnabled(false); }); }},
-
-        {"setValue of a box", program, [](Scene& s) { return with<CheckGroup>(s, [](auto& c) { c.setValue(0, !c.getValue(0)); }); }},
-        {"readValue of a box", program, [](Scene& s) { return with<CheckGroup>(s, [](auto& c) { c.readValue(1, true); }); }},
-        {"onEndRead", program, [](Scene& s) { return with<CheckGroup>(s, [](auto& c) { c.onEndRead(); }); }},
-        {"setEnabled of a box", program, [](Scene& s) { return with<CheckGroup>(s, [](auto& c) { c.setEnabled(0, false); }); }},
-        {"load of all boxes", program, &loadBoxes},
-        {"a box goes", program, [](Scene& s) { return with<CheckGroup>(s, [&](auto&) { delete partOf<MultiEditCheckBox>(s); }); }},
-
-        {"setButtonsEnabled", program, [](Scene& s) { return with<Toolbar>(s, [](auto& c) { c.setButtonsEnabled(false, 7); }); }},
-        {"clear", program, [](Scene& s) { return with<Toolbar>(s, [](auto& c) { c.clear(); }); }},
-        {"addButton", program, [](Scene& s) { return with<Toolbar>(s, [](auto& c) { c.addButtonWithText("new", "New", "", {}, 1); }); }},
-        {"a button goes", program, [](Scene& s) { return with<Toolbar>(s, [&](auto&) { delete partOf<QPushButton>(s); }); }},
-        // clang-format on
-    };
-    // Those that make a control tell of a change, also before the event loop runs.
-    const QByteArrayList early = {"reset", "readValue of two that differ", "setValue",
-        "setValue of the other value", "onEditingFinished", "selectByValue", "next and previous",
-        "setChecked(true)", "setSelected", "setValue of a box", "load of all boxes"};
-    const std::size_t count = rows.size();
-    for (std::size_t i = 0; i < count; ++i) {
-        if (rows[i].who == user) {
-            Action whileVaries = rows[i];
-            whileVaries.whileVaries = true;
-            whileVaries.name += ", while it varies";
-            rows.push_back(whileVaries);
-        } else if (early.contains(rows[i].name)) {
-            Action beforeLoop = rows[i];
-            beforeLoop.beforeLoop = true;
-            beforeLoop.name += ", before the event loop runs";
-            rows.push_back(beforeLoop);
-        }
+    std::vector<Action> rows = {{"it is made", Action::Maker, [](Scene&) {}, &always}};
+    for (const Action& action : ofUser()) {
+        rows.push_back(action);
+        Action whileVaries = action;
+        whileVaries.name += ", while it varies";
+        whileVaries.whileVaries = true;
+        whileVaries.applies = [applies = action.applies](Scene& s) {
+            return controlAs<MultiEditControlBase>(s) && applies(s);
+        };
+        rows.push_back(whileVaries);
+    }
+    for (const Action& action : ofProgram()) {
+        rows.push_back(action);
+        if (!early.contains(action.name))
+            continue;
+        Action beforeLoop = action;
+        beforeLoop.name += ", before the event loop runs";
+        beforeLoop.beforeLoop = true;
+        rows.push_back(beforeLoop);
     }
     return rows;
 }

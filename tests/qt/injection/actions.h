@@ -21,8 +21,9 @@ struct Action
 
     QByteArray name;
     Who who;
-    /// False if the control has nothing to do this with.
-    std::function<bool(Scene& scene)> act;
+    std::function<void(Scene& scene)> act;
+    /// Whether the control has something to do this with.
+    std::function<bool(Scene& scene)> applies;
     /// The control is brought to vary before.
     bool whileVaries = false;
     /// It is done outside of any event loop, as in main(): deleteLater() is then done with

@@ -10,13 +10,13 @@
 #include <vrn/assert/smart_assert.h>
 #include <vrn/qt/multi_edit_check_box.h>
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QFileDialog>
 #include <QMessageBox>
 #include <QScopeGuard>
 #include <QSet>
 #include <QSignalSpy>
-#include <QTest>
 #include <QTimer>
 #include <QVBoxLayout>
 
@@ -157,6 +157,13 @@ void checkSurvivor(Scene& s)
         checkReading(s, *control);
 }
 
+// A control that could not be made leaves nothing of itself.
+void checkLeftovers(const QWidget& page)
+{
+    for (const QAbstractButton* part : page.findChildren<QAbstractButton*>())
+        complaints().append(QByteArray("stays on the page: ") + part->metaObject()->className());
+}
+
 void tearDown(Scene& s)
 {
     delete s.window;
@@ -223,7 +230,7 @@ std::optional<Cell> cellOf(const QByteArray& name)
     if (cell.control < 0 || cell.action < 0)
         return {};
     QByteArray place = parts[2];
-    if (const int number = place.lastIndexOf(" ("); number >= 0) {
+    if (const int number = int(place.lastIndexOf(" (")); number >= 0) {
         cell.occurrence = place.mid(number + 2).chopped(1).toInt();
         place.truncate(number);
     }
@@ -254,31 +261,24 @@ void run(const Cell& cell, Outcome& outcome)
     };
 
     build(s);
-    if (action.who == Action::Maker)
+    if (action.who == Action::Maker) {
         arm();
-    caught([&] { controlOf(cell).make(s); });
-    outcome.applies = true;
-    if (action.who != Action::Maker) {
+        caught([&] { controlOf(cell).make(s); });
+    } else {
+        controlOf(cell).make(s);
         show(s);
         listen(s);
-        if (action.whileVaries) {
-            auto* control = dynamic_cast<vrn::qt::MultiEditControlBase*>(s.control.data());
-            outcome.applies = control != nullptr;
-            if (control)
-                control->forceVaries();
-        }
+        if (action.whileVaries)
+            dynamic_cast<vrn::qt::MultiEditControlBase&>(*s.control).forceVaries();
         arm();
-        if (outcome.applies)
-            caught([&] { outcome.applies = action.act(s); });
-    }
-    if (!outcome.applies) {
-        outcome.ended = true;
-        return;
+        caught([&] { action.act(s); });
     }
     settle();
     destroyDeferred();
     s.disarm();
 
+    if (action.who == Action::Maker && !s.control && s.page)
+        checkLeftovers(*s.page);
     if (s.control) {
         try {
             checkSurvivor(s);
@@ -288,33 +288,39 @@ void run(const Cell& cell, Outcome& outcome)
     }
     tearDown(s);
     for (const QWidget* widget : QApplication::allWidgets()) {
-        // Qt makes those of the desktop when it needs them.
-        const QByteArray name = widget->metaObject()->className();
-        if (!before.contains(const_cast<QWidget*>(widget)) && !name.startsWith("QDesktop"))
-            complaints().append("stays behind: " + name);
+        // Qt makes one for the desktop when it needs it.
+        const bool isOurs = !before.contains(const_cast<QWidget*>(widget))
+            && widget->windowType() != Qt::Desktop;
+        if (isOurs)
+            complaints().append(QByteArray("stays behind: ") + widget->metaObject()->className());
     }
     const QByteArray failure = complaints().join("; ").left(int(sizeof outcome.failure) - 1);
     std::memcpy(outcome.failure, failure.constData(), std::size_t(failure.size()) + 1);
     outcome.ended = true;
 }
 
-void warmUp()
+std::vector<Cell> warmUp()
 {
     const auto previous = qInstallMessageHandler(&takeMessage);
     const auto handler = vrn::smartassert::set_assert_handler([](const auto&) {});
-    for (const Control& control : controls()) {
-        Scene& s = scene();
+    std::vector<Cell> rehearsals;
+    Scene& s = scene();
+    for (Cell cell; cell.control < int(controls().size()); ++cell.control) {
         build(s);
-        control.make(s);
+        controlOf(cell).make(s);
         show(s);
-        press(Qt::Key_3);
         s.window->grab();
+        for (cell.action = 0; cell.action < int(actions().size()); ++cell.action) {
+            if (actionOf(cell).applies(s))
+                rehearsals.push_back(cell);
+        }
         tearDown(s);
         s = Scene();
     }
     vrn::smartassert::set_assert_handler(handler);
     qInstallMessageHandler(previous);
     complaints().clear();
+    return rehearsals;
 }
 
 } // namespace vrn::test::injection

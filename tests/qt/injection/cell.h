@@ -5,6 +5,7 @@
 #include <QByteArray>
 
 #include <optional>
+#include <vector>
 
 namespace vrn::test::injection {
 
@@ -41,7 +42,8 @@ std::optional<Cell> cellOf(const QByteArray& name);
 /// in the outcome.
 void run(const Cell& cell, Outcome& outcome);
 
-/// Makes and uses each control once, so that what Qt makes at first use is there.
-void warmUp();
+/// Makes and uses each control once, so that what Qt makes at first use is there. Returns
+/// the rehearsals: each control with each action that applies to it.
+std::vector<Cell> warmUp();
 
 } // namespace vrn::test::injection

@@ -373,17 +373,12 @@ void makeReference(Scene& s)
     s.lay(present(s, new T(s.page)));
 }
 
-void fill(QComboBox* box)
-{
-    box->addItems({"S235", "S275", "S355"});
-}
-
 template <bool IsEditable>
 void makeReferenceList(Scene& s)
 {
     makeReference<QComboBox>(s);
     auto* box = static_cast<QComboBox*>(s.control.data());
-    fill(box);
+    box->addItems({"S235", "S275", "S355"});
     box->setEditable(IsEditable);
 }
 
@@ -425,14 +420,14 @@ const std::vector<Control>& controls()
         {"a MultiEditFilePicker", &makeFilePicker},
         {"a Toolbar", &makeToolbar},
         {"a MultiEditValue", &makeMultiEditValue},
-        {"Qt's QLineEdit", &makeReference<QLineEdit>},
-        {"Qt's QLineEdit in a widget", &makeReferenceInWidget<QLineEdit>},
-        {"Qt's QCheckBox", &makeReference<QCheckBox>},
-        {"Qt's QCheckBox in a widget", &makeReferenceInWidget<QCheckBox>},
-        {"Qt's QToolButton", &makeReference<QToolButton>},
-        {"Qt's QGroupBox", &makeReference<QGroupBox>},
-        {"Qt's QComboBox", &makeReferenceList<false>},
-        {"Qt's QComboBox that is editable", &makeReferenceList<true>},
+        {"Qt's QLineEdit", &makeReference<QLineEdit>, true},
+        {"Qt's QLineEdit in a widget", &makeReferenceInWidget<QLineEdit>, true},
+        {"Qt's QCheckBox", &makeReference<QCheckBox>, true},
+        {"Qt's QCheckBox in a widget", &makeReferenceInWidget<QCheckBox>, true},
+        {"Qt's QToolButton", &makeReference<QToolButton>, true},
+        {"Qt's QGroupBox", &makeReference<QGroupBox>, true},
+        {"Qt's QComboBox", &makeReferenceList<false>, true},
+        {"Qt's QComboBox that is editable", &makeReferenceList<true>, true},
     };
     return rows;
 }

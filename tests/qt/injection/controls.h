@@ -12,6 +12,8 @@ struct Control
     const char* name;
     /// Makes it on the page of the scene, and fills in what the scene knows of it.
     void (*make)(Scene& scene);
+    /// Not of the library: what does not survive there is Qt's own.
+    bool isReference = false;
 };
 
 const std::vector<Control>& controls();

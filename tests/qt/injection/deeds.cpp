@@ -137,8 +137,15 @@ std::vector<Deed> rows()
     rows.insert(rows.end(), others.begin(), others.end());
     for (int i = 0; i < int(actions().size()); ++i) {
         const Action& action = actions()[std::size_t(i)];
-        if (action.who == Action::Program && !action.beforeLoop)
-            rows.push_back({"call " + action.name, action.act, true, i});
+        if (action.who == Action::Program && !action.beforeLoop) {
+            const auto call = [&action](Scene& s) {
+                const bool applies = action.applies(s);
+                if (applies)
+                    action.act(s);
+                return applies;
+            };
+            rows.push_back({"call " + action.name, call, true, i});
+        }
     }
     return rows;
 }

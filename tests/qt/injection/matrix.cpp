@@ -1,33 +1,18 @@
 #include "injection/matrix.h"
 
-#include "injection/actions.h"
-#include "injection/controls.h"
 #include "injection/deeds.h"
 #include "injection/exclusions.h"
 #include "injection/places.h"
 
 #include <algorithm>
+#include <iterator>
 #include <tuple>
-
-#include <fnmatch.h>
 
 namespace vrn::test::injection {
 namespace {
 
 // At how many visits of a place in one action the deed is tried, each time from the start.
 constexpr int occurrenceLimit = 3;
-
-bool matches(const QByteArray& pattern, const QByteArray& name)
-{
-    return fnmatch(pattern.constData(), name.constData(), 0) == 0;
-}
-
-// Whether the pattern is about the control.
-bool speaksOf(const QByteArray& pattern, const QByteArray& control)
-{
-    const QByteArray first = pattern.split('/').first().trimmed();
-    return matches(first, control) && control.startsWith("Qt's") == first.startsWith("Qt's");
-}
 
 int occurrencesOf(const Cell& cell, int visits)
 {
@@ -39,27 +24,25 @@ int occurrencesOf(const Cell& cell, int visits)
 
 } // namespace
 
-Matrix::Matrix(const QByteArrayList& patterns)
-    : m_patterns(patterns)
+Matrix::Matrix(std::vector<CellPattern> patterns)
+    : m_patterns(std::move(patterns))
 {}
 
-std::vector<Cell> Matrix::rehearsals() const
+std::vector<Cell> Matrix::ofPatterns(const std::vector<Cell>& rehearsals) const
 {
+    // With all actions of the control: what the program does with it is a deed, too.
     std::vector<Cell> cells;
-    for (Cell cell; cell.control < int(controls().size()); ++cell.control) {
-        const bool isOfPattern = std::any_of(m_patterns.begin(), m_patterns.end(),
-            [&](const QByteArray& pattern) { return speaksOf(pattern, controlOf(cell).name); });
-        // All actions of a control: what the program does with it is a deed, too.
-        for (cell.action = 0; isOfPattern && cell.action < int(actions().size()); ++cell.action)
-            cells.push_back(cell);
-    }
+    std::copy_if(
+        rehearsals.begin(), rehearsals.end(), std::back_inserter(cells), [this](const Cell& cell) {
+            return std::any_of(m_patterns.begin(), m_patterns.end(),
+                [&](const CellPattern& pattern) { return pattern.matchesControl(cell.control); });
+        });
     return cells;
 }
 
 void Matrix::take(const Result& rehearsal)
 {
-    if (rehearsal.outcome.applies)
-        m_rehearsals[{rehearsal.cell.control, rehearsal.cell.action}] = rehearsal.outcome;
+    m_rehearsals[{rehearsal.cell.control, rehearsal.cell.action}] = rehearsal.outcome;
 }
 
 void Matrix::fill()
@@ -81,25 +64,20 @@ void Matrix::add(Cell cell, int visits)
     const int action = deedOf(cell).action;
     if (action >= 0 && m_rehearsals.count({cell.control, action}) == 0)
         return;
+    if (std::none_of(m_patterns.begin(), m_patterns.end(),
+            [&](const CellPattern& pattern) { return pattern.matches(cell); }))
+        return;
     if (visits == 0) {
-        m_notReached += isOfPatterns(nameOf(cell));
+        ++m_notReached;
         return;
     }
-    const bool isExcluded = exclusionOf(cell);
+    const bool isOut = isExcluded(cell);
     for (cell.occurrence = 1; cell.occurrence <= occurrencesOf(cell, visits); ++cell.occurrence) {
-        if (!isOfPatterns(nameOf(cell)))
-            continue;
-        if (isExcluded)
+        if (isOut)
             ++m_excluded;
         else
             m_cells.push_back(cell);
     }
-}
-
-bool Matrix::isOfPatterns(const QByteArray& name) const
-{
-    return std::any_of(m_patterns.begin(), m_patterns.end(),
-        [&](const QByteArray& pattern) { return matches(pattern, name); });
 }
 
 } // namespace vrn::test::injection

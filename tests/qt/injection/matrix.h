@@ -1,9 +1,8 @@
 #pragma once
 
 #include "injection/cell.h"
+#include "injection/cell_pattern.h"
 #include "injection/farm.h"
-
-#include <QByteArrayList>
 
 #include <map>
 #include <utility>
@@ -11,15 +10,14 @@
 
 namespace vrn::test::injection {
 
-/// The cells of some patterns of the shell, as rehearsals show them.
+/// The cells of some patterns, as rehearsals show them.
 class Matrix
 {
 public:
-    /// Of the controls called "Qt's ..." only those that a pattern names.
-    explicit Matrix(const QByteArrayList& patterns);
+    explicit Matrix(std::vector<CellPattern> patterns);
 
-    /// Each control of the patterns with each action, and no deed.
-    std::vector<Cell> rehearsals() const;
+    /// Those with a control of a pattern.
+    std::vector<Cell> ofPatterns(const std::vector<Cell>& rehearsals) const;
     void take(const Result& rehearsal);
 
     /// Sorts the cells out by what the rehearsals have found.
@@ -34,9 +32,8 @@ public:
 
 private:
     void add(Cell cell, int visits);
-    bool isOfPatterns(const QByteArray& name) const;
 
-    QByteArrayList m_patterns;
+    std::vector<CellPattern> m_patterns;
     // By control and action.
     std::map<std::pair<int, int>, Outcome> m_rehearsals;
     std::vector<Cell> m_cells;

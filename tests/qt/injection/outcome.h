@@ -9,8 +9,6 @@ constexpr int stackLimit = 20;
 /// the driver, so that it is there also after a crash.
 struct Outcome
 {
-    /// The control has what the action asks for.
-    bool applies;
     /// The deed was due.
     bool reached;
     /// There was something to do it to.

@@ -5,9 +5,10 @@
 #include <QApplication>
 #include <QEvent>
 #include <QMetaMethod>
-#include <QSet>
 
+#include <algorithm>
 #include <cstring>
+#include <map>
 
 namespace vrn::test::injection {
 namespace {
@@ -117,9 +118,6 @@ public:
 
     void connectTo(QObject* sender, const QMetaMethod& signal)
     {
-        if (m_heard.contains(sender))
-            return;
-        m_heard.insert(sender);
         scene().offer(m_place);
         // By the index of the method behind QObject's own: qt_metacall takes it.
         QMetaObject::connect(
@@ -130,7 +128,7 @@ public:
     {
         m_type = type;
         scene().offer(m_place);
-        watched->installEventFilter(this); // Once, however often it is called.
+        watched->installEventFilter(this);
     }
 
     int qt_metacall(QMetaObject::Call call, int id, void** arguments) override
@@ -155,7 +153,6 @@ public:
 private:
     const char* m_place;
     QEvent::Type m_type = QEvent::None;
-    QSet<const QObject*> m_heard;
 };
 
 // As many as there are places; they outlive every scene.

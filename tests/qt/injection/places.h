@@ -13,8 +13,7 @@ const std::vector<const char*>& placeNames();
 int placeOf(const char* name);
 
 /// Connects to all signals of the control and of what is inside, and installs the event
-/// filters. What has been connected before stays as it is, so that this can be called
-/// again for parts that were made meanwhile.
+/// filters.
 void listen(Scene& scene);
 
 } // namespace vrn::test::injection

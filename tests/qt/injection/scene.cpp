@@ -2,7 +2,11 @@
 
 #include "injection/places.h"
 
+#include <QScopeGuard>
 #include <QVBoxLayout>
+
+#include <algorithm>
+#include <utility>
 
 namespace vrn::test::injection {
 namespace {
@@ -61,15 +65,11 @@ void Scene::visit(const char* place)
     ++m_times;
     ++m_depth;
     m_outcome->reached = true;
-    struct Leave
-    {
-        ~Leave() { --depth; }
-        int& depth;
-    } leave{m_depth};
+    const auto leave = qScopeGuard([this] { --m_depth; });
     // Before it: a deed may throw.
-    m_outcome->done = true;
+    const bool wasDone = std::exchange(m_outcome->done, true);
     if (!m_deed())
-        m_outcome->done = false;
+        m_outcome->done = wasDone;
 }
 
 void Scene::arm(
