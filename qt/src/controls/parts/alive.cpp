@@ -27,8 +27,10 @@ Alive::Alive(const QObject* control, QWidget* part)
 Alive::~Alive()
 {
     innermost = m_outer;
-    if (m_deletesPart && m_part)
-        m_part->deleteLater();
+    for (const QPointer<QWidget>& orphan : m_orphans) {
+        if (orphan)
+            orphan->deleteLater();
+    }
 }
 
 void disposeOf(QWidget* part)
@@ -38,15 +40,14 @@ void disposeOf(QWidget* part)
     part->blockSignals(true);
     Alive* outermost = nullptr;
     for (Alive* use = innermost; use; use = use->m_outer) {
-        if (isInside(use->m_part, part))
+        if (use->m_part && (isInside(use->m_part, part) || isInside(part, use->m_part)))
             outermost = use;
     }
     if (!outermost) {
         delete part;
         return;
     }
-    outermost->m_part = part;
-    outermost->m_deletesPart = true;
+    outermost->m_orphans.emplace_back(part);
     // This also hides the part. It comes last because it moves the focus, and slots may run.
     part->setParent(nullptr);
 }

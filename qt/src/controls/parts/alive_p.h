@@ -5,6 +5,8 @@
 #include <QPointer>
 #include <QWidget>
 
+#include <vector>
+
 namespace vrn::qt::detail {
 
 /// Stands on the stack of an operation that may run code of the application: a slot, a
@@ -36,12 +38,12 @@ private:
     QPointer<const QObject> m_control;
     QPointer<QWidget> m_part;
     Alive* const m_outer;
-    bool m_deletesPart = false;
+    std::vector<QPointer<QWidget>> m_orphans;
 };
 
-/// The destructor of a control calls this first, for each part that has signals or
-/// takes the focus. The part emits nothing more. It is deleted, or left to the event
-/// loop if it or a widget inside it is in use. Null is allowed.
+/// The destructor of a control first calls this for each of its parts that has signals or
+/// focus. It silences the part and deletes it. If the part is in use, or a widget inside or
+/// around it, the part is left to the event loop instead. Null is fine.
 VRN_QT2_EXPORT void disposeOf(QWidget* part);
 
 } // namespace vrn::qt::detail

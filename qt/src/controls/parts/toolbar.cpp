@@ -160,17 +160,17 @@ void Toolbar::disposeOfButtons(Predicate isOurs)
 
 void Toolbar::setButtonsEnabled(bool enabled, unsigned int mask)
 {
-    // A button loses the focus when it is disabled, and a slot may then change the toolbar.
+    // A disabled button gives the focus to the next one. A slot that is told of that may
+    // change the toolbar, and Qt then goes on with both.
+    const detail::Alive alive(this, this);
     std::vector<QPointer<QPushButton>> buttons;
     for (const auto& entry : m_buttons) {
         if ((entry.second.mask & mask) != 0)
             buttons.emplace_back(entry.second.button);
     }
     for (const auto& button : buttons) {
-        if (!button)
-            continue;
-        const detail::Alive alive(this, button);
-        button->setEnabled(enabled);
+        if (button)
+            button->setEnabled(enabled);
     }
 }
 
