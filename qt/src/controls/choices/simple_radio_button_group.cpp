@@ -8,6 +8,7 @@
 #include <QGroupBox>
 #include <QPointer>
 #include <QRadioButton>
+#include <QScopeGuard>
 #include <QVBoxLayout>
 
 #include "controls/parts/alive_p.h"
@@ -60,9 +61,16 @@ SimpleRadioButtonGroup::SimpleRadioButtonGroup(const QString& title, const Named
     }
     QButtonGroup* buttonGroup = useButtonGroup ? new QButtonGroup(this) : nullptr;
 
+    // What a layouter or an order throws leaves no button in a widget of the application.
+    std::vector<QPointer<QRadioButton>> buttons;
+    auto unlessFinished = qScopeGuard([&buttons] {
+        for (const QPointer<QRadioButton>& button : buttons)
+            delete button;
+    });
     for (const auto& [name, value] : m_values) {
         auto* button = new QRadioButton(
             name, m_groupBox ? static_cast<QWidget*>(m_groupBox) : this);
+        buttons.emplace_back(button);
         layouter->onAdd(button);
         if (buttonGroup)
             buttonGroup->addButton(button, -1);
@@ -79,6 +87,7 @@ SimpleRadioButtonGroup::SimpleRadioButtonGroup(const QString& title, const Named
         layouter->onFinish();
         layout->addWidget(m_groupBox);
     }
+    unlessFinished.dismiss();
 }
 
 SimpleRadioButtonGroup::~SimpleRadioButtonGroup()
