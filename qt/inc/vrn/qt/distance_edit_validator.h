@@ -30,9 +30,14 @@ namespace vrn::qt {
 /// 2 inches. Take the value before the change and set it after, or read the
 /// selection again:
 ///
+///     auto* field = SimpleLineEdit::create(form, QStringLiteral("Span"),
+///         new DistanceEditValidator(1001, 0.0, 100.0, false), 0, ExpandHorizontal);
+///     field->setValue(2.0);
 ///     const boost::any span = field->getValue();
+///     const vrn::units::Context before = vrn::units::get_active_input_context();
 ///     vrn::units::set_active_input_context(vrn::units::Context(9));
 ///     field->setValue(span);
+///     vrn::units::set_active_input_context(before);
 ///
 /// Where the decimals are to follow too, give the field a ForwardValidator and
 /// exchange its target.
