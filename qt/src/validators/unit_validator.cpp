@@ -66,17 +66,17 @@ void UnitValidator::set_maximum(const double& maximum)
 
 void UnitValidator::setEmptyValueAllowed(bool allowed)
 {
-    m_empty_text = allowed ? EmptyText::NoValue : EmptyText::Zero;
+    m_emptyText = allowed ? EmptyText::NoValue : EmptyText::Zero;
 }
 
 bool UnitValidator::validate(const QString& text, boost::any& value, const std::bitset<32>& flags)
 {
-    if (m_empty_text == EmptyText::NoValue && text.isEmpty()) {
+    if (m_emptyText == EmptyText::NoValue && text.isEmpty()) {
         value.clear();
         return true;
     }
     const UnitId unitId = get_unit_id();
-    if (m_empty_text == EmptyText::Zero && text.isEmpty()) {
+    if (m_emptyText == EmptyText::Zero && text.isEmpty()) {
         value = units::IConverter::quantity{unitId, 0.0};
         return true;
     }
@@ -103,7 +103,7 @@ bool UnitValidator::validateWhenFinished(
 
 QString UnitValidator::reformat(const boost::any& value, const std::bitset<32>& flags)
 {
-    if (m_empty_text == EmptyText::NoValue && value.empty())
+    if (m_emptyText == EmptyText::NoValue && value.empty())
         return QString();
     const auto* held = boost::any_cast<units::IConverter::quantity>(&value);
     if (!held) {

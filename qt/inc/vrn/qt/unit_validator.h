@@ -81,7 +81,7 @@ private:
 
     vrn::units::Context m_context;
     boost::optional<UnitId> m_unit_id;
-    EmptyText m_empty_text = EmptyText::Zero;
+    EmptyText m_emptyText = EmptyText::Zero;
     double m_minimum = std::numeric_limits<double>::lowest();
     double m_maximum = std::numeric_limits<double>::max();
 };
