@@ -1,5 +1,6 @@
 #include <vrn/base/any_predicates.h>
 
+#include "support/table.h"
 #include "support/test_main.h"
 #include "support/test_object.h"
 
@@ -8,6 +9,8 @@
 #include <string>
 
 using boost::any;
+using vrn::test::columns;
+using vrn::test::row;
 
 class TestAnyPredicates : public vrn::test::TestObject
 {
@@ -16,19 +19,15 @@ class TestAnyPredicates : public vrn::test::TestObject
 private Q_SLOTS:
     void anyEqual_data()
     {
-        QTest::addColumn<any>("a");
-        QTest::addColumn<any>("b");
-        QTest::addColumn<bool>("equal");
-        QTest::newRow("two empty values are equal") << any() << any() << true;
-        QTest::newRow("an empty value differs from the default of the type")
-            << any() << any(0) << false;
-        QTest::newRow("equal values of the type") << any(7) << any(7) << true;
-        QTest::newRow("unequal values of the type") << any(7) << any(8) << false;
-        QTest::newRow("the type and another") << any(7) << any(7.0) << false;
-        QTest::newRow("the type and a wider one") << any(7) << any(7LL) << false;
-        QTest::newRow("two of one other type, though equal") << any(7.0) << any(7.0) << false;
+        columns<any, any, bool>("a", "b", "equal");
+        row("two empty values are equal", any(), any(), true);
+        row("an empty value differs from the default of the type", any(), any(0), false);
+        row("equal values of the type", any(7), any(7), true);
+        row("unequal values of the type", any(7), any(8), false);
+        row("the type and another", any(7), any(7.0), false);
+        row("the type and a wider one", any(7), any(7LL), false);
+        row("two of one other type, though equal", any(7.0), any(7.0), false);
     }
-
     void anyEqual()
     {
         QFETCH(any, a);
@@ -49,19 +48,16 @@ private Q_SLOTS:
 
     void anyLess_data()
     {
-        QTest::addColumn<any>("a");
-        QTest::addColumn<any>("b");
-        QTest::addColumn<int>("order");
+        columns<any, any, int>("a", "b", "order");
         const any text = std::string("7");
-        QTest::newRow("a smaller value comes first") << any(7) << any(8) << -1;
-        QTest::newRow("equal values are equivalent") << any(7) << any(7) << 0;
-        QTest::newRow("the empty value comes before every value") << any() << any(-8) << -1;
-        QTest::newRow("two empty values are equivalent") << any() << any() << 0;
-        QTest::newRow("the empty value comes before another type") << any() << text << -1;
-        QTest::newRow("another type comes last") << any(8) << text << -1;
-        QTest::newRow("other types are equivalent") << any(7.0) << text << 0;
+        row("a smaller value comes first", any(7), any(8), -1);
+        row("equal values are equivalent", any(7), any(7), 0);
+        row("the empty value comes before every value", any(), any(-8), -1);
+        row("two empty values are equivalent", any(), any(), 0);
+        row("the empty value comes before another type", any(), text, -1);
+        row("another type comes last", any(8), text, -1);
+        row("other types are equivalent", any(7.0), text, 0);
     }
-
     void anyLess()
     {
         QFETCH(any, a);

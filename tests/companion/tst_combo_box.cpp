@@ -1,11 +1,15 @@
 #include <vrn/companion_qt/combo_box.h>
 
 #include "support/other_language.h"
+#include "support/table.h"
 #include "support/test_main.h"
 #include "support/test_object.h"
 
 #include <QLineEdit>
 #include <QSignalSpy>
+
+using vrn::test::columns;
+using vrn::test::row;
 
 namespace {
 
@@ -91,11 +95,10 @@ private Q_SLOTS:
 
     void addedWithoutSelectingItTheCurrentRowStays_data()
     {
-        QTest::addColumn<bool>("editable");
-        QTest::newRow("in a list") << false;
-        QTest::newRow("in an editable box") << true;
+        columns<bool>("editable");
+        row("in a list", false);
+        row("in an editable box", true);
     }
-
     void addedWithoutSelectingItTheCurrentRowStays()
     {
         QFETCH(bool, editable);
@@ -129,17 +132,14 @@ private Q_SLOTS:
 
     void removedItShowsWhatWasShownBefore_data()
     {
-        QTest::addColumn<bool>("editable");
-        QTest::addColumn<int>("row");
-        QTest::addColumn<QString>("typed");
-        QTest::newRow("the first row") << false << 0 << QString();
-        QTest::newRow("the last row") << false << 2 << QString();
-        QTest::newRow("no row") << false << -1 << QString();
-        QTest::newRow("a row of an editable box") << true << 1 << QString();
-        QTest::newRow("a text over a row of an editable box") << true << 1 << QString("7.5");
-        QTest::newRow("a text over no row") << true << -1 << QString("7.5");
+        columns<bool, int, QString>("editable", "row", "typed");
+        row("the first row", false, 0, QString());
+        row("the last row", false, 2, QString());
+        row("no row", false, -1, QString());
+        row("a row of an editable box", true, 1, QString());
+        row("a text over a row of an editable box", true, 1, QString("7.5"));
+        row("a text over no row", true, -1, QString("7.5"));
     }
-
     void removedItShowsWhatWasShownBefore()
     {
         QFETCH(bool, editable);
@@ -283,18 +283,14 @@ private Q_SLOTS:
 
     void theEntryFollowsTheLanguage_data()
     {
-        QTest::addColumn<bool>("editable");
-        QTest::addColumn<int>("row");
-        QTest::addColumn<QString>("typed");
-        QTest::addColumn<QString>("text");
-        QTest::newRow("shown in a list") << false << 3 << QString() << "*VERSCHIEDEN*";
-        QTest::newRow("shown in an editable box") << true << 3 << QString() << "*VERSCHIEDEN*";
-        QTest::newRow("in a list at another row") << false << 1 << QString() << "b";
-        QTest::newRow("in an editable box at another row") << true << 1 << QString() << "b";
-        QTest::newRow("with a text typed over it") << true << 3 << QString("7.5") << "7.5";
-        QTest::newRow("with an empty text typed over it") << true << 3 << QString("") << "";
+        columns<bool, int, QString, QString>("editable", "row", "typed", "text");
+        row("shown in a list", false, 3, QString(), "*VERSCHIEDEN*");
+        row("shown in an editable box", true, 3, QString(), "*VERSCHIEDEN*");
+        row("in a list at another row", false, 1, QString(), "b");
+        row("in an editable box at another row", true, 1, QString(), "b");
+        row("with a text typed over it", true, 3, QString("7.5"), "7.5");
+        row("with an empty text typed over it", true, 3, QString(""), "");
     }
-
     void theEntryFollowsTheLanguage()
     {
         QFETCH(bool, editable);

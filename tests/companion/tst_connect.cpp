@@ -2,8 +2,12 @@
 
 #include <QSignalSpy>
 
+#include "support/table.h"
 #include "support/test_main.h"
 #include "support/test_object.h"
+
+using vrn::test::columns;
+using vrn::test::row;
 
 namespace {
 
@@ -93,15 +97,12 @@ private Q_SLOTS:
 
     void byNameAFailureIsAnsweredFalse_data()
     {
-        QTest::addColumn<QByteArray>("signal");
-        QTest::addColumn<QByteArray>("method");
-        QTest::addColumn<QString>("warning");
-        QTest::newRow("no such signal") << QByteArray(SIGNAL(opened())) << QByteArray(SLOT(ring()))
-                                        << "QObject::connect: No such signal Bell::opened()";
-        QTest::newRow("no such slot") << QByteArray(SIGNAL(pressed())) << QByteArray(SLOT(open()))
-                                      << "QObject::connect: No such slot Bell::open()";
+        columns<QByteArray, QByteArray, QString>("signal", "method", "warning");
+        row("no such signal", QByteArray(SIGNAL(opened())), QByteArray(SLOT(ring())),
+            "QObject::connect: No such signal Bell::opened()");
+        row("no such slot", QByteArray(SIGNAL(pressed())), QByteArray(SLOT(open())),
+            "QObject::connect: No such slot Bell::open()");
     }
-
     void byNameAFailureIsAnsweredFalse()
     {
         QFETCH(QByteArray, signal);

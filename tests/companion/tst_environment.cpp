@@ -1,5 +1,6 @@
 #include <vrn/environment/environment.h>
 
+#include "support/table.h"
 #include "support/test_main.h"
 #include "support/test_object.h"
 
@@ -11,6 +12,8 @@
 namespace fs = std::filesystem;
 using vrn::app::Environment;
 using vrn::app::PathGroup;
+using vrn::test::columns;
+using vrn::test::row;
 
 namespace {
 
@@ -74,14 +77,13 @@ private Q_SLOTS:
 
     void whatIsNoFileIsNotFound_data()
     {
-        QTest::addColumn<QString>("name");
-        QTest::newRow("a name that nobody has") << "no-such-file.png";
-        QTest::newRow("an empty name") << "";
-        QTest::newRow("a folder") << "../first";
-        QTest::newRow("a name with a zero character") << QString(QChar(0));
-        QTest::newRow("a name longer than a file system takes") << QString(100000, 'x');
+        columns<QString>("name");
+        row("a name that nobody has", "no-such-file.png");
+        row("an empty name", "");
+        row("a folder", "../first");
+        row("a name with a zero character", QString(QChar(0)));
+        row("a name longer than a file system takes", QString(100000, 'x'));
     }
-
     void whatIsNoFileIsNotFound()
     {
         QFETCH(QString, name);

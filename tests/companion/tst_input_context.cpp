@@ -1,12 +1,15 @@
 #include <vrn/q/input_context.h>
 #include <vrn/q/unit_index.h>
 
+#include "support/table.h"
 #include "support/test_main.h"
 #include "support/test_object.h"
 
 #include <array>
 
 using namespace vrn::units;
+using vrn::test::columns;
+using vrn::test::row;
 
 namespace {
 
@@ -71,21 +74,15 @@ private Q_SLOTS:
 
     void aKindOfLengthIsAnsweredAsItIsShown_data()
     {
-        QTest::addColumn<int>("system");
-        QTest::addColumn<int>("index");
-        QTest::addColumn<double>("metres");
-        QTest::addColumn<int>("precision");
-        QTest::addColumn<QString>("label");
-
-        QTest::newRow("length in system 0") << 0 << 1001 << 1.0 << 3 << "m";
-        QTest::newRow("length in system 6") << 6 << 1001 << 0.001 << 0 << "mm";
-        QTest::newRow("length in system 7") << 7 << 1001 << 0.001 << 3 << "mm";
-        QTest::newRow("length in system 8") << 8 << 1001 << 0.3048 << 2 << "ft";
-        QTest::newRow("length in system 9") << 9 << 1001 << 0.0254 << 2 << "in";
-        QTest::newRow("thickness in system 1") << 1 << 1010 << 0.01 << 2 << "cm";
-        QTest::newRow("a unit is itself in any system") << 8 << 16 << 0.001 << 0 << "mm";
+        columns<int, int, double, int, QString>("system", "index", "metres", "precision", "label");
+        row("length in system 0", 0, 1001, 1.0, 3, "m");
+        row("length in system 6", 6, 1001, 0.001, 0, "mm");
+        row("length in system 7", 7, 1001, 0.001, 3, "mm");
+        row("length in system 8", 8, 1001, 0.3048, 2, "ft");
+        row("length in system 9", 9, 1001, 0.0254, 2, "in");
+        row("thickness in system 1", 1, 1010, 0.01, 2, "cm");
+        row("a unit is itself in any system", 8, 16, 0.001, 0, "mm");
     }
-
     void aKindOfLengthIsAnsweredAsItIsShown()
     {
         QFETCH(int, system);
@@ -93,7 +90,6 @@ private Q_SLOTS:
         QFETCH(double, metres);
         QFETCH(int, precision);
         QFETCH(QString, label);
-
         set_active_input_context(Context(system));
         QCOMPARE(vrn_get_unitd(index, 0), metres);
         QCOMPARE(vrn_get_unitd(index, 1), metres);
@@ -129,20 +125,15 @@ private Q_SLOTS:
 
     void feetAndInchesWithFractionsAreAnsweredAsPlainOnes_data()
     {
-        QTest::addColumn<int>("unit");
-        QTest::addColumn<double>("metres");
-        QTest::addColumn<QString>("label");
-
-        QTest::newRow("feet") << 215 << 0.3048 << "ft";
-        QTest::newRow("inches") << 216 << 0.0254 << "in";
+        columns<int, double, QString>("unit", "metres", "label");
+        row("feet", 215, 0.3048, "ft");
+        row("inches", 216, 0.0254, "in");
     }
-
     void feetAndInchesWithFractionsAreAnsweredAsPlainOnes()
     {
         QFETCH(int, unit);
         QFETCH(double, metres);
         QFETCH(QString, label);
-
         const auto shown = static_cast<UnitId::UnitId>(unit);
         set_active_input_context(Context(0, {{UnitId::GEO_LENGTH, formatOf(shown, 16)}}));
         for (const int index : {1001, unit}) {
@@ -154,20 +145,17 @@ private Q_SLOTS:
 
     void whatIsNoLengthIsReported_data()
     {
-        QTest::addColumn<int>("index");
-
-        QTest::newRow("a force") << 62;
-        QTest::newRow("an area") << 22;
-        QTest::newRow("a gap among the units") << 12;
-        QTest::newRow("a kind of force") << 1101;
-        QTest::newRow("a gap among the kinds") << 1035;
-        QTest::newRow("a kind of length that shows a force") << 1001;
+        columns<int>("index");
+        row("a force", 62);
+        row("an area", 22);
+        row("a gap among the units", 12);
+        row("a kind of force", 1101);
+        row("a gap among the kinds", 1035);
+        row("a kind of length that shows a force", 1001);
     }
-
     void whatIsNoLengthIsReported()
     {
         QFETCH(int, index);
-
         set_active_input_context(
             Context(0, {{UnitId::GEO_LENGTH, formatOf(UnitId::KILONEWTON, 3)}}));
         expectAssert("isKnownUnitIndex", {"unit"});

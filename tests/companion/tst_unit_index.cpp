@@ -1,11 +1,15 @@
 #include <vrn/q/unit_index.h>
 
+#include "support/table.h"
 #include "support/test_main.h"
 #include "support/test_object.h"
 
 #include <array>
 #include <cstring>
 #include <limits>
+
+using vrn::test::columns;
+using vrn::test::row;
 
 class TestUnitIndex : public vrn::test::TestObject
 {
@@ -14,30 +18,24 @@ class TestUnitIndex : public vrn::test::TestObject
 private Q_SLOTS:
     void knownUnits_data()
     {
-        QTest::addColumn<int>("unit");
-        QTest::addColumn<double>("metres");
-        QTest::addColumn<int>("precision");
-        QTest::addColumn<QString>("label");
-
-        QTest::newRow("metre") << 13 << 1.0 << 3 << "m";
-        QTest::newRow("decimetre") << 14 << 0.1 << 3 << "dm";
-        QTest::newRow("centimetre") << 15 << 0.01 << 1 << "cm";
-        QTest::newRow("millimetre") << 16 << 0.001 << 0 << "mm";
-        QTest::newRow("foot") << 213 << 0.3048 << 3 << "ft";
-        QTest::newRow("inch") << 214 << 0.0254 << 3 << "in";
-        QTest::newRow("kilometre") << 11 << 1000.0 << 3 << "km";
-        QTest::newRow("mile") << 211 << 1609.344 << 3 << "mi";
-        QTest::newRow("yard") << 212 << 0.9144 << 3 << "yd";
-        QTest::newRow("length of the active system") << 1001 << 1.0 << 3 << "m";
+        columns<int, double, int, QString>("unit", "metres", "precision", "label");
+        row("metre", 13, 1.0, 3, "m");
+        row("decimetre", 14, 0.1, 3, "dm");
+        row("centimetre", 15, 0.01, 1, "cm");
+        row("millimetre", 16, 0.001, 0, "mm");
+        row("foot", 213, 0.3048, 3, "ft");
+        row("inch", 214, 0.0254, 3, "in");
+        row("kilometre", 11, 1000.0, 3, "km");
+        row("mile", 211, 1609.344, 3, "mi");
+        row("yard", 212, 0.9144, 3, "yd");
+        row("length of the active system", 1001, 1.0, 3, "m");
     }
-
     void knownUnits()
     {
         QFETCH(int, unit);
         QFETCH(double, metres);
         QFETCH(int, precision);
         QFETCH(QString, label);
-
         QCOMPARE(vrn_get_unitd(unit, 0), metres);
         QCOMPARE(vrn_get_unitd(unit, 1), metres);
         QCOMPARE(vrn_get_unit_precision(unit, 1), precision);
@@ -77,17 +75,14 @@ private Q_SLOTS:
 
     void aLimitWithoutRoomIsNotWrittenTo_data()
     {
-        QTest::addColumn<int>("limit");
-
-        QTest::newRow("none") << 0;
-        QTest::newRow("less than none") << -1;
-        QTest::newRow("the lowest") << std::numeric_limits<int>::min();
+        columns<int>("limit");
+        row("none", 0);
+        row("less than none", -1);
+        row("the lowest", std::numeric_limits<int>::min());
     }
-
     void aLimitWithoutRoomIsNotWrittenTo()
     {
         QFETCH(int, limit);
-
         char untouched = 'x';
         QCOMPARE(vrn_get_unit_label(13, 1, &untouched, limit), 0);
         QCOMPARE(untouched, 'x');

@@ -19,6 +19,7 @@
 #include "document_table.h"
 #include "qt/controls/line_edits/line_edit_fixture.h"
 #include "support/catching_application.h"
+#include "support/table.h"
 #include "support/test_main.h"
 #include "support/test_object.h"
 
@@ -30,6 +31,8 @@
 using namespace vrn::qt;
 using namespace vrn::units;
 using vrn::test::codeOf;
+using vrn::test::columns;
+using vrn::test::row;
 using vrn::test::ThroughQt;
 
 namespace {
@@ -298,7 +301,6 @@ private Q_SLOTS:
         for (const QStringList& row : rows())
             QTest::newRow(qPrintable(keyOf(row))) << codeOf(row.at(0)) << codeOf(row.at(1));
     }
-
     void aRow()
     {
         QFETCH(QString, type);
@@ -332,7 +334,6 @@ private Q_SLOTS:
         row("a kind without a text", new UnitValidator(Context(7), UnitId::INERTIA_POINT), "3 tm2");
         row("a value of another type", new NotAnInt, "1");
     }
-
     void afterEnterAFieldIsInOrder()
     {
         QFETCH(IValidator::pointer, validator);
@@ -356,33 +357,33 @@ private Q_SLOTS:
 
     void whatAFunctionThrowsGoesOn_data()
     {
-        QTest::addColumn<Code>("code");
+        columns<Code>("code");
         const auto fail = [](const auto&...) { throw OfTheApplication(); };
-        QTest::newRow("a hint") << Code([=] {
+        row("a hint", Code([=] {
             StringEditValidator validator(9);
             validator.setEditHintFunction([=](const QString& text) {
                 fail();
                 return text;
             });
             validator.getEditHint("x");
-        });
-        QTest::newRow("a conversion") << Code([=] {
+        }));
+        row("a conversion", Code([=] {
             ConversionValidator validator(boost::make_shared<StringEditValidator>(9));
             validator.setConversionFn(fail, {});
             validator.reformat(std::string("x"), noFlags);
-        });
-        QTest::newRow("a comparison") << Code([] {
+        }));
+        row("a comparison", Code([] {
             MultiEditValue value(
                 [](const boost::any&, const boost::any&) -> bool { throw OfTheApplication(); });
             value.readValue(1);
             value.readValue(1);
-        });
-        QTest::newRow("the function of a button") << Code([=] {
+        }));
+        row("the function of a button", Code([=] {
             MultiEditLineEditWithButton field(
                 new StringEditValidator(9), 1, std::function<void(int)>(fail));
             field.getButton()->click();
-        });
-        QTest::newRow("a saver") << Code([=] {
+        }));
+        row("a saver", Code([=] {
             MultiEditValue value(&vrn::any_differ<int>);
             value.setCanBeSaved("x",
                 [=](vrn::KeyValueStorage&) {
@@ -392,20 +393,19 @@ private Q_SLOTS:
                 {});
             vrn::KeyValueStorage storage;
             value.save(storage);
-        });
-        QTest::newRow("a loader") << Code([=] {
+        }));
+        row("a loader", Code([=] {
             MultiEditValue value(&vrn::any_differ<int>);
             value.setCanBeSaved("x", {}, fail);
             value.load({});
-        });
-        QTest::newRow("a slot") << Code([=] {
+        }));
+        row("a slot", Code([=] {
             QWidget parent;
             auto* box = MultiEditCheckBox::create("x", &parent);
             QObject::connect(box, &MultiEditCheckBox::valueChanged, &parent, [=] { fail(); });
             box->setChecked(true);
-        });
+        }));
     }
-
     void whatAFunctionThrowsGoesOn()
     {
         QFETCH(Code, code);

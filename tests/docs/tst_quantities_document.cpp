@@ -139,7 +139,6 @@ private Q_SLOTS:
                 << codeOf(row.at(0)) << row.at(1) << row.at(2);
         }
     }
-
     void aTypedText()
     {
         QFETCH(QString, text);
@@ -167,7 +166,6 @@ private Q_SLOTS:
         for (const QStringList& row : tableRows(page, headerOfWriting))
             QTest::newRow(qPrintable(row.join(' '))) << row;
     }
-
     void aWrittenValue()
     {
         QFETCH(QStringList, row);
@@ -209,7 +207,6 @@ private Q_SLOTS:
                 << codeOf(row.at(0)) << codeOf(row.at(1)) << row.at(2);
         }
     }
-
     void inALocale()
     {
         QFETCH(QString, locale);

@@ -1,5 +1,6 @@
 #include "quantity_process.h"
 
+#include "support/table.h"
 #include "support/test_main.h"
 #include "support/test_object.h"
 
@@ -7,7 +8,9 @@
 #include <QProcess>
 #include <QRegularExpression>
 
+using vrn::test::columns;
 using vrn::test::quantityEnvironment;
+using vrn::test::row;
 using vrn::test::runInShell;
 using vrn::test::runQuantity;
 
@@ -131,10 +134,10 @@ private Q_SLOTS:
 
     void outputThatCannotBeWrittenEndsIt_data()
     {
-        QTest::addColumn<QByteArray>("input");
-        QTest::newRow("at the first wait for more") << QByteArray("show\t1001\t1\n");
+        columns<QByteArray>("input");
+        row("at the first wait for more", QByteArray("show\t1001\t1\n"));
         // More than any buffer between the answers and the file holds.
-        QTest::newRow("amid many lines") << QByteArray("show\t1001\t1\n").repeated(100000);
+        row("amid many lines", QByteArray("show\t1001\t1\n").repeated(100000));
     }
     void outputThatCannotBeWrittenEndsIt()
     {

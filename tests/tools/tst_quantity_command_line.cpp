@@ -1,8 +1,11 @@
 #include "quantity_process.h"
 
+#include "support/table.h"
 #include "support/test_main.h"
 #include "support/test_object.h"
 
+using vrn::test::columns;
+using vrn::test::row;
 using vrn::test::runInShell;
 using vrn::test::runQuantity;
 
@@ -93,19 +96,18 @@ private Q_SLOTS:
 
     void refusals_data()
     {
-        QTest::addColumn<QStringList>("arguments");
-        QTest::newRow("no number") << QStringList{"parse", "GEO_LENGTH", "m"};
-        QTest::newRow("no text") << QStringList{"parse", "GEO_LENGTH", ""};
-        QTest::newRow("an unknown unit") << QStringList{"show", "GEO_LENGTH", "12 furlong"};
-        QTest::newRow("a unit of another kind") << QStringList{"show", "GEO_LENGTH", "12 kN"};
-        QTest::newRow("a unit that the kind does not list")
-            << QStringList{"parse", "GEO_LENGTH", "1 dm"};
-        QTest::newRow("units that do not convert") << QStringList{"convert", "1 kN", "m"};
+        columns<QStringList>("arguments");
+        row("no number", QStringList{"parse", "GEO_LENGTH", "m"});
+        row("no text", QStringList{"parse", "GEO_LENGTH", ""});
+        row("an unknown unit", QStringList{"show", "GEO_LENGTH", "12 furlong"});
+        row("a unit of another kind", QStringList{"show", "GEO_LENGTH", "12 kN"});
+        row("a unit that the kind does not list", QStringList{"parse", "GEO_LENGTH", "1 dm"});
+        row("units that do not convert", QStringList{"convert", "1 kN", "m"});
         // Kinds list units of several dimensions, and to share one is not enough.
-        QTest::newRow("a duration for a frequency") << QStringList{"convert", "1 sec", "1/sec"};
-        QTest::newRow("an area for an area per length") << QStringList{"convert", "1 cm2", "cm2/m"};
-        QTest::newRow("a trailing blank") << QStringList{"parse", "GEO_LENGTH", "12 m "};
-        QTest::newRow("a text of two lines") << QStringList{"parse", "GEO_LENGTH", "x\ny"};
+        row("a duration for a frequency", QStringList{"convert", "1 sec", "1/sec"});
+        row("an area for an area per length", QStringList{"convert", "1 cm2", "cm2/m"});
+        row("a trailing blank", QStringList{"parse", "GEO_LENGTH", "12 m "});
+        row("a text of two lines", QStringList{"parse", "GEO_LENGTH", "x\ny"});
     }
     void refusals()
     {
@@ -237,10 +239,9 @@ private Q_SLOTS:
 
     void helpIsNoError_data()
     {
-        QTest::addColumn<QStringList>("arguments");
-        QTest::addColumn<QString>("expected");
-        QTest::newRow("of the program") << QStringList{"--help"} << "convert";
-        QTest::newRow("of a command") << QStringList{"show", "--help"} << "KIND";
+        columns<QStringList, QString>("arguments", "expected");
+        row("of the program", QStringList{"--help"}, "convert");
+        row("of a command", QStringList{"show", "--help"}, "KIND");
     }
     void helpIsNoError()
     {

@@ -2,6 +2,7 @@
 #include "usage_error.h"
 
 #include "support/random_seed.h"
+#include "support/table.h"
 #include "support/test_main.h"
 #include "support/test_object.h"
 
@@ -11,6 +12,8 @@ using vrn::quantity_tool::escape;
 using vrn::quantity_tool::printable;
 using vrn::quantity_tool::unescape;
 using vrn::quantity_tool::UsageError;
+using vrn::test::columns;
+using vrn::test::row;
 
 class TestQuantityEscape : public vrn::test::TestObject
 {
@@ -19,16 +22,15 @@ class TestQuantityEscape : public vrn::test::TestObject
 private Q_SLOTS:
     void bothWays_data()
     {
-        QTest::addColumn<QByteArray>("plain");
-        QTest::addColumn<QByteArray>("escaped");
-        QTest::newRow("nothing") << QByteArray("") << QByteArray("");
-        QTest::newRow("a text without need") << QByteArray("12 °C") << QByteArray("12 °C");
-        QTest::newRow("a tab") << QByteArray("1\t2") << QByteArray("1\\t2");
-        QTest::newRow("a line feed") << QByteArray("1\n") << QByteArray("1\\n");
-        QTest::newRow("a carriage return") << QByteArray("\r1") << QByteArray("\\r1");
-        QTest::newRow("a null character") << QByteArray("1\0002", 3) << QByteArray("1\\02");
-        QTest::newRow("a backslash") << QByteArray("\\") << QByteArray("\\\\");
-        QTest::newRow("a backslash before a letter") << QByteArray("\\t") << QByteArray("\\\\t");
+        columns<QByteArray, QByteArray>("plain", "escaped");
+        row("nothing", QByteArray(""), QByteArray(""));
+        row("a text without need", QByteArray("12 °C"), QByteArray("12 °C"));
+        row("a tab", QByteArray("1\t2"), QByteArray("1\\t2"));
+        row("a line feed", QByteArray("1\n"), QByteArray("1\\n"));
+        row("a carriage return", QByteArray("\r1"), QByteArray("\\r1"));
+        row("a null character", QByteArray("1\0002", 3), QByteArray("1\\02"));
+        row("a backslash", QByteArray("\\"), QByteArray("\\\\"));
+        row("a backslash before a letter", QByteArray("\\t"), QByteArray("\\\\t"));
     }
     void bothWays()
     {

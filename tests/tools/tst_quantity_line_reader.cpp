@@ -1,5 +1,6 @@
 #include "line_reader.h"
 
+#include "support/table.h"
 #include "support/test_main.h"
 #include "support/test_object.h"
 
@@ -13,6 +14,8 @@
 #include <unistd.h>
 
 using vrn::quantity_tool::LineReader;
+using vrn::test::columns;
+using vrn::test::row;
 
 class TestQuantityLineReader : public vrn::test::TestObject
 {
@@ -21,27 +24,25 @@ class TestQuantityLineReader : public vrn::test::TestObject
 private Q_SLOTS:
     void lines_data()
     {
-        QTest::addColumn<QByteArray>("content");
-        QTest::addColumn<QByteArrayList>("lines");
-        QTest::newRow("no line") << QByteArray() << QByteArrayList();
-        QTest::newRow("an empty line") << QByteArray("\n") << QByteArrayList{""};
-        QTest::newRow("one line") << QByteArray("a\n") << QByteArrayList{"a"};
-        QTest::newRow("a last line without line feed")
-            << QByteArray("a\nb") << QByteArrayList{"a", "b"};
-        QTest::newRow("empty lines between others")
-            << QByteArray("\na\n\n\nb\n") << QByteArrayList{"", "a", "", "", "b"};
-        QTest::newRow("null characters and carriage returns as they are")
-            << QByteArray("a\0b\r\n", 5) << QByteArrayList{QByteArray("a\0b\r", 4)};
+        columns<QByteArray, QByteArrayList>("content", "lines");
+        row("no line", QByteArray(), QByteArrayList());
+        row("an empty line", QByteArray("\n"), QByteArrayList{""});
+        row("one line", QByteArray("a\n"), QByteArrayList{"a"});
+        row("a last line without line feed", QByteArray("a\nb"), QByteArrayList{"a", "b"});
+        row("empty lines between others", QByteArray("\na\n\n\nb\n"),
+            QByteArrayList{"", "a", "", "", "b"});
+        row("null characters and carriage returns as they are", QByteArray("a\0b\r\n", 5),
+            QByteArrayList{QByteArray("a\0b\r", 4)});
         const QByteArray huge(300000, 'x');
-        QTest::newRow("lines longer than one read")
-            << huge + "\n" + huge + "y\nz" << QByteArrayList{huge, huge + "y", "z"};
+        row("lines longer than one read", huge + "\n" + huge + "y\nz",
+            QByteArrayList{huge, huge + "y", "z"});
         QByteArray many;
         QByteArrayList numbers;
         for (int i = 0; i < 50000; ++i) {
             numbers.append(QByteArray::number(i));
             many += numbers.last() + "\n";
         }
-        QTest::newRow("lines across the ends of reads") << many << numbers;
+        row("lines across the ends of reads", many, numbers);
     }
     void lines()
     {

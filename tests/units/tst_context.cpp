@@ -1,3 +1,4 @@
+#include "support/table.h"
 #include "support/test_main.h"
 #include "support/test_object.h"
 #include "unit_test_support.h"
@@ -101,21 +102,17 @@ private Q_SLOTS:
 
     void theDimensionThatIsShown_data()
     {
-        QTest::addColumn<int>("id");
-        QTest::addColumn<unsigned>("dimension");
-
-        QTest::newRow("a unit") << 213 << 0x000001U;
-        QTest::newRow("a set") << 1101 << 0x011E01U;
-        QTest::newRow("feet with fractions") << 215 << 0x000001U;
+        columns<int, unsigned>("id", "dimension");
+        row("a unit", 213, 0x000001U);
+        row("a set", 1101, 0x011E01U);
+        row("feet with fractions", 215, 0x000001U);
         // Its first unit is of another dimension than the unit that it shows.
-        QTest::newRow("a set by its display unit") << 1237 << 0x000000U;
+        row("a set by its display unit", 1237, 0x000000U);
     }
-
     void theDimensionThatIsShown()
     {
         QFETCH(int, id);
         QFETCH(unsigned, dimension);
-
         QCOMPARE(Context().get_display_dimension(unitId(id)), dimension);
     }
 
@@ -130,18 +127,15 @@ private Q_SLOTS:
 
     void noDimensionForWhatIsNotKnown_data()
     {
-        QTest::addColumn<int>("id");
-
-        QTest::newRow("a gap among the units") << 12;
-        QTest::newRow("a gap among the sets") << 1035;
-        QTest::newRow("a negative id") << -1;
-        QTest::newRow("a set that shows a gap") << 1001;
+        columns<int>("id");
+        row("a gap among the units", 12);
+        row("a gap among the sets", 1035);
+        row("a negative id", -1);
+        row("a set that shows a gap", 1001);
     }
-
     void noDimensionForWhatIsNotKnown()
     {
         QFETCH(int, id);
-
         const Context context(0, {{UnitId::GEO_LENGTH, unitFormat(12, 3)}});
         const auto unknown = unitId(id);
         QCOMPARE(thrownText<std::invalid_argument>([&] { context.get_display_dimension(unknown); }),
@@ -152,38 +146,28 @@ private Q_SLOTS:
 
     void readsIntoTheIdThatIsAskedFor_data()
     {
-        QTest::addColumn<int>("system");
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<int>("id");
-        QTest::addColumn<double>("value");
-
-        QTest::newRow("a number without a unit is in the display unit")
-            << 6 << "12" << 1001 << 0.012;
-        QTest::newRow("a number alone for a unit is in that unit") << 0 << "12" << 15 << 12.0;
-        QTest::newRow("the dimensionless sign counts as no unit") << 6 << "12 -" << 1001 << 0.012;
-        QTest::newRow("a unit that the set lists") << 0 << "3 ft" << 1001 << 0.9144;
-        QTest::newRow("a unit into another unit") << 0 << "3 ft" << 212 << 1.0;
-        QTest::newRow("feet and inches in a metric field") << 0 << "1' 6''" << 1001 << 0.4572;
-        QTest::newRow("feet and inches for a metric unit") << 0 << "1' 6''" << 16 << 457.2;
-        QTest::newRow("feet alone") << 0 << "1'" << 1001 << 0.3048;
-        QTest::newRow("inches alone, with a fraction") << 0 << "1 1/2''" << 1001 << 0.0381;
-        QTest::newRow("a symbol that the kind has under another unit")
-            << 0 << "2 kN/m3" << 1091 << 2.0;
-        QTest::newRow("the first of three units that fits the kind") << 0 << "3 W" << 1216 << 0.003;
-        QTest::newRow("the last of three units that fits the kind") << 0 << "3 W" << 1282 << 3.0;
-        QTest::newRow("a symbol with another scale for the kind")
-            << 0 << "2 bar" << 1280 << 200000.0;
-        QTest::newRow("the first unit of the symbol where both fit")
-            << 0 << "2 bar" << 351 << 0.002;
+        columns<int, QString, int, double>("system", "text", "id", "value");
+        row("a number without a unit is in the display unit", 6, "12", 1001, 0.012);
+        row("a number alone for a unit is in that unit", 0, "12", 15, 12.0);
+        row("the dimensionless sign counts as no unit", 6, "12 -", 1001, 0.012);
+        row("a unit that the set lists", 0, "3 ft", 1001, 0.9144);
+        row("a unit into another unit", 0, "3 ft", 212, 1.0);
+        row("feet and inches in a metric field", 0, "1' 6''", 1001, 0.4572);
+        row("feet and inches for a metric unit", 0, "1' 6''", 16, 457.2);
+        row("feet alone", 0, "1'", 1001, 0.3048);
+        row("inches alone, with a fraction", 0, "1 1/2''", 1001, 0.0381);
+        row("a symbol that the kind has under another unit", 0, "2 kN/m3", 1091, 2.0);
+        row("the first of three units that fits the kind", 0, "3 W", 1216, 0.003);
+        row("the last of three units that fits the kind", 0, "3 W", 1282, 3.0);
+        row("a symbol with another scale for the kind", 0, "2 bar", 1280, 200000.0);
+        row("the first unit of the symbol where both fit", 0, "2 bar", 351, 0.002);
     }
-
     void readsIntoTheIdThatIsAskedFor()
     {
         QFETCH(int, system);
         QFETCH(QString, text);
         QFETCH(int, id);
         QFETCH(double, value);
-
         const auto parsed = Context(system).parse(text.toStdWString(), unitId(id), classic);
         QVERIFY(parsed);
         QCOMPARE(int(parsed->unit_id), id);
@@ -192,45 +176,36 @@ private Q_SLOTS:
 
     void refusesAQuantityOfAnotherKind_data()
     {
-        QTest::addColumn<int>("system");
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<int>("id");
-
-        QTest::newRow("a force for a length") << 0 << "5 kN" << 1001;
-        QTest::newRow("a length that the kind does not list") << 0 << "1 dm" << 1001;
-        QTest::newRow("no unit of the symbol is of the kind") << 0 << "2 bar" << 1001;
-        QTest::newRow("a default unit that its kind does not list") << 7 << "3 Nmm/m2" << 1100;
-        QTest::newRow("the same by a number alone") << 7 << "3" << 1100;
-        QTest::newRow("the other kind with such a default unit") << 7 << "3" << 1182;
-        QTest::newRow("no symbol at all") << 0 << "5 furlong" << 1001;
-        QTest::newRow("no number") << 0 << "m" << 1001;
-        QTest::newRow("nothing") << 0 << "" << 1001;
+        columns<int, QString, int>("system", "text", "id");
+        row("a force for a length", 0, "5 kN", 1001);
+        row("a length that the kind does not list", 0, "1 dm", 1001);
+        row("no unit of the symbol is of the kind", 0, "2 bar", 1001);
+        row("a default unit that its kind does not list", 7, "3 Nmm/m2", 1100);
+        row("the same by a number alone", 7, "3", 1100);
+        row("the other kind with such a default unit", 7, "3", 1182);
+        row("no symbol at all", 0, "5 furlong", 1001);
+        row("no number", 0, "m", 1001);
+        row("nothing", 0, "", 1001);
     }
-
     void refusesAQuantityOfAnotherKind()
     {
         QFETCH(int, system);
         QFETCH(QString, text);
         QFETCH(int, id);
-
         QVERIFY(!Context(system).parse(text.toStdWString(), unitId(id), classic));
     }
 
     void theDisplayUnitDecidesHowItIsWritten_data()
     {
-        QTest::addColumn<int>("unit");
-        QTest::addColumn<QString>("text");
-
-        QTest::newRow("a plain unit") << 213 << "1.50000000 ft";
-        QTest::newRow("feet, inches and a fraction") << 215 << "1' 6 ''";
-        QTest::newRow("inches and a fraction") << 216 << "18 ''";
+        columns<int, QString>("unit", "text");
+        row("a plain unit", 213, "1.50000000 ft");
+        row("feet, inches and a fraction", 215, "1' 6 ''");
+        row("inches and a fraction", 216, "18 ''");
     }
-
     void theDisplayUnitDecidesHowItIsWritten()
     {
         QFETCH(int, unit);
         QFETCH(QString, text);
-
         const Context context(0, {{UnitId::GEO_LENGTH, unitFormat(unit, 8)}});
         QCOMPARE(formatted(context, UnitId::GEO_LENGTH, 0.4572), text);
     }

@@ -1,3 +1,4 @@
+#include "support/table.h"
 #include "support/test_main.h"
 #include "support/test_object.h"
 #include "unit_test_support.h"
@@ -26,53 +27,44 @@ private:
 private Q_SLOTS:
     void saysWhatConverts_data()
     {
-        QTest::addColumn<int>("from");
-        QTest::addColumn<int>("to");
-        QTest::addColumn<bool>("converts");
-
-        QTest::newRow("a unit to itself") << 13 << 13 << true;
-        QTest::newRow("an unknown unit to itself") << 12 << 12 << true;
-        QTest::newRow("a set to itself") << 1001 << 1001 << true;
-        QTest::newRow("units of one dimension") << 11 << 213 << true;
-        QTest::newRow("units of two dimensions") << 13 << 22 << false;
-        QTest::newRow("units of one symbol and two dimensions") << 202 << 6 << false;
-        QTest::newRow("a listed unit to its set") << 13 << 1001 << true;
-        QTest::newRow("a set to a unit that it lists") << 1001 << 13 << true;
-        QTest::newRow("a length that the set does not list") << 14 << 1001 << false;
-        QTest::newRow("a set to a length that it does not list") << 1001 << 14 << false;
-        QTest::newRow("two sets of length") << 1000 << 1001 << false;
-        QTest::newRow("a display unit to its set where listed") << 215 << 1001 << true;
-        QTest::newRow("a display unit to a set that does not list it") << 215 << 1006 << false;
-        QTest::newRow("a default unit that its set does not list") << 189 << 1100 << false;
-        QTest::newRow("a set to a default unit that it does not list") << 1182 << 54 << false;
+        columns<int, int, bool>("from", "to", "converts");
+        row("a unit to itself", 13, 13, true);
+        row("an unknown unit to itself", 12, 12, true);
+        row("a set to itself", 1001, 1001, true);
+        row("units of one dimension", 11, 213, true);
+        row("units of two dimensions", 13, 22, false);
+        row("units of one symbol and two dimensions", 202, 6, false);
+        row("a listed unit to its set", 13, 1001, true);
+        row("a set to a unit that it lists", 1001, 13, true);
+        row("a length that the set does not list", 14, 1001, false);
+        row("a set to a length that it does not list", 1001, 14, false);
+        row("two sets of length", 1000, 1001, false);
+        row("a display unit to its set where listed", 215, 1001, true);
+        row("a display unit to a set that does not list it", 215, 1006, false);
+        row("a default unit that its set does not list", 189, 1100, false);
+        row("a set to a default unit that it does not list", 1182, 54, false);
     }
-
     void saysWhatConverts()
     {
         QFETCH(int, from);
         QFETCH(int, to);
         QFETCH(bool, converts);
-
         QCOMPARE(converter().can_convert(unitId(from), unitId(to)), converts);
     }
 
     void anUnknownUnitIsRefused_data()
     {
-        QTest::addColumn<int>("from");
-        QTest::addColumn<int>("to");
-
-        QTest::newRow("from a gap") << 12 << 13;
-        QTest::newRow("to a gap") << 13 << 12;
-        QTest::newRow("to a gap from a set") << 1001 << 12;
-        QTest::newRow("from a negative id") << -1 << 13;
-        QTest::newRow("to the highest id") << 13 << std::numeric_limits<int>::max();
+        columns<int, int>("from", "to");
+        row("from a gap", 12, 13);
+        row("to a gap", 13, 12);
+        row("to a gap from a set", 1001, 12);
+        row("from a negative id", -1, 13);
+        row("to the highest id", 13, std::numeric_limits<int>::max());
     }
-
     void anUnknownUnitIsRefused()
     {
         QFETCH(int, from);
         QFETCH(int, to);
-
         QCOMPARE(thrownText<std::invalid_argument>(
                      [&] { converter().can_convert(unitId(from), unitId(to)); }),
             "unit_id");
@@ -88,29 +80,21 @@ private Q_SLOTS:
 
     void converts_data()
     {
-        QTest::addColumn<int>("from");
-        QTest::addColumn<double>("value");
-        QTest::addColumn<int>("to");
-        QTest::addColumn<double>("expected");
-
-        QTest::newRow("feet to the set in base scale") << 213 << 1.0 << 1001 << 0.3048;
-        QTest::newRow("the set in base scale to millimetres") << 1001 << 0.012 << 16 << 12.0;
-        QTest::newRow("kips to kilonewtons") << 262 << 2.0 << 62 << 8.89644323;
-        QTest::newRow("a negative value") << 16 << -5.0 << 13 << -0.005;
-        QTest::newRow("zero degrees Celsius are zero degrees Fahrenheit")
-            << 202 << 0.0 << 204 << 0.0;
-        QTest::newRow("twenty degrees Celsius are twenty kelvins") << 6 << 20.0 << 209 << 20.0;
-        QTest::newRow("a difference of nine degrees Fahrenheit")
-            << 204 << 9.0 << 201 << 5.0000000004;
+        columns<int, double, int, double>("from", "value", "to", "expected");
+        row("feet to the set in base scale", 213, 1.0, 1001, 0.3048);
+        row("the set in base scale to millimetres", 1001, 0.012, 16, 12.0);
+        row("kips to kilonewtons", 262, 2.0, 62, 8.89644323);
+        row("a negative value", 16, -5.0, 13, -0.005);
+        row("zero degrees Celsius are zero degrees Fahrenheit", 202, 0.0, 204, 0.0);
+        row("twenty degrees Celsius are twenty kelvins", 6, 20.0, 209, 20.0);
+        row("a difference of nine degrees Fahrenheit", 204, 9.0, 201, 5.0000000004);
     }
-
     void converts()
     {
         QFETCH(int, from);
         QFETCH(double, value);
         QFETCH(int, to);
         QFETCH(double, expected);
-
         const auto result = converter().convert({unitId(from), value}, unitId(to));
         QCOMPARE(int(result.unit_id), to);
         QCOMPARE(result.value, expected);
@@ -142,24 +126,19 @@ private Q_SLOTS:
 
     void quantitiesAreComparedAsTheyStand_data()
     {
-        QTest::addColumn<int>("id");
-        QTest::addColumn<double>("value");
-        QTest::addColumn<bool>("equal");
-
-        QTest::newRow("the same number and unit") << 13 << 1.0 << true;
-        QTest::newRow("another number") << 13 << std::nextafter(1.0, 2.0) << false;
-        QTest::newRow("another unit") << 16 << 1.0 << false;
-        QTest::newRow("the same length in another unit") << 16 << 1000.0 << false;
-        QTest::newRow("the same length under a set") << 1001 << 1.0 << false;
-        QTest::newRow("no number") << 13 << std::numeric_limits<double>::quiet_NaN() << false;
+        columns<int, double, bool>("id", "value", "equal");
+        row("the same number and unit", 13, 1.0, true);
+        row("another number", 13, std::nextafter(1.0, 2.0), false);
+        row("another unit", 16, 1.0, false);
+        row("the same length in another unit", 16, 1000.0, false);
+        row("the same length under a set", 1001, 1.0, false);
+        row("no number", 13, std::numeric_limits<double>::quiet_NaN(), false);
     }
-
     void quantitiesAreComparedAsTheyStand()
     {
         QFETCH(int, id);
         QFETCH(double, value);
         QFETCH(bool, equal);
-
         const IConverter::quantity metre{UnitId::METRE, 1.0};
         const IConverter::quantity other{unitId(id), value};
         QCOMPARE(metre == other, equal);

@@ -2,6 +2,7 @@
 #include "formatting/quantity_grammar_p.h"
 #include "reference_quantity_reader.h"
 
+#include "support/table.h"
 #include "support/test_main.h"
 #include "support/test_object.h"
 
@@ -10,7 +11,9 @@
 #include <vector>
 
 using namespace vrn::units::detail;
+using vrn::test::columns;
 using vrn::test::ReferenceGrammar;
+using vrn::test::row;
 
 namespace {
 
@@ -159,10 +162,10 @@ private Q_SLOTS:
 
     void takesCharactersForWhatTheClassicLocaleDoes_data()
     {
-        QTest::addColumn<QString>("text");
-        QTest::newRow("a digit") << "\\d";
-        QTest::newRow("white space") << "\\s";
-        QTest::newRow("no part of a unit") << "[^\\s\\.,/]";
+        columns<QString>("text");
+        row("a digit", "\\d");
+        row("white space", "\\s");
+        row("no part of a unit", "[^\\s\\.,/]");
     }
     void takesCharactersForWhatTheClassicLocaleDoes()
     {
@@ -181,35 +184,20 @@ private Q_SLOTS:
 
     void givesTheGroupsThatGreedyQuantifiersLeave_data()
     {
-        QTest::addColumn<QString>("expression");
-        QTest::addColumn<bool>("searched");
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<QString>("groups");
-        QTest::newRow("the first star takes all it can")
-            << "([\\d,]*),([\\d,]*),," << false << "1,2,3,,"
-            << "0:[1,2] 4:[3] ";
-        QTest::newRow("a star leaves what the rest needs") << "(\\d*)(\\d)" << false << "123"
-                                                           << "0:[12] 2:[3] ";
-        QTest::newRow("an option is taken where it can be") << "(-?)(-?)" << false << "-"
-                                                            << "0:[-] 1:[] ";
-        QTest::newRow("a group that is left out is empty") << "(\\d+\\s+)?(\\d)" << false << "5"
-                                                           << "0:[] 0:[5] ";
-        QTest::newRow("a group once") << "((?:/e){1,2})" << false << "/e"
-                                      << "0:[/e] ";
-        QTest::newRow("a group twice") << "((?:/e){1,2})" << false << "/e/e"
-                                       << "0:[/e/e] ";
-        QTest::newRow("a group three times") << "((?:/e){1,2})" << false << "/e/e/e"
-                                             << "none";
-        QTest::newRow("the leftmost match is found") << "(\\d+)" << true << "e 12 n 345"
-                                                     << "2:[12] ";
-        QTest::newRow("a match may begin before its group") << "\\s*(-)\\s*$" << true << "1 -"
-                                                            << "2:[-] ";
-        QTest::newRow("a dollar holds at the end alone") << "\\s*(-)\\s*$" << true << "- e"
-                                                         << "none";
-        QTest::newRow("a dollar finds the last") << "\\s*(-)\\s*$" << true << "--"
-                                                 << "1:[-] ";
-        QTest::newRow("nothing in an empty text") << "(\\d*)" << false << ""
-                                                  << "0:[] ";
+        columns<QString, bool, QString, QString>("expression", "searched", "text", "groups");
+        row("the first star takes all it can", "([\\d,]*),([\\d,]*),,", false, "1,2,3,,",
+            "0:[1,2] 4:[3] ");
+        row("a star leaves what the rest needs", "(\\d*)(\\d)", false, "123", "0:[12] 2:[3] ");
+        row("an option is taken where it can be", "(-?)(-?)", false, "-", "0:[-] 1:[] ");
+        row("a group that is left out is empty", "(\\d+\\s+)?(\\d)", false, "5", "0:[] 0:[5] ");
+        row("a group once", "((?:/e){1,2})", false, "/e", "0:[/e] ");
+        row("a group twice", "((?:/e){1,2})", false, "/e/e", "0:[/e/e] ");
+        row("a group three times", "((?:/e){1,2})", false, "/e/e/e", "none");
+        row("the leftmost match is found", "(\\d+)", true, "e 12 n 345", "2:[12] ");
+        row("a match may begin before its group", "\\s*(-)\\s*$", true, "1 -", "2:[-] ");
+        row("a dollar holds at the end alone", "\\s*(-)\\s*$", true, "- e", "none");
+        row("a dollar finds the last", "\\s*(-)\\s*$", true, "--", "1:[-] ");
+        row("nothing in an empty text", "(\\d*)", false, "", "0:[] ");
     }
     void givesTheGroupsThatGreedyQuantifiersLeave()
     {
@@ -235,30 +223,30 @@ private Q_SLOTS:
 
     void refusesWhatItDoesNotKnow_data()
     {
-        QTest::addColumn<QString>("text");
-        QTest::newRow("an alternative") << "1|e";
-        QTest::newRow("a range of characters") << "[e-t]";
-        QTest::newRow("a character without a symbol") << "k";
-        QTest::newRow("any character") << ".";
-        QTest::newRow("a quantifier of nothing") << "+";
-        QTest::newRow("a star behind a group") << "(1)*";
-        QTest::newRow("a lazy quantifier") << "1*?";
-        QTest::newRow("a count behind a character") << "1{1,2}";
-        QTest::newRow("another count behind a group") << "(?:1){2}";
-        QTest::newRow("a look ahead") << "(?=1)";
-        QTest::newRow("a group without an end") << "(1";
-        QTest::newRow("an end without a group") << "1)";
-        QTest::newRow("a class without an end") << "[1";
-        QTest::newRow("an escape without a character") << "1\\";
-        QTest::newRow("a word boundary") << "\\b";
-        QTest::newRow("a form feed") << "\\f";
-        QTest::newRow("a tabulator") << "\\t";
-        QTest::newRow("a line feed") << "\\n";
-        QTest::newRow("a back reference") << "(1)\\1";
-        QTest::newRow("a beginning inside") << "1^";
-        QTest::newRow("an end inside") << "1$1";
-        QTest::newRow("more groups than Groups holds") << "(1)(1)(1)";
-        QTest::newRow("more steps than a set holds") << QString(64, QLatin1Char('1'));
+        columns<QString>("text");
+        row("an alternative", "1|e");
+        row("a range of characters", "[e-t]");
+        row("a character without a symbol", "k");
+        row("any character", ".");
+        row("a quantifier of nothing", "+");
+        row("a star behind a group", "(1)*");
+        row("a lazy quantifier", "1*?");
+        row("a count behind a character", "1{1,2}");
+        row("another count behind a group", "(?:1){2}");
+        row("a look ahead", "(?=1)");
+        row("a group without an end", "(1");
+        row("an end without a group", "1)");
+        row("a class without an end", "[1");
+        row("an escape without a character", "1\\");
+        row("a word boundary", "\\b");
+        row("a form feed", "\\f");
+        row("a tabulator", "\\t");
+        row("a line feed", "\\n");
+        row("a back reference", "(1)\\1");
+        row("a beginning inside", "1^");
+        row("an end inside", "1$1");
+        row("more groups than Groups holds", "(1)(1)(1)");
+        row("more steps than a set holds", QString(64, QLatin1Char('1')));
     }
     void refusesWhatItDoesNotKnow()
     {

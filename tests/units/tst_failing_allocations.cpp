@@ -246,11 +246,9 @@ private Q_SLOTS:
             return std::wstring(text.begin(), text.end());
         });
     }
-
     void readingIsRightOrThrows()
     {
         QFETCH(Read, read);
-
         // As the default handler, this one takes memory, so that reports may be lost; the
         // catcher of this test would miss them.
         const auto catcher = vrn::smartassert::set_assert_handler(
@@ -316,11 +314,9 @@ private Q_SLOTS:
         });
         sets("no label", [](Formats& formats, auto id) { formats.set_label(id, boost::none); });
     }
-
     void aChangeIsDoneOrNotBegun()
     {
         QFETCH(Change, change);
-
         const Context before = overridden();
         Context after = before;
         change(after);

@@ -1,4 +1,5 @@
 #include "punctuation.h"
+#include "support/table.h"
 #include "support/test_main.h"
 #include "support/test_object.h"
 #include "unit_test_support.h"
@@ -28,59 +29,48 @@ class TestFeetAndInchesFormat : public TestObject
 private Q_SLOTS:
     void feetInchesAndFraction_data()
     {
-        QTest::addColumn<double>("feet");
-        QTest::addColumn<int>("denominator");
-        QTest::addColumn<QString>("text");
-
-        QTest::newRow("feet, inches and a fraction") << 1.2916666 << 8 << "1' 3 1/2 ''";
-        QTest::newRow("zero") << 0.0 << 8 << "0' 0 ''";
-        QTest::newRow("feet alone") << 5.0 << 8 << "5' 0 ''";
-        QTest::newRow("inches alone") << 0.5 << 8 << "0' 6 ''";
-        QTest::newRow("a fraction alone") << 0.5 / 12 << 8 << "0' 1/2 ''";
-        QTest::newRow("within a 512th below a foot") << 1.9985 << 8 << "2' 0 ''";
-        QTest::newRow("inches that round up to a foot stay inches") << 1.998 << 8 << "1' 12 ''";
-        QTest::newRow("a negative length has two signs") << -1.5 << 8 << "-1' -6 ''";
-        QTest::newRow("between -1 and 0 the inches have the sign") << -0.5 << 8 << "0' -6 ''";
-        QTest::newRow("the denominator 3") << 1.0 + 1.0 / 36 << 3 << "1' 1/3 ''";
-        QTest::newRow("the denominator 1") << 1.3 << 1 << "1' 4 ''";
-        QTest::newRow("no fifth digit is grouped") << 12345.5 << 8 << "12345' 6 ''";
+        columns<double, int, QString>("feet", "denominator", "text");
+        row("feet, inches and a fraction", 1.2916666, 8, "1' 3 1/2 ''");
+        row("zero", 0.0, 8, "0' 0 ''");
+        row("feet alone", 5.0, 8, "5' 0 ''");
+        row("inches alone", 0.5, 8, "0' 6 ''");
+        row("a fraction alone", 0.5 / 12, 8, "0' 1/2 ''");
+        row("within a 512th below a foot", 1.9985, 8, "2' 0 ''");
+        row("inches that round up to a foot stay inches", 1.998, 8, "1' 12 ''");
+        row("a negative length has two signs", -1.5, 8, "-1' -6 ''");
+        row("between -1 and 0 the inches have the sign", -0.5, 8, "0' -6 ''");
+        row("the denominator 3", 1.0 + 1.0 / 36, 3, "1' 1/3 ''");
+        row("the denominator 1", 1.3, 1, "1' 4 ''");
+        row("no fifth digit is grouped", 12345.5, 8, "12345' 6 ''");
     }
-
     void feetInchesAndFraction()
     {
         QFETCH(double, feet);
         QFETCH(int, denominator);
         QFETCH(QString, text);
-
         const Context context = contextOf(UnitId::GEO_LENGTH, 215, denominator);
         QCOMPARE(formatted(context, UnitId::GEO_LENGTH, feet * 0.3048), text);
     }
 
     void inchesAndFraction_data()
     {
-        QTest::addColumn<double>("inches");
-        QTest::addColumn<int>("denominator");
-        QTest::addColumn<QString>("text");
-
-        QTest::newRow("inches and a fraction") << 3.5 << 8 << "3 1/2 ''";
-        QTest::newRow("zero") << 0.0 << 8 << "0 ''";
-        QTest::newRow("just below a whole inch") << 2.999 << 8 << "3 ''";
-        QTest::newRow("no inches become feet") << 30.25 << 8 << "30 1/4 ''";
-        QTest::newRow("a negative length") << -3.5 << 8 << "-3 1/2 ''";
-        QTest::newRow("between -1 and 0 the sign is lost") << -0.5 << 8 << "1/2 ''";
-        QTest::newRow("sixteenths") << 0.0625 << 16 << "1/16 ''";
-        QTest::newRow("infinity in fixed notation") << infinite << 8 << "inf ''";
-        QTest::newRow("what is not a number in fixed notation") << notANumber << 8 << "nan ''";
-        QTest::newRow("more than 64 bits hold, in fixed notation")
-            << 0x1p70 << 1 << "1180591620717411303424.0 ''";
+        columns<double, int, QString>("inches", "denominator", "text");
+        row("inches and a fraction", 3.5, 8, "3 1/2 ''");
+        row("zero", 0.0, 8, "0 ''");
+        row("just below a whole inch", 2.999, 8, "3 ''");
+        row("no inches become feet", 30.25, 8, "30 1/4 ''");
+        row("a negative length", -3.5, 8, "-3 1/2 ''");
+        row("between -1 and 0 the sign is lost", -0.5, 8, "1/2 ''");
+        row("sixteenths", 0.0625, 16, "1/16 ''");
+        row("infinity in fixed notation", infinite, 8, "inf ''");
+        row("what is not a number in fixed notation", notANumber, 8, "nan ''");
+        row("more than 64 bits hold, in fixed notation", 0x1p70, 1, "1180591620717411303424.0 ''");
     }
-
     void inchesAndFraction()
     {
         QFETCH(double, inches);
         QFETCH(int, denominator);
         QFETCH(QString, text);
-
         const Context context = contextOf(UnitId::INCH, 216, denominator);
         QCOMPARE(formatted(context, UnitId::INCH, inches), text);
     }
@@ -98,25 +88,20 @@ private Q_SLOTS:
 
     void feetThatNo32BitsHoldAreInFixedNotation_data()
     {
-        QTest::addColumn<double>("feet");
-        QTest::addColumn<int>("denominator");
-        QTest::addColumn<QString>("text");
-
-        QTest::newRow("the highest") << 2147483647.5 << 2 << "2147483647' 6 ''";
-        QTest::newRow("behind the highest") << 2147483648.0 << 2 << "2147483648.00 ft";
-        QTest::newRow("the lowest") << -2147483648.5 << 2 << "-2147483648' -6 ''";
-        QTest::newRow("below the lowest") << -2147483650.0 << 2 << "-2147483650.00 ft";
-        QTest::newRow("infinity") << infinite << 8 << "inf ft";
-        QTest::newRow("negative infinity") << -infinite << 8 << "-inf ft";
-        QTest::newRow("what is not a number") << notANumber << 8 << "nan ft";
+        columns<double, int, QString>("feet", "denominator", "text");
+        row("the highest", 2147483647.5, 2, "2147483647' 6 ''");
+        row("behind the highest", 2147483648.0, 2, "2147483648.00 ft");
+        row("the lowest", -2147483648.5, 2, "-2147483648' -6 ''");
+        row("below the lowest", -2147483650.0, 2, "-2147483650.00 ft");
+        row("infinity", infinite, 8, "inf ft");
+        row("negative infinity", -infinite, 8, "-inf ft");
+        row("what is not a number", notANumber, 8, "nan ft");
     }
-
     void feetThatNo32BitsHoldAreInFixedNotation()
     {
         QFETCH(double, feet);
         QFETCH(int, denominator);
         QFETCH(QString, text);
-
         const Context context = contextOf(UnitId::FOOT, 215, denominator);
         QCOMPARE(formatted(context, UnitId::FOOT, feet), text);
     }
@@ -152,18 +137,14 @@ private Q_SLOTS:
 
     void aNegativeDenominatorIsReportedAndReplacedByFour_data()
     {
-        QTest::addColumn<int>("unit");
-        QTest::addColumn<QString>("text");
-
-        QTest::newRow("feet") << 215 << "1' 3 3/4 ''";
-        QTest::newRow("inches") << 216 << "15 3/4 ''";
+        columns<int, QString>("unit", "text");
+        row("feet", 215, "1' 3 3/4 ''");
+        row("inches", 216, "15 3/4 ''");
     }
-
     void aNegativeDenominatorIsReportedAndReplacedByFour()
     {
         QFETCH(int, unit);
         QFETCH(QString, text);
-
         expectAssert("precision >= 0", {"precision"});
         QCOMPARE(
             formatted(contextOf(UnitId::GEO_LENGTH, unit, -1), UnitId::GEO_LENGTH, 0.40005), text);
@@ -173,18 +154,14 @@ private Q_SLOTS:
     // and is given feet and inches as its unit.
     void aDenominatorOfZeroIsReportedAndTheInchesAreInFixedNotation_data()
     {
-        QTest::addColumn<int>("unit");
-        QTest::addColumn<QString>("text");
-
-        QTest::newRow("feet") << 215 << "1' 4 ''";
-        QTest::newRow("inches") << 216 << "16 ''";
+        columns<int, QString>("unit", "text");
+        row("feet", 215, "1' 4 ''");
+        row("inches", 216, "16 ''");
     }
-
     void aDenominatorOfZeroIsReportedAndTheInchesAreInFixedNotation()
     {
         QFETCH(int, unit);
         QFETCH(QString, text);
-
         Context context(6);
         context.format_provider().set_unit(UnitId::GEO_LENGTH, unitId(unit));
         QCOMPARE(context.format_provider().get_precision(UnitId::GEO_LENGTH), 0);
@@ -194,28 +171,22 @@ private Q_SLOTS:
 
     void aQuantityOfAnotherKindIsReportedAndEmpty_data()
     {
-        QTest::addColumn<int>("id");
-        QTest::addColumn<int>("unit");
-        QTest::addColumn<QString>("expression");
-        QTest::addColumn<QString>("file");
-
+        columns<int, int, QString, QString>("id", "unit", "expression", "file");
         const QString foot = "m_converter->can_convert(q.unit_id, UnitId::FOOT)";
         const QString inch = "m_converter->can_convert(q.unit_id, UnitId::INCH)";
         const QString feetFile = "units/src/formatting/feet_and_fractional_inches_parser.cpp";
         const QString inchesFile = "units/src/formatting/fractional_inches_parser.cpp";
-        QTest::newRow("a force in feet") << 62 << 215 << foot << feetFile;
-        QTest::newRow("a force in inches") << 62 << 216 << inch << inchesFile;
-        QTest::newRow("a length that lists no feet") << 1026 << 215 << foot << feetFile;
-        QTest::newRow("a force by its kind in inches") << 1101 << 216 << inch << inchesFile;
+        row("a force in feet", 62, 215, foot, feetFile);
+        row("a force in inches", 62, 216, inch, inchesFile);
+        row("a length that lists no feet", 1026, 215, foot, feetFile);
+        row("a force by its kind in inches", 1101, 216, inch, inchesFile);
     }
-
     void aQuantityOfAnotherKindIsReportedAndEmpty()
     {
         QFETCH(int, id);
         QFETCH(int, unit);
         QFETCH(QString, expression);
         QFETCH(QString, file);
-
         expectAssert(expression.toStdString(), {"q.unit_id"});
         QCOMPARE(formatted(contextOf(id, unit, 8), id, 1.0), "");
         QCOMPARE(QString::fromStdString(asserts().last().file), file);
@@ -223,22 +194,18 @@ private Q_SLOTS:
 
     void whatIsWrittenIsReadBack_data()
     {
-        QTest::addColumn<int>("unit");
-        QTest::addColumn<double>("inches");
-
-        QTest::newRow("feet, inches and a fraction") << 215 << 15.5;
-        QTest::newRow("feet alone") << 215 << 24.0;
-        QTest::newRow("a fraction of an inch alone") << 215 << 0.125;
-        QTest::newRow("inches and a fraction") << 216 << 15.5;
-        QTest::newRow("a fraction of an inch") << 216 << 0.125;
-        QTest::newRow("more feet than 32 bits hold") << 215 << 12.0 * 3e9;
+        columns<int, double>("unit", "inches");
+        row("feet, inches and a fraction", 215, 15.5);
+        row("feet alone", 215, 24.0);
+        row("a fraction of an inch alone", 215, 0.125);
+        row("inches and a fraction", 216, 15.5);
+        row("a fraction of an inch", 216, 0.125);
+        row("more feet than 32 bits hold", 215, 12.0 * 3e9);
     }
-
     void whatIsWrittenIsReadBack()
     {
         QFETCH(int, unit);
         QFETCH(double, inches);
-
         const Context context = contextOf(UnitId::GEO_LENGTH, unit, 8);
         const auto& locale = std::locale::classic();
         const auto text = context.format({UnitId::GEO_LENGTH, inches * 0.0254}, locale);

@@ -4,6 +4,7 @@
 #include "reference_quantity_reader.h"
 
 #include "support/random_seed.h"
+#include "support/table.h"
 #include "support/test_main.h"
 #include "support/test_object.h"
 
@@ -13,7 +14,9 @@
 #include <utility>
 
 using namespace vrn::units::detail;
+using vrn::test::columns;
 using vrn::test::Punctuation;
+using vrn::test::row;
 
 namespace {
 
@@ -205,22 +208,21 @@ private Q_SLOTS:
 
     void readsAMebi_data()
     {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<double>("value");
+        columns<QString, double>("text", "value");
         const auto repeated = [](char character) {
             return QString(int{mebi}, QLatin1Char(character));
         };
-        QTest::newRow("of digits") << repeated('7') << greatest;
-        QTest::newRow("of zeros") << repeated('0') << 0.0;
-        QTest::newRow("of zeros before a digit") << repeated('0') + "5" << 5.0;
-        QTest::newRow("of decimals") << "0." + repeated('3') << 1.0 / 3;
-        QTest::newRow("of zeros behind the point") << "0." + repeated('0') + "1" << 0.0;
-        QTest::newRow("of blanks") << repeated(' ') << 0.0;
-        QTest::newRow("of points") << repeated('.') << 0.0;
-        QTest::newRow("of letters behind a number") << "5" + repeated('e') << 0.0;
-        QTest::newRow("of digits in the numerator") << repeated('7') + "/2" << greatest / 2;
-        QTest::newRow("of digits in the denominator") << "2/" + repeated('7') << 2 / greatest;
-        QTest::newRow("of blanks behind the whole part") << "1" + repeated(' ') + "1/2" << 1.5;
+        row("of digits", repeated('7'), greatest);
+        row("of zeros", repeated('0'), 0.0);
+        row("of zeros before a digit", repeated('0') + "5", 5.0);
+        row("of decimals", "0." + repeated('3'), 1.0 / 3);
+        row("of zeros behind the point", "0." + repeated('0') + "1", 0.0);
+        row("of blanks", repeated(' '), 0.0);
+        row("of points", repeated('.'), 0.0);
+        row("of letters behind a number", "5" + repeated('e'), 0.0);
+        row("of digits in the numerator", repeated('7') + "/2", greatest / 2);
+        row("of digits in the denominator", "2/" + repeated('7'), 2 / greatest);
+        row("of blanks behind the whole part", "1" + repeated(' ') + "1/2", 1.5);
     }
     void readsAMebi()
     {
@@ -231,20 +233,13 @@ private Q_SLOTS:
 
     void trimsWhiteSpaceOfTheClassicLocale_data()
     {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<QString>("trimmed");
-        QTest::newRow("none") << "a b"
-                              << "a b";
-        QTest::newRow("both ends") << " \t\n\v\f\ra b\r\f\v\n\t "
-                                   << "a b";
-        QTest::newRow("blanks alone") << "  "
-                                      << "";
-        QTest::newRow("an empty text") << ""
-                                       << "";
-        QTest::newRow("a blank that does not break") << "\u00a0a"
-                                                     << "\u00a0a";
-        QTest::newRow("a line separator") << "a\u2028"
-                                          << "a\u2028";
+        columns<QString, QString>("text", "trimmed");
+        row("none", "a b", "a b");
+        row("both ends", " \t\n\v\f\ra b\r\f\v\n\t ", "a b");
+        row("blanks alone", "  ", "");
+        row("an empty text", "", "");
+        row("a blank that does not break", "\u00a0a", "\u00a0a");
+        row("a line separator", "a\u2028", "a\u2028");
     }
     void trimsWhiteSpaceOfTheClassicLocale()
     {

@@ -2,6 +2,7 @@
 #include "formatting/fractional_inches_parser_p.h"
 #include "formatting/parser_p.h"
 
+#include "support/table.h"
 #include "support/test_main.h"
 #include "support/test_object.h"
 #include "unit_test_support.h"
@@ -9,6 +10,8 @@
 #include <vector>
 
 using namespace vrn::units;
+using vrn::test::columns;
+using vrn::test::row;
 
 /// Context gives each parser all its parts. One that lacks a part must not crash.
 class TestParsersWithoutParts : public vrn::test::TestObject
@@ -18,13 +21,11 @@ class TestParsersWithoutParts : public vrn::test::TestObject
 private Q_SLOTS:
     void writeNothing_data()
     {
-        QTest::addColumn<bool>("unitProvider");
-        QTest::addColumn<bool>("formatProvider");
-        QTest::addColumn<bool>("converter");
-        QTest::newRow("no unit provider") << false << true << true;
-        QTest::newRow("no format provider") << true << false << true;
-        QTest::newRow("no converter") << true << true << false;
-        QTest::newRow("nothing at all") << false << false << false;
+        columns<bool, bool, bool>("unitProvider", "formatProvider", "converter");
+        row("no unit provider", false, true, true);
+        row("no format provider", true, false, true);
+        row("no converter", true, true, false);
+        row("nothing at all", false, false, false);
     }
     void writeNothing()
     {

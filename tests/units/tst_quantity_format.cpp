@@ -1,5 +1,6 @@
 #include "punctuation.h"
 #include "support/random_seed.h"
+#include "support/table.h"
 #include "support/test_main.h"
 #include "support/test_object.h"
 #include "unit_test_support.h"
@@ -37,111 +38,94 @@ class TestQuantityFormat : public TestObject
 private Q_SLOTS:
     void fixedNotation_data()
     {
-        QTest::addColumn<double>("value");
-        QTest::addColumn<int>("precision");
-        QTest::addColumn<QString>("text");
-
-        QTest::newRow("as many digits as the precision says") << 12.5 << 3 << "12.500 kN";
-        QTest::newRow("no point without digits behind it") << 12.0 << 0 << "12 kN";
-        QTest::newRow("a half goes to the even digit") << 12.5 << 0 << "12 kN";
-        QTest::newRow("a negative value") << -0.25 << 1 << "-0.2 kN";
-        QTest::newRow("a negative zero keeps its sign") << -0.0 << 2 << "-0.00 kN";
-        QTest::newRow("what rounds to zero keeps its sign") << -1e-9 << 2 << "-0.00 kN";
-        QTest::newRow("a negative precision is 3") << 12.5 << -1 << "12.500 kN";
-        QTest::newRow("infinity") << infinite << 3 << "inf kN";
-        QTest::newRow("negative infinity") << -infinite << 3 << "-inf kN";
-        QTest::newRow("what is not a number") << notANumber << 3 << "nan kN";
-        QTest::newRow("a large value in full") << 1e22 << 1 << "10000000000000000000000.0 kN";
+        columns<double, int, QString>("value", "precision", "text");
+        row("as many digits as the precision says", 12.5, 3, "12.500 kN");
+        row("no point without digits behind it", 12.0, 0, "12 kN");
+        row("a half goes to the even digit", 12.5, 0, "12 kN");
+        row("a negative value", -0.25, 1, "-0.2 kN");
+        row("a negative zero keeps its sign", -0.0, 2, "-0.00 kN");
+        row("what rounds to zero keeps its sign", -1e-9, 2, "-0.00 kN");
+        row("a negative precision is 3", 12.5, -1, "12.500 kN");
+        row("infinity", infinite, 3, "inf kN");
+        row("negative infinity", -infinite, 3, "-inf kN");
+        row("what is not a number", notANumber, 3, "nan kN");
+        row("a large value in full", 1e22, 1, "10000000000000000000000.0 kN");
     }
-
     void fixedNotation()
     {
         QFETCH(double, value);
         QFETCH(int, precision);
         QFETCH(QString, text);
-
         QCOMPARE(written(value, precision, 0), text);
     }
 
     void scientificNotation_data()
     {
-        QTest::addColumn<double>("value");
-        QTest::addColumn<int>("precision");
-        QTest::addColumn<QString>("text");
-
-        QTest::newRow("a mantissa from 1 to 10") << 1500.0 << 3 << "1.500e3 kN";
-        QTest::newRow("below 1 the mantissa is below 1") << 0.05 << 3 << "0.500e-1 kN";
-        QTest::newRow("just below 1") << 0.99 << 3 << "0.990e0 kN";
-        QTest::newRow("one") << 1.0 << 3 << "1.000e0 kN";
-        QTest::newRow("a tenth") << 0.1 << 3 << "1.000e-1 kN";
-        QTest::newRow("ten") << 10.0 << 3 << "1.000e1 kN";
-        QTest::newRow("a negative value") << -1500.0 << 3 << "-1.500e3 kN";
-        QTest::newRow("zero") << 0.0 << 3 << "0.000e0 kN";
-        QTest::newRow("a negative zero has no sign") << -0.0 << 3 << "0.000e0 kN";
-        QTest::newRow("no digits") << 1500.0 << 0 << "2e3 kN";
-        QTest::newRow("a mantissa that rounds up to 10 stays") << 9.9999 << 3 << "10.000e0 kN";
-        QTest::newRow("a negative precision is 3") << 1500.0 << -5 << "1.500e3 kN";
-        QTest::newRow("the largest magnitude") << 1.5e308 << 3 << "1.500e308 kN";
-        QTest::newRow("the smallest magnitude") << 5e-324 << 1 << "0.5e-323 kN";
-        QTest::newRow("infinity in fixed notation") << infinite << 3 << "inf kN";
-        QTest::newRow("negative infinity in fixed notation") << -infinite << 3 << "-inf kN";
-        QTest::newRow("what is not a number in fixed notation") << notANumber << 3 << "nan kN";
+        columns<double, int, QString>("value", "precision", "text");
+        row("a mantissa from 1 to 10", 1500.0, 3, "1.500e3 kN");
+        row("below 1 the mantissa is below 1", 0.05, 3, "0.500e-1 kN");
+        row("just below 1", 0.99, 3, "0.990e0 kN");
+        row("one", 1.0, 3, "1.000e0 kN");
+        row("a tenth", 0.1, 3, "1.000e-1 kN");
+        row("ten", 10.0, 3, "1.000e1 kN");
+        row("a negative value", -1500.0, 3, "-1.500e3 kN");
+        row("zero", 0.0, 3, "0.000e0 kN");
+        row("a negative zero has no sign", -0.0, 3, "0.000e0 kN");
+        row("no digits", 1500.0, 0, "2e3 kN");
+        row("a mantissa that rounds up to 10 stays", 9.9999, 3, "10.000e0 kN");
+        row("a negative precision is 3", 1500.0, -5, "1.500e3 kN");
+        row("the largest magnitude", 1.5e308, 3, "1.500e308 kN");
+        row("the smallest magnitude", 5e-324, 1, "0.5e-323 kN");
+        row("infinity in fixed notation", infinite, 3, "inf kN");
+        row("negative infinity in fixed notation", -infinite, 3, "-inf kN");
+        row("what is not a number in fixed notation", notANumber, 3, "nan kN");
     }
-
     void scientificNotation()
     {
         QFETCH(double, value);
         QFETCH(int, precision);
         QFETCH(QString, text);
-
         QCOMPARE(written(value, precision, 1), text);
     }
 
     void fractions_data()
     {
-        QTest::addColumn<double>("value");
-        QTest::addColumn<int>("denominator");
-        QTest::addColumn<QString>("text");
-
-        QTest::newRow("a whole part and a reduced fraction") << 2.5 << 8 << "2 1/2 kN";
-        QTest::newRow("a fraction that is not reduced") << 2.375 << 8 << "2 3/8 kN";
-        QTest::newRow("a fraction alone") << 0.25 << 8 << "1/4 kN";
-        QTest::newRow("zero") << 0.0 << 8 << "0 kN";
-        QTest::newRow("a negative zero") << -0.0 << 8 << "0 kN";
-        QTest::newRow("a whole number") << 7.0 << 8 << "7 kN";
-        QTest::newRow("just below a whole number") << 2.999 << 8 << "3 kN";
-        QTest::newRow("what is pulled up counts its distance, too")
-            << 0.9995 << 2000 << "1 1/2000 kN";
-        QTest::newRow("rounded up to a whole number") << 1.99 << 8 << "2 kN";
-        QTest::newRow("rounded down to nothing") << 0.05 << 8 << "0 kN";
-        QTest::newRow("a half of the smallest part goes up") << 0.0625 << 8 << "1/8 kN";
-        QTest::newRow("a negative whole part carries the sign") << -2.5 << 8 << "-2 1/2 kN";
-        QTest::newRow("a negative whole number") << -3.0 << 8 << "-3 kN";
-        QTest::newRow("rounded down to a negative whole number") << -1.99 << 8 << "-2 kN";
-        QTest::newRow("between -1 and 0 the sign is lost") << -0.5 << 8 << "1/2 kN";
-        QTest::newRow("at -1 the sign is lost, too") << -1.0 << 8 << "1 kN";
-        QTest::newRow("the denominator 1") << 2.6 << 1 << "3 kN";
-        QTest::newRow("the denominator 3") << 0.333 << 3 << "1/3 kN";
-        QTest::newRow("a negative denominator is 3") << 1.6666 << -8 << "1 2/3 kN";
-        QTest::newRow("the largest denominator")
-            << 0.5 << std::numeric_limits<int>::max() << "1073741824/2147483647 kN";
-        QTest::newRow("the largest whole part below 2^63")
-            << std::nextafter(0x1p63, 0.0) << 2 << "9223372036854774784 kN";
-        QTest::newRow("the lowest whole part") << -0x1p63 << 2 << "-9223372036854775808 kN";
-        QTest::newRow("2^63 in fixed notation") << 0x1p63 << 2 << "9223372036854775808.00 kN";
-        QTest::newRow("below -2^63 in fixed notation")
-            << -1e19 << 1 << "-10000000000000000000.0 kN";
-        QTest::newRow("infinity in fixed notation") << infinite << 8 << "inf kN";
-        QTest::newRow("negative infinity in fixed notation") << -infinite << 8 << "-inf kN";
-        QTest::newRow("what is not a number in fixed notation") << notANumber << 8 << "nan kN";
+        columns<double, int, QString>("value", "denominator", "text");
+        row("a whole part and a reduced fraction", 2.5, 8, "2 1/2 kN");
+        row("a fraction that is not reduced", 2.375, 8, "2 3/8 kN");
+        row("a fraction alone", 0.25, 8, "1/4 kN");
+        row("zero", 0.0, 8, "0 kN");
+        row("a negative zero", -0.0, 8, "0 kN");
+        row("a whole number", 7.0, 8, "7 kN");
+        row("just below a whole number", 2.999, 8, "3 kN");
+        row("what is pulled up counts its distance, too", 0.9995, 2000, "1 1/2000 kN");
+        row("rounded up to a whole number", 1.99, 8, "2 kN");
+        row("rounded down to nothing", 0.05, 8, "0 kN");
+        row("a half of the smallest part goes up", 0.0625, 8, "1/8 kN");
+        row("a negative whole part carries the sign", -2.5, 8, "-2 1/2 kN");
+        row("a negative whole number", -3.0, 8, "-3 kN");
+        row("rounded down to a negative whole number", -1.99, 8, "-2 kN");
+        row("between -1 and 0 the sign is lost", -0.5, 8, "1/2 kN");
+        row("at -1 the sign is lost, too", -1.0, 8, "1 kN");
+        row("the denominator 1", 2.6, 1, "3 kN");
+        row("the denominator 3", 0.333, 3, "1/3 kN");
+        row("a negative denominator is 3", 1.6666, -8, "1 2/3 kN");
+        row("the largest denominator", 0.5, std::numeric_limits<int>::max(),
+            "1073741824/2147483647 kN");
+        row("the largest whole part below 2^63", std::nextafter(0x1p63, 0.0), 2,
+            "9223372036854774784 kN");
+        row("the lowest whole part", -0x1p63, 2, "-9223372036854775808 kN");
+        row("2^63 in fixed notation", 0x1p63, 2, "9223372036854775808.00 kN");
+        row("below -2^63 in fixed notation", -1e19, 1, "-10000000000000000000.0 kN");
+        row("infinity in fixed notation", infinite, 8, "inf kN");
+        row("negative infinity in fixed notation", -infinite, 8, "-inf kN");
+        row("what is not a number in fixed notation", notANumber, 8, "nan kN");
     }
-
     void fractions()
     {
         QFETCH(double, value);
         QFETCH(int, denominator);
         QFETCH(QString, text);
-
         QCOMPARE(written(value, denominator, 2), text);
     }
 
@@ -153,40 +137,31 @@ private Q_SLOTS:
 
     void anotherFormatIsEmptyText_data()
     {
-        QTest::addColumn<int>("format");
-
-        QTest::newRow("behind the last") << 3;
-        QTest::newRow("negative") << -1;
-        QTest::newRow("the highest") << std::numeric_limits<int>::max();
+        columns<int>("format");
+        row("behind the last", 3);
+        row("negative", -1);
+        row("the highest", std::numeric_limits<int>::max());
     }
-
     void anotherFormatIsEmptyText()
     {
         QFETCH(int, format);
-
         QCOMPARE(written(2.5, 3, format), "");
     }
 
     void theLocaleGivesPointAndGrouping_data()
     {
-        QTest::addColumn<double>("value");
-        QTest::addColumn<int>("precision");
-        QTest::addColumn<int>("format");
-        QTest::addColumn<QString>("text");
-
-        QTest::newRow("fixed") << 1234567.5 << 2 << 0 << "1.234.567,50 kN";
-        QTest::newRow("scientific") << 1500.0 << 3 << 1 << "1,500e3 kN";
-        QTest::newRow("the whole part of a fraction") << 1234.5 << 8 << 2 << "1.234 1/2 kN";
-        QTest::newRow("both parts of a fraction") << 0.5005 << 2000 << 2 << "1.001/2.000 kN";
+        columns<double, int, int, QString>("value", "precision", "format", "text");
+        row("fixed", 1234567.5, 2, 0, "1.234.567,50 kN");
+        row("scientific", 1500.0, 3, 1, "1,500e3 kN");
+        row("the whole part of a fraction", 1234.5, 8, 2, "1.234 1/2 kN");
+        row("both parts of a fraction", 0.5005, 2000, 2, "1.001/2.000 kN");
     }
-
     void theLocaleGivesPointAndGrouping()
     {
         QFETCH(double, value);
         QFETCH(int, precision);
         QFETCH(int, format);
         QFETCH(QString, text);
-
         QCOMPARE(written(value, precision, format, Punctuation::german()), text);
     }
 
@@ -203,13 +178,11 @@ private Q_SLOTS:
             QTest::addRow("%d digits in German", precision) << precision << digits << true;
         }
     }
-
     void moreDigitsThanANumberHasAreZeros()
     {
         QFETCH(int, precision);
         QFETCH(int, digits);
         QFETCH(bool, german);
-
         const std::locale locale = german ? Punctuation::german() : std::locale::classic();
         const QString zeros(digits - 1, QLatin1Char('0'));
         QCOMPARE(
@@ -248,65 +221,43 @@ private Q_SLOTS:
 
     void digitsAreThoseOfTheIdAndNotOfTheDisplayUnit_data()
     {
-        QTest::addColumn<int>("system");
-        QTest::addColumn<int>("id");
-        QTest::addColumn<double>("value");
-        QTest::addColumn<QString>("text");
-
-        QTest::newRow("length in metres") << 0 << 1001 << 1.2346 << "1.235 m";
-        QTest::newRow("length in millimetres, 0 digits") << 6 << 1001 << 1.2346 << "1235 mm";
-        QTest::newRow("length in millimetres, 3 digits") << 7 << 1001 << 1.2346 << "1234.600 mm";
-        QTest::newRow("length in feet") << 8 << 1001 << 0.3048 << "1.00 ft";
-        QTest::newRow("length in inches") << 9 << 1001 << 0.3048 << "12.00 in";
-        QTest::newRow("a millimetre itself") << 7 << 16 << 12.0 << "12 mm";
-        QTest::newRow("thermal expansion in scientific notation")
-            << 0 << 1083 << 1.2e-5 << "0.120e-4 1/K";
-        QTest::newRow("a symbol outside ASCII")
-            << 0 << 1215 << 20.0 << QString::fromUtf8("20.00 °C");
-        QTest::newRow("a display unit that the set does not list, shown as itself")
-            << 7 << 54 << 2.0 << "2.000 kgm2";
+        columns<int, int, double, QString>("system", "id", "value", "text");
+        row("length in metres", 0, 1001, 1.2346, "1.235 m");
+        row("length in millimetres, 0 digits", 6, 1001, 1.2346, "1235 mm");
+        row("length in millimetres, 3 digits", 7, 1001, 1.2346, "1234.600 mm");
+        row("length in feet", 8, 1001, 0.3048, "1.00 ft");
+        row("length in inches", 9, 1001, 0.3048, "12.00 in");
+        row("a millimetre itself", 7, 16, 12.0, "12 mm");
+        row("thermal expansion in scientific notation", 0, 1083, 1.2e-5, "0.120e-4 1/K");
+        row("a symbol outside ASCII", 0, 1215, 20.0, QString::fromUtf8("20.00 °C"));
+        row("a display unit that the set does not list, shown as itself", 7, 54, 2.0, "2.000 kgm2");
     }
-
     void digitsAreThoseOfTheIdAndNotOfTheDisplayUnit()
     {
         QFETCH(int, system);
         QFETCH(int, id);
         QFETCH(double, value);
         QFETCH(QString, text);
-
         QCOMPARE(formatted(Context(system), id, value), text);
     }
 
     void labels_data()
     {
-        QTest::addColumn<int>("id");
-        QTest::addColumn<int>("unit");
-        QTest::addColumn<QString>("label");
-        QTest::addColumn<QString>("text");
-
-        QTest::newRow("no alternative spelling") << 1001 << 13 << "x"
-                                                 << "1.00 m";
-        QTest::newRow("the symbol itself") << 1001 << 13 << "m"
-                                           << "1.00 m";
-        QTest::newRow("the symbol of another unit") << 1001 << 13 << "ft"
-                                                    << "1.00 m";
-        QTest::newRow("an empty label hides the unit") << 1001 << 13 << ""
-                                                       << "1.00";
-        QTest::newRow("an alternative spelling") << 1006 << 213 << "'"
-                                                 << "3.28 '";
-        QTest::newRow("the alternative spelling of another unit") << 1006 << 213 << "''"
-                                                                  << "3.28 ft";
-        QTest::newRow("the alternative spelling of the inch") << 1006 << 214 << "''"
-                                                              << "39.37 ''";
+        columns<int, int, QString, QString>("id", "unit", "label", "text");
+        row("no alternative spelling", 1001, 13, "x", "1.00 m");
+        row("the symbol itself", 1001, 13, "m", "1.00 m");
+        row("the symbol of another unit", 1001, 13, "ft", "1.00 m");
+        row("an empty label hides the unit", 1001, 13, "", "1.00");
+        row("an alternative spelling", 1006, 213, "'", "3.28 '");
+        row("the alternative spelling of another unit", 1006, 213, "''", "3.28 ft");
+        row("the alternative spelling of the inch", 1006, 214, "''", "39.37 ''");
     }
-
     void labels()
     {
         QFETCH(int, id);
         QFETCH(int, unit);
         QFETCH(QString, label);
         QFETCH(QString, text);
-
         Context context(0, {{id, unitFormat(unit, 2)}});
         context.format_provider().set_label(unitId(id), label.toStdString());
         QCOMPARE(formatted(context, id, 1.0), text);
@@ -334,16 +285,13 @@ private Q_SLOTS:
 
     void aDefaultThatItsSetDoesNotListCannotBeShown_data()
     {
-        QTest::addColumn<int>("set");
-
-        QTest::newRow("MAT_ELSUP_M3") << 1100;
-        QTest::newRow("INERTIA_POINT") << 1182;
+        columns<int>("set");
+        row("MAT_ELSUP_M3", 1100);
+        row("INERTIA_POINT", 1182);
     }
-
     void aDefaultThatItsSetDoesNotListCannotBeShown()
     {
         QFETCH(int, set);
-
         expectAssert("can_convert(q.unit_id, unit_id)", {"q.unit_id", "unit_id"});
         QCOMPARE(thrownText<std::invalid_argument>([&] { formatted(Context(7), set, 1.0); }),
             "Incompatible units.");
@@ -351,20 +299,16 @@ private Q_SLOTS:
 
     void unknownIdsAreRefused_data()
     {
-        QTest::addColumn<int>("id");
-        QTest::addColumn<QString>("message");
-
+        columns<int, QString>("id", "message");
         // The formats take an id below 1000 for a unit; its factor is missed first.
-        QTest::newRow("a gap among the units") << 12 << "unit_id";
-        QTest::newRow("a gap among the sets") << 1035 << "Invalid unit id.";
-        QTest::newRow("a negative id") << -1 << "Invalid unit id.";
+        row("a gap among the units", 12, "unit_id");
+        row("a gap among the sets", 1035, "Invalid unit id.");
+        row("a negative id", -1, "Invalid unit id.");
     }
-
     void unknownIdsAreRefused()
     {
         QFETCH(int, id);
         QFETCH(QString, message);
-
         QCOMPARE(
             thrownText<std::invalid_argument>([&] { formatted(Context(), id, 1.0); }), message);
     }

@@ -1,6 +1,7 @@
 #include <vrn/units/units.h>
 
 #include "support/random_seed.h"
+#include "support/table.h"
 #include "support/test_main.h"
 #include "support/test_object.h"
 
@@ -14,6 +15,8 @@
 #include <set>
 
 using namespace vrn::units;
+using vrn::test::columns;
+using vrn::test::row;
 
 namespace {
 
@@ -180,9 +183,9 @@ private Q_SLOTS:
 
     void whatIsWrittenInAUnitIsReadBack_data()
     {
-        QTest::addColumn<QString>("locale");
-        QTest::newRow("in C") << "C";
-        QTest::newRow("in German") << "de_DE.UTF-8";
+        columns<QString>("locale");
+        row("in C", "C");
+        row("in German", "de_DE.UTF-8");
     }
 
     // Within half of the last shown digit, under the id of a unit. A unit set has its list to

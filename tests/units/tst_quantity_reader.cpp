@@ -7,6 +7,7 @@
 #include <vrn/units/context.h>
 
 #include "support/hostile_texts.h"
+#include "support/table.h"
 #include "support/test_main.h"
 #include "support/test_object.h"
 
@@ -15,9 +16,11 @@
 #include <map>
 
 using namespace vrn::units;
+using vrn::test::columns;
 using vrn::test::OtherUnits;
 using vrn::test::Punctuation;
 using vrn::test::ReferenceQuantityReader;
+using vrn::test::row;
 
 namespace {
 
@@ -241,15 +244,14 @@ private Q_SLOTS:
 
     void aFieldTakesAllWaysToWriteALength_data()
     {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<double>("metres");
-        QTest::newRow("feet and inches in a metric field") << "1' 6''" << 0.4572;
-        QTest::newRow("feet alone") << "1'" << 0.3048;
-        QTest::newRow("inches alone") << "5''" << 0.127;
-        QTest::newRow("inches and a fraction") << "1 1/2''" << 0.0381;
-        QTest::newRow("the word for inches") << "1 1/2 in" << 0.0381;
-        QTest::newRow("a metric length") << "5 mm" << 0.005;
-        QTest::newRow("a number in the display unit") << "12" << 12.0;
+        columns<QString, double>("text", "metres");
+        row("feet and inches in a metric field", "1' 6''", 0.4572);
+        row("feet alone", "1'", 0.3048);
+        row("inches alone", "5''", 0.127);
+        row("inches and a fraction", "1 1/2''", 0.0381);
+        row("the word for inches", "1 1/2 in", 0.0381);
+        row("a metric length", "5 mm", 0.005);
+        row("a number in the display unit", "12", 12.0);
     }
     void aFieldTakesAllWaysToWriteALength()
     {
@@ -278,12 +280,9 @@ private Q_SLOTS:
     // results, as that of feet and inches does, and gets two: so it accepts nothing.
     void inchesAloneHaveOneGroupWhereAReadingAsksForTwo_data()
     {
-        QTest::addColumn<QString>("expression");
-        QTest::addColumn<QString>("text");
-        QTest::newRow("the mark of inches") << "\\s*(.*)''\\s*"
-                                            << " 3 1/2''";
-        QTest::newRow("the word for inches") << "\\s*(.*)in\\s*"
-                                             << "3 1/2in ";
+        columns<QString, QString>("expression", "text");
+        row("the mark of inches", "\\s*(.*)''\\s*", " 3 1/2''");
+        row("the word for inches", "\\s*(.*)in\\s*", "3 1/2in ");
     }
     void inchesAloneHaveOneGroupWhereAReadingAsksForTwo()
     {

@@ -1,4 +1,5 @@
 #include "schema_enumerators.h"
+#include "support/table.h"
 #include "support/test_main.h"
 #include "support/test_object.h"
 #include "table_file.h"
@@ -36,12 +37,10 @@ private Q_SLOTS:
                 << position++ << row;
         }
     }
-
     void everyRowStandsAsGiven()
     {
         QFETCH(int, position);
         QFETCH(QStringList, row);
-
         const UnitRecord& record = m_units.at(static_cast<std::size_t>(position));
         QCOMPARE(int(record.id), row.at(0).toInt());
         QCOMPARE(record.dimension, row.at(1).toUInt(nullptr, 16));
@@ -130,30 +129,24 @@ private Q_SLOTS:
 
     void enumeratorsHaveTheirIds_data()
     {
-        QTest::addColumn<int>("enumerator");
-        QTest::addColumn<int>("id");
-
-        QTest::newRow("BLANK is the unit of a blank symbol") << int(UnitId::BLANK) << 0;
-        QTest::newRow("DIMENSIONLESS") << int(UnitId::DIMENSIONLESS) << 1;
-        QTest::newRow("PERCENT") << int(UnitId::PERCENT) << 8;
-        QTest::newRow("PER_MILLE") << int(UnitId::PER_MILLE) << 9;
-        QTest::newRow("METRE") << int(UnitId::METRE) << 13;
-        QTest::newRow("KILONEWTON_PER_SQUARE_METRE")
-            << int(UnitId::KILONEWTON_PER_SQUARE_METRE) << 72;
-        QTest::newRow("FOOT") << int(UnitId::FOOT) << 213;
-        QTest::newRow("INCH") << int(UnitId::INCH) << 214;
-        QTest::newRow("FEET_AND_FRACTIONAL_INCHES")
-            << int(UnitId::FEET_AND_FRACTIONAL_INCHES) << 215;
-        QTest::newRow("FRACTIONAL_INCHES") << int(UnitId::FRACTIONAL_INCHES) << 216;
-        QTest::newRow("GEO_LENGTH") << int(UnitId::GEO_LENGTH) << 1001;
-        QTest::newRow("TIME_FREQU") << int(UnitId::TIME_FREQU) << 1291;
+        columns<int, int>("enumerator", "id");
+        row("BLANK is the unit of a blank symbol", int(UnitId::BLANK), 0);
+        row("DIMENSIONLESS", int(UnitId::DIMENSIONLESS), 1);
+        row("PERCENT", int(UnitId::PERCENT), 8);
+        row("PER_MILLE", int(UnitId::PER_MILLE), 9);
+        row("METRE", int(UnitId::METRE), 13);
+        row("KILONEWTON_PER_SQUARE_METRE", int(UnitId::KILONEWTON_PER_SQUARE_METRE), 72);
+        row("FOOT", int(UnitId::FOOT), 213);
+        row("INCH", int(UnitId::INCH), 214);
+        row("FEET_AND_FRACTIONAL_INCHES", int(UnitId::FEET_AND_FRACTIONAL_INCHES), 215);
+        row("FRACTIONAL_INCHES", int(UnitId::FRACTIONAL_INCHES), 216);
+        row("GEO_LENGTH", int(UnitId::GEO_LENGTH), 1001);
+        row("TIME_FREQU", int(UnitId::TIME_FREQU), 1291);
     }
-
     void enumeratorsHaveTheirIds()
     {
         QFETCH(int, enumerator);
         QFETCH(int, id);
-
         QCOMPARE(enumerator, id);
     }
 

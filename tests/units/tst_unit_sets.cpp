@@ -51,12 +51,10 @@ private Q_SLOTS:
             QTest::addRow("%s %s", qPrintable(row.at(0)), qPrintable(row.at(1)))
                 << position++ << row;
     }
-
     void everyRowStandsAsGiven()
     {
         QFETCH(int, position);
         QFETCH(QStringList, row);
-
         const UnitSetRow set = list_unit_sets().at(static_cast<std::size_t>(position));
         QCOMPARE(set.id, row.at(0).toInt());
         QCOMPARE(QString::fromUtf8(set.name), row.at(1));
@@ -74,11 +72,9 @@ private Q_SLOTS:
     }
 
     void theProvidersAnswerFromTheRows_data() { everyRowStandsAsGiven_data(); }
-
     void theProvidersAnswerFromTheRows()
     {
         QFETCH(QStringList, row);
-
         QCOMPARE(defaultsOf(row.at(0).toInt()), row.at(3));
         QCOMPARE(compatibleUnitsOf(row.at(0).toInt()), row.at(4));
     }

@@ -1,3 +1,4 @@
+#include "support/table.h"
 #include "support/test_main.h"
 #include "support/test_object.h"
 #include "unit_test_support.h"
@@ -15,20 +16,14 @@ class TestUnitsetFormatProvider : public TestObject
 private Q_SLOTS:
     void theDefaultOfASetInASystem_data()
     {
-        QTest::addColumn<int>("system");
-        QTest::addColumn<int>("set");
-        QTest::addColumn<int>("unit");
-        QTest::addColumn<int>("precision");
-        QTest::addColumn<int>("format");
-
-        QTest::newRow("length in system 0") << 0 << 1001 << 13 << 3 << 0;
-        QTest::newRow("length in system 8") << 8 << 1001 << 213 << 2 << 0;
-        QTest::newRow("thickness in system 1") << 1 << 1010 << 15 << 2 << 0;
-        QTest::newRow("code 103 is scientific with 3 digits") << 0 << 1083 << 107 << 3 << 1;
-        QTest::newRow("code 5 is fixed with 5 digits") << 9 << 1033 << 3 << 5 << 0;
-        QTest::newRow("the last column") << 9 << 1001 << 214 << 2 << 0;
+        columns<int, int, int, int, int>("system", "set", "unit", "precision", "format");
+        row("length in system 0", 0, 1001, 13, 3, 0);
+        row("length in system 8", 8, 1001, 213, 2, 0);
+        row("thickness in system 1", 1, 1010, 15, 2, 0);
+        row("code 103 is scientific with 3 digits", 0, 1083, 107, 3, 1);
+        row("code 5 is fixed with 5 digits", 9, 1033, 3, 5, 0);
+        row("the last column", 9, 1001, 214, 2, 0);
     }
-
     void theDefaultOfASetInASystem()
     {
         QFETCH(int, system);
@@ -36,7 +31,6 @@ private Q_SLOTS:
         QFETCH(int, unit);
         QFETCH(int, precision);
         QFETCH(int, format);
-
         const UnitsetFormatProvider formats(system);
         QCOMPARE(int(formats.get_unit(unitId(set))), unit);
         QCOMPARE(formats.get_precision(unitId(set)), precision);
@@ -47,17 +41,14 @@ private Q_SLOTS:
 
     void aSystemThatIsNoneIsReportedAndTheSetIsNotKnown_data()
     {
-        QTest::addColumn<int>("system");
-
-        QTest::newRow("one behind the last") << 10;
-        QTest::newRow("a negative index") << -1;
-        QTest::newRow("the highest index") << std::numeric_limits<int>::max();
+        columns<int>("system");
+        row("one behind the last", 10);
+        row("a negative index", -1);
+        row("the highest index", std::numeric_limits<int>::max());
     }
-
     void aSystemThatIsNoneIsReportedAndTheSetIsNotKnown()
     {
         QFETCH(int, system);
-
         const UnitsetFormatProvider formats(system);
         const std::string expression = "index < defaults_of_one_unit->size()";
         expectAssert(expression, {"system_index", "id"});
@@ -79,46 +70,39 @@ private Q_SLOTS:
 
     void whatIsKnown_data()
     {
-        QTest::addColumn<int>("id");
-        QTest::addColumn<bool>("known");
-
-        QTest::newRow("a unit") << 13 << true;
-        QTest::newRow("an id below 1000 that is no unit") << 12 << true;
-        QTest::newRow("the last id below 1000") << 999 << true;
-        QTest::newRow("zero") << 0 << true;
-        QTest::newRow("a negative id") << -1 << false;
-        QTest::newRow("the lowest id") << std::numeric_limits<int>::min() << false;
-        QTest::newRow("a set") << 1291 << true;
-        QTest::newRow("the gap behind 1034") << 1035 << false;
-        QTest::newRow("the gap before 1080") << 1079 << false;
-        QTest::newRow("the gap at 1084") << 1084 << false;
-        QTest::newRow("the gap at 1106") << 1106 << false;
-        QTest::newRow("the gap at 1110") << 1110 << false;
-        QTest::newRow("the highest id") << std::numeric_limits<int>::max() << false;
+        columns<int, bool>("id", "known");
+        row("a unit", 13, true);
+        row("an id below 1000 that is no unit", 12, true);
+        row("the last id below 1000", 999, true);
+        row("zero", 0, true);
+        row("a negative id", -1, false);
+        row("the lowest id", std::numeric_limits<int>::min(), false);
+        row("a set", 1291, true);
+        row("the gap behind 1034", 1035, false);
+        row("the gap before 1080", 1079, false);
+        row("the gap at 1084", 1084, false);
+        row("the gap at 1106", 1106, false);
+        row("the gap at 1110", 1110, false);
+        row("the highest id", std::numeric_limits<int>::max(), false);
     }
-
     void whatIsKnown()
     {
         QFETCH(int, id);
         QFETCH(bool, known);
-
         QCOMPARE(UnitsetFormatProvider().is_known(unitId(id)), known);
     }
 
     void everyGetterRefusesWhatIsNotKnown_data()
     {
-        QTest::addColumn<int>("id");
-
-        QTest::newRow("a gap among the sets") << 1106;
-        QTest::newRow("a negative id") << -1;
-        QTest::newRow("the lowest id") << std::numeric_limits<int>::min();
-        QTest::newRow("the highest id") << std::numeric_limits<int>::max();
+        columns<int>("id");
+        row("a gap among the sets", 1106);
+        row("a negative id", -1);
+        row("the lowest id", std::numeric_limits<int>::min());
+        row("the highest id", std::numeric_limits<int>::max());
     }
-
     void everyGetterRefusesWhatIsNotKnown()
     {
         QFETCH(int, id);
-
         const UnitsetFormatProvider formats;
         const auto unknown = unitId(id);
         using Error = std::invalid_argument;
@@ -144,17 +128,14 @@ private Q_SLOTS:
     // stands for no set: it must not be found.
     void theIdZeroIsTheBlankUnitInEverySystem_data()
     {
-        QTest::addColumn<int>("system");
-
-        QTest::newRow("the first") << 0;
-        QTest::newRow("the last") << 9;
-        QTest::newRow("none, which only a set has reported") << 10;
+        columns<int>("system");
+        row("the first", 0);
+        row("the last", 9);
+        row("none, which only a set has reported", 10);
     }
-
     void theIdZeroIsTheBlankUnitInEverySystem()
     {
         QFETCH(int, system);
-
         UnitsetFormatProvider formats(system);
         QCOMPARE(int(formats.get_unit(UnitId::BLANK)), 0);
         QVERIFY(!formats.get_label(UnitId::BLANK));

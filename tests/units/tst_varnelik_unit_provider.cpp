@@ -1,3 +1,4 @@
+#include "support/table.h"
 #include "support/test_main.h"
 #include "support/test_object.h"
 #include "unit_test_support.h"
@@ -15,51 +16,44 @@ class TestVarnelikUnitProvider : public TestObject
 private Q_SLOTS:
     void knowsUnitsAndSets_data()
     {
-        QTest::addColumn<int>("id");
-        QTest::addColumn<bool>("known");
-
-        QTest::newRow("the first unit") << 0 << true;
-        QTest::newRow("a unit") << 13 << true;
-        QTest::newRow("the last unit") << 403 << true;
-        QTest::newRow("the gap at 12") << 12 << false;
-        QTest::newRow("the gap at 200") << 200 << false;
-        QTest::newRow("the gap at 294") << 294 << false;
-        QTest::newRow("the gap at 360") << 360 << false;
-        QTest::newRow("the gap at 394") << 394 << false;
-        QTest::newRow("behind the last unit") << 404 << false;
-        QTest::newRow("below the first set") << 999 << false;
-        QTest::newRow("the first set") << 1000 << true;
-        QTest::newRow("a gap among the sets") << 1035 << false;
-        QTest::newRow("the last set") << 1291 << true;
-        QTest::newRow("behind the last set") << 1292 << false;
-        QTest::newRow("a negative id") << -1 << false;
-        QTest::newRow("the lowest id") << std::numeric_limits<int>::min() << false;
-        QTest::newRow("the highest id") << std::numeric_limits<int>::max() << false;
+        columns<int, bool>("id", "known");
+        row("the first unit", 0, true);
+        row("a unit", 13, true);
+        row("the last unit", 403, true);
+        row("the gap at 12", 12, false);
+        row("the gap at 200", 200, false);
+        row("the gap at 294", 294, false);
+        row("the gap at 360", 360, false);
+        row("the gap at 394", 394, false);
+        row("behind the last unit", 404, false);
+        row("below the first set", 999, false);
+        row("the first set", 1000, true);
+        row("a gap among the sets", 1035, false);
+        row("the last set", 1291, true);
+        row("behind the last set", 1292, false);
+        row("a negative id", -1, false);
+        row("the lowest id", std::numeric_limits<int>::min(), false);
+        row("the highest id", std::numeric_limits<int>::max(), false);
     }
-
     void knowsUnitsAndSets()
     {
         QFETCH(int, id);
         QFETCH(bool, known);
-
         QCOMPARE(VarnelikUnitProvider().is_known(unitId(id)), known);
     }
 
     void everyGetterRefusesAnUnknownId_data()
     {
-        QTest::addColumn<int>("id");
-
-        QTest::newRow("a gap among the units") << 12;
-        QTest::newRow("a gap among the sets") << 1106;
-        QTest::newRow("a negative id") << -1;
-        QTest::newRow("the lowest id") << std::numeric_limits<int>::min();
-        QTest::newRow("the highest id") << std::numeric_limits<int>::max();
+        columns<int>("id");
+        row("a gap among the units", 12);
+        row("a gap among the sets", 1106);
+        row("a negative id", -1);
+        row("the lowest id", std::numeric_limits<int>::min());
+        row("the highest id", std::numeric_limits<int>::max());
     }
-
     void everyGetterRefusesAnUnknownId()
     {
         QFETCH(int, id);
-
         const VarnelikUnitProvider units;
         const auto unit = unitId(id);
         using Error = std::invalid_argument;

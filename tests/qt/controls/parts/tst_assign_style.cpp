@@ -3,12 +3,15 @@
 #include <QTemporaryDir>
 #include <QWidget>
 
+#include "support/table.h"
 #include "support/test_main.h"
 #include "support/test_object.h"
 
 #include <sys/stat.h>
 
 using namespace vrn::qt;
+using vrn::test::columns;
+using vrn::test::row;
 
 class TestAssignStyle : public vrn::test::TestObject
 {
@@ -17,19 +20,16 @@ class TestAssignStyle : public vrn::test::TestObject
 private Q_SLOTS:
     void theFileBecomesTheStyleSheet_data()
     {
-        QTest::addColumn<QString>("name");
-        QTest::addColumn<QByteArray>("contents");
-        QTest::newRow("a rule") << "a.qss" << QByteArray("QWidget { color: red; }");
-        QTest::newRow("an empty file") << "a.qss" << QByteArray();
-        QTest::newRow("line ends stay") << "a.qss" << QByteArray("QWidget {\r\n color: red;\n}\n");
-        QTest::newRow("letters outside ASCII")
-            << "a.qss" << QByteArray("QLabel#größe { color: red; }");
-        QTest::newRow("a name outside ASCII")
-            << QString::fromUtf8("größe Ω 鋼.qss") << QByteArray("QWidget { color: red; }");
-        QTest::newRow("a name with quotes and a line break")
-            << "it's \"a\"\nstyle.qss" << QByteArray("QWidget { color: red; }");
+        columns<QString, QByteArray>("name", "contents");
+        row("a rule", "a.qss", QByteArray("QWidget { color: red; }"));
+        row("an empty file", "a.qss", QByteArray());
+        row("line ends stay", "a.qss", QByteArray("QWidget {\r\n color: red;\n}\n"));
+        row("letters outside ASCII", "a.qss", QByteArray("QLabel#größe { color: red; }"));
+        row("a name outside ASCII", QString::fromUtf8("größe Ω 鋼.qss"),
+            QByteArray("QWidget { color: red; }"));
+        row("a name with quotes and a line break", "it's \"a\"\nstyle.qss",
+            QByteArray("QWidget { color: red; }"));
     }
-
     void theFileBecomesTheStyleSheet()
     {
         QFETCH(QString, name);
@@ -50,16 +50,15 @@ private Q_SLOTS:
 
     void whatCannotBeReadLeavesTheStyleAlone_data()
     {
-        QTest::addColumn<QString>("path");
-        QTest::newRow("no path") << QString();
-        QTest::newRow("a missing file") << "%1/missing.qss";
-        QTest::newRow("a missing folder") << "%1/missing/a.qss";
-        QTest::newRow("a folder") << "%1";
-        QTest::newRow("a file in the place of a folder") << "%1/a.qss/b.qss";
-        QTest::newRow("a file that fails when it is read") << "/proc/self/mem";
-        QTest::newRow("a name too long for a file") << "%1/" + QString(300, 'a');
+        columns<QString>("path");
+        row("no path", QString());
+        row("a missing file", "%1/missing.qss");
+        row("a missing folder", "%1/missing/a.qss");
+        row("a folder", "%1");
+        row("a file in the place of a folder", "%1/a.qss/b.qss");
+        row("a file that fails when it is read", "/proc/self/mem");
+        row("a name too long for a file", "%1/" + QString(300, 'a'));
     }
-
     void whatCannotBeReadLeavesTheStyleAlone()
     {
         QFETCH(QString, path);
@@ -95,15 +94,13 @@ private Q_SLOTS:
 
     void whatIsNoTextIsTakenAsItIs_data()
     {
-        QTest::addColumn<QByteArray>("contents");
-        QTest::addColumn<bool>("isParsed");
+        columns<QByteArray, bool>("contents", "isParsed");
         QByteArray noise;
         for (int i = 0; i < 4096; ++i)
             noise += char(i * 7 % 256);
-        QTest::newRow("every byte") << noise << true; // Qt reads up to the zero byte.
-        QTest::newRow("the begin of a picture") << QByteArray("\x89PNG\r\n\x1a\n") << false;
+        row("every byte", noise, true); // Qt reads up to the zero byte.
+        row("the begin of a picture", QByteArray("\x89PNG\r\n\x1a\n"), false);
     }
-
     void whatIsNoTextIsTakenAsItIs()
     {
         QFETCH(QByteArray, contents);

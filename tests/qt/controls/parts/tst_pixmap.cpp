@@ -1,6 +1,7 @@
 #include <vrn/environment/environment.h>
 #include <vrn/qt/pixmap.h>
 
+#include "support/table.h"
 #include "support/test_main.h"
 #include "support/test_object.h"
 
@@ -9,6 +10,7 @@
 #include <QTemporaryDir>
 
 using vrn::qt::Pixmap;
+using vrn::test::row;
 
 namespace {
 
@@ -89,16 +91,15 @@ private Q_SLOTS:
         QTest::addColumn<QString>("name");
         QTest::addColumn<QByteArray>("content"); // null: there is no such file
         const QByteArray none;
-        QTest::newRow("a file that is not there") << "no-such-icon.png" << none;
-        QTest::newRow("an empty name") << "" << none;
-        QTest::newRow("a name with a zero character") << QString(QChar(0)) << none;
-        QTest::newRow("a folder") << ".." << none;
-        QTest::newRow("a file that is no image") << "note.png" << QByteArray("not an image");
-        QTest::newRow("an empty file") << "empty.png" << QByteArray("");
-        QTest::newRow("the first bytes of an image")
-            << "cut.png" << QByteArray("\x89PNG\r\n\x1a\n\0\0\0\rIHDR", 16);
+        row("a file that is not there", "no-such-icon.png", none);
+        row("an empty name", "", none);
+        row("a name with a zero character", QString(QChar(0)), none);
+        row("a folder", "..", none);
+        row("a file that is no image", "note.png", QByteArray("not an image"));
+        row("an empty file", "empty.png", QByteArray(""));
+        row("the first bytes of an image", "cut.png",
+            QByteArray("\x89PNG\r\n\x1a\n\0\0\0\rIHDR", 16));
     }
-
     void whatGivesNoImage()
     {
         QFETCH(QString, name);

@@ -4,6 +4,7 @@
 #include <QDialog>
 #include <QIcon>
 
+#include "support/table.h"
 #include "support/test_main.h"
 #include "support/test_object.h"
 
@@ -11,6 +12,8 @@
 #include <memory>
 
 using namespace vrn::qt;
+using vrn::test::columns;
+using vrn::test::row;
 
 namespace {
 
@@ -34,19 +37,19 @@ class TestPushButtons : public vrn::test::TestObject
 private Q_SLOTS:
     void withoutTextAButtonIsSquare_data()
     {
-        QTest::addColumn<Create>("create");
-        QTest::newRow("icon") << Create(
-            [](QWidget* p) { return createPushButtonWithIcon(p, QIcon(redSquare()), "red"); });
-        QTest::newRow("pixmap") << Create(
-            [](QWidget* p) { return createPushButtonWithIcon(p, redSquare(), "red"); });
-        QTest::newRow("icon and empty text") << Create([](QWidget* p) {
+        columns<Create>("create");
+        row("icon", Create([](QWidget* p) {
+            return createPushButtonWithIcon(p, QIcon(redSquare()), "red");
+        }));
+        row("pixmap",
+            Create([](QWidget* p) { return createPushButtonWithIcon(p, redSquare(), "red"); }));
+        row("icon and empty text", Create([](QWidget* p) {
             return createPushButtonWithIconAndText(p, QIcon(redSquare()), QString(), "red");
-        });
-        QTest::newRow("pixmap and empty text") << Create([](QWidget* p) {
+        }));
+        row("pixmap and empty text", Create([](QWidget* p) {
             return createPushButtonWithIconAndText(p, redSquare(), QString(""), "red");
-        });
+        }));
     }
-
     void withoutTextAButtonIsSquare()
     {
         QFETCH(Create, create);
@@ -75,15 +78,14 @@ private Q_SLOTS:
 
     void withTextAButtonIsAPlainOne_data()
     {
-        QTest::addColumn<Create>("create");
-        QTest::newRow("icon") << Create([](QWidget* p) {
+        columns<Create>("create");
+        row("icon", Create([](QWidget* p) {
             return createPushButtonWithIconAndText(p, QIcon(redSquare()), "Open", "open");
-        });
-        QTest::newRow("pixmap") << Create([](QWidget* p) {
+        }));
+        row("pixmap", Create([](QWidget* p) {
             return createPushButtonWithIconAndText(p, redSquare(), "Open", "open");
-        });
+        }));
     }
-
     void withTextAButtonIsAPlainOne()
     {
         QFETCH(Create, create);

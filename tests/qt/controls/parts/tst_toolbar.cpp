@@ -10,6 +10,7 @@
 #include <QPointer>
 #include <QSignalSpy>
 
+#include "support/table.h"
 #include "support/test_main.h"
 #include "support/test_object.h"
 
@@ -17,6 +18,8 @@
 #include <memory>
 
 using namespace vrn::qt;
+using vrn::test::columns;
+using vrn::test::row;
 
 namespace {
 
@@ -51,14 +54,12 @@ class TestToolbar : public vrn::test::TestObject
 private Q_SLOTS:
     void theDirectionChoosesTheLayout_data()
     {
-        QTest::addColumn<ExpandDirection>("direction");
-        QTest::addColumn<bool>("isRow");
-        QTest::newRow("horizontal is a row") << ExpandHorizontal << true;
-        QTest::newRow("vertical is a column") << ExpandVertical << false;
-        QTest::newRow("a value past the last is a column") << ExpandDirection(2) << false;
-        QTest::newRow("a value before the first is a column") << ExpandDirection(-1) << false;
+        columns<ExpandDirection, bool>("direction", "isRow");
+        row("horizontal is a row", ExpandHorizontal, true);
+        row("vertical is a column", ExpandVertical, false);
+        row("a value past the last is a column", ExpandDirection(2), false);
+        row("a value before the first is a column", ExpandDirection(-1), false);
     }
-
     void theDirectionChoosesTheLayout()
     {
         QFETCH(ExpandDirection, direction);
@@ -75,30 +76,32 @@ private Q_SLOTS:
 
     void everyKindOfButtonIsRegistered_data()
     {
-        QTest::addColumn<Add>("add");
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<bool>("hasIcon");
-        QTest::newRow("addButton with an icon") << Add([](Toolbar& t, const Fn& fn) {
+        columns<Add, QString, bool>("add", "text", "hasIcon");
+        row("addButton with an icon", Add([](Toolbar& t, const Fn& fn) {
             return t.addButton("größe", QIcon(redSquare()), "tip", fn, 2);
-        }) << QString() << true;
-        QTest::newRow("addButton with a pixmap") << Add([](Toolbar& t, const Fn& fn) {
+        }),
+            QString(), true);
+        row("addButton with a pixmap", Add([](Toolbar& t, const Fn& fn) {
             return t.addButton("größe", redSquare(), "tip", fn, 2);
-        }) << QString() << true;
-        QTest::newRow("addButtonWithIcon") << Add([](Toolbar& t, const Fn& fn) {
+        }),
+            QString(), true);
+        row("addButtonWithIcon", Add([](Toolbar& t, const Fn& fn) {
             return t.addButtonWithIcon("größe", QIcon(redSquare()), "tip", fn, 2);
-        }) << QString() << true;
-        QTest::newRow("addButtonWithIconAndText") << Add([](Toolbar& t, const Fn& fn) {
+        }),
+            QString(), true);
+        row("addButtonWithIconAndText", Add([](Toolbar& t, const Fn& fn) {
             return t.addButtonWithIconAndText("größe", QIcon(redSquare()), "Red", "tip", fn, 2);
-        }) << "Red" << true;
-        QTest::newRow("addButtonWithIconAndText, the text empty") << Add(
-            [](Toolbar& t, const Fn& fn) {
-                return t.addButtonWithIconAndText("größe", QIcon(redSquare()), "", "tip", fn, 2);
-            }) << QString() << true;
-        QTest::newRow("addButtonWithText") << Add([](Toolbar& t, const Fn& fn) {
+        }),
+            "Red", true);
+        row("addButtonWithIconAndText, the text empty", Add([](Toolbar& t, const Fn& fn) {
+            return t.addButtonWithIconAndText("größe", QIcon(redSquare()), "", "tip", fn, 2);
+        }),
+            QString(), true);
+        row("addButtonWithText", Add([](Toolbar& t, const Fn& fn) {
             return t.addButtonWithText("größe", "Red", "tip", fn, 2);
-        }) << "Red" << false;
+        }),
+            "Red", false);
     }
-
     void everyKindOfButtonIsRegistered()
     {
         QFETCH(Add, add);
@@ -141,15 +144,13 @@ private Q_SLOTS:
 
     void oneCharacterMakesASquareButton_data()
     {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<bool>("isSquare");
-        QTest::newRow("A") << "A" << true;
-        QTest::newRow("a narrow one") << "i" << true;
-        QTest::newRow("outside ASCII") << QString::fromUtf8("Ω") << true;
-        QTest::newRow("AB") << "AB" << false;
-        QTest::newRow("no text") << "" << false;
+        columns<QString, bool>("text", "isSquare");
+        row("A", "A", true);
+        row("a narrow one", "i", true);
+        row("outside ASCII", QString::fromUtf8("Ω"), true);
+        row("AB", "AB", false);
+        row("no text", "", false);
     }
-
     void oneCharacterMakesASquareButton()
     {
         QFETCH(QString, text);
@@ -208,7 +209,6 @@ private Q_SLOTS:
     }
 
     void spacingAndStretchGoIntoTheLayout_data() { theDirectionChoosesTheLayout_data(); }
-
     void spacingAndStretchGoIntoTheLayout()
     {
         QFETCH(ExpandDirection, direction);
@@ -241,18 +241,16 @@ private Q_SLOTS:
 
     void masksChooseTheButtons_data()
     {
-        QTest::addColumn<unsigned>("mask");
-        QTest::addColumn<QString>("disabled");
+        columns<unsigned, QString>("mask", "disabled");
         // Buttons are named after their mask.
-        QTest::newRow("no bit reaches none") << 0U << "";
-        QTest::newRow("bit 0") << 1U << "1 3 -1";
-        QTest::newRow("bit 1") << 2U << "2 3 -1";
-        QTest::newRow("both") << 3U << "1 2 3 -1";
-        QTest::newRow("a bit of none but the one with all") << 4U << "-1";
-        QTest::newRow("the highest bit") << 0x80000000U << "-1";
-        QTest::newRow("all bits, and never the button of mask 0") << 0xffffffffU << "1 2 3 -1";
+        row("no bit reaches none", 0U, "");
+        row("bit 0", 1U, "1 3 -1");
+        row("bit 1", 2U, "2 3 -1");
+        row("both", 3U, "1 2 3 -1");
+        row("a bit of none but the one with all", 4U, "-1");
+        row("the highest bit", 0x80000000U, "-1");
+        row("all bits, and never the button of mask 0", 0xffffffffU, "1 2 3 -1");
     }
-
     void masksChooseTheButtons()
     {
         QFETCH(unsigned, mask);
@@ -359,20 +357,18 @@ private Q_SLOTS:
 
     void theEndOfAFunctionMayClearTheToolbar_data()
     {
-        QTest::addColumn<QStringList>("ids");
-        QTest::addColumn<End>("end");
+        columns<QStringList, End>("ids", "end");
         const End clear = [](Toolbar* toolbar) { toolbar->clear(); };
         const End deleteButton = [](Toolbar* t) { delete t->findChild<QPushButton*>("b"); };
         const End deleteToolbar = [](Toolbar* toolbar) { delete toolbar; };
         const QStringList one = {"b"};
         const QStringList three = {"a", "b", "c"};
-        QTest::newRow("by clear()") << three << clear;
-        QTest::newRow("by that of its button") << three << deleteButton;
-        QTest::newRow("by that of the only button") << one << deleteButton;
-        QTest::newRow("by that of the toolbar") << three << deleteToolbar;
-        QTest::newRow("by that of a toolbar with one button") << one << deleteToolbar;
+        row("by clear()", three, clear);
+        row("by that of its button", three, deleteButton);
+        row("by that of the only button", one, deleteButton);
+        row("by that of the toolbar", three, deleteToolbar);
+        row("by that of a toolbar with one button", one, deleteToolbar);
     }
-
     void theEndOfAFunctionMayClearTheToolbar()
     {
         QFETCH(QStringList, ids);

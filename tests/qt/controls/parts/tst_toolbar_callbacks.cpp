@@ -7,6 +7,7 @@
 
 #include "support/catching_application.h"
 #include "support/modal_dialog.h"
+#include "support/table.h"
 #include "support/test_main.h"
 #include "support/test_object.h"
 
@@ -15,6 +16,8 @@
 
 using namespace vrn::qt;
 using vrn::test::CatchingApplication;
+using vrn::test::columns;
+using vrn::test::row;
 using vrn::test::ThroughQt;
 using vrn::test::WhenOpen;
 
@@ -92,16 +95,15 @@ private Q_SLOTS:
 
     void anExceptionIsShown_data()
     {
-        QTest::addColumn<QByteArray>("what");
-        QTest::newRow("plain") << QByteArray("boom");
-        QTest::newRow("empty") << QByteArray();
-        QTest::newRow("outside ASCII") << QByteArray("Träger Ω 鋼");
-        QTest::newRow("two lines") << QByteArray("first\nsecond");
-        QTest::newRow("markup is text") << QByteArray("invalid <b>deque</b>");
-        QTest::newRow("place markers are text") << QByteArray("%1 of %2");
-        QTest::newRow("not UTF-8") << QByteArray("bad \xff byte");
+        columns<QByteArray>("what");
+        row("plain", QByteArray("boom"));
+        row("empty", QByteArray());
+        row("outside ASCII", QByteArray("Träger Ω 鋼"));
+        row("two lines", QByteArray("first\nsecond"));
+        row("markup is text", QByteArray("invalid <b>deque</b>"));
+        row("place markers are text", QByteArray("%1 of %2"));
+        row("not UTF-8", QByteArray("bad \xff byte"));
     }
-
     void anExceptionIsShown()
     {
         QFETCH(QByteArray, what);
@@ -151,7 +153,6 @@ private Q_SLOTS:
     }
 
     void aFunctionMayClearTheToolbar_data() { waysToPress(); }
-
     void aFunctionMayClearTheToolbar()
     {
         QFETCH(Press, press);
@@ -203,7 +204,6 @@ private Q_SLOTS:
     }
 
     void aFunctionMayAddButtons_data() { waysToPress(); }
-
     void aFunctionMayAddButtons()
     {
         QFETCH(Press, press);
@@ -217,7 +217,6 @@ private Q_SLOTS:
     }
 
     void aFunctionMayDestroyItsButton_data() { waysToPress(); }
-
     void aFunctionMayDestroyItsButton()
     {
         QFETCH(Press, press);
@@ -234,7 +233,6 @@ private Q_SLOTS:
     }
 
     void aFunctionMayDestroyTheToolbar_data() { waysToPress(); }
-
     void aFunctionMayDestroyTheToolbar()
     {
         QFETCH(Press, press);
@@ -298,7 +296,6 @@ private Q_SLOTS:
     }
 
     void aSlotOfTheButtonMayClearTheToolbar_data() { waysToPress(); }
-
     void aSlotOfTheButtonMayClearTheToolbar()
     {
         QFETCH(Press, press);
@@ -335,14 +332,14 @@ private:
 
     static void waysToPress()
     {
-        QTest::addColumn<Press>("press");
-        QTest::newRow("click()") << Press([](QPushButton* button) { button->click(); });
-        QTest::newRow("by the mouse")
-            << Press([](QPushButton* button) { QTest::mouseClick(button, Qt::LeftButton); });
-        QTest::newRow("by the space bar") << Press([](QPushButton* button) {
+        columns<Press>("press");
+        row("click()", Press([](QPushButton* button) { button->click(); }));
+        row("by the mouse",
+            Press([](QPushButton* button) { QTest::mouseClick(button, Qt::LeftButton); }));
+        row("by the space bar", Press([](QPushButton* button) {
             button->setFocus();
             QTest::keyClick(button, Qt::Key_Space);
-        });
+        }));
     }
 
     std::unique_ptr<QWidget> m_window;

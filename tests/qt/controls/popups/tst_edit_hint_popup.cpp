@@ -1,12 +1,11 @@
 #include "controls/popups/edit_hint_popup_p.h"
 
 #include <QLabel>
-#include <QLineEdit>
 #include <QMouseEvent>
 #include <QSignalSpy>
-#include <QVBoxLayout>
-#include <QWindow>
 
+#include "qt/controls/popups/popup_fixture.h"
+#include "support/table.h"
 #include "support/test_main.h"
 #include "support/test_object.h"
 
@@ -97,11 +96,6 @@ private:
     }
 };
 
-bool isOnScreen(const QWidget* widget)
-{
-    return widget->windowHandle() && widget->windowHandle()->isVisible();
-}
-
 } // namespace
 
 class TestEditHintPopup : public TestObject
@@ -112,25 +106,17 @@ private Q_SLOTS:
     void itIsALabelAndNothingElse()
     {
         const Fixture f;
-        QVERIFY(f.label);
-        auto* layout = qobject_cast<QVBoxLayout*>(f.popup->layout());
-        QVERIFY(layout);
-        QCOMPARE(layout->contentsMargins(), QMargins(0, 0, 0, 0));
-        QCOMPARE(layout->sizeConstraint(), QLayout::SetNoConstraint);
-        QCOMPARE(layout->count(), 1);
-        QCOMPARE(layout->itemAt(0)->widget(), f.label);
-        QCOMPARE(f.label->sizePolicy().horizontalPolicy(), QSizePolicy::Fixed);
-        QCOMPARE(f.label->sizePolicy().verticalPolicy(), QSizePolicy::Fixed);
+        verifyHoldsAlone(f.popup, f.label);
         QCOMPARE(f.label->text(), QString());
     }
 
     void itsSizeIsThatOfItsText_data()
     {
-        QTest::addColumn<QString>("hint");
-        QTest::newRow("a word") << "metres";
-        QTest::newRow("a long text") << QString("at least 1, at most 100; ").repeated(4);
-        QTest::newRow("two lines") << "from 1\nto 100";
-        QTest::newRow("a blank") << " ";
+        columns<QString>("hint");
+        row("a word", "metres");
+        row("a long text", QString("at least 1, at most 100; ").repeated(4));
+        row("two lines", "from 1\nto 100");
+        row("a blank", " ");
     }
     void itsSizeIsThatOfItsText()
     {
@@ -146,24 +132,24 @@ private Q_SLOTS:
         QVERIFY(isOnScreen(f.popup));
     }
 
+    void withoutATextItsSizeIsZero_data()
+    {
+        columns<bool>("hadAText");
+        row("a new one", false);
+        row("one that had a text", true);
+    }
     void withoutATextItsSizeIsZero()
     {
+        QFETCH(bool, hadAText);
         const Fixture f;
-        QCOMPARE(f.popup->sizeHint(), QSize(0, 0));
-        f.popup->show();
-        QCOMPARE(f.popup->size(), QSize(0, 0));
-        QVERIFY(!isOnScreen(f.popup));
-    }
-
-    void anEmptyHintTakesTheSizeBack()
-    {
-        const Fixture f;
-        f.popup->setHint("metres");
-        f.popup->setHint("");
+        if (hadAText) {
+            f.popup->setHint("metres");
+            f.popup->setHint("");
+        }
         QCOMPARE(f.label->text(), QString());
         QCOMPARE(f.popup->sizeHint(), QSize(0, 0));
-        QCOMPARE(f.popup->size(), QSize(0, 0));
         f.popup->show();
+        QCOMPARE(f.popup->size(), QSize(0, 0));
         QVERIFY(!isOnScreen(f.popup));
     }
 
@@ -171,6 +157,7 @@ private Q_SLOTS:
     {
         const Fixture f;
         f.popup->setHint("short");
+        QVERIFY2(f.popup->isHidden(), "a hint alone does not show it");
         f.popup->show();
         const int narrow = f.popup->width();
         f.popup->setHint("a much longer hint than before");
@@ -223,13 +210,6 @@ private Q_SLOTS:
         QCOMPARE(f.windowPresses, 0);
         QVERIFY(f.owner->hasFocus());
         QVERIFY(f.hint->isVisible());
-    }
-
-    void aHintIsNotShownByItself()
-    {
-        const Fixture f;
-        f.popup->setHint("metres");
-        QVERIFY(f.popup->isHidden());
     }
 };
 

@@ -1,13 +1,10 @@
 #include "controls/popups/history_popup_p.h"
 
-#include <boost/make_shared.hpp>
-
-#include <QLineEdit>
 #include <QListWidget>
 #include <QSignalSpy>
-#include <QVBoxLayout>
-#include <QWindow>
 
+#include "qt/controls/popups/popup_fixture.h"
+#include "support/table.h"
 #include "support/test_main.h"
 #include "support/test_object.h"
 
@@ -18,14 +15,7 @@ using vrn::qt::detail::HistoryPopup;
 
 namespace {
 
-boost::shared_ptr<ValueHistory> historyOf(const QStringList& values)
-{
-    const auto history = boost::make_shared<ValueHistory>(
-        L"key", boost::make_shared<ValueHistoryMemoryStorage>());
-    for (const QString& value : values)
-        history->add(value.toStdWString());
-    return history;
-}
+using History = boost::shared_ptr<ValueHistory>;
 
 // A popup at a field, with the history of `values`.
 struct Fixture
@@ -36,6 +26,12 @@ struct Fixture
         , list(popup->findChild<QListWidget*>())
     {
         popup->setValueHistory(history);
+    }
+
+    void showAnew() const
+    {
+        popup->hide();
+        popup->show();
     }
 
     QStringList rows() const
@@ -53,17 +49,14 @@ struct Fixture
     }
 
     QLineEdit owner;
-    boost::shared_ptr<ValueHistory> history;
+    History history;
     HistoryPopup* popup;
     QListWidget* list;
 };
 
-bool isOnScreen(const QWidget* widget)
-{
-    return widget->windowHandle() && widget->windowHandle()->isVisible();
-}
-
 } // namespace
+
+Q_DECLARE_METATYPE(History)
 
 class TestHistoryPopup : public TestObject
 {
@@ -73,50 +66,24 @@ private Q_SLOTS:
     void itIsAListAndNothingElse()
     {
         const Fixture f({});
-        QVERIFY(f.list);
-        auto* layout = qobject_cast<QVBoxLayout*>(f.popup->layout());
-        QVERIFY(layout);
-        QCOMPARE(layout->contentsMargins(), QMargins(0, 0, 0, 0));
-        QCOMPARE(layout->sizeConstraint(), QLayout::SetNoConstraint);
-        QCOMPARE(layout->count(), 1);
-        QCOMPARE(layout->itemAt(0)->widget(), f.list);
+        verifyHoldsAlone(f.popup, f.list);
         QCOMPARE(f.list->horizontalScrollBarPolicy(), Qt::ScrollBarAlwaysOff);
         QCOMPARE(f.list->verticalScrollBarPolicy(), Qt::ScrollBarAlwaysOff);
-        QCOMPARE(f.list->sizePolicy().horizontalPolicy(), QSizePolicy::Fixed);
-        QCOMPARE(f.list->sizePolicy().verticalPolicy(), QSizePolicy::Fixed);
-    }
-
-    void aClickLeavesTheFocusInTheField()
-    {
-        const Fixture f({});
+        // A click leaves the focus in the field.
         QCOMPARE(f.list->focusPolicy(), Qt::NoFocus);
     }
 
-    void showingListsTheValuesNewestFirst_data()
-    {
-        QTest::addColumn<QStringList>("added");
-        QTest::addColumn<QStringList>("rows");
-        const QString accented = QString::fromUtf8("S\u00e4ule \U0001F600");
-        QTest::newRow("none") << QStringList() << QStringList();
-        QTest::newRow("one") << QStringList{"1"} << QStringList{"1"};
-        QTest::newRow("two") << QStringList{"1", "2"} << QStringList{"2", "1"};
-        QTest::newRow("the last five of six")
-            << QStringList{"1", "2", "3", "4", "5", "6"} << QStringList{"6", "5", "4", "3", "2"};
-        QTest::newRow("not sorted") << QStringList{"b", "a", "c"} << QStringList{"c", "a", "b"};
-        QTest::newRow("characters of every plane")
-            << QStringList{accented} << QStringList{accented};
-    }
     void showingListsTheValuesNewestFirst()
     {
-        QFETCH(QStringList, added);
-        QFETCH(QStringList, rows);
-        const Fixture f(added);
+        const QString accented = QString::fromUtf8("S\u00e4ule \U0001F600");
+        const Fixture f({"b", "a", accented, "c"});
+        QSignalSpy selected(f.popup, &HistoryPopup::itemSelected);
         QCOMPARE(f.list->count(), 0);
-        f.popup->show();
-        QCOMPARE(f.rows(), rows);
-        f.popup->hide();
-        f.popup->show();
-        QCOMPARE(f.rows(), rows);
+        for (int time = 0; time < 2; ++time) {
+            f.showAnew();
+            QCOMPARE(f.rows(), QStringList({"c", accented, "a", "b"}));
+        }
+        QCOMPARE(selected.count(), 0);
     }
 
     void eachShowReadsTheHistoryAnew()
@@ -126,50 +93,48 @@ private Q_SLOTS:
         const QSize size = f.popup->size();
         f.history->add(L"a much longer second value");
         QCOMPARE(f.rows(), QStringList({"1"}));
-        f.popup->hide();
-        f.popup->show();
+        f.showAnew();
         QCOMPARE(f.rows(), QStringList({"a much longer second value", "1"}));
         QVERIFY(f.popup->height() > size.height());
         QVERIFY(f.popup->width() > size.width());
-    }
-
-    void anotherHistoryReplacesTheFirst()
-    {
-        const Fixture f({"1"});
-        f.popup->show();
-        f.popup->hide();
         f.popup->setValueHistory(historyOf({"2"}));
-        f.popup->show();
+        f.showAnew();
         QCOMPARE(f.rows(), QStringList({"2"}));
     }
 
-    void withoutAHistoryTheListIsCleared()
+    void withoutEntriesTheSizeIsZero_data()
     {
-        const Fixture f({"1"});
-        f.popup->show();
-        f.popup->hide();
-        f.popup->setValueHistory(nullptr);
-        f.popup->show();
-        QCOMPARE(f.rows(), QStringList());
-        QCOMPARE(f.popup->size(), QSize(0, 0));
-    }
-
-    void aHistoryWithoutAKeyOffersNothing()
-    {
-        const Fixture f({});
-        f.popup->setValueHistory(
+        columns<History>("history");
+        row("no history", History());
+        row("a history without entries", historyOf({}));
+        row("a history without a key",
             boost::make_shared<ValueHistory>(L"", boost::make_shared<ValueHistoryMemoryStorage>()));
+    }
+    void withoutEntriesTheSizeIsZero()
+    {
+        QFETCH(History, history);
+        const Fixture f({"1"});
+        QCOMPARE(f.popup->sizeHint(), QSize(0, 0));
         f.popup->show();
+        QVERIFY(isOnScreen(f.popup));
+        f.popup->setValueHistory(history);
+        f.showAnew();
         QCOMPARE(f.list->count(), 0);
+        QCOMPARE(f.popup->sizeHint(), QSize(0, 0));
+        QCOMPARE(f.popup->size(), QSize(0, 0));
+        QVERIFY(!isOnScreen(f.popup));
+        f.popup->setValueHistory(f.history);
+        f.showAnew();
+        QVERIFY(isOnScreen(f.popup));
     }
 
     void theSizeIsThatOfTheRows_data()
     {
-        QTest::addColumn<QStringList>("values");
-        QTest::newRow("one short value") << QStringList{"1"};
-        QTest::newRow("five values") << QStringList{"1", "2", "3", "4", "5"};
-        QTest::newRow("a long value") << QStringList{"1", QString(80, QLatin1Char('W'))};
-        QTest::newRow("two lines in a value") << QStringList{"1\n2", "3"};
+        columns<QStringList>("values");
+        row("one short value", QStringList{"1"});
+        row("five values", QStringList{"1", "2", "3", "4", "5"});
+        row("a long value", QStringList{"1", QString(80, QLatin1Char('W'))});
+        row("two lines in a value", QStringList{"1\n2", "3"});
     }
     void theSizeIsThatOfTheRows()
     {
@@ -191,22 +156,20 @@ private Q_SLOTS:
 
     void theListFillsThePopup_data()
     {
-        QTest::addColumn<QStringList>("values");
+        columns<QStringList>("values");
         const QString lines = QString("a line\n").repeated(10);
-        QTest::newRow("a short value") << QStringList{"1"};
-        QTest::newRow("a long value") << QStringList{"1", QString(80, QLatin1Char('W'))};
-        QTest::newRow("values of many lines") << QStringList{lines + "1", lines + "2"};
-        QTest::newRow("a value that no screen holds")
-            << QStringList{QString(9000, QLatin1Char('W'))};
+        row("a short value", QStringList{"1"});
+        row("a long value", QStringList{"1", QString(80, QLatin1Char('W'))});
+        row("values of many lines", QStringList{lines + "1", lines + "2"});
+        row("a value that no screen holds", QStringList{QString(9000, QLatin1Char('W'))});
     }
     void theListFillsThePopup()
     {
         QFETCH(QStringList, values);
         const Fixture f({"before"});
         f.popup->show();
-        f.popup->hide();
         f.popup->setValueHistory(historyOf(values));
-        f.popup->show();
+        f.showAnew();
         QCOMPARE(f.list->geometry(), f.popup->rect());
     }
 
@@ -219,38 +182,12 @@ private Q_SLOTS:
                 f.list->visualItemRect(f.list->item(row)).width() >= f.list->sizeHintForColumn(0));
     }
 
-    void withoutEntriesTheSizeIsZero()
-    {
-        const Fixture f({});
-        QCOMPARE(f.popup->sizeHint(), QSize(0, 0));
-        f.popup->show();
-        QCOMPARE(f.popup->sizeHint(), QSize(0, 0));
-        QCOMPARE(f.popup->size(), QSize(0, 0));
-        QVERIFY(!isOnScreen(f.popup));
-    }
-
-    void itComesToTheScreenWithItsFirstEntry()
-    {
-        const Fixture f({});
-        f.popup->show();
-        QVERIFY(!isOnScreen(f.popup));
-        f.popup->hide();
-        f.history->add(L"1");
-        f.popup->show();
-        QVERIFY(isOnScreen(f.popup));
-        f.popup->hide();
-        f.popup->setValueHistory(nullptr);
-        f.popup->show();
-        QVERIFY(!isOnScreen(f.popup));
-    }
-
     void aClickChoosesAValue_data()
     {
-        QTest::addColumn<int>("row");
-        QTest::addColumn<QString>("text");
-        QTest::newRow("the first") << 0 << "three";
-        QTest::newRow("one in the middle") << 1 << " two ";
-        QTest::newRow("the last") << 2 << "one";
+        columns<int, QString>("row", "text");
+        row("the first", 0, "three");
+        row("one in the middle", 1, " two ");
+        row("the last", 2, "one");
     }
     void aClickChoosesAValue()
     {
@@ -277,33 +214,15 @@ private Q_SLOTS:
         QCOMPARE(selected.count(), 0);
     }
 
-    void keysChooseNothing_data()
-    {
-        QTest::addColumn<int>("key");
-        QTest::newRow("Down") << int(Qt::Key_Down);
-        QTest::newRow("Return") << int(Qt::Key_Return);
-        QTest::newRow("Enter") << int(Qt::Key_Enter);
-        QTest::newRow("Space") << int(Qt::Key_Space);
-        QTest::newRow("F2") << int(Qt::Key_F2);
-    }
     void keysChooseNothing()
     {
-        QFETCH(int, key);
         const Fixture f({"one", "two"});
         QSignalSpy selected(f.popup, &HistoryPopup::itemSelected);
         f.popup->show();
         f.list->setCurrentRow(0);
-        QTest::keyClick(f.list, static_cast<Qt::Key>(key));
-        QCOMPARE(selected.count(), 0);
-    }
-
-    void showingChoosesNothing()
-    {
-        const Fixture f({"one", "two"});
-        QSignalSpy selected(f.popup, &HistoryPopup::itemSelected);
-        f.popup->show();
-        f.popup->hide();
-        f.popup->show();
+        for (const Qt::Key key :
+            {Qt::Key_Down, Qt::Key_Return, Qt::Key_Enter, Qt::Key_Space, Qt::Key_F2})
+            QTest::keyClick(f.list, key);
         QCOMPARE(selected.count(), 0);
     }
 };

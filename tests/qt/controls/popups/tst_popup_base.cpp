@@ -1,12 +1,11 @@
 #include "controls/popups/popup_base_p.h"
 
+#include <QApplication>
 #include <QEnterEvent>
-#include <QFocusEvent>
-#include <QLineEdit>
 #include <QPointer>
-#include <QVBoxLayout>
-#include <QWindow>
 
+#include "qt/controls/popups/popup_fixture.h"
+#include "support/table.h"
 #include "support/test_main.h"
 #include "support/test_object.h"
 
@@ -38,46 +37,18 @@ protected:
     }
 };
 
-// A window with two fields, one of which has a popup. The offscreen platform
-// makes any window active that is shown, popups too, once events are processed;
-// tests look before that.
-struct Form
+// A field that stands by itself.
+struct Fixture
 {
-    Form()
-        : owner(new QLineEdit(&window))
-        , other(new QLineEdit(&window))
-        , popup(new SizedPopup(owner))
-    {
-        auto* layout = new QVBoxLayout(&window);
-        layout->addWidget(other);
-        layout->addWidget(owner);
-    }
-
-    bool showActive()
-    {
-        other->setFocus();
-        window.show();
-        window.activateWindow();
-        return QTest::qWaitForWindowActive(&window);
-    }
-
-    QWidget window;
-    QLineEdit* owner;
-    QLineEdit* other;
-    SizedPopup* popup;
+    QLineEdit owner;
+    SizedPopup popup{&owner};
 };
 
-void sendFocus(QObject* receiver, QEvent::Type type, Qt::FocusReason reason)
+// Two fields in a window, one of which has a popup.
+struct Form : OwnerForm<QLineEdit>
 {
-    QFocusEvent event(type, reason);
-    QCoreApplication::sendEvent(receiver, &event);
-}
-
-void sendEnter(QWidget* receiver)
-{
-    QEnterEvent event(QPointF(1, 1), QPointF(1, 1), QPointF(1, 1));
-    QCoreApplication::sendEvent(receiver, &event);
-}
+    SizedPopup* popup = new SizedPopup(owner);
+};
 
 // Opacity is kept in 255 steps.
 bool isAbout(qreal opacity, qreal expected)
@@ -85,12 +56,7 @@ bool isAbout(qreal opacity, qreal expected)
     return qAbs(opacity - expected) < 1.0 / 255;
 }
 
-bool isOnScreen(const QWidget* widget)
-{
-    return widget->windowHandle() && widget->windowHandle()->isVisible();
-}
-
-// Notes the focus events that arrive behind the filters.
+// Notes the focus events that the filters let pass.
 class FocusEdit : public QLineEdit
 {
 public:
@@ -112,18 +78,6 @@ protected:
     }
 };
 
-void addFocusReasons()
-{
-    QTest::addColumn<int>("reason");
-    QTest::newRow("mouse") << int(Qt::MouseFocusReason);
-    QTest::newRow("tab") << int(Qt::TabFocusReason);
-    QTest::newRow("backtab") << int(Qt::BacktabFocusReason);
-    QTest::newRow("popup") << int(Qt::PopupFocusReason);
-    QTest::newRow("shortcut") << int(Qt::ShortcutFocusReason);
-    QTest::newRow("menu bar") << int(Qt::MenuBarFocusReason);
-    QTest::newRow("other") << int(Qt::OtherFocusReason);
-}
-
 } // namespace
 
 class TestPopupBase : public TestObject
@@ -131,19 +85,12 @@ class TestPopupBase : public TestObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void itIsAHiddenWindowThatItsOwnerOwns()
+    void itIsAHiddenTranslucentWindowOfItsOwner()
     {
         QLineEdit owner;
         const PopupBase popup(&owner);
         QCOMPARE(popup.parentWidget(), &owner);
-        QVERIFY(popup.isWindow());
         QVERIFY(popup.isHidden());
-    }
-
-    void itLooksAsAllPopupsDo()
-    {
-        QLineEdit owner;
-        const PopupBase popup(&owner);
         QCOMPARE(popup.windowType(), Qt::Tool);
         QVERIFY(popup.windowFlags() & Qt::FramelessWindowHint);
         QCOMPARE(
@@ -151,15 +98,8 @@ private Q_SLOTS:
         QCOMPARE(popup.contentsMargins(), QMargins(0, 0, 0, 0));
         QVERIFY(isAbout(popup.windowOpacity(), 0.7));
         QVERIFY(popup.testAttribute(Qt::WA_MouseTracking));
-        QCOMPARE(popup.sizePolicy().horizontalPolicy(), QSizePolicy::Fixed);
-        QCOMPARE(popup.sizePolicy().verticalPolicy(), QSizePolicy::Fixed);
-    }
-
-    void itAsksForNoActivationWhenShown()
-    {
-        QLineEdit owner;
-        PopupBase popup(&owner);
         QVERIFY(popup.testAttribute(Qt::WA_ShowWithoutActivating));
+        QCOMPARE(popup.sizePolicy(), QSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed));
     }
 
     void itDiesWithItsOwner()
@@ -174,86 +114,60 @@ private Q_SLOTS:
     {
         QLineEdit owner;
         delete new PopupBase(&owner);
-        sendFocus(&owner, QEvent::FocusIn, Qt::TabFocusReason);
-        sendFocus(&owner, QEvent::FocusOut, Qt::TabFocusReason);
+        sendFocus(&owner, QEvent::FocusIn);
+        sendFocus(&owner, QEvent::FocusOut);
     }
 
-    void focusInOfTheOwnerShowsIt_data()
+    void theFocusOfTheOwnerShowsAndHidesIt_data()
     {
-        addFocusReasons();
-        QTest::newRow("active window") << int(Qt::ActiveWindowFocusReason);
+        columns<int, bool>("reason", "hides");
+        row("mouse", int(Qt::MouseFocusReason), true);
+        row("tab", int(Qt::TabFocusReason), true);
+        row("backtab", int(Qt::BacktabFocusReason), true);
+        row("popup", int(Qt::PopupFocusReason), true);
+        row("shortcut", int(Qt::ShortcutFocusReason), true);
+        row("menu bar", int(Qt::MenuBarFocusReason), true);
+        row("other", int(Qt::OtherFocusReason), true);
+        row("another window becomes active", int(Qt::ActiveWindowFocusReason), false);
     }
-    void focusInOfTheOwnerShowsIt()
+    void theFocusOfTheOwnerShowsAndHidesIt()
     {
         QFETCH(int, reason);
-        QLineEdit owner;
-        SizedPopup popup(&owner);
-        sendFocus(&owner, QEvent::FocusIn, static_cast<Qt::FocusReason>(reason));
-        QVERIFY(popup.isVisible());
-        QVERIFY(isOnScreen(&popup));
-    }
-
-    void focusOutOfTheOwnerHidesIt_data() { addFocusReasons(); }
-    void focusOutOfTheOwnerHidesIt()
-    {
-        QFETCH(int, reason);
-        QLineEdit owner;
-        SizedPopup popup(&owner);
-        sendFocus(&owner, QEvent::FocusIn, Qt::TabFocusReason);
-        sendFocus(&owner, QEvent::FocusOut, static_cast<Qt::FocusReason>(reason));
-        QVERIFY(popup.isHidden());
-    }
-
-    void focusOutBecauseOfAnotherWindowLeavesIt()
-    {
-        QLineEdit owner;
-        SizedPopup popup(&owner);
-        sendFocus(&owner, QEvent::FocusIn, Qt::TabFocusReason);
-        sendFocus(&owner, QEvent::FocusOut, Qt::ActiveWindowFocusReason);
-        QVERIFY(popup.isVisible());
+        QFETCH(bool, hides);
+        Fixture f;
+        sendFocus(&f.owner, QEvent::FocusIn, static_cast<Qt::FocusReason>(reason));
+        QVERIFY(f.popup.isVisible());
+        QVERIFY(isOnScreen(&f.popup));
+        sendFocus(&f.owner, QEvent::FocusOut, static_cast<Qt::FocusReason>(reason));
+        QCOMPARE(f.popup.isHidden(), hides);
     }
 
     void focusOutToThePopupLeavesIt()
     {
-        QLineEdit owner;
-        SizedPopup popup(&owner);
-        popup.show();
-        QApplication::setActiveWindow(&popup);
-        popup.setFocus();
-        QCOMPARE(QApplication::focusWidget(), &popup);
-        sendFocus(&owner, QEvent::FocusOut, Qt::MouseFocusReason);
-        QVERIFY(popup.isVisible());
+        Fixture f;
+        f.popup.show();
+        QApplication::setActiveWindow(&f.popup);
+        f.popup.setFocus();
+        QCOMPARE(QApplication::focusWidget(), &f.popup);
+        sendFocus(&f.owner, QEvent::FocusOut, Qt::MouseFocusReason);
+        QVERIFY(f.popup.isVisible());
     }
 
     void itsWindowTakesNoFocusAndItsFlagsStay()
     {
-        QLineEdit owner;
-        SizedPopup popup(&owner);
-        popup.show();
-        QVERIFY(popup.windowHandle()->flags().testFlag(Qt::WindowDoesNotAcceptFocus));
-        QVERIFY(!popup.windowFlags().testFlag(Qt::WindowDoesNotAcceptFocus));
+        Fixture f;
+        f.popup.show();
+        QVERIFY(f.popup.windowHandle()->flags().testFlag(Qt::WindowDoesNotAcceptFocus));
+        QVERIFY(!f.popup.windowFlags().testFlag(Qt::WindowDoesNotAcceptFocus));
     }
 
     void itGoesWhenItsOwnerIsHidden()
     {
-        QLineEdit owner;
-        owner.show();
-        SizedPopup popup(&owner);
-        popup.show();
-        owner.hide();
-        QVERIFY(popup.isHidden());
-    }
-
-    void focusStaysWhereItWent()
-    {
-        Form form;
-        QVERIFY(form.showActive());
-        form.owner->setFocus();
-        QVERIFY(form.popup->isVisible());
-        QCOMPARE(QApplication::focusWidget(), form.owner);
-        form.other->setFocus(Qt::TabFocusReason);
-        QVERIFY(form.popup->isHidden());
-        QCOMPARE(QApplication::focusWidget(), form.other);
+        Fixture f;
+        f.owner.show();
+        f.popup.show();
+        f.owner.hide();
+        QVERIFY(f.popup.isHidden());
     }
 
     // Hiding a window makes some platforms move the focus.
@@ -268,7 +182,7 @@ private Q_SLOTS:
         receiver.setFocus(Qt::TabFocusReason);
         form.popup->show();
         form.popup->onHide = [&thief] { thief.setFocus(); };
-        sendFocus(form.owner, QEvent::FocusOut, Qt::TabFocusReason);
+        sendFocus(form.owner, QEvent::FocusOut);
         QCOMPARE(thief.reasons.size(), decltype(thief.reasons.size())(1));
         QCOMPARE(QApplication::focusWidget(), &receiver);
         QCOMPARE(receiver.reasons.last(), Qt::OtherFocusReason);
@@ -276,47 +190,45 @@ private Q_SLOTS:
 
     void onlyItsOwnerShowsAndHidesIt()
     {
-        QLineEdit owner;
+        Fixture f;
         QLineEdit other;
-        SizedPopup popup(&owner);
-        other.installEventFilter(&popup);
-        sendFocus(&other, QEvent::FocusIn, Qt::TabFocusReason);
-        QVERIFY(popup.isHidden());
-        popup.show();
-        sendFocus(&other, QEvent::FocusOut, Qt::TabFocusReason);
-        QVERIFY(popup.isVisible());
+        other.installEventFilter(&f.popup);
+        sendFocus(&other, QEvent::FocusIn);
+        QVERIFY(f.popup.isHidden());
+        f.popup.show();
+        sendFocus(&other, QEvent::FocusOut);
+        QVERIFY(f.popup.isVisible());
     }
 
     void theOwnerGetsItsEventsToo()
     {
         FocusEdit owner;
         SizedPopup popup(&owner);
-        sendFocus(&owner, QEvent::FocusIn, Qt::TabFocusReason);
+        sendFocus(&owner, QEvent::FocusIn);
         QCOMPARE(owner.reasons, QList<Qt::FocusReason>{Qt::TabFocusReason});
-        sendFocus(&owner, QEvent::FocusOut, Qt::TabFocusReason);
+        sendFocus(&owner, QEvent::FocusOut);
         QCOMPARE(owner.focusOuts, 1);
     }
 
     void otherEventsOfTheOwnerChangeNothing()
     {
-        QLineEdit owner;
-        SizedPopup popup(&owner);
-        owner.resize(200, 30);
-        QTest::keyClick(&owner, Qt::Key_A);
-        QVERIFY(popup.isHidden());
-        popup.show();
-        owner.resize(100, 30);
-        QTest::keyClick(&owner, Qt::Key_A);
-        QVERIFY(popup.isVisible());
+        Fixture f;
+        f.owner.resize(200, 30);
+        QTest::keyClick(&f.owner, Qt::Key_A);
+        QVERIFY(f.popup.isHidden());
+        f.popup.show();
+        f.owner.resize(100, 30);
+        QTest::keyClick(&f.owner, Qt::Key_A);
+        QVERIFY(f.popup.isVisible());
     }
 
-    void ofAnOwnerOutOfSightItWaits_data()
+    void itWaitsWhileItsOwnerIsOutOfSight_data()
     {
-        QTest::addColumn<bool>("shownInSight");
-        QTest::newRow("shown in sight and scrolled away") << true;
-        QTest::newRow("shown out of sight") << false;
+        columns<bool>("shownInSight");
+        row("shown in sight and scrolled away", true);
+        row("shown out of sight", false);
     }
-    void ofAnOwnerOutOfSightItWaits()
+    void itWaitsWhileItsOwnerIsOutOfSight()
     {
         QFETCH(bool, shownInSight);
         Form form;
@@ -340,13 +252,13 @@ private Q_SLOTS:
         QVERIFY(isOnScreen(form.popup));
     }
 
-    void hiddenItDoesNotComeWithItsOwner_data()
+    void aHiddenPopupStaysHiddenWhenItsOwnerComesIntoSight_data()
     {
-        QTest::addColumn<bool>("byFocus");
-        QTest::newRow("hidden by the program") << false;
-        QTest::newRow("hidden because the owner lost the focus") << true;
+        columns<bool>("byFocus");
+        row("hidden by the program", false);
+        row("hidden because the owner lost the focus", true);
     }
-    void hiddenItDoesNotComeWithItsOwner()
+    void aHiddenPopupStaysHiddenWhenItsOwnerComesIntoSight()
     {
         QFETCH(bool, byFocus);
         Form form;
@@ -366,104 +278,81 @@ private Q_SLOTS:
     // Window managers minimise popups with their window, before or after the hide.
     void itIsNeverShownMinimised_data()
     {
-        QTest::addColumn<bool>("hidden");
-        QTest::newRow("minimised while it stands") << false;
-        QTest::newRow("minimised and hidden") << true;
+        columns<bool>("hidden");
+        row("minimised while it stands", false);
+        row("minimised and hidden", true);
     }
     void itIsNeverShownMinimised()
     {
         QFETCH(bool, hidden);
-        QLineEdit owner;
-        SizedPopup popup(&owner);
-        popup.show();
-        popup.setWindowState(Qt::WindowMinimized);
+        Fixture f;
+        f.popup.show();
+        f.popup.setWindowState(Qt::WindowMinimized);
         if (hidden)
-            popup.hide();
-        sendFocus(&owner, QEvent::FocusIn, Qt::ActiveWindowFocusReason);
-        QVERIFY(popup.isVisible());
-        QVERIFY(!popup.isMinimized());
-        QVERIFY(!popup.windowHandle()->windowStates().testFlag(Qt::WindowMinimized));
+            f.popup.hide();
+        sendFocus(&f.owner, QEvent::FocusIn, Qt::ActiveWindowFocusReason);
+        QVERIFY(f.popup.isVisible());
+        QVERIFY(!f.popup.isMinimized());
+        QVERIFY(!f.popup.windowHandle()->windowStates().testFlag(Qt::WindowMinimized));
     }
 
     void deactivationOfItsWindowHidesIt()
     {
-        QLineEdit owner;
-        SizedPopup popup(&owner);
-        popup.show();
+        Fixture f;
+        f.popup.show();
         QEvent event(QEvent::WindowDeactivate);
-        QCoreApplication::sendEvent(&popup, &event);
-        QVERIFY(popup.isHidden());
-    }
-
-    void aSwitchToAnotherWindowHidesIt()
-    {
-        QWidget another;
-        another.show();
-        Form form;
-        QVERIFY(form.showActive());
-        form.owner->setFocus();
-        QVERIFY(form.popup->isVisible());
-        QApplication::setActiveWindow(&another);
-        QVERIFY(form.popup->isHidden());
+        QCoreApplication::sendEvent(&f.popup, &event);
+        QVERIFY(f.popup.isHidden());
     }
 
     void theMouseMakesItClearer()
     {
-        QLineEdit owner;
-        SizedPopup popup(&owner);
-        popup.show();
-        sendEnter(&popup);
-        QVERIFY(isAbout(popup.windowOpacity(), 0.9));
+        Fixture f;
+        f.popup.show();
+        QEnterEvent enter(QPointF(1, 1), QPointF(1, 1), QPointF(1, 1));
+        QCoreApplication::sendEvent(&f.popup, &enter);
+        QVERIFY(isAbout(f.popup.windowOpacity(), 0.9));
         QEvent leave(QEvent::Leave);
-        QCoreApplication::sendEvent(&popup, &leave);
-        QVERIFY(isAbout(popup.windowOpacity(), 0.7));
+        QCoreApplication::sendEvent(&f.popup, &leave);
+        QVERIFY(isAbout(f.popup.windowOpacity(), 0.7));
     }
 
-    void withNothingToShowItIsNotOnTheScreen_data()
+    void itIsOnTheScreenIfItHasSomethingToShow_data()
     {
-        QTest::addColumn<QSize>("hint");
-        QTest::addColumn<bool>("onScreen");
-        QTest::newRow("a size") << QSize(60, 20) << true;
-        QTest::newRow("one pixel") << QSize(1, 1) << true;
-        QTest::newRow("the size (0, 0)") << QSize(0, 0) << false;
+        columns<QSize, bool, bool>("hint", "sizedFirst", "onScreen");
+        row("a size", QSize(60, 20), false, true);
+        row("one pixel", QSize(1, 1), false, true);
+        row("the size (0, 0)", QSize(0, 0), false, false);
+        // This takes another way in Qt.
+        row("a size (0, 0) that is set before there is a window", QSize(0, 0), true, false);
     }
-    void withNothingToShowItIsNotOnTheScreen()
+    void itIsOnTheScreenIfItHasSomethingToShow()
     {
         QFETCH(QSize, hint);
+        QFETCH(bool, sizedFirst);
         QFETCH(bool, onScreen);
-        QLineEdit owner;
-        SizedPopup popup(&owner);
-        popup.hint = hint;
-        sendFocus(&owner, QEvent::FocusIn, Qt::TabFocusReason);
-        QCOMPARE(popup.size(), hint);
-        QCOMPARE(isOnScreen(&popup), onScreen);
-        sendFocus(&owner, QEvent::FocusOut, Qt::TabFocusReason);
-        QVERIFY(popup.isHidden());
-        QVERIFY(!isOnScreen(&popup));
-    }
-
-    // A size that is set before there is a native window takes another way in Qt.
-    void sizedToNothingBeforeItsFirstShowItIsNotOnTheScreen()
-    {
-        QLineEdit owner;
-        SizedPopup popup(&owner);
-        popup.hint = QSize(0, 0);
-        popup.resize(0, 0);
-        popup.show();
-        QVERIFY(!isOnScreen(&popup));
+        Fixture f;
+        f.popup.hint = hint;
+        if (sizedFirst)
+            f.popup.resize(hint);
+        sendFocus(&f.owner, QEvent::FocusIn);
+        QCOMPARE(f.popup.size(), hint);
+        QCOMPARE(isOnScreen(&f.popup), onScreen);
+        sendFocus(&f.owner, QEvent::FocusOut);
+        QVERIFY(f.popup.isHidden());
+        QVERIFY(!isOnScreen(&f.popup));
     }
 
     void itComesAndGoesWithItsContent()
     {
-        QLineEdit owner;
-        SizedPopup popup(&owner);
+        Fixture f;
         for (const QSize size : {QSize(60, 20), QSize(0, 0), QSize(30, 10)}) {
-            popup.hint = size;
-            popup.resize(size);
-            popup.show();
-            QCOMPARE(isOnScreen(&popup), !size.isEmpty());
-            popup.hide();
-            QVERIFY(!isOnScreen(&popup));
+            f.popup.hint = size;
+            f.popup.resize(size);
+            f.popup.show();
+            QCOMPARE(isOnScreen(&f.popup), !size.isEmpty());
+            f.popup.hide();
+            QVERIFY(!isOnScreen(&f.popup));
         }
     }
 };

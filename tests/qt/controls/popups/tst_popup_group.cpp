@@ -1,21 +1,20 @@
 #include "controls/popups/popup_group_p.h"
 
-#include <QFocusEvent>
-#include <QLineEdit>
+#include <QApplication>
 #include <QScreen>
 #include <QSignalSpy>
-#include <QVBoxLayout>
 
 #include "controls/line_edits/line_edit_impl_p.h"
 #include "controls/popups/edit_hint_popup_p.h"
 #include "controls/popups/history_popup_p.h"
+#include "qt/controls/popups/popup_fixture.h"
+#include "support/table.h"
 #include "support/test_main.h"
 #include "support/test_object.h"
 
 #include <memory>
 
 using namespace vrn::test;
-using vrn::ValueHistory;
 using vrn::qt::detail::EditHintPopup;
 using vrn::qt::detail::HistoryPopup;
 using vrn::qt::detail::LineEditImpl;
@@ -31,11 +30,7 @@ QWidget* makeWindow(QWidget* parent, int height)
     return window;
 }
 
-void sendFocus(QWidget* receiver, QEvent::Type type)
-{
-    QFocusEvent event(type, Qt::TabFocusReason);
-    QCoreApplication::sendEvent(receiver, &event);
-}
+const QPoint farAway(700, 500);
 
 // A field in a window, with a group of three popups far from their places.
 struct Fixture
@@ -51,15 +46,8 @@ struct Fixture
             group->add(popup);
         window.show();
         QCoreApplication::processEvents();
-        scatter();
-    }
-
-    void scatter()
-    {
-        for (QWidget* popup : popups) {
-            if (popup)
-                popup->move(700, 500);
-        }
+        for (QWidget* popup : popups)
+            popup->move(farAway);
     }
 
     QPoint below() const { return edit->mapToGlobal(QPoint(0, edit->height())); }
@@ -74,33 +62,49 @@ struct Fixture
         return result;
     }
 
-    QList<QPoint> stacked() const
+    // Where they stand below the edit with a gap of 5, or where the fixture has put them.
+    QList<QPoint> due(bool stacked) const
     {
         QList<QPoint> result;
         QPoint p = below();
         for (const QWidget* popup : popups) {
-            if (!popup)
-                continue;
-            result << p;
-            p.ry() += popup->height() + 5;
+            if (popup)
+                result << (stacked ? p : farAway);
+            p.ry() += popup ? popup->height() + 5 : 0;
         }
         return result;
     }
 
-    QList<QPoint> scattered() const
-    {
-        QList<QPoint> result;
-        while (result.size() < positions().size())
-            result << QPoint(700, 500);
-        return result;
-    }
-
+    QList<QPoint> stacked() const { return due(true); }
+    QList<QPoint> scattered() const { return due(false); }
     void focusEdit() const { sendFocus(edit, QEvent::FocusIn); }
 
     QWidget window;
     QLineEdit* edit;
     PopupGroup* group;
     QWidget* popups[3];
+};
+
+// A window with a field that has a history, and another field.
+struct LineEditForm : OwnerForm<LineEditImpl>
+{
+    LineEditForm()
+        : OwnerForm(new LineEditImpl(0))
+    {
+        owner->setValueHistory(historyOf({"1"}));
+    }
+
+    bool showWithFocus()
+    {
+        const bool active = showActive();
+        owner->setFocus();
+        return active && owner->hasFocus();
+    }
+
+    EditHintPopup* hint() const { return owner->findChild<EditHintPopup*>(); }
+    HistoryPopup* history() const { return owner->findChild<HistoryPopup*>(); }
+    bool hasBothPopups() const { return hint()->isVisible() && history()->isVisible(); }
+    bool hasNoPopup() const { return hint()->isHidden() && history()->isHidden(); }
 };
 
 } // namespace
@@ -138,37 +142,43 @@ private Q_SLOTS:
         QCOMPARE(f.popups[1]->pos(), f.below() + QPoint(0, 5));
     }
 
-    void popupsStackWhetherTheyAreShownOrNot()
+    void eventsReposition_data()
     {
-        const Fixture f;
-        f.popups[1]->show();
-        f.popups[1]->move(700, 500);
-        f.focusEdit();
-        QCOMPARE(f.positions(), f.stacked());
+        columns<QString, int, bool, bool>("watched", "type", "atOnce", "later");
+        row("Move of the edit", "edit", int(QEvent::Move), true, true);
+        row("Resize of the edit", "edit", int(QEvent::Resize), true, true);
+        row("FocusIn of the edit", "edit", int(QEvent::FocusIn), true, true);
+        row("FocusOut of the edit", "edit", int(QEvent::FocusOut), false, false);
+        row("Show of the edit", "edit", int(QEvent::Show), false, false);
+        row("Enter of the edit", "edit", int(QEvent::Enter), false, false);
+        row("KeyPress of the edit", "edit", int(QEvent::KeyPress), false, false);
+        // Only after its show has a popup the size that it will have.
+        row("Show of a popup", "popup", int(QEvent::Show), false, true);
+        row("Move of a popup", "popup", int(QEvent::Move), false, false);
+        row("Resize of a popup", "popup", int(QEvent::Resize), false, false);
+        row("FocusIn of a popup", "popup", int(QEvent::FocusIn), false, false);
+        row("Hide of a popup", "popup", int(QEvent::Hide), false, false);
+        row("Move of a stranger", "stranger", int(QEvent::Move), false, false);
+        row("Resize of a stranger", "stranger", int(QEvent::Resize), false, false);
+        row("FocusIn of a stranger", "stranger", int(QEvent::FocusIn), false, false);
+        row("Show of a stranger", "stranger", int(QEvent::Show), false, false);
     }
-
-    void theEditsEventsReposition_data()
+    void eventsReposition()
     {
-        QTest::addColumn<int>("type");
-        QTest::addColumn<bool>("repositions");
-        QTest::newRow("Move") << int(QEvent::Move) << true;
-        QTest::newRow("Resize") << int(QEvent::Resize) << true;
-        QTest::newRow("FocusIn") << int(QEvent::FocusIn) << true;
-        QTest::newRow("FocusOut") << int(QEvent::FocusOut) << false;
-        QTest::newRow("Show") << int(QEvent::Show) << false;
-        QTest::newRow("Enter") << int(QEvent::Enter) << false;
-        QTest::newRow("KeyPress") << int(QEvent::KeyPress) << false;
-    }
-    void theEditsEventsReposition()
-    {
+        QFETCH(QString, watched);
         QFETCH(int, type);
-        QFETCH(bool, repositions);
+        QFETCH(bool, atOnce);
+        QFETCH(bool, later);
         const Fixture f;
+        QLineEdit stranger;
+        QWidget* object = watched == "edit" ? f.edit : &stranger;
+        if (watched == "popup")
+            object = f.popups[1];
         QEvent event(static_cast<QEvent::Type>(type));
-        QVERIFY(!f.group->eventFilter(f.edit, &event));
-        QCOMPARE(f.positions(), repositions ? f.stacked() : f.scattered());
-        QCoreApplication::processEvents();
-        QCOMPARE(f.positions(), repositions ? f.stacked() : f.scattered());
+        QVERIFY2(!f.group->eventFilter(object, &event), "the event passes");
+        QCOMPARE(f.positions(), f.due(atOnce));
+        QTest::qWait(10);
+        QCOMPARE(f.positions(), f.due(later));
     }
 
     void popupsFollowTheEdit()
@@ -195,9 +205,9 @@ private Q_SLOTS:
 
     void popupsFollowWhatTheEditStandsIn_data()
     {
-        QTest::addColumn<int>("generations");
-        QTest::newRow("its parent") << 1;
-        QTest::newRow("its parent's parent") << 2;
+        columns<int>("generations");
+        row("its parent", 1);
+        row("its parent's parent", 2);
     }
     void popupsFollowWhatTheEditStandsIn()
     {
@@ -249,11 +259,11 @@ private Q_SLOTS:
     {
         QTest::addColumn<int>("room");
         QTest::addColumn<QList<int>>("places"); // Below the edit, or above it if negative.
-        QTest::newRow("room for all") << 100 << QList<int>{0, 25, 60};
-        QTest::newRow("a pixel too little for the last") << 99 << QList<int>{0, 25, -40};
-        QTest::newRow("room for the first") << 20 << QList<int>{0, -30, -75};
-        QTest::newRow("no room") << 0 << QList<int>{-20, -55, -100};
-        QTest::newRow("an edit half out of the screen") << -12 << QList<int>{-20, -55, -100};
+        row("room for all", 100, QList<int>{0, 25, 60});
+        row("a pixel too little for the last", 99, QList<int>{0, 25, -40});
+        row("room for the first", 20, QList<int>{0, -30, -75});
+        row("no room", 0, QList<int>{-20, -55, -100});
+        row("an edit half out of the screen", -12, QList<int>{-20, -55, -100});
     }
     void withoutRoomBelowPopupsStackAboveTheEdit()
     {
@@ -282,13 +292,12 @@ private Q_SLOTS:
         QCOMPARE(f.positions(), f.stacked());
     }
 
-    // Only then has a popup the size that it will have.
     void aPopupThatIsShownRepositionsAfterTheShow_data()
     {
-        QTest::addColumn<int>("popup");
-        QTest::newRow("the first") << 0;
-        QTest::newRow("the second") << 1;
-        QTest::newRow("the last") << 2;
+        columns<int>("popup");
+        row("the first", 0);
+        row("the second", 1);
+        row("the last", 2);
     }
     void aPopupThatIsShownRepositionsAfterTheShow()
     {
@@ -300,56 +309,12 @@ private Q_SLOTS:
         QTRY_COMPARE(f.positions(), f.stacked());
     }
 
-    void otherEventsOfAPopupChangeNothing_data()
-    {
-        QTest::addColumn<int>("type");
-        QTest::newRow("Move") << int(QEvent::Move);
-        QTest::newRow("Resize") << int(QEvent::Resize);
-        QTest::newRow("FocusIn") << int(QEvent::FocusIn);
-        QTest::newRow("Hide") << int(QEvent::Hide);
-    }
-    void otherEventsOfAPopupChangeNothing()
-    {
-        QFETCH(int, type);
-        const Fixture f;
-        QEvent event(static_cast<QEvent::Type>(type));
-        QVERIFY(!f.group->eventFilter(f.popups[1], &event));
-        QTest::qWait(10);
-        QCOMPARE(f.positions(), f.scattered());
-    }
-
-    void strangersChangeNothing_data()
-    {
-        QTest::addColumn<int>("type");
-        QTest::newRow("Move") << int(QEvent::Move);
-        QTest::newRow("Resize") << int(QEvent::Resize);
-        QTest::newRow("FocusIn") << int(QEvent::FocusIn);
-        QTest::newRow("Show") << int(QEvent::Show);
-    }
-    void strangersChangeNothing()
-    {
-        QFETCH(int, type);
-        const Fixture f;
-        QLineEdit stranger;
-        QEvent event(static_cast<QEvent::Type>(type));
-        QVERIFY(!f.group->eventFilter(&stranger, &event));
-        QTest::qWait(10);
-        QCOMPARE(f.positions(), f.scattered());
-    }
-
-    void aShowPassesOn()
-    {
-        const Fixture f;
-        QShowEvent event;
-        QVERIFY(!f.group->eventFilter(f.popups[0], &event));
-    }
-
     void aPopupThatIsGoneLeavesNoGap_data()
     {
-        QTest::addColumn<int>("popup");
-        QTest::newRow("the first") << 0;
-        QTest::newRow("the second") << 1;
-        QTest::newRow("the last") << 2;
+        columns<int>("popup");
+        row("the first", 0);
+        row("the second", 1);
+        row("the last", 2);
     }
     void aPopupThatIsGoneLeavesNoGap()
     {
@@ -388,7 +353,7 @@ private Q_SLOTS:
         edit.move(5, 5);
     }
 
-    // The hint stood empty, so its show() is none that Qt would tell of.
+    // The hint was shown empty, so Qt sends no event for its second show().
     void aHintThatComesLaterMovesTheHistoryDown()
     {
         QLineEdit edit;
@@ -410,14 +375,20 @@ private Q_SLOTS:
     {
         LineEditForm form;
         QVERIFY(form.showWithFocus());
-        form.edit->showEditHint("from 1 to 100");
-        auto* hint = form.edit->findChild<EditHintPopup*>();
-        auto* history = form.edit->findChild<HistoryPopup*>();
-        QVERIFY(hint && hint->isVisible());
-        QVERIFY(history && history->isVisible());
-        const QPoint p = form.edit->mapToGlobal(QPoint(0, form.edit->height()));
-        QTRY_COMPARE(hint->pos(), p);
-        QTRY_COMPARE(history->pos(), p + QPoint(0, hint->height() + 5));
+        form.owner->showEditHint("from 1 to 100");
+        QVERIFY(form.hasBothPopups());
+        const QPoint p = form.owner->mapToGlobal(QPoint(0, form.owner->height()));
+        QTRY_COMPARE(form.hint()->pos(), p);
+        QTRY_COMPARE(form.history()->pos(), p + QPoint(0, form.hint()->height() + 5));
+    }
+
+    void withoutAHintTheHistoryKeepsItsGapBelowTheField()
+    {
+        LineEditForm form;
+        QVERIFY(form.showWithFocus());
+        QVERIFY(form.history()->isVisible());
+        QTRY_COMPARE(
+            form.history()->pos(), form.owner->mapToGlobal(QPoint(0, form.owner->height() + 5)));
     }
 
     void aHintThatGrowsAboveTheEditDoesNotCoverIt()
@@ -425,28 +396,19 @@ private Q_SLOTS:
         LineEditForm form;
         form.window.move(100, QApplication::primaryScreen()->availableGeometry().bottom() - 60);
         QVERIFY(form.showWithFocus());
-        form.edit->showEditHint("from 1 to 100");
-        auto* hint = form.edit->findChild<EditHintPopup*>();
-        const auto top = [&form] { return form.edit->mapToGlobal(QPoint(0, 0)).y(); };
+        form.owner->showEditHint("from 1 to 100");
+        const EditHintPopup* hint = form.hint();
+        const auto top = [&form] { return form.owner->mapToGlobal(QPoint(0, 0)).y(); };
         QTRY_COMPARE(hint->geometry().bottom() + 1, top());
-        form.edit->showEditHint("from 1\nto 100\nor nothing");
+        form.owner->showEditHint("from 1\nto 100\nor nothing");
         QCOMPARE(hint->geometry().bottom() + 1, top());
-    }
-
-    void withoutAHintTheHistoryKeepsItsGapBelowTheField()
-    {
-        LineEditForm form;
-        QVERIFY(form.showWithFocus());
-        auto* history = form.edit->findChild<HistoryPopup*>();
-        QVERIFY(history && history->isVisible());
-        QTRY_COMPARE(history->pos(), form.edit->mapToGlobal(QPoint(0, form.edit->height() + 5)));
     }
 
     void leavingTheFieldForAnotherHidesBoth()
     {
         LineEditForm form;
         QVERIFY(form.showWithFocus());
-        form.edit->showEditHint("from 1 to 100");
+        form.owner->showEditHint("from 1 to 100");
         QVERIFY(form.hasBothPopups());
         form.other->setFocus(Qt::TabFocusReason);
         QVERIFY(form.hasNoPopup());
@@ -459,57 +421,11 @@ private Q_SLOTS:
         another.show();
         LineEditForm form;
         QVERIFY(form.showWithFocus());
-        form.edit->showEditHint("from 1 to 100");
+        form.owner->showEditHint("from 1 to 100");
         QVERIFY(form.hasBothPopups());
         QApplication::setActiveWindow(&another);
         QVERIFY(form.hasNoPopup());
     }
-
-private:
-    // A window with a field that has a history, and another field. The offscreen
-    // platform makes any window active that is shown, popups too, once events are
-    // processed; tests look before that.
-    struct LineEditForm
-    {
-        LineEditForm()
-            : other(new QLineEdit(&window))
-            , edit(new LineEditImpl(0, &window))
-        {
-            auto* layout = new QVBoxLayout(&window);
-            layout->addWidget(other);
-            layout->addWidget(edit);
-            const auto history = ValueHistory::create(L"", L"a key of this test");
-            history->add(L"1");
-            edit->setValueHistory(history);
-        }
-
-        bool showWithFocus()
-        {
-            window.show();
-            window.activateWindow();
-            other->setFocus();
-            if (!QTest::qWaitForWindowActive(&window))
-                return false;
-            edit->setFocus();
-            return edit->hasFocus();
-        }
-
-        bool hasBothPopups() const
-        {
-            return edit->findChild<EditHintPopup*>()->isVisible()
-                && edit->findChild<HistoryPopup*>()->isVisible();
-        }
-
-        bool hasNoPopup() const
-        {
-            return edit->findChild<EditHintPopup*>()->isHidden()
-                && edit->findChild<HistoryPopup*>()->isHidden();
-        }
-
-        QWidget window;
-        QLineEdit* other;
-        LineEditImpl* edit;
-    };
 };
 
 VRN_TEST(TestPopupGroup)

@@ -1,15 +1,15 @@
 #include <QImage>
-#include <QLineEdit>
 #include <QPushButton>
 #include <QScreen>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QSignalSpy>
-#include <QVBoxLayout>
 
 #include "controls/line_edits/line_edit_impl_p.h"
 #include "controls/popups/edit_hint_popup_p.h"
 #include "controls/popups/history_popup_p.h"
+#include "qt/controls/popups/popup_fixture.h"
+#include "support/table.h"
 #include "support/test_main.h"
 #include "support/test_object.h"
 #include "support/x11_input.h"
@@ -21,15 +21,6 @@ using vrn::qt::detail::LineEditImpl;
 
 namespace {
 
-boost::shared_ptr<vrn::ValueHistory> historyOf(const std::vector<std::wstring>& values)
-{
-    const auto history = boost::make_shared<vrn::ValueHistory>(
-        L"key", boost::make_shared<vrn::ValueHistoryMemoryStorage>());
-    for (const std::wstring& value : values)
-        history->add(value);
-    return history;
-}
-
 // A window with a field that has a hint and a history, and a plain field, which has
 // the focus at first.
 struct Form
@@ -39,7 +30,7 @@ struct Form
         , edit(new LineEditImpl(0))
     {
         window.resize(300, 200);
-        edit->setValueHistory(historyOf({L"1", L"2", L"3"}));
+        edit->setValueHistory(historyOf({"1", "2", "3"}));
     }
 
     bool showActive()
@@ -169,9 +160,9 @@ private Q_SLOTS:
 
     void aMinimisedWindowComesBackWithItsPopups_data()
     {
-        QTest::addColumn<bool>("byKeyboard");
-        QTest::newRow("by its task bar button") << false;
-        QTest::newRow("by Alt+Tab") << true;
+        columns<bool>("byKeyboard");
+        row("by its task bar button", false);
+        row("by Alt+Tab", true);
     }
     void aMinimisedWindowComesBackWithItsPopups()
     {
@@ -208,10 +199,10 @@ private Q_SLOTS:
 
     void theyFollowTheField_data()
     {
-        QTest::addColumn<QString>("by");
-        QTest::newRow("as the form is scrolled") << "scrolling";
-        QTest::newRow("as the window grows and its layout shifts the form") << "growing";
-        QTest::newRow("as the window moves") << "moving";
+        columns<QString>("by");
+        row("as the form is scrolled", "scrolling");
+        row("as the window grows and its layout shifts the form", "growing");
+        row("as the window moves", "moving");
     }
     void theyFollowTheField()
     {
@@ -291,9 +282,9 @@ private Q_SLOTS:
 
     void aPressOnTheHintGoesToTheWidgetBelow_data()
     {
-        QTest::addColumn<bool>("takesFocus");
-        QTest::newRow("a button that takes the focus, so that the hint goes") << true;
-        QTest::newRow("a button that leaves the focus, so that the hint stays") << false;
+        columns<bool>("takesFocus");
+        row("a button that takes the focus, so that the hint goes", true);
+        row("a button that leaves the focus, so that the hint stays", false);
     }
     void aPressOnTheHintGoesToTheWidgetBelow()
     {

@@ -4,6 +4,7 @@
 
 #include <QStringList>
 
+#include "support/table.h"
 #include "support/test_main.h"
 #include "support/test_object.h"
 
@@ -63,27 +64,22 @@ class TestValueHistory : public TestObject
 private Q_SLOTS:
     void addPutsTheNewestFirst_data()
     {
-        QTest::addColumn<QStringList>("added");
-        QTest::addColumn<QStringList>("kept");
+        columns<QStringList, QStringList>("added", "kept");
         const QStringList five = {"1", "2", "3", "4", "5"};
-        QTest::newRow("nothing added") << QStringList() << QStringList();
-        QTest::newRow("one value") << QStringList{"1"} << QStringList{"1"};
-        QTest::newRow("five values, newest first") << five << QStringList{"5", "4", "3", "2", "1"};
-        QTest::newRow("of six values the last five, newest first")
-            << five + QStringList{"6"} << QStringList{"6", "5", "4", "3", "2"};
-        QTest::newRow("a repeated value keeps its place, even the oldest")
-            << five + QStringList{"1"} << QStringList{"5", "4", "3", "2", "1"};
-        QTest::newRow("a repeated value keeps its place, in the middle")
-            << five + QStringList{"3"} << QStringList{"5", "4", "3", "2", "1"};
-        QTest::newRow("the newest repeated") << QStringList{"1", "2", "2"} << QStringList{"2", "1"};
-        QTest::newRow("a value that was pushed out is new again")
-            << five + QStringList{"6", "1"} << QStringList{"1", "6", "5", "4", "3"};
-        QTest::newRow("an empty value is ignored")
-            << QStringList{"1", "", "2"} << QStringList{"2", "1"};
-        QTest::newRow("an empty value pushes none out")
-            << five + QStringList{""} << QStringList{"5", "4", "3", "2", "1"};
-        QTest::newRow("a blank is a value") << QStringList{"1", " "} << QStringList{" ", "1"};
-        QTest::newRow("case tells values apart") << QStringList{"a", "A"} << QStringList{"A", "a"};
+        // clang-format off
+        row("nothing added", QStringList(), QStringList());
+        row("one value", QStringList{"1"}, QStringList{"1"});
+        row("five values, newest first", five, QStringList{"5", "4", "3", "2", "1"});
+        row("of six values the last five, newest first", five + QStringList{"6"}, QStringList{"6", "5", "4", "3", "2"});
+        row("a repeated value keeps its place, even the oldest", five + QStringList{"1"}, QStringList{"5", "4", "3", "2", "1"});
+        row("a repeated value keeps its place, in the middle", five + QStringList{"3"}, QStringList{"5", "4", "3", "2", "1"});
+        row("the newest repeated", QStringList{"1", "2", "2"}, QStringList{"2", "1"});
+        row("a value that was pushed out is new again", five + QStringList{"6", "1"}, QStringList{"1", "6", "5", "4", "3"});
+        row("an empty value is ignored", QStringList{"1", "", "2"}, QStringList{"2", "1"});
+        row("an empty value pushes none out", five + QStringList{""}, QStringList{"5", "4", "3", "2", "1"});
+        row("a blank is a value", QStringList{"1", " "}, QStringList{" ", "1"});
+        row("case tells values apart", QStringList{"a", "A"}, QStringList{"A", "a"});
+        // clang-format on
     }
     void addPutsTheNewestFirst()
     {
@@ -111,30 +107,16 @@ private Q_SLOTS:
         QCOMPARE(valuesOf(width), QStringList({"6", "5", "4", "3", "2"}));
     }
 
-    void historiesOfOneKeyShareTheirValues()
-    {
-        const auto storage = boost::make_shared<ValueHistoryMemoryStorage>();
-        ValueHistory one(L"key", storage);
-        ValueHistory other(L"key", storage);
-        one.add(L"1");
-        other.add(L"2");
-        QCOMPARE(valuesOf(one), QStringList({"2", "1"}));
-        QCOMPARE(valuesOf(other), QStringList({"2", "1"}));
-    }
-
-    void storagesShareNothing()
-    {
-        ValueHistory one(L"key", boost::make_shared<ValueHistoryMemoryStorage>());
-        ValueHistory other(L"key", boost::make_shared<ValueHistoryMemoryStorage>());
-        one.add(L"1");
-        QCOMPARE(valuesOf(other), QStringList());
-    }
-
-    void valuesOutliveTheirHistory()
+    void historiesOfOneKeyAndStorageShareTheirValues()
     {
         const auto storage = boost::make_shared<ValueHistoryMemoryStorage>();
         ValueHistory(L"key", storage).add(L"1");
-        QCOMPARE(valuesOf(ValueHistory(L"key", storage)), QStringList({"1"}));
+        ValueHistory other(L"key", storage);
+        other.add(L"2");
+        QCOMPARE(valuesOf(other), QStringList({"2", "1"}));
+        QCOMPARE(valuesOf(ValueHistory(L"key", storage)), QStringList({"2", "1"}));
+        const ValueHistory elsewhere(L"key", boost::make_shared<ValueHistoryMemoryStorage>());
+        QCOMPARE(valuesOf(elsewhere), QStringList());
     }
 
     void getGivesACopy()
@@ -156,23 +138,17 @@ private Q_SLOTS:
         QCOMPARE(toStrings(values), QStringList());
     }
 
-    void anEmptyKeyKeepsNothingAndLeavesTheDequeAlone()
+    void withoutAKeyOrAStorageNothingIsKeptAndTheDequeIsLeftAlone()
     {
-        ValueHistory history(L"", boost::make_shared<ValueHistoryMemoryStorage>());
-        history.add(L"1");
-        std::deque<std::wstring> values = {L"before"};
-        QCOMPARE(history.get(values), std::size_t(0));
-        QCOMPARE(toStrings(values), QStringList({"before"}));
-    }
-
-    void withoutAStorageNothingIsKept()
-    {
-        ValueHistory history(L"key", nullptr);
-        history.add(L"1");
-        std::deque<std::wstring> values = {L"before"};
-        QCOMPARE(history.get(values), std::size_t(0));
-        QCOMPARE(toStrings(values), QStringList({"before"}));
-        QVERIFY(history.key() == L"key");
+        ValueHistory withoutKey(L"", boost::make_shared<ValueHistoryMemoryStorage>());
+        ValueHistory withoutStorage(L"key", nullptr);
+        QVERIFY(withoutStorage.key() == L"key");
+        for (ValueHistory* history : {&withoutKey, &withoutStorage}) {
+            history->add(L"1");
+            std::deque<std::wstring> values = {L"before"};
+            QCOMPARE(history->get(values), std::size_t(0));
+            QCOMPARE(toStrings(values), QStringList({"before"}));
+        }
     }
 
     void withAStorageEverythingIsForwarded()

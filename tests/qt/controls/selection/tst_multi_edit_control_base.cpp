@@ -253,7 +253,6 @@ private Q_SLOTS:
         row("from a text", "lit", boost::any(std::string("false")));
         row("from an empty value", "lit", boost::any());
     }
-
     void loadLeavesTheControlAsItWas()
     {
         QFETCH(QString, key);
@@ -307,7 +306,6 @@ private Q_SLOTS:
         optional->setEmptyValueAllowed(true);
         field("no value", optional, boost::any());
     }
-
     void anUntouchedFieldGivesWhatItGave()
     {
         QFETCH(boost::shared_ptr<IValidator>, validator);
@@ -351,7 +349,6 @@ private Q_SLOTS:
         row("a number for objects that differ", different, inOrder({typeFour, leave()}), Doubles{4.0});
         // clang-format on
     }
-
     void onlyWhatIsEnteredIsWritten()
     {
         QFETCH(Doubles, depths);

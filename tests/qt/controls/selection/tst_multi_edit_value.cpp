@@ -100,7 +100,6 @@ private Q_SLOTS:
         row("setValue of an empty value has no value", Steps{read(a), set(none)}, false, none, 0);
         // clang-format on
     }
-
     void whatStepsLeadTo()
     {
         QFETCH(Steps, steps);

@@ -3,6 +3,7 @@
 #include <vrn/qt/on_value_changed_hook.h>
 #include <vrn/qt/optional_multi_edit_widget_base.h>
 
+#include "support/table.h"
 #include "support/test_main.h"
 #include "support/test_object.h"
 
@@ -12,6 +13,8 @@
 #include <stdexcept>
 
 using namespace vrn::qt;
+using vrn::test::columns;
+using vrn::test::row;
 
 class TestOnValueChangedHook : public vrn::test::TestObject
 {
@@ -95,11 +98,10 @@ private Q_SLOTS:
 
     void aSenderWithoutTheSignalIsReported_data()
     {
-        QTest::addColumn<bool>("isNull");
-        QTest::newRow("no sender") << true;
-        QTest::newRow("a sender without the signal") << false;
+        columns<bool>("isNull");
+        row("no sender", true);
+        row("a sender without the signal", false);
     }
-
     void aSenderWithoutTheSignalIsReported()
     {
         QFETCH(bool, isNull);
