@@ -13,6 +13,18 @@ using namespace vrn::qt;
 using vrn::test::columns;
 using vrn::test::row;
 
+namespace {
+
+struct BlueWidget : QWidget
+{
+    static inline const QString style = "QWidget { color: blue; }";
+    BlueWidget() { setStyleSheet(style); }
+};
+
+const QByteArray red = "QWidget { color: red; }";
+
+} // namespace
+
 class TestAssignStyle : public vrn::test::TestObject
 {
     Q_OBJECT
@@ -21,21 +33,18 @@ private Q_SLOTS:
     void theFileBecomesTheStyleSheet_data()
     {
         columns<QString, QByteArray>("name", "contents");
-        row("a rule", "a.qss", QByteArray("QWidget { color: red; }"));
+        row("a rule", "a.qss", red);
         row("an empty file", "a.qss", QByteArray());
         row("line ends stay", "a.qss", QByteArray("QWidget {\r\n color: red;\n}\n"));
         row("letters outside ASCII", "a.qss", QByteArray("QLabel#größe { color: red; }"));
-        row("a name outside ASCII", QString::fromUtf8("größe Ω 鋼.qss"),
-            QByteArray("QWidget { color: red; }"));
-        row("a name with quotes and a line break", "it's \"a\"\nstyle.qss",
-            QByteArray("QWidget { color: red; }"));
+        row("a name outside ASCII", QString::fromUtf8("größe Ω 鋼.qss"), red);
+        row("a name with quotes and a line break", "it's \"a\"\nstyle.qss", red);
     }
     void theFileBecomesTheStyleSheet()
     {
         QFETCH(QString, name);
         QFETCH(QByteArray, contents);
-        QWidget widget;
-        widget.setStyleSheet("QWidget { color: blue; }");
+        BlueWidget widget;
         assign_style(&widget, write(name, contents));
         QCOMPARE(widget.styleSheet(), QString::fromUtf8(contents));
     }
@@ -50,58 +59,47 @@ private Q_SLOTS:
 
     void whatCannotBeReadLeavesTheStyleAlone_data()
     {
-        columns<QString>("path");
-        row("no path", QString());
-        row("a missing file", "%1/missing.qss");
-        row("a missing folder", "%1/missing/a.qss");
-        row("a folder", "%1");
-        row("a file in the place of a folder", "%1/a.qss/b.qss");
-        row("a file that fails when it is read", "/proc/self/mem");
-        row("a name too long for a file", "%1/" + QString(300, 'a'));
+        columns<QByteArray>("path");
+        const QByteArray folder = m_folder.path().toLocal8Bit();
+        row("no path", QByteArray());
+        row("a missing file", folder + "/missing.qss");
+        row("a missing folder", folder + "/missing/a.qss");
+        row("a folder", folder);
+        row("a file in the place of a folder", folder + "/a.qss/b.qss");
+        row("a file that fails when it is read", QByteArray("/proc/self/mem"));
+        row("a name too long for a file", folder + '/' + QByteArray(300, 'a'));
+        row("a path that is not UTF-8", folder + "/\xff\xfe.qss");
     }
     void whatCannotBeReadLeavesTheStyleAlone()
     {
-        QFETCH(QString, path);
-        write("a.qss", "QWidget { color: red; }");
-        if (path.contains("%1"))
-            path = path.arg(m_folder.path());
-        QWidget widget;
-        widget.setStyleSheet("QWidget { color: blue; }");
+        QFETCH(QByteArray, path);
+        write("a.qss", red);
+        BlueWidget widget;
         assign_style(&widget, path.toStdString());
-        QCOMPARE(widget.styleSheet(), QString("QWidget { color: blue; }"));
+        QCOMPARE(widget.styleSheet(), BlueWidget::style);
     }
 
     void aFileWithoutPermissionLeavesTheStyleAlone()
     {
-        const std::string file = write("a.qss", "QWidget { color: red; }");
+        const std::string file = write("a.qss", red);
         QVERIFY(::chmod(file.c_str(), 0) == 0);
         // Nothing is forbidden to the superuser.
         const bool isReadable = QFile(QString::fromStdString(file)).open(QIODevice::ReadOnly);
-        QWidget widget;
-        widget.setStyleSheet("QWidget { color: blue; }");
+        BlueWidget widget;
         assign_style(&widget, file);
-        QCOMPARE(widget.styleSheet(),
-            isReadable ? QString("QWidget { color: red; }") : QString("QWidget { color: blue; }"));
+        QCOMPARE(widget.styleSheet(), isReadable ? QString(red) : BlueWidget::style);
     }
 
-    void aPathThatIsNotUtf8IsAMissingFile()
-    {
-        QWidget widget;
-        widget.setStyleSheet("QWidget { color: blue; }");
-        assign_style(&widget, m_folder.path().toStdString() + "/\xff\xfe.qss");
-        QCOMPARE(widget.styleSheet(), QString("QWidget { color: blue; }"));
-    }
-
-    void whatIsNoTextIsTakenAsItIs_data()
+    void whatIsNotTextIsTakenAsItIs_data()
     {
         columns<QByteArray, bool>("contents", "isParsed");
         QByteArray noise;
         for (int i = 0; i < 4096; ++i)
             noise += char(i * 7 % 256);
         row("every byte", noise, true); // Qt reads up to the zero byte.
-        row("the begin of a picture", QByteArray("\x89PNG\r\n\x1a\n"), false);
+        row("the beginning of a picture", QByteArray("\x89PNG\r\n\x1a\n"), false);
     }
-    void whatIsNoTextIsTakenAsItIs()
+    void whatIsNotTextIsTakenAsItIs()
     {
         QFETCH(QByteArray, contents);
         QFETCH(bool, isParsed);
@@ -119,7 +117,7 @@ private Q_SLOTS:
     void aNullWidgetIsReported()
     {
         expectAssert("widget");
-        assign_style(nullptr, write("a.qss", "QWidget { color: red; }"));
+        assign_style(nullptr, write("a.qss", red));
     }
 
 private:

@@ -10,6 +10,7 @@
 #include <QTemporaryDir>
 
 using vrn::qt::Pixmap;
+using vrn::test::columns;
 using vrn::test::row;
 
 namespace {
@@ -88,8 +89,7 @@ private Q_SLOTS:
 
     void whatGivesNoImage_data()
     {
-        QTest::addColumn<QString>("name");
-        QTest::addColumn<QByteArray>("content"); // null: there is no such file
+        columns<QString, QByteArray>("name", "content"); // Null if there is no such file.
         const QByteArray none;
         row("a file that is not there", "no-such-icon.png", none);
         row("an empty name", "", none);
@@ -110,17 +110,11 @@ private Q_SLOTS:
         QVERIFY(isFallback(Pixmap::createOrDefault(name.toStdWString())));
     }
 
-    void theFallbackIsOneForAll()
+    void theFallbackIsOneForAllAndStaysWhite()
     {
-        const QPixmap first = Pixmap::createOrDefault(L"no-such-icon.png");
-        const QPixmap second = Pixmap::createOrDefault(L"another.png");
-        QCOMPARE(first.cacheKey(), second.cacheKey());
-    }
-
-    void paintingOnACopyOfTheFallbackLeavesItWhite()
-    {
-        QPixmap copy = Pixmap::createOrDefault(L"no-such-icon.png");
-        copy.fill(Qt::black);
+        QPixmap first = Pixmap::createOrDefault(L"no-such-icon.png");
+        QCOMPARE(first.cacheKey(), Pixmap::createOrDefault(L"another.png").cacheKey());
+        first.fill(Qt::black);
         QVERIFY(isFallback(Pixmap::createOrDefault(L"no-such-icon.png")));
     }
 

@@ -34,11 +34,34 @@ using Fn = boost::function<void()>;
 using Add = std::function<QPushButton*(Toolbar&, const Fn&)>;
 using End = std::function<void(Toolbar*)>;
 
-// Its one button of that name, which says whether it is enabled.
-bool isEnabled(const Toolbar& toolbar, const char* id)
+struct Row : Toolbar
 {
-    const auto* button = toolbar.findChild<QPushButton*>(id);
-    return button && button->isEnabled();
+    Row()
+        : Toolbar(nullptr, ExpandHorizontal)
+    {}
+
+    QPushButton* add(const std::string& id, const Fn& fn = {}, unsigned mask = 1)
+    {
+        return addButtonWithText(id, "text", "", fn, mask);
+    }
+
+    // Its one button of that name, which says whether it is enabled.
+    bool isEnabled(const char* id) const
+    {
+        const auto* button = findChild<QPushButton*>(id);
+        return button && button->isEnabled();
+    }
+};
+
+// Counts the functions that have ended in `ended`, and then does `deed`.
+Fn thatEndsWith(int& ended, const std::function<void()>& deed)
+{
+    const std::shared_ptr<const int> resource(new int, [&ended, deed](const int* held) {
+        delete held;
+        ++ended;
+        deed();
+    });
+    return [resource] {};
 }
 
 } // namespace
@@ -65,49 +88,44 @@ private Q_SLOTS:
         QFETCH(ExpandDirection, direction);
         QFETCH(bool, isRow);
         QWidget parent;
-        const Toolbar* toolbar = new Toolbar(&parent, direction);
+        Toolbar* toolbar = new Toolbar(&parent, direction);
         QCOMPARE(toolbar->parentWidget(), &parent);
         QCOMPARE(qobject_cast<VRN_QT_HBoxLayout*>(toolbar->layout()) != nullptr, isRow);
         QCOMPARE(qobject_cast<VRN_QT_VBoxLayout*>(toolbar->layout()) != nullptr, !isRow);
         QCOMPARE(toolbar->layout()->contentsMargins(), QMargins());
         QCOMPARE(toolbar->layout()->spacing(), 0);
         QCOMPARE(int(toolbar->layout()->alignment()), 0x21);
+
+        toolbar->addSpacing(7);
+        toolbar->addStretch(3);
+        QCOMPARE(toolbar->layout()->count(), 2);
+        QCOMPARE(toolbar->layout()->itemAt(0)->sizeHint(), isRow ? QSize(7, 0) : QSize(0, 7));
+        QVERIFY(toolbar->layout()->itemAt(1)->spacerItem());
+        QCOMPARE(qobject_cast<QBoxLayout*>(toolbar->layout())->stretch(1), 3);
     }
 
     void everyKindOfButtonIsRegistered_data()
     {
         columns<Add, QString, bool>("add", "text", "hasIcon");
-        row("addButton with an icon", Add([](Toolbar& t, const Fn& fn) {
-            return t.addButton("größe", QIcon(redSquare()), "tip", fn, 2);
-        }),
-            QString(), true);
-        row("addButton with a pixmap", Add([](Toolbar& t, const Fn& fn) {
-            return t.addButton("größe", redSquare(), "tip", fn, 2);
-        }),
-            QString(), true);
-        row("addButtonWithIcon", Add([](Toolbar& t, const Fn& fn) {
-            return t.addButtonWithIcon("größe", QIcon(redSquare()), "tip", fn, 2);
-        }),
-            QString(), true);
-        row("addButtonWithIconAndText", Add([](Toolbar& t, const Fn& fn) {
-            return t.addButtonWithIconAndText("größe", QIcon(redSquare()), "Red", "tip", fn, 2);
-        }),
-            "Red", true);
-        row("addButtonWithIconAndText, the text empty", Add([](Toolbar& t, const Fn& fn) {
-            return t.addButtonWithIconAndText("größe", QIcon(redSquare()), "", "tip", fn, 2);
-        }),
-            QString(), true);
-        row("addButtonWithText", Add([](Toolbar& t, const Fn& fn) {
-            return t.addButtonWithText("größe", "Red", "tip", fn, 2);
-        }),
-            "Red", false);
+        const QIcon icon = redSquare();
+        const auto kind = [](const char* name, const Add& add, const QString& text, bool hasIcon) {
+            row(name, add, text, hasIcon);
+        };
+        // clang-format off
+        kind("addButton with an icon", [=](auto& t, auto& fn) { return t.addButton("größe", icon, "tip", fn, 2); }, {}, true);
+        kind("addButton with a pixmap", [](auto& t, auto& fn) { return t.addButton("größe", redSquare(), "tip", fn, 2); }, {}, true);
+        kind("addButtonWithIcon", [=](auto& t, auto& fn) { return t.addButtonWithIcon("größe", icon, "tip", fn, 2); }, {}, true);
+        kind("addButtonWithIconAndText", [=](auto& t, auto& fn) { return t.addButtonWithIconAndText("größe", icon, "Red", "tip", fn, 2); }, "Red", true);
+        kind("addButtonWithIconAndText, the text empty", [=](auto& t, auto& fn) { return t.addButtonWithIconAndText("größe", icon, "", "tip", fn, 2); }, {}, true);
+        kind("addButtonWithText", [](auto& t, auto& fn) { return t.addButtonWithText("größe", "Red", "tip", fn, 2); }, "Red", false);
+        // clang-format on
     }
     void everyKindOfButtonIsRegistered()
     {
         QFETCH(Add, add);
         QFETCH(QString, text);
         QFETCH(bool, hasIcon);
-        Toolbar toolbar(nullptr, ExpandHorizontal);
+        Row toolbar;
         toolbar.addLabel("before", "");
         int calls = 0;
         QPushButton* button = add(toolbar, [&] { ++calls; });
@@ -134,7 +152,7 @@ private Q_SLOTS:
 
     void iconsAloneMakeSquareButtons()
     {
-        Toolbar toolbar(nullptr, ExpandHorizontal);
+        Row toolbar;
         const auto* like = createPushButtonWithIcon(&toolbar, redSquare(), "like");
         const auto* button = toolbar.addButton("red", redSquare(), "Red", {}, 0);
         QCOMPARE(button->minimumSize(), like->minimumSize());
@@ -172,7 +190,7 @@ private Q_SLOTS:
 
     void theToolTipIsTheAccessibleNameOfAnIconAlone()
     {
-        Toolbar toolbar(nullptr, ExpandHorizontal);
+        Row toolbar;
         QCOMPARE(accessibleName(toolbar.addButton("a", redSquare(), "Add", {}, 0)), QString("Add"));
         QCOMPARE(accessibleName(toolbar.addButtonWithText("b", "Copy", "Copies it.", {}, 0)),
             QString("Copy"));
@@ -180,7 +198,7 @@ private Q_SLOTS:
 
     void tabFollowsTheOrderOfTheButtons()
     {
-        Toolbar toolbar(nullptr, ExpandHorizontal);
+        Row toolbar;
         auto* first = toolbar.addButton("a", redSquare(), "Add", {}, 0);
         auto* second = toolbar.addButtonWithText("b", "Copy", "", {}, 0);
         toolbar.show();
@@ -190,41 +208,28 @@ private Q_SLOTS:
         QVERIFY(second->hasFocus());
     }
 
+    void aLabelHasTextAndToolTip_data()
+    {
+        columns<QString, QString>("text", "toolTip");
+        row("both", "Layer", "The one in use");
+        row("neither", QString(), QString());
+    }
     void aLabelHasTextAndToolTip()
     {
-        Toolbar toolbar(nullptr, ExpandHorizontal);
-        toolbar.addLabel("Layer", "The one in use");
+        QFETCH(QString, text);
+        QFETCH(QString, toolTip);
+        Row toolbar;
+        toolbar.addLabel(text, toolTip);
         const auto* label = qobject_cast<QLabel*>(toolbar.layout()->itemAt(0)->widget());
         QVERIFY(label);
         QCOMPARE(label->parentWidget(), &toolbar);
-        QCOMPARE(label->text(), QString("Layer"));
-        QCOMPARE(label->toolTip(), QString("The one in use"));
-    }
-
-    void emptyTextsMakeAnEmptyLabel()
-    {
-        Toolbar toolbar(nullptr, ExpandHorizontal);
-        toolbar.addLabel(QString(), QString());
-        QCOMPARE(toolbar.findChild<QLabel*>()->text(), QString());
-    }
-
-    void spacingAndStretchGoIntoTheLayout_data() { theDirectionChoosesTheLayout_data(); }
-    void spacingAndStretchGoIntoTheLayout()
-    {
-        QFETCH(ExpandDirection, direction);
-        QFETCH(bool, isRow);
-        Toolbar toolbar(nullptr, direction);
-        toolbar.addSpacing(7);
-        toolbar.addStretch(3);
-        QCOMPARE(toolbar.layout()->count(), 2);
-        QCOMPARE(toolbar.layout()->itemAt(0)->sizeHint(), isRow ? QSize(7, 0) : QSize(0, 7));
-        QVERIFY(toolbar.layout()->itemAt(1)->spacerItem());
-        QCOMPARE(qobject_cast<QBoxLayout*>(toolbar.layout())->stretch(1), 3);
+        QCOMPARE(label->text(), text);
+        QCOMPARE(label->toolTip(), toolTip);
     }
 
     void aWidgetBelongsToTheToolbar()
     {
-        Toolbar toolbar(nullptr, ExpandHorizontal);
+        Row toolbar;
         auto* widget = new QWidget;
         toolbar.addWidget(widget);
         QCOMPARE(widget->parentWidget(), &toolbar);
@@ -233,7 +238,7 @@ private Q_SLOTS:
 
     void aNullWidgetIsReported()
     {
-        Toolbar toolbar(nullptr, ExpandHorizontal);
+        Row toolbar;
         expectAssert("widget");
         toolbar.addWidget(nullptr);
         QCOMPARE(toolbar.layout()->count(), 0);
@@ -255,16 +260,16 @@ private Q_SLOTS:
     {
         QFETCH(unsigned, mask);
         QFETCH(QString, disabled);
-        Toolbar toolbar(nullptr, ExpandHorizontal);
+        Row toolbar;
         for (const int id : {0, 1, 2, 3, -1})
-            toolbar.addButtonWithText(std::to_string(id), "text", "", {}, unsigned(id));
+            toolbar.add(std::to_string(id), {}, unsigned(id));
         auto* foreign = new QPushButton;
         toolbar.addWidget(foreign);
 
         toolbar.setButtonsEnabled(false, mask);
         QStringList actual;
         for (const char* id : {"0", "1", "2", "3", "-1"}) {
-            if (!isEnabled(toolbar, id))
+            if (!toolbar.isEnabled(id))
                 actual << id;
         }
         QCOMPARE(actual.join(' '), disabled);
@@ -272,13 +277,13 @@ private Q_SLOTS:
 
         toolbar.setButtonsEnabled(true, mask);
         for (const char* id : {"0", "1", "2", "3", "-1"})
-            QVERIFY2(isEnabled(toolbar, id), id);
+            QVERIFY2(toolbar.isEnabled(id), id);
     }
 
     void clearTakesTheButtonsAndNothingElse()
     {
-        Toolbar toolbar(nullptr, ExpandHorizontal);
-        const QPointer<QPushButton> one(toolbar.addButtonWithText("one", "1", "", {}, 1));
+        Row toolbar;
+        const QPointer<QPushButton> one(toolbar.add("one"));
         toolbar.addLabel("label", "");
         toolbar.addSpacing(4);
         const QPointer<QPushButton> two(toolbar.addButton("two", redSquare(), "", {}, 1));
@@ -297,12 +302,11 @@ private Q_SLOTS:
 
     void afterClearButtonsCanBeAddedAgain()
     {
-        Toolbar toolbar(nullptr, ExpandHorizontal);
+        Row toolbar;
         int calls = 0;
         for (int round = 0; round < 3; ++round) {
             toolbar.clear();
-            toolbar.addButtonWithText(
-                "one", "1", "", [&] { ++calls; }, 1);
+            toolbar.add("one", [&] { ++calls; });
             toolbar.findChild<QPushButton*>("one")->click();
         }
         QCOMPARE(calls, 3);
@@ -312,16 +316,14 @@ private Q_SLOTS:
     void theApplicationMayDeleteAButton()
     {
         const auto resource = std::make_shared<int>();
-        Toolbar toolbar(nullptr, ExpandHorizontal);
+        Row toolbar;
         int calls = 0;
-        delete toolbar.addButtonWithText(
-            "gone", "1", "", [resource] {}, 1);
+        delete toolbar.add("gone", [resource] {});
         QCOMPARE(resource.use_count(), 1L); // Its function has gone, too.
-        toolbar.addButtonWithText(
-            "left", "2", "", [&] { ++calls; }, 1);
+        toolbar.add("left", [&] { ++calls; });
 
         toolbar.setButtonsEnabled(false, 1);
-        QVERIFY(!isEnabled(toolbar, "left"));
+        QVERIFY(!toolbar.isEnabled("left"));
         toolbar.setButtonsEnabled(true, 1);
         toolbar.findChild<QPushButton*>("left")->click();
         QCOMPARE(calls, 1);
@@ -333,9 +335,8 @@ private Q_SLOTS:
     {
         QWidget other;
         int calls = 0;
-        auto toolbar = std::make_unique<Toolbar>(nullptr, ExpandHorizontal);
-        auto* button = toolbar->addButtonWithText(
-            "x", "1", "", [&] { ++calls; }, 1);
+        auto toolbar = std::make_unique<Row>();
+        auto* button = toolbar->add("x", [&] { ++calls; });
         button->setParent(&other);
         button->click();
         QCOMPARE(calls, 1);
@@ -344,12 +345,11 @@ private Q_SLOTS:
         QCOMPARE(calls, 1);
     }
 
-    void whoeverHearsOfAButtonsEndMayClearTheToolbar()
+    void theEndOfAButtonMayClearTheToolbar()
     {
-        Toolbar toolbar(nullptr, ExpandHorizontal);
+        Row toolbar;
         for (const char* id : {"a", "b", "c"}) {
-            connect(toolbar.addButtonWithText(id, id, "", {}, 1), &QObject::destroyed, &toolbar,
-                [&] { toolbar.clear(); });
+            connect(toolbar.add(id), &QObject::destroyed, &toolbar, [&] { toolbar.clear(); });
         }
         toolbar.clear();
         QCOMPARE(toolbar.layout()->count(), 0);
@@ -373,18 +373,13 @@ private Q_SLOTS:
     {
         QFETCH(QStringList, ids);
         QFETCH(End, end);
-        const QPointer<Toolbar> toolbar(new Toolbar(nullptr, ExpandHorizontal));
+        const QPointer<Row> toolbar(new Row);
         int ended = 0;
-        const auto onEnd = [&](const int* held) {
-            delete held;
-            ++ended;
-            toolbar->setButtonsEnabled(false, 1);
-            toolbar->clear();
-        };
         for (const QString& id : ids) {
-            const std::shared_ptr<const int> resource(new int, onEnd);
-            toolbar->addButtonWithText(
-                id.toStdString(), id, "", [resource] {}, 1);
+            toolbar->add(id.toStdString(), thatEndsWith(ended, [&] {
+                toolbar->setButtonsEnabled(false, 1);
+                toolbar->clear();
+            }));
         }
         end(toolbar);
         QCOMPARE(ended, ids.size());
@@ -396,28 +391,20 @@ private Q_SLOTS:
     // Not so if a single button is deleted: it is the toolbar's child until then.
     void theEndOfAFunctionMayDestroyAToolbarThatIsCleared()
     {
-        const QPointer<Toolbar> toolbar(new Toolbar(nullptr, ExpandHorizontal));
+        const QPointer<Row> toolbar(new Row);
         int ended = 0;
-        const auto onEnd = [&](const int* held) {
-            delete held;
-            ++ended;
-            delete toolbar;
-        };
-        for (const char* id : {"a", "b", "c"}) {
-            const std::shared_ptr<const int> resource(new int, onEnd);
-            toolbar->addButtonWithText(
-                id, id, "", [resource] {}, 1);
-        }
+        for (const char* id : {"a", "b", "c"})
+            toolbar->add(id, thatEndsWith(ended, [&] { delete toolbar; }));
         toolbar->clear();
         QCOMPARE(ended, 3);
         QVERIFY(!toolbar);
     }
 
-    void whoeverHearsOfALostFocusMayClearTheToolbar()
+    void aLostFocusMayClearTheToolbar()
     {
-        Toolbar toolbar(nullptr, ExpandHorizontal);
+        Row toolbar;
         for (const char* id : {"a", "b", "c"})
-            toolbar.addButtonWithText(id, id, "", {}, 1);
+            toolbar.add(id);
         toolbar.show();
         QVERIFY(QTest::qWaitForWindowActive(&toolbar));
         toolbar.findChild<QPushButton*>("b")->setFocus();
