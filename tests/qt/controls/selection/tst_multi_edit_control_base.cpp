@@ -108,41 +108,25 @@ private Q_SLOTS:
     void setCanBeSavedStoresIdAndFunctions()
     {
         MultiEditValue control(&vrn::any_differ<bool>);
-        int saved = 0;
-        int loaded = 0;
-        const KeyValueStorage* given = nullptr;
-        control.setCanBeSaved(
-            "depth",
-            [&](KeyValueStorage& storage) {
-                ++saved;
-                given = &storage;
-                return true;
-            },
-            [&](const KeyValueStorage& storage) {
-                ++loaded;
-                given = &storage;
-            });
-        QVERIFY(control.canBeSaved());
-        QCOMPARE(control.getStorageId(), std::string("depth"));
-        QCOMPARE(saved + loaded, 0);
-
-        KeyValueStorage storage;
-        QVERIFY(control.save(storage));
-        QCOMPARE(saved, 1);
-        QCOMPARE(given, static_cast<const KeyValueStorage*>(&storage));
-        given = nullptr;
-        control.load(storage);
-        QCOMPARE(loaded, 1);
-        QCOMPARE(given, static_cast<const KeyValueStorage*>(&storage));
-    }
-
-    void saveReturnsWhatTheSaverReturns()
-    {
-        MultiEditValue control(&vrn::any_differ<bool>);
-        KeyValueStorage storage;
         for (const bool result : {true, false}) {
-            control.setCanBeSaved("id", [result](KeyValueStorage&) { return result; }, {});
+            QList<const KeyValueStorage*> saved;
+            QList<const KeyValueStorage*> loaded;
+            control.setCanBeSaved(
+                "depth",
+                [&, result](KeyValueStorage& storage) {
+                    saved << &storage;
+                    return result;
+                },
+                [&](const KeyValueStorage& storage) { loaded << &storage; });
+            QVERIFY(control.canBeSaved());
+            QCOMPARE(control.getStorageId(), std::string("depth"));
+            QVERIFY(saved.isEmpty() && loaded.isEmpty());
+
+            KeyValueStorage storage;
             QCOMPARE(control.save(storage), result);
+            QCOMPARE(saved, QList<const KeyValueStorage*>{&storage});
+            control.load(storage);
+            QCOMPARE(loaded, QList<const KeyValueStorage*>{&storage});
         }
     }
 
