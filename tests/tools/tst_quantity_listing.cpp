@@ -2,32 +2,17 @@
 
 #include "support/test_main.h"
 #include "support/test_object.h"
+#include "units/table_file.h"
 
-#include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QMap>
 #include <QRegularExpression>
 
+using vrn::test::readTable;
 using vrn::test::runQuantity;
 
 namespace {
-
-/// The rows of a table under tests/units/data, by columns.
-QList<QStringList> readTable(const QString& name)
-{
-    QFile file(QStringLiteral(VRN_UNITS_DATA) + '/' + name);
-    QList<QStringList> rows;
-    if (!file.open(QIODevice::ReadOnly))
-        return rows;
-    const auto lines = QString::fromUtf8(file.readAll()).split('\n');
-    for (const QString& line : lines) {
-        if (!line.isEmpty() && !line.startsWith('#'))
-            rows.append(line.split('\t'));
-    }
-    return rows;
-}
 
 QJsonArray listAsJson(const QString& table)
 {
@@ -75,7 +60,7 @@ private Q_SLOTS:
         QCOMPARE(int(rows.size()), 399);
         QCOMPARE(int(units.size()), 399);
         for (int i = 0; i < units.size(); ++i) {
-            const QStringList row = rows[i];
+            const QStringList row = rows.at(static_cast<std::size_t>(i));
             const int id = row[0].toInt();
             QJsonArray alternatives;
             if (id == 213)
@@ -108,23 +93,6 @@ private Q_SLOTS:
         QVERIFY(!factors.hasNext());
     }
 
-    void symbolsGiveTheSameSymbolGroups()
-    {
-        QMap<QString, QJsonArray> idsBySymbol;
-        for (const auto unit : listAsJson("units"))
-            idsBySymbol[unit.toObject()["symbol"].toString()].append(unit.toObject()["id"]);
-        QMap<QString, QJsonArray> groups;
-        for (auto at = idsBySymbol.constBegin(); at != idsBySymbol.constEnd(); ++at) {
-            if (at->size() > 1)
-                groups.insert(at.key(), at.value());
-        }
-        QMap<QString, QJsonArray> expected;
-        for (const QStringList& row : readTable("same_symbol_groups.tsv"))
-            expected.insert(row[0], toNumbers(row[1]));
-        QCOMPARE(int(expected.size()), 53);
-        QCOMPARE(groups, expected);
-    }
-
     void kindsAreTheTable()
     {
         const auto rows = readTable("unit_sets.tsv");
@@ -132,7 +100,7 @@ private Q_SLOTS:
         QCOMPARE(int(rows.size()), 135);
         QCOMPARE(int(kinds.size()), 135);
         for (int i = 0; i < kinds.size(); ++i) {
-            const QStringList row = rows[i];
+            const QStringList row = rows.at(static_cast<std::size_t>(i));
             const QJsonObject expected{
                 {"id", row[0].toInt()},
                 {"name", row[1]},
@@ -164,15 +132,16 @@ private Q_SLOTS:
         const auto units = readTable("units.tsv");
         const auto unitLines = linesOf("units");
         QCOMPARE(int(unitLines.size()), int(units.size()));
-        for (int i = 0; i < units.size(); ++i) {
+        for (int i = 0; i < unitLines.size(); ++i) {
             const auto columns = unitLines[i].split('\t');
+            const QStringList& row = units.at(static_cast<std::size_t>(i));
             QCOMPARE(int(columns.size()), 7);
-            QCOMPARE(columns[0], units[i][0]);
-            QCOMPARE(columns[1], unquoted(units[i][5]));
-            QCOMPARE(columns[3].toDouble(), units[i][4].toDouble());
-            QCOMPARE(columns[4], units[i][1]);
-            QCOMPARE(columns[5], units[i][3]);
-            QCOMPARE(columns[6], units[i][2]);
+            QCOMPARE(columns[0], row[0]);
+            QCOMPARE(columns[1], unquoted(row[5]));
+            QCOMPARE(columns[3].toDouble(), row[4].toDouble());
+            QCOMPARE(columns[4], row[1]);
+            QCOMPARE(columns[5], row[3]);
+            QCOMPARE(columns[6], row[2]);
         }
         QStringList kinds;
         for (const QStringList& row : readTable("unit_sets.tsv"))

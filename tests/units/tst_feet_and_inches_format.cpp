@@ -90,7 +90,7 @@ private Q_SLOTS:
     {
         columns<double, int, QString>("feet", "denominator", "text");
         row("the highest", 2147483647.5, 2, "2147483647' 6 ''");
-        row("behind the highest", 2147483648.0, 2, "2147483648.00 ft");
+        row("above the highest", 2147483648.0, 2, "2147483648.00 ft");
         row("the lowest", -2147483648.5, 2, "-2147483648' -6 ''");
         row("below the lowest", -2147483650.0, 2, "-2147483650.00 ft");
         row("infinity", infinite, 8, "inf ft");
@@ -190,28 +190,6 @@ private Q_SLOTS:
         expectAssert(expression.toStdString(), {"q.unit_id"});
         QCOMPARE(formatted(contextOf(id, unit, 8), id, 1.0), "");
         QCOMPARE(QString::fromStdString(asserts().last().file), file);
-    }
-
-    void whatIsWrittenIsReadBack_data()
-    {
-        columns<int, double>("unit", "inches");
-        row("feet, inches and a fraction", 215, 15.5);
-        row("feet alone", 215, 24.0);
-        row("a fraction of an inch alone", 215, 0.125);
-        row("inches and a fraction", 216, 15.5);
-        row("a fraction of an inch", 216, 0.125);
-        row("more feet than 32 bits hold", 215, 12.0 * 3e9);
-    }
-    void whatIsWrittenIsReadBack()
-    {
-        QFETCH(int, unit);
-        QFETCH(double, inches);
-        const Context context = contextOf(UnitId::GEO_LENGTH, unit, 8);
-        const auto& locale = std::locale::classic();
-        const auto text = context.format({UnitId::GEO_LENGTH, inches * 0.0254}, locale);
-        const auto parsed = context.parse(text, UnitId::GEO_LENGTH, locale);
-        QVERIFY(parsed);
-        QCOMPARE(parsed->value, inches * 0.0254);
     }
 };
 

@@ -108,7 +108,6 @@ private Q_SLOTS:
         row("the least double", "classic", "5e-324", 5e-324);
         row("half of the least double", "classic", "2e-324", 0);
         row("the greatest double", "classic", "1.7976931348623157e308", greatest);
-        row("rounded to the greatest double", "classic", "1.7976931348623158e308", greatest);
         row("halfway between two doubles", "classic", "9007199254740993", 9007199254740992);
         row("digits of another script", "classic", "\u0661", 0);
         row("a decimal comma", "German", "1,5", 1.5);

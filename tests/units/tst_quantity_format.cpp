@@ -40,7 +40,7 @@ private Q_SLOTS:
     {
         columns<double, int, QString>("value", "precision", "text");
         row("as many digits as the precision says", 12.5, 3, "12.500 kN");
-        row("no point without digits behind it", 12.0, 0, "12 kN");
+        row("no point without digits after it", 12.0, 0, "12 kN");
         row("a half goes to the even digit", 12.5, 0, "12 kN");
         row("a negative value", -0.25, 1, "-0.2 kN");
         row("a negative zero keeps its sign", -0.0, 2, "-0.00 kN");
@@ -274,43 +274,21 @@ private Q_SLOTS:
         }
     }
 
-    void aDisplayUnitOfAnotherKindIsRefused()
+    void aDisplayUnitThatTheKindDoesNotListIsReportedAndRefused_data()
     {
-        const Context context(0, {{UnitId::GEO_LENGTH, unitFormat(62, 2)}});
-        expectAssert("can_convert(q.unit_id, unit_id)", {"q.unit_id", "unit_id"});
-        QCOMPARE(
-            thrownText<std::invalid_argument>([&] { formatted(context, UnitId::GEO_LENGTH, 1.0); }),
-            "Incompatible units.");
+        columns<int, int>("system", "set");
+        row("by an override to another kind", 0, 1001);
+        row("by the default of MAT_ELSUP_M3", 7, 1100);
+        row("by the default of INERTIA_POINT", 7, 1182);
     }
-
-    void aDefaultThatItsSetDoesNotListCannotBeShown_data()
+    void aDisplayUnitThatTheKindDoesNotListIsReportedAndRefused()
     {
-        columns<int>("set");
-        row("MAT_ELSUP_M3", 1100);
-        row("INERTIA_POINT", 1182);
-    }
-    void aDefaultThatItsSetDoesNotListCannotBeShown()
-    {
+        QFETCH(int, system);
         QFETCH(int, set);
+        const Context context(system, {{UnitId::GEO_LENGTH, unitFormat(62, 2)}});
         expectAssert("can_convert(q.unit_id, unit_id)", {"q.unit_id", "unit_id"});
-        QCOMPARE(thrownText<std::invalid_argument>([&] { formatted(Context(7), set, 1.0); }),
+        QCOMPARE(thrownText<std::invalid_argument>([&] { formatted(context, set, 1.0); }),
             "Incompatible units.");
-    }
-
-    void unknownIdsAreRefused_data()
-    {
-        columns<int, QString>("id", "message");
-        // The formats take an id below 1000 for a unit; its factor is missed first.
-        row("a gap among the units", 12, "unit_id");
-        row("a gap among the sets", 1035, "Invalid unit id.");
-        row("a negative id", -1, "Invalid unit id.");
-    }
-    void unknownIdsAreRefused()
-    {
-        QFETCH(int, id);
-        QFETCH(QString, message);
-        QCOMPARE(
-            thrownText<std::invalid_argument>([&] { formatted(Context(), id, 1.0); }), message);
     }
 };
 

@@ -198,7 +198,8 @@ private Q_SLOTS:
         row("four marks", "1''''", 1);
         row("an overflow", "1e999'0''", greatest);
         row("infinite inches", "1' 1/0''", infinity);
-        row("line breaks around", "\n1' 6''\n", 1.5);
+        // They belong to the white space around, and not to a group.
+        row("line breaks around", "\r\n1' 6''\r\n", 1.5);
         row("the last words count", "1ft2ft6in", 1.5);
         row("words of the other way before the marks", "1ft 2in' 6''", 1.5);
         add_refused_row("feet alone", "1'");
@@ -232,48 +233,6 @@ private Q_SLOTS:
         QCOMPARE(unit_of(length), unit);
         if (length)
             QVERIFY2(nearly(length->value, value), QByteArray::number(length->value, 'g', 17));
-    }
-
-    void aLineBreakMayStandAtTheEndsOfAGroup()
-    {
-        // It belongs to the white space around, and not to the group.
-        const auto length = detail::read_feet_and_inches(L"\r\n2' 6''\r\n", std::locale::classic());
-        QVERIFY(length);
-        QCOMPARE(length->value, 2.5);
-    }
-
-    void aFieldTakesAllWaysToWriteALength_data()
-    {
-        columns<QString, double>("text", "metres");
-        row("feet and inches in a metric field", "1' 6''", 0.4572);
-        row("feet alone", "1'", 0.3048);
-        row("inches alone", "5''", 0.127);
-        row("inches and a fraction", "1 1/2''", 0.0381);
-        row("the word for inches", "1 1/2 in", 0.0381);
-        row("a metric length", "5 mm", 0.005);
-        row("a number in the display unit", "12", 12.0);
-    }
-    void aFieldTakesAllWaysToWriteALength()
-    {
-        QFETCH(QString, text);
-        QFETCH(double, metres);
-        const auto length = Context().parse(
-            text.toStdWString(), UnitId::GEO_LENGTH, std::locale::classic());
-        QVERIFY(length);
-        QCOMPARE(unit_of(length), static_cast<int>(UnitId::GEO_LENGTH));
-        QVERIFY2(nearly(length->value, metres), QByteArray::number(length->value, 'g', 17));
-    }
-
-    void aFieldRefusesAHyphenBetweenFeetAndInches()
-    {
-        QVERIFY(!Context().parse(L"1'-3 1/2''", UnitId::GEO_LENGTH, std::locale::classic()));
-    }
-
-    // Any word before "in" would else be read as no inches.
-    void noParserOfInchesTakesAWordForANumber()
-    {
-        QVERIFY(!Context().parse(L"main", UnitId::GEO_LENGTH, std::locale::classic()));
-        QVERIFY(!Context().parse(L"a''", UnitId::GEO_LENGTH, std::locale::classic()));
     }
 
     // A match gives the whole text and each group. The parser of inches asks for three

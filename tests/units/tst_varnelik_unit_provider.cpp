@@ -14,7 +14,7 @@ class TestVarnelikUnitProvider : public TestObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void knowsUnitsAndSets_data()
+    void knowsUnitsAndSetsAndRefusesOtherIds_data()
     {
         columns<int, bool>("id", "known");
         row("the first unit", 0, true);
@@ -25,43 +25,32 @@ private Q_SLOTS:
         row("the gap at 294", 294, false);
         row("the gap at 360", 360, false);
         row("the gap at 394", 394, false);
-        row("behind the last unit", 404, false);
+        row("after the last unit", 404, false);
         row("below the first set", 999, false);
         row("the first set", 1000, true);
         row("a gap among the sets", 1035, false);
         row("the last set", 1291, true);
-        row("behind the last set", 1292, false);
+        row("after the last set", 1292, false);
         row("a negative id", -1, false);
         row("the lowest id", std::numeric_limits<int>::min(), false);
         row("the highest id", std::numeric_limits<int>::max(), false);
     }
-    void knowsUnitsAndSets()
+    void knowsUnitsAndSetsAndRefusesOtherIds()
     {
         QFETCH(int, id);
         QFETCH(bool, known);
-        QCOMPARE(VarnelikUnitProvider().is_known(unitId(id)), known);
-    }
-
-    void everyGetterRefusesAnUnknownId_data()
-    {
-        columns<int>("id");
-        row("a gap among the units", 12);
-        row("a gap among the sets", 1106);
-        row("a negative id", -1);
-        row("the lowest id", std::numeric_limits<int>::min());
-        row("the highest id", std::numeric_limits<int>::max());
-    }
-    void everyGetterRefusesAnUnknownId()
-    {
-        QFETCH(int, id);
         const VarnelikUnitProvider units;
         const auto unit = unitId(id);
+        QCOMPARE(units.is_known(unit), known);
+        // A set is known, but has no alternative symbols.
+        const QString refusal = known ? QString() : "unit_id";
+        const QString refusalOfSets = id >= 1000 ? "unit_id" : refusal;
         using Error = std::invalid_argument;
-        QCOMPARE(thrownText<Error>([&] { units.get_dimension(unit); }), "unit_id");
-        QCOMPARE(thrownText<Error>([&] { units.get_factor(unit); }), "unit_id");
-        QCOMPARE(thrownText<Error>([&] { units.get_symbol(unit); }), "unit_id");
-        QCOMPARE(thrownText<Error>([&] { units.get_alternative_symbols(unit); }), "unit_id");
-        QCOMPARE(thrownText<Error>([&] { units.get_compatible_units(unit); }), "unit_id");
+        QCOMPARE(thrownText<Error>([&] { units.get_dimension(unit); }), refusal);
+        QCOMPARE(thrownText<Error>([&] { units.get_factor(unit); }), refusal);
+        QCOMPARE(thrownText<Error>([&] { units.get_symbol(unit); }), refusal);
+        QCOMPARE(thrownText<Error>([&] { units.get_alternative_symbols(unit); }), refusalOfSets);
+        QCOMPARE(thrownText<Error>([&] { units.get_compatible_units(unit); }), refusal);
     }
 
     void allIdsAreUnitsThenSetsInTableOrder()
@@ -84,11 +73,8 @@ private Q_SLOTS:
         QCOMPARE(units.get_symbol(UnitId::KIP), std::string("kip"));
         QVERIFY(units.get_alternative_symbols(UnitId::KIP).empty());
         QVERIFY(units.get_compatible_units(UnitId::KIP).empty());
-    }
-
-    void theBaseFlagIsNoPartOfTheDimension()
-    {
-        QCOMPARE(VarnelikUnitProvider().get_dimension(UnitId::KILONEWTON), 0x011E01U);
+        // The flag of a base unit is not a part of its dimension.
+        QCOMPARE(units.get_dimension(UnitId::KILONEWTON), 0x011E01U);
     }
 
     void aSetHasItsFirstUnitsDimensionTheFactorOneAndNoSymbol()
@@ -99,13 +85,6 @@ private Q_SLOTS:
         QCOMPARE(units.get_dimension(UnitId::TEMP_DIFF), 0x100000U);
         QCOMPARE(units.get_factor(UnitId::TENDON_FORCE), 1.0);
         QVERIFY(units.get_symbol(UnitId::TENDON_FORCE).empty());
-    }
-
-    void aSetHasNoAlternativeSymbols()
-    {
-        QCOMPARE(thrownText<std::invalid_argument>(
-                     [] { VarnelikUnitProvider().get_alternative_symbols(UnitId::GEO_LENGTH); }),
-            "unit_id");
     }
 };
 
