@@ -1,11 +1,11 @@
 #include <vrn/qt/unit_validator.h>
-#include <vrn/units/units.h>
 
 #include <QMap>
 
 #include "document_table.h"
 #include "support/test_main.h"
 #include "support/test_object.h"
+#include "units/unit_test_support.h"
 
 #include <cmath>
 #include <locale>
@@ -15,17 +15,13 @@ using namespace vrn::units;
 using vrn::qt::UnitValidator;
 using vrn::test::codeOf;
 using vrn::test::tableRows;
+using vrn::test::unitId;
 
 namespace {
 
 constexpr std::bitset<32> noFlags;
 constexpr double minimum = -1e12;
 constexpr double maximum = 1e12;
-
-UnitId::UnitId unitId(int id)
-{
-    return static_cast<UnitId::UnitId>(id);
-}
 
 const std::vector<UnitRecord>& units()
 {

@@ -1,5 +1,6 @@
 #include "formatting/number_reader_p.h"
 #include "punctuation.h"
+#include "quantity_comparison.h"
 #include "quantity_text_generator.h"
 #include "reference_quantity_reader.h"
 
@@ -9,27 +10,13 @@
 #include "support/test_object.h"
 
 #include <cstring>
-#include <limits>
 #include <random>
 #include <utility>
 
+using namespace vrn::test;
 using namespace vrn::units::detail;
-using vrn::test::columns;
-using vrn::test::Punctuation;
-using vrn::test::row;
 
 namespace {
-
-constexpr std::size_t mebi = 1024 * 1024;
-constexpr double infinity = std::numeric_limits<double>::infinity();
-constexpr double not_a_number = std::numeric_limits<double>::quiet_NaN();
-constexpr double greatest = std::numeric_limits<double>::max();
-
-/// Whether both have the same bits, or both are not-a-number.
-bool identical(double left, double right)
-{
-    return (left != left && right != right) || std::memcmp(&left, &right, sizeof left) == 0;
-}
 
 const std::vector<std::pair<const char*, std::locale>>& locales()
 {
@@ -65,7 +52,7 @@ void add_locale_rows()
 
 } // namespace
 
-class TestNumberReader : public vrn::test::TestObject
+class TestNumberReader : public TestObject
 {
     Q_OBJECT
 
@@ -126,7 +113,7 @@ private Q_SLOTS:
         const std::locale where = locale_named(locale);
         const double read = NumberReader(where).read_decimal(wide);
         QVERIFY2(identical(read, value), QByteArray::number(read, 'g', 17));
-        QVERIFY(identical(vrn::test::reference_stream_number(wide, locale_named(locale)), value));
+        QVERIFY(identical(reference_stream_number(wide, locale_named(locale)), value));
     }
 
     void readsFractions_data()
@@ -174,7 +161,7 @@ private Q_SLOTS:
     {
         QFETCH(QByteArray, locale);
         const std::locale where = locale_named(locale);
-        std::mt19937 random(vrn::test::randomSeed());
+        std::mt19937 random(randomSeed());
         const std::wstring characters = L"0123456789012345678901234567890123456789....,,''-+eE /";
         for (int i = 0; i < 20000; ++i) {
             std::wstring text;
@@ -182,15 +169,15 @@ private Q_SLOTS:
                 text += characters[random() % characters.size()];
             const double stream = NumberReader(where).read_decimal(text);
             const double number = NumberReader(where).read(text);
-            if (!identical(stream, vrn::test::reference_stream_number(text, where))
-                || !identical(number, vrn::test::reference_number(text, where)))
+            if (!identical(stream, reference_stream_number(text, where))
+                || !identical(number, reference_number(text, where)))
                 QFAIL(qPrintable(QString::fromStdWString(text)));
         }
     }
 
     void agreesWithAStreamOnEachDoubleItWrites()
     {
-        std::mt19937_64 random(vrn::test::randomSeed());
+        std::mt19937_64 random(randomSeed());
         for (int i = 0; i < 20000; ++i) {
             const std::uint64_t bits = random();
             double value = 0;
@@ -200,7 +187,7 @@ private Q_SLOTS:
             const std::wstring text =
                 QString::number(value, 'g', static_cast<int>(1 + random() % 20)).toStdWString();
             const double read = NumberReader(std::locale::classic()).read_decimal(text);
-            if (!identical(read, vrn::test::reference_stream_number(text, std::locale::classic())))
+            if (!identical(read, reference_stream_number(text, std::locale::classic())))
                 QFAIL(qPrintable(QString::fromStdWString(text)));
         }
     }

@@ -1,5 +1,6 @@
 #include "formatting/quantity_reader_p.h"
 #include "formatting/subject_p.h"
+#include "quantity_comparison.h"
 #include "reference_quantity_reader.h"
 
 #include <vrn/units/context.h>
@@ -10,34 +11,16 @@
 #include "support/test_main.h"
 #include "support/test_object.h"
 
-#include <cmath>
-#include <limits>
 #include <map>
 #include <set>
 
+using namespace vrn::test;
 using namespace vrn::units;
-using vrn::test::ReferenceQuantityReader;
 
 namespace {
 
-constexpr std::size_t mebi = 1024 * 1024;
-constexpr int none = -1;
-/// A longer text overflows the stack of the reference.
-constexpr int longest_for_the_reference = 64;
 /// The longest that a mebi may take in what is shipped.
 constexpr int most_milliseconds = 20;
-constexpr double greatest = std::numeric_limits<double>::max();
-
-/// Equal to the last digit but one, to spare the rows the rounding of sums.
-bool nearly(double left, double right)
-{
-    return left == right || std::abs(left - right) <= 1e-15 * std::abs(right);
-}
-
-int unit_of(const boost::optional<IConverter::quantity>& quantity)
-{
-    return quantity ? static_cast<int>(quantity->unit_id) : none;
-}
 
 /// The part over and over, up to `size` characters.
 std::wstring repeated(const std::wstring& part, std::size_t size)
@@ -52,7 +35,7 @@ std::wstring repeated(const std::wstring& part, std::size_t size)
 } // namespace
 
 /// Texts of a mebi, which a matcher that backtracks or recurses does not survive.
-class TestQuantityLongText : public vrn::test::TestObject
+class TestQuantityLongText : public TestObject
 {
     Q_OBJECT
 
@@ -66,7 +49,7 @@ private Q_SLOTS:
         QTest::addColumn<bool>("is_length");
         QTest::addColumn<double>("feet");
         std::map<QByteArray, QString> hostile;
-        for (const auto& [name, text] : vrn::test::hostileTexts()) {
+        for (const auto& [name, text] : hostileTexts()) {
             if (text.size() > longest_for_the_reference)
                 hostile.emplace(name, text);
         }
@@ -214,8 +197,8 @@ private:
             QCOMPARE(length->value, sample_length->value);
 
         const Context context;
-        vrn::test::verifyTakesAtMost(vrn::test::timeLimitMs(most_milliseconds),
-            "a field of lengths", [&] { context.parse(text, UnitId::GEO_LENGTH, where); });
+        verifyTakesAtMost(timeLimitMs(most_milliseconds), "a field of lengths",
+            [&] { context.parse(text, UnitId::GEO_LENGTH, where); });
     }
 
     const detail::SymbolMap m_symbols{VarnelikUnitProvider()};

@@ -1,6 +1,7 @@
 #include "formatting/quantity_reader_p.h"
 #include "other_units.h"
 #include "punctuation.h"
+#include "quantity_comparison.h"
 #include "reference_quantity_reader.h"
 
 #include <vrn/units/catalogue.h>
@@ -11,39 +12,12 @@
 #include "support/test_main.h"
 #include "support/test_object.h"
 
-#include <cmath>
-#include <limits>
 #include <map>
 
+using namespace vrn::test;
 using namespace vrn::units;
-using vrn::test::columns;
-using vrn::test::OtherUnits;
-using vrn::test::Punctuation;
-using vrn::test::ReferenceQuantityReader;
-using vrn::test::row;
 
 namespace {
-
-constexpr std::size_t mebi = 1024 * 1024;
-constexpr int none = -1;
-/// A longer text overflows the stack of the reference.
-constexpr int longest_for_the_reference = 64;
-constexpr double greatest = std::numeric_limits<double>::max();
-constexpr double infinity = std::numeric_limits<double>::infinity();
-constexpr double not_a_number = std::numeric_limits<double>::quiet_NaN();
-
-/// Equal to the last digit but one, to spare the rows the rounding of sums.
-bool nearly(double left, double right)
-{
-    if (std::isnan(left) || std::isnan(right))
-        return std::isnan(left) && std::isnan(right);
-    return left == right || std::abs(left - right) <= 1e-15 * std::abs(right);
-}
-
-int unit_of(const boost::optional<IConverter::quantity>& quantity)
-{
-    return quantity ? static_cast<int>(quantity->unit_id) : none;
-}
 
 void add_quantity_columns()
 {
@@ -64,7 +38,7 @@ void add_refused_row(const char* name, const char* text)
 
 } // namespace
 
-class TestQuantityReader : public vrn::test::TestObject
+class TestQuantityReader : public TestObject
 {
     Q_OBJECT
 
@@ -128,7 +102,7 @@ private Q_SLOTS:
         add_row("a denominator of 0", "1/0", infinity, 1);
         add_row("0/00 is a fraction and no unit", "5 0/00", not_a_number, 1);
         add_row("0/0 is a fraction and no unit", "5 0/0", not_a_number, 1);
-        add_row("a number that overflows", "1e999", std::numeric_limits<double>::max(), 1);
+        add_row("a number that overflows", "1e999", greatest, 1);
         add_row("a number that underflows", "1e-999", 0, 1);
     }
     void readsANumberAlone() { check_reading(); }
@@ -247,8 +221,7 @@ private Q_SLOTS:
     {
         QFETCH(QString, expression);
         QFETCH(QString, text);
-        const auto groups = vrn::test::reference_match(
-            expression.toStdWString(), text.toStdWString());
+        const auto groups = reference_match(expression.toStdWString(), text.toStdWString());
         QVERIFY(groups);
         QCOMPARE(groups->size(), std::size_t(1));
         QCOMPARE(QString::fromStdWString(groups->front().text), QString("3 1/2"));
@@ -296,7 +269,7 @@ private Q_SLOTS:
     void answersAnyShortTextThatIsPasted_data()
     {
         QTest::addColumn<QString>("text");
-        for (const auto& [name, text] : vrn::test::hostileTexts()) {
+        for (const auto& [name, text] : hostileTexts()) {
             if (text.size() <= longest_for_the_reference)
                 QTest::newRow(name) << text;
         }

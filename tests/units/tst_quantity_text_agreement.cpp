@@ -2,6 +2,7 @@
 #include "formatting/quantity_reader_p.h"
 #include "other_units.h"
 #include "punctuation.h"
+#include "quantity_comparison.h"
 #include "quantity_text_generator.h"
 #include "reference_quantity_reader.h"
 
@@ -12,7 +13,6 @@
 #include "support/test_object.h"
 
 #include <algorithm>
-#include <cstring>
 
 using namespace vrn::units;
 using vrn::test::Punctuation;
@@ -35,9 +35,7 @@ bool same(const boost::optional<IConverter::quantity>& left,
 {
     if (!left || !right)
         return !left && !right;
-    return left->unit_id == right->unit_id
-        && (std::memcmp(&left->value, &right->value, sizeof left->value) == 0
-            || (left->value != left->value && right->value != right->value));
+    return left->unit_id == right->unit_id && vrn::test::identical(left->value, right->value);
 }
 
 /// The number, and the parts of the spelling with the slashes between them.
