@@ -84,7 +84,7 @@ private Q_SLOTS:
         QCOMPARE(box.sizeAdjustPolicy(), QComboBox::AdjustToContentsOnFirstShow);
     }
 
-    void theVariousEntryGoesBehindTheOthers()
+    void theVariousEntryIsTheLast()
     {
         Box box;
         box.addVarious(true);
@@ -93,13 +93,13 @@ private Q_SLOTS:
         QCOMPARE(box.getCurrentId(), variousId());
     }
 
-    void addedWithoutSelectingItTheCurrentRowStays_data()
+    void theCurrentRowStaysWhenTheEntryIsAddedOnly_data()
     {
         columns<bool>("editable");
         row("in a list", false);
         row("in an editable box", true);
     }
-    void addedWithoutSelectingItTheCurrentRowStays()
+    void theCurrentRowStaysWhenTheEntryIsAddedOnly()
     {
         QFETCH(bool, editable);
         Box box(editable);
@@ -118,7 +118,7 @@ private Q_SLOTS:
         QCOMPARE(empty.currentText(), QString(editable ? "typed" : ""));
     }
 
-    void addedTwiceThereIsOneEntry()
+    void theEntryIsAddedOnce()
     {
         Box box;
         box.addVarious(true);
@@ -130,7 +130,7 @@ private Q_SLOTS:
         QCOMPARE(box.currentIndex(), 1);
     }
 
-    void removedItShowsWhatWasShownBefore_data()
+    void removingTheEntryShowsWhatWasShownBefore_data()
     {
         columns<bool, int, QString>("editable", "row", "typed");
         row("the first row", false, 0, QString());
@@ -140,7 +140,7 @@ private Q_SLOTS:
         row("a text over a row of an editable box", true, 1, QString("7.5"));
         row("a text over no row", true, -1, QString("7.5"));
     }
-    void removedItShowsWhatWasShownBefore()
+    void removingTheEntryShowsWhatWasShownBefore()
     {
         QFETCH(bool, editable);
         QFETCH(int, row);
@@ -158,7 +158,7 @@ private Q_SLOTS:
         QCOMPARE(box.rows(), QStringList({"a", "b", "c"}));
     }
 
-    void removedWhileAnotherRowIsCurrentThisStaysCurrent()
+    void removingTheEntryLeavesAnotherCurrentRow()
     {
         Box box;
         box.addVarious(true);
@@ -167,7 +167,7 @@ private Q_SLOTS:
         QCOMPARE(box.currentIndex(), 2);
     }
 
-    void removedThereMayBeNone()
+    void removingNoEntryChangesNothing()
     {
         Box box(true);
         box.setEditText("7.5");
@@ -177,41 +177,35 @@ private Q_SLOTS:
         VRN_QT4_ComboBox().removeVarious();
     }
 
-    void removedFromABoxWithoutRowsATypedTextStays()
+    void aTextTypedOverTheEntryStaysWhenItIsRemoved_data()
     {
-        VRN_QT4_ComboBox box;
-        box.setEditable(true);
-        box.addVarious(true);
-        box.setEditText("7.5");
-        box.removeVarious();
-        QCOMPARE(box.currentText(), QString("7.5"));
-        QCOMPARE(box.count(), 0);
+        columns<bool, bool>("hasRows", "selectedAgain");
+        row("in a box with rows", true, false);
+        row("in a box without rows", false, false);
+        row("when the entry has been selected again", true, true);
     }
-
     void aTextTypedOverTheEntryStaysWhenItIsRemoved()
     {
+        QFETCH(bool, hasRows);
+        QFETCH(bool, selectedAgain);
         Box box(true);
+        if (!hasRows)
+            box.clear();
+        const int before = box.currentIndex();
         box.addVarious(true);
         box.setEditText("7.5");
+        if (selectedAgain) {
+            box.addVarious(true);
+            QCOMPARE(box.getCurrentId(), variousId());
+            QCOMPARE(box.currentText(), various);
+        }
         box.removeVarious();
         QCOMPARE(box.currentText(), QString("7.5"));
-        QCOMPARE(box.currentIndex(), 1);
+        QCOMPARE(box.currentIndex(), before);
+        QCOMPARE(box.count(), hasRows ? 3 : 0);
     }
 
-    void selectedAgainOverATextThisTextComesBack()
-    {
-        Box box(true);
-        box.addVarious(true);
-        box.setEditText("7.5");
-        box.addVarious(true);
-        QCOMPARE(box.getCurrentId(), variousId());
-        QCOMPARE(box.currentText(), various);
-        box.removeVarious();
-        QCOMPARE(box.currentText(), QString("7.5"));
-        QCOMPARE(box.currentIndex(), 1);
-    }
-
-    void clearedTheBoxHasNoEntry()
+    void aClearedBoxHasNoEntry()
     {
         Box box;
         box.addVarious(true);
@@ -238,7 +232,7 @@ private Q_SLOTS:
         QCOMPARE(box.getCurrentId(), 3);
     }
 
-    void theIdIsNoRow()
+    void theIdIsNotARow()
     {
         QVERIFY(variousId() < -1);
         Box box;
@@ -263,7 +257,7 @@ private Q_SLOTS:
         QCOMPARE(box.getCurrentId(), 0);
     }
 
-    void addedOverItsOwnTextItLeavesTheRowBefore()
+    void anEntryOverItsOwnTextLeavesTheRowBefore()
     {
         Box box(true);
         box.setEditText(various);
@@ -327,7 +321,7 @@ private Q_SLOTS:
         QCOMPARE(box.lineEdit()->selectedText(), QString("*VERSCHIEDEN*"));
     }
 
-    void enterOverTheEntryIsNoPickOfIt()
+    void enterOnTheEntryDoesNotPickIt()
     {
         Box box(true);
         box.show();
@@ -342,7 +336,7 @@ private Q_SLOTS:
         QCOMPARE(box.currentIndex(), 2);
     }
 
-    void enterOnAnythingElseIsQts()
+    void enterOnAnythingElseIsLeftToQt()
     {
         Box box(true);
         box.show();

@@ -38,13 +38,28 @@ class TestConnect : public vrn::test::TestObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void byNameItConnectsAndSaysSo()
+    void byNameItConnectsAsOftenAsAskedAndSaysSo()
     {
         Bell button;
         Bell bell;
-        bool connected = vrn_connect(
+        const bool connected = vrn_connect(
             &button, SIGNAL(pressed()), &bell, SLOT(ring()), Qt::AutoConnection);
         QVERIFY(connected);
+        Q_EMIT button.pressed();
+        QCOMPARE(bell.rings, 1);
+        QVERIFY(vrn_connect(&button, SIGNAL(pressed()), &bell, SLOT(ring()), Qt::AutoConnection));
+        Q_EMIT button.pressed();
+        QCOMPARE(bell.rings, 3);
+    }
+
+    void byNameTheTypeMayBeLeftOut()
+    {
+        Door button;
+        Door bell;
+        static_assert(
+            std::is_same_v<decltype(vrn_connect(&button, SIGNAL(pressed()), &bell, SLOT(ring()))),
+                bool>);
+        QVERIFY(vrn_connect(&button, SIGNAL(pressed()), &bell, SLOT(ring())));
         Q_EMIT button.pressed();
         QCOMPARE(bell.rings, 1);
     }
@@ -60,28 +75,6 @@ private Q_SLOTS:
         QSignalSpy pressed(&bell, &Bell::pressed);
         Q_EMIT button.pressed();
         QCOMPARE(pressed.count(), 1);
-    }
-
-    void byNameTheTypeMayBeLeftOut()
-    {
-        Door button;
-        Door bell;
-        static_assert(
-            std::is_same_v<decltype(vrn_connect(&button, SIGNAL(pressed()), &bell, SLOT(ring()))),
-                bool>);
-        QVERIFY(vrn_connect(&button, SIGNAL(pressed()), &bell, SLOT(ring())));
-        Q_EMIT button.pressed();
-        QCOMPARE(bell.rings, 1);
-    }
-
-    void byNameAConnectionIsMadeAsOftenAsAsked()
-    {
-        Bell button;
-        Bell bell;
-        QVERIFY(vrn_connect(&button, SIGNAL(pressed()), &bell, SLOT(ring()), Qt::AutoConnection));
-        QVERIFY(vrn_connect(&button, SIGNAL(pressed()), &bell, SLOT(ring()), Qt::AutoConnection));
-        Q_EMIT button.pressed();
-        QCOMPARE(bell.rings, 2);
     }
 
     void byNameTheTypeCounts()

@@ -78,7 +78,7 @@ private Q_SLOTS:
     void whatIsNoFileIsNotFound_data()
     {
         columns<QString>("name");
-        row("a name that nobody has", "no-such-file.png");
+        row("a name that no file has", "no-such-file.png");
         row("an empty name", "");
         row("a folder", "../first");
         row("a name with a zero character", QString(QChar(0)));

@@ -17,13 +17,9 @@ private Q_SLOTS:
         QCOMPARE(label.parentWidget(), &parent);
         QCOMPARE(label.objectName(), QString("five"));
         QCOMPARE(label.windowType(), Qt::Tool);
-    }
-
-    void aNameIsNotNeeded()
-    {
-        const VRN_QT_Label label(Qt::RichText, "<b>5</b>", nullptr);
-        QCOMPARE(label.objectName(), QString());
-        QCOMPARE(label.textFormat(), Qt::RichText);
+        const VRN_QT_Label withoutName(Qt::RichText, "<b>5</b>", nullptr);
+        QCOMPARE(withoutName.objectName(), QString());
+        QCOMPARE(withoutName.textFormat(), Qt::RichText);
     }
 };
 
