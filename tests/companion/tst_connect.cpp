@@ -64,7 +64,7 @@ private Q_SLOTS:
         QCOMPARE(bell.rings, 1);
     }
 
-    // The declaration by which other code may keep its address.
+    // Other code may store its address with this declaration.
     void byNameItIsOneFunction()
     {
         bool (*const byName)(const QObject*, const char*, const QObject*, const char*,

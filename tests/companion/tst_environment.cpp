@@ -75,7 +75,7 @@ private Q_SLOTS:
         QCOMPARE(m_group.find(name.toStdWString()), toPath(m_folder->filePath("first/" + name)));
     }
 
-    void whatIsNoFileIsNotFound_data()
+    void whatIsNotAFileIsNotFound_data()
     {
         columns<QString>("name");
         row("a name that no file has", "no-such-file.png");
@@ -84,7 +84,7 @@ private Q_SLOTS:
         row("a name with a zero character", QString(QChar(0)));
         row("a name longer than a file system takes", QString(100000, 'x'));
     }
-    void whatIsNoFileIsNotFound()
+    void whatIsNotAFileIsNotFound()
     {
         QFETCH(QString, name);
         QVERIFY(m_group.find(name.toStdWString()).empty());

@@ -41,7 +41,7 @@ private Q_SLOTS:
         QVERIFY(!object.signalsBlocked());
     }
 
-    void theFormerStateComesBackAlsoOverAChangeMeanwhile()
+    void theFormerStateComesBackAfterAChangeInBetween()
     {
         QObject object;
         object.blockSignals(true);

@@ -37,10 +37,10 @@ private Q_SLOTS:
         QCOMPARE(QObject::tr("Beam"), QString::fromUtf8("Träger"));
     }
 
-    void aKeyWithoutAFileIsNoError()
+    void aKeyWithoutAFileIsNotAnError()
     {
         startApplication();
-        QVERIFY(VRN_QT_InitTranslator("vrn_nobody_has_this"));
+        QVERIFY(VRN_QT_InitTranslator("vrn_no_such_key"));
         QCOMPARE(QObject::tr("Column"), QString("Column"));
     }
 

@@ -6,8 +6,8 @@
 
 namespace vrn::test {
 
-/// The rows below the header cells `header` in docs/`document`, cell by cell; those of
-/// all tables with that header, in their order. Fails the test where there are none.
+/// The rows below the header cells `header` in docs/`document`, cell by cell. If several tables
+/// have that header, they follow one another. Fails the test if there are none.
 QList<QStringList> tableRows(const QString& document, const QStringList& header);
 
 /// What `cell` shows in its first pair of backticks; empty without one.

@@ -42,8 +42,8 @@ using Code = std::function<void()>;
 struct OfTheApplication
 {};
 
-/// Whether an exception is of a type and of none derived from it. What Boost throws has
-/// the place of the throw added to it.
+/// Whether an exception is exactly of a type. Boost throws a type derived from it, which
+/// adds the place of the throw.
 using IsOfType = bool (*)(const std::exception&);
 
 template <typename T>
@@ -139,8 +139,8 @@ void pickWhileItVaries()
     QMetaObject::invokeMethod(&picker, "onPick");
 }
 
-// What lies beyond a link to itself cannot be found out.
-void pickBehindALoop()
+// What a link to itself leads to cannot be found out.
+void pickBeyondALoop()
 {
     const QTemporaryDir folder;
     const QString loop = folder.filePath("loop");
@@ -204,7 +204,7 @@ const QMap<QString, QList<Code>>& cases()
         {"MultiEditFilePicker: its button is clicked while it varies", {&pickWhileItVaries}},
         {"MultiEditFilePicker that picks a folder for a file: its button is clicked, and it cannot "
          "be found out whether the folder exists",
-            {&pickBehindALoop}},
+            {&pickBeyondALoop}},
         {"MultiEditCheckBoxGroup: it is given an index past the end",
             {withGroupOfTwo([](auto& group) { group.getValue(2); }),
                 withGroupOfTwo([](auto& group) { group.setValue(2, true); }),
@@ -306,7 +306,7 @@ private Q_SLOTS:
         QFETCH(QString, type);
         QFETCH(QString, text);
         QVERIFY2(types().contains(type), qPrintable(type));
-        // What is reported besides is a matter of the tests of each class.
+        // The tests of each class look at the reports.
         const auto catcher = vrn::smartassert::set_assert_handler([](const auto&) {});
         const auto end = qScopeGuard([&] { vrn::smartassert::set_assert_handler(catcher); });
         const ThroughQt throughQt;
@@ -322,7 +322,7 @@ private Q_SLOTS:
         }
     }
 
-    void afterEnterAFieldIsInOrder_data()
+    void afterEnterAFieldStillWorks_data()
     {
         QTest::addColumn<IValidator::pointer>("validator");
         QTest::addColumn<QString>("text");
@@ -334,7 +334,7 @@ private Q_SLOTS:
         row("a kind without a text", new UnitValidator(Context(7), UnitId::INERTIA_POINT), "3 tm2");
         row("a value of another type", new NotAnInt, "1");
     }
-    void afterEnterAFieldIsInOrder()
+    void afterEnterAFieldStillWorks()
     {
         QFETCH(IValidator::pointer, validator);
         QFETCH(QString, text);
@@ -355,7 +355,7 @@ private Q_SLOTS:
         QVERIFY(field->isValueValid());
     }
 
-    void whatAFunctionThrowsGoesOn_data()
+    void whatAFunctionThrowsPasses_data()
     {
         columns<Code>("code");
         const auto fail = [](const auto&...) { throw OfTheApplication(); };
@@ -406,7 +406,7 @@ private Q_SLOTS:
             box->setChecked(true);
         }));
     }
-    void whatAFunctionThrowsGoesOn()
+    void whatAFunctionThrowsPasses()
     {
         QFETCH(Code, code);
         const ThroughQt throughQt;

@@ -40,7 +40,7 @@ QString symbolOf(int id)
     return QString::fromStdString(VarnelikUnitProvider().get_symbol(unitId(id)));
 }
 
-/// Fails the test where there is no such kind.
+/// Fails the test if there is no such kind.
 const UnitSetRow& kindOf(const QString& name)
 {
     const auto found = std::find_if(kinds().begin(), kinds().end(),
@@ -51,7 +51,7 @@ const UnitSetRow& kindOf(const QString& name)
     return kinds().front();
 }
 
-/// The one of its kind, or any of that symbol.
+/// The unit of that symbol that the kind lists.
 int unitOf(const QString& symbol, int kind)
 {
     for (const UnitId::UnitId id : VarnelikUnitProvider().get_compatible_units(unitId(kind))) {
@@ -98,7 +98,7 @@ Context contextOf(const QString& settings, int kind)
     return context;
 }
 
-/// What becomes of a text that was written for `value`, in the words of the page.
+/// How a text that was written for `value` is read back, in the words of the page.
 QString readBack(const Context& context, const std::wstring& text, double value, int kind,
     const std::locale& locale)
 {

@@ -31,8 +31,8 @@ using namespace vrn::test;
 namespace {
 
 /// A control in a window, and what is done to it. It has two values: the one that it shows
-/// when it is fresh, and another one. A step that takes `other` is done with either: with
-/// that which is shown, it changes nothing.
+/// when it is fresh, and another one. A step that takes `other` is done with either value: the
+/// one that is shown changes nothing.
 struct Subject
 {
     using Step = std::function<void(bool other)>;
@@ -41,7 +41,7 @@ struct Subject
     std::shared_ptr<QObject> group; ///< For a sender that is not a widget.
     QObject* sender = nullptr;
 
-    // Empty for what a control cannot do.
+    // Empty if the control cannot do it.
     Step edit;
     Step editWhileItVaries;
     Step set;
@@ -241,8 +241,8 @@ const QMap<QString, Make>& subjects()
     return byName;
 }
 
-/// How a control comes into the state in which a column looks at it, and what it is then
-/// put through; an empty function for what it cannot do.
+/// How a control gets into the state that a column is about, and what is then done to it.
+/// The function is empty if the control cannot do it.
 struct Column
 {
     std::function<void(Subject&, bool other)> arrange;
@@ -283,7 +283,7 @@ const QList<Column>& columns()
     return all;
 }
 
-/// How often the signal comes, as the table says it.
+/// How often the signal comes, in the words of the table.
 QString cellOf(Make make, const Column& column)
 {
     QStringList counts;
@@ -317,7 +317,7 @@ public:
         }
     }
 
-    /// As the table says it.
+    /// In the words of the table.
     QString told() const
     {
         const QStringList changed = {"", "`valueChanged()`", "`valueChanged()` twice"};
@@ -331,7 +331,7 @@ private:
     QString m_before;
 };
 
-/// What is done to a control once it is shown.
+/// What is done to a control after it is shown.
 struct Action
 {
     Make make;
@@ -381,7 +381,7 @@ Subject editableBox()
     return subject;
 }
 
-// The edit inside has not the focus, which it would lose to the button.
+// The edit inside does not have the focus, which it would lose to the button.
 Subject filePickerAtItsButton()
 {
     Subject subject = filePicker();
@@ -591,7 +591,7 @@ void setAgain(Subject& subject)
     subject.set(true);
 }
 
-/// How deep `slot` calls itself after an edit of the user and after a value that was set: of
+/// How deep `slot` calls itself after an edit of the user and after a value that was set: for
 /// a check box, a click alone does not show it.
 int depthOfCalls(Make make, Slot slot, bool blocksSignals)
 {
@@ -692,7 +692,7 @@ private Q_SLOTS:
         }
     }
 
-    // Of the controls that can be read.
+    // For the controls that can be read.
     void aSlotThatChangesTheControl_data()
     {
         QTest::addColumn<Make>("make");

@@ -8,7 +8,7 @@ namespace vrn::test {
 
 struct Outcome
 {
-    int status = -1; ///< -1 where the program crashed or did not end.
+    int status = -1; ///< -1 if the program crashed or did not end.
     QString output;
     QString errors;
 };

@@ -16,7 +16,7 @@ using vrn::test::runQuantity;
 
 namespace {
 
-/// Of the process, in KiB; -1 where it cannot be told.
+/// Of the process, in KiB; -1 if it cannot be read.
 int residentMemory(qint64 processId)
 {
     QFile file(QStringLiteral("/proc/%1/status").arg(processId));
@@ -65,7 +65,7 @@ private Q_SLOTS:
         row("an id of no unit to format", "format\t12\t1", "error\tunit_id");
         row("a negative id", "format\t-1\t1", "error\tInvalid unit id.");
         row("the least id", "format\t-2147483648\t1", "error\tInvalid unit id.");
-        row("an id that is no 32-bit number", "format\t2147483648\t1",
+        row("an id that is not a 32-bit number", "format\t2147483648\t1",
             "error\tno kind has the name \"2147483648\"");
         row("an unknown kind", "show\tGEO_WIDTH\t1", "error\tno kind has the name \"GEO_WIDTH\"");
         row("no kind", "show\t\t1", "error\tno kind has the name \"\"");
@@ -74,7 +74,7 @@ private Q_SLOTS:
         row("two fields", "parse\t1001", "error\ta line has three fields with a tab between them");
         row("four fields", "parse\t1001\t1\tm",
             "error\ta line has three fields with a tab between them");
-        row("a value that is no number", "format\t1001\t1 m", "error\t\"1 m\" is no number");
+        row("a value that is not a number", "format\t1001\t1 m", "error\t\"1 m\" is no number");
         row("no value", "format\t1001\t", "error\t\"\" is no number");
         row("an unknown escape", "parse\t1001\t\\x", "error\t\\\\x stands for no character");
         row("a backslash at the end", "parse\t1001\t1\\", "error\ta backslash ends the text");
@@ -99,7 +99,7 @@ private Q_SLOTS:
             QString("ok\t1,500 ft\nerror\t\"304,8\" is no number\nok\t1.000,000 ft\n"));
     }
 
-    // The library asserts before it throws; standard error must not tell.
+    // The library asserts before it throws. That must not appear on standard error.
     void aValueThatCannotBeShownIsAnErrorOfItsLine()
     {
         const auto outcome = runQuantity(
@@ -110,7 +110,7 @@ private Q_SLOTS:
         QCOMPARE(outcome.status, 0);
     }
 
-    void noLineHasNoAnswer() { QCOMPARE(runQuantity({"batch"}).output, QString()); }
+    void withoutALineThereIsNoAnswer() { QCOMPARE(runQuantity({"batch"}).output, QString()); }
 
     void theLastLineNeedsNoLineFeed()
     {
@@ -154,7 +154,7 @@ private Q_SLOTS:
         QCOMPARE(process.exitCode(), 2);
     }
 
-    // This line is answered after the end of the input has been seen.
+    // This line is answered after the end of the input.
     void outputThatCannotBeWrittenAtTheEndIsTold()
     {
         const auto outcome = runInShell("exec vrn-quantity batch > /dev/full", "show\t1001\t1");
@@ -187,7 +187,7 @@ private Q_SLOTS:
         }
 
         QProcess process;
-        // Sanitized builds hold freed memory back, which is no growth of the program's own.
+        // Sanitized builds hold freed memory back. The program itself does not grow by that.
         auto environment = quantityEnvironment();
         environment.insert("ASAN_OPTIONS", "quarantine_size_mb=1");
         process.setProcessEnvironment(environment);

@@ -9,7 +9,7 @@
 
 namespace vrn::test {
 
-/// Units that an application brings along: ids, symbols and more spellings.
+/// Units of an application: ids, symbols and more spellings.
 class OtherUnits : public units::IUnitProvider
 {
 public:

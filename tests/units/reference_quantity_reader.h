@@ -21,7 +21,7 @@ struct ReferenceGroup
 };
 
 /// The groups of `expression` in `text`, as std::wregex of the classic locale has
-/// them, or nothing where it does not match the whole text.
+/// them, or nothing if it does not match the whole text.
 std::optional<std::vector<ReferenceGroup>> reference_match(
     const std::wstring& expression, const std::wstring& text);
 

@@ -12,13 +12,13 @@ struct SchemaEnumerator
     QString name;
     int id = -1;
     /// The text that its comment quotes, or null: the symbol of a unit, or the name of a
-    /// kind where that is no identifier.
+    /// kind if that is not an identifier.
     QString quoted;
 };
 
 /// The enumerators of units/schema/unit_id.bond in their order. Fails the running test
-/// where the file cannot be read, or where a line inside the braces is neither empty nor
-/// an enumerator.
+/// if the file cannot be read, or if a line inside the braces is neither empty nor an
+/// enumerator.
 std::vector<SchemaEnumerator> readSchemaEnumerators();
 
 } // namespace vrn::test

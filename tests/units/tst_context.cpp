@@ -19,7 +19,7 @@ Context inFeet()
     return Context(3, {{UnitId::GEO_LENGTH, unitFormat(213, 1)}});
 }
 
-// What shows that a context works and what it holds: text through its converter.
+// Shows by a text that the parts of a context work together.
 QString oneMetre(const Context& context)
 {
     return formatted(context, UnitId::GEO_LENGTH, 1.0);
@@ -93,7 +93,7 @@ private Q_SLOTS:
         row("a unit", 213, 0x000001U);
         row("a set", 1101, 0x011E01U);
         row("feet with fractions", 215, 0x000001U);
-        // Its first unit is of another dimension than the unit that it shows.
+        // Its first unit has another dimension than the unit that it shows.
         row("a set by its display unit", 1237, 0x000000U);
     }
     void theDimensionThatIsShown()
@@ -108,7 +108,7 @@ private Q_SLOTS:
         const Context context(
             0, {{UnitId::GEO_LENGTH, unitFormat(62, 3)}, {UnitId::GEO_AREA, unitFormat(1000, 3)}});
         QCOMPARE(context.get_display_dimension(UnitId::GEO_LENGTH), 0x011E01U);
-        // A set may even stand in for a display unit.
+        // Even a set may be a display unit.
         QCOMPARE(context.get_display_dimension(UnitId::GEO_AREA), 0x000001U);
     }
 

@@ -162,7 +162,7 @@ private Q_SLOTS:
         QCOMPARE(converter().to_base({UnitId::GEO_LENGTH, 10.0}), 10.0);
         const auto inches = converter().from_base(0.254, UnitId::INCH);
         QCOMPARE(int(inches.unit_id), 214);
-        // A true division, other than in convert().
+        // This is a true division, unlike that in convert().
         QVERIFY(inches.value == 0.254 / 0.0254);
     }
 };

@@ -27,7 +27,7 @@ struct Case
     Extent extent;
 };
 
-/// Every expression of the two lists, and each pair that is glued of two.
+/// Every expression of the two lists, and each pair of a number and a unit.
 std::vector<Case> all_expressions()
 {
     std::vector<Case> cases;
@@ -63,7 +63,7 @@ Case fetched_case()
     return {text.toStdWString(), searched ? Extent::anywhere : Extent::whole_text};
 }
 
-/// The groups as one text, "none" where there is no match.
+/// The groups as one text, or "none" if there is no match.
 QString written(const std::optional<std::vector<vrn::test::ReferenceGroup>>& groups)
 {
     if (!groups)
@@ -96,8 +96,8 @@ QString reference_of(const Case& c, const std::wstring& text)
 }
 
 /// An expression with 2 states to the power of `doublings`, and some more. It asks for
-/// a 1 at a place, and read from the end a text tells last which place that is: until
-/// then, each 1 counts.
+/// a 1 at one place. Read from the end, a text shows only at its beginning which place
+/// that is, so each 1 may be the one.
 std::wstring expression_of_states(std::size_t doublings)
 {
     std::wstring expression;
@@ -176,7 +176,7 @@ private Q_SLOTS:
             const std::wstring character(1, static_cast<wchar_t>(code));
             if (match_of(expression, character, 0) != reference_of(c, character))
                 QFAIL(qPrintable(QStringLiteral("U+%1").arg(code, 4, 16)));
-            // The planes behind the first have no characters of interest; a sample does.
+            // The planes after the first have no characters of interest, so a sample will do.
             if (code > 0xFFFF)
                 code += 96;
         }
@@ -229,10 +229,10 @@ private Q_SLOTS:
         row("a character without a symbol", "k");
         row("any character", ".");
         row("a quantifier of nothing", "+");
-        row("a star behind a group", "(1)*");
+        row("a star after a group", "(1)*");
         row("a lazy quantifier", "1*?");
-        row("a count behind a character", "1{1,2}");
-        row("another count behind a group", "(?:1){2}");
+        row("a count after a character", "1{1,2}");
+        row("another count after a group", "(?:1){2}");
         row("a look ahead", "(?=1)");
         row("a group without an end", "(1");
         row("an end without a group", "1)");
@@ -286,8 +286,8 @@ private Q_SLOTS:
         }
     }
 
-    // A matcher that recurses overflows the stack here, and one that backtracks
-    // takes hours.
+    // Here a recursive matcher would overflow the stack, and one that backtracks would take
+    // hours.
     void readsAMebiInEachExpression_data() { add_expression_rows(); }
     void readsAMebiInEachExpression()
     {
@@ -301,7 +301,7 @@ private Q_SLOTS:
             Subject subject(text);
             Groups groups;
             const bool matches = expression.match(subject, groups);
-            // Repetition changes nothing beyond a few characters, except for counts.
+            // After a few characters, repetition changes nothing but counts.
             std::wstring sample;
             for (std::size_t i = 0; i < 12; ++i)
                 sample += part;

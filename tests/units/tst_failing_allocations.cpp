@@ -10,11 +10,10 @@
 
 namespace {
 
-/// The number of allocations of this thread that succeed before one fails, or -1 while
-/// none is to fail.
+/// How many allocations of this thread succeed before one fails; -1 if none is to fail.
 thread_local int allocationsLeft = -1;
 
-/// How many pieces of memory this thread has taken more than it has given back.
+/// How many more pieces of memory this thread has taken than it has given back.
 thread_local long livePieces = 0;
 
 void* allocate(std::size_t size) noexcept
@@ -107,7 +106,7 @@ End endWithFailureAfter(int count, Act act)
     return failed ? end : End::undisturbed;
 }
 
-/// Something that reads, and the text that comes of it.
+/// Something that reads, and the text that it gives.
 using Read = std::function<std::wstring(const std::locale&)>;
 /// Something that changes a context.
 using Change = std::function<void(Context&)>;
@@ -133,7 +132,7 @@ bool areEqual(const Context& left, const Context& right)
     return one.system_index() == other.system_index() && one.overrides() == other.overrides();
 }
 
-/// Whether all comes right that makes a table when it is first asked for.
+/// Whether everything that makes a table at its first use gives the right answer.
 bool usesEverything()
 {
     const Context context(8);
@@ -156,7 +155,7 @@ class TestFailingAllocations : public TestObject
     Q_OBJECT
 
 private Q_SLOTS:
-    // Comes first: the tables of the library are not made yet.
+    // This test comes first, because the tables of the library are not made yet.
     void aFirstUseThatFailsLeavesTheNextOneToWork()
     {
         bool isRight = false;
@@ -166,7 +165,7 @@ private Q_SLOTS:
             const long before = livePieces;
             end = endWithFailureAfter(count, [&isRight] { isRight = usesEverything(); });
             QVERIFY(end == End::badAlloc || isRight);
-            // A table that is finished stays. What comes after it starts to fail now.
+            // A finished table stays. From now on the allocations after it fail.
             count = livePieces > before ? 0 : count + 1;
             ++failures;
         }
@@ -249,7 +248,7 @@ private Q_SLOTS:
     void readingIsRightOrThrows()
     {
         QFETCH(Read, read);
-        // As the default handler, this one takes memory, so that reports may be lost; the
+        // Like the default handler, this one takes memory, so reports may be lost. The
         // catcher of this test would miss them.
         const auto catcher = vrn::smartassert::set_assert_handler(
             [](const vrn::smartassert::AssertReport& report) {

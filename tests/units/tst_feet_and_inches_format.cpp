@@ -75,7 +75,7 @@ private Q_SLOTS:
         QCOMPARE(formatted(context, UnitId::INCH, inches), text);
     }
 
-    // The mark of inches is a spelling of this unit, and the only one it is written with.
+    // The mark of inches is a spelling of this unit, and the only one that is written.
     void theMarkOfInchesMayBeSetAsTheLabel()
     {
         UnitFormat inches = unitFormat(216, 8);
@@ -150,8 +150,8 @@ private Q_SLOTS:
             formatted(contextOf(UnitId::GEO_LENGTH, unit, -1), UnitId::GEO_LENGTH, 0.40005), text);
     }
 
-    // Reachable without any bad intent: a kind that shows no decimals in its system,
-    // and is given feet and inches as its unit.
+    // This may happen by accident: a kind has no decimals in its system and is then shown
+    // in feet and inches.
     void aDenominatorOfZeroIsReportedAndTheInchesAreInFixedNotation_data()
     {
         columns<int, QString>("unit", "text");

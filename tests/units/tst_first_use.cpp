@@ -29,7 +29,7 @@ private Q_SLOTS:
                 while (waiting > 0) {}
                 const Context context(i % 2 == 0 ? 0 : 8);
                 const auto& locale = std::locale::classic();
-                // Each thread comes in by another door.
+                // Threads start with different questions.
                 const auto weight = i % 4 < 2
                     ? context.parse(L"2 kN/m3", UnitId::NOM_WEIGHT, locale)
                     : boost::none;

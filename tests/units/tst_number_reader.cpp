@@ -57,6 +57,7 @@ class TestNumberReader : public TestObject
     Q_OBJECT
 
 private Q_SLOTS:
+    // What random texts rarely contain. They hold the rest.
     void readsWhatAStreamExtracts_data()
     {
         QTest::addColumn<QByteArray>("locale");
@@ -65,29 +66,13 @@ private Q_SLOTS:
         const auto row = [](const char* name, const char* locale, const char* text, double value) {
             QTest::newRow(name) << QByteArray(locale) << QString::fromUtf8(text) << value;
         };
-        row("a whole number", "classic", "12", 12);
-        row("a decimal", "classic", "12.5", 12.5);
-        row("an exponent", "classic", "1.5e3", 1500);
-        row("an exponent with a sign", "classic", "1.5E+3", 1500);
-        row("no digit before the point", "classic", ".5", 0.5);
-        row("no digit behind the point", "classic", "5.", 5);
-        row("a minus sign", "classic", "-5", -5);
         row("minus zero", "classic", "-0", -0.0);
-        row("a plus sign", "classic", "+5", 5);
         row("nothing", "classic", "", 0);
-        row("a point alone", "classic", ".", 0);
         row("a word", "classic", "kN", 0);
         row("infinity in words", "classic", "inf", 0);
         row("not-a-number in words", "classic", "nan", 0);
         row("a hexadecimal number", "classic", "0x10", 0);
-        row("a comma ends the number", "classic", "1,5", 1);
-        row("a second point ends the number", "classic", "1.2.3", 1.2);
-        row("a blank ends the number", "classic", "1 2", 1);
         row("blanks before the number", "classic", " \t\n12", 12);
-        row("text behind the number", "classic", "12 kN", 12);
-        row("an exponent that breaks off", "classic", "1e", 0);
-        row("an exponent that breaks off behind its sign", "classic", "1e+", 0);
-        row("two minus signs", "classic", "--1", 0);
         row("an overflow", "classic", "1e999", greatest);
         row("an overflow below zero", "classic", "-1e999", -greatest);
         row("an underflow", "classic", "1e-999", 0);
@@ -97,11 +82,7 @@ private Q_SLOTS:
         row("the greatest double", "classic", "1.7976931348623157e308", greatest);
         row("halfway between two doubles", "classic", "9007199254740993", 9007199254740992);
         row("digits of another script", "classic", "\u0661", 0);
-        row("a decimal comma", "German", "1,5", 1.5);
-        row("groups", "German", "1.234.567,5", 1234567.5);
         row("a group of the wrong size", "German", "1.5", 15);
-        row("a group of blanks", "French", "1 234,5", 1234.5);
-        row("a group of apostrophes", "Swiss", "1'234.5", 1234.5);
         row("groups of two sizes", "Indian", "12,34,567.8", 1234567.8);
     }
     void readsWhatAStreamExtracts()
@@ -123,29 +104,21 @@ private Q_SLOTS:
         const auto row = [](const char* name, const char* text, double value) {
             QTest::newRow(name) << QString::fromUtf8(text) << value;
         };
-        row("a fraction", "1/2", 0.5);
-        row("a negative fraction", "-1/2", -0.5);
-        row("a whole part", "1 1/2", 1.5);
         row("a negative whole part", "-1 1/2", -1.5);
-        row("a sign behind the whole part", "1 -1/2", -1.5);
+        row("a sign after the whole part", "1 -1/2", -1.5);
         row("two signs are one", "-1 -1/2", -1.5);
         row("two signs at once are one", "--1/2", -0.5);
         row("three signs end the fraction", "---1/2", 0);
-        row("a blank behind the sign ends it", "- 1/2", 0);
-        row("a sign right behind the whole part ends the fraction", "1-1/2", 1);
+        row("a blank after the sign ends it", "- 1/2", 0);
+        row("a sign right after the whole part ends the fraction", "1-1/2", 1);
         row("a second whole part ends the fraction", "1 2 1/2", 1);
-        row("a tabulator behind the whole part", "3\t1/4", 3.25);
+        row("a tabulator after the whole part", "3\t1/4", 3.25);
         row("a denominator of 0", "1/0", infinity);
         row("a negative fraction of 0", "-1/0", -infinity);
         row("0 of 0", "0/0", not_a_number);
         row("a whole part and 0 of 0", "5 0/00", not_a_number);
-        row("no numerator", "/2", 0);
         row("a blank before the slash ends the number", "1 /2", 1);
-        row("a blank behind the slash ends the number", "1/ 2", 1);
-        row("a blank before it ends the fraction", " 1/2", 1);
-        row("a decimal numerator ends it", "1.5/2", 1.5);
-        row("two slashes", "1/2/3", 1);
-        row("no fraction at all", "2.5", 2.5);
+        row("a blank after the slash ends the number", "1/ 2", 1);
     }
     void readsFractions()
     {
@@ -202,13 +175,13 @@ private Q_SLOTS:
         row("of zeros", repeated('0'), 0.0);
         row("of zeros before a digit", repeated('0') + "5", 5.0);
         row("of decimals", "0." + repeated('3'), 1.0 / 3);
-        row("of zeros behind the point", "0." + repeated('0') + "1", 0.0);
+        row("of zeros after the point", "0." + repeated('0') + "1", 0.0);
         row("of blanks", repeated(' '), 0.0);
         row("of points", repeated('.'), 0.0);
-        row("of letters behind a number", "5" + repeated('e'), 0.0);
+        row("of letters after a number", "5" + repeated('e'), 0.0);
         row("of digits in the numerator", repeated('7') + "/2", greatest / 2);
         row("of digits in the denominator", "2/" + repeated('7'), 2 / greatest);
-        row("of blanks behind the whole part", "1" + repeated(' ') + "1/2", 1.5);
+        row("of blanks after the whole part", "1" + repeated(' ') + "1/2", 1.5);
     }
     void readsAMebi()
     {

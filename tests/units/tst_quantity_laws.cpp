@@ -55,10 +55,10 @@ struct ShownForm
     Context context;
 };
 
-/// Whether a system shows a kind in a unit that the kind does not list. Such a kind
-/// has no text in this system at all: a value is converted to its display unit before
-/// it is written, and a kind is converted to the units alone that it lists.
-bool isTellingRow(int system, int kind)
+/// Whether a system shows a kind in a unit that the kind does not list. In that system,
+/// values of the kind have no text: a value is converted to its display unit before it
+/// is written, and a kind converts only to the units that it lists.
+bool hasNoText(int system, int kind)
 {
     return system == 7 && (kind == UnitId::MAT_ELSUP_M3 || kind == UnitId::INERTIA_POINT);
 }
@@ -80,8 +80,8 @@ struct Fraction
     int denominator;
 };
 
-/// The exceptions to "what is written is read back", each with its reason; empty for
-/// a value that is no exception. `shown` is the value in the display unit.
+/// The exceptions to "what is written is read back", each with its reason; empty if
+/// a value is not an exception. `shown` is the value in the display unit.
 const char* exceptionFor(const UnitFormat& format, double shown, bool groupsDigits)
 {
     if (format.unit_id == UnitId::FEET_AND_FRACTIONAL_INCHES) {
@@ -151,7 +151,7 @@ private Q_SLOTS:
 
         std::set<int> untold;
         for (const UnitSetRow& row : list_unit_sets()) {
-            if (isTellingRow(system, row.id)) {
+            if (hasNoText(system, row.id)) {
                 untold.insert(row.id);
                 checkNothingIsWritten(system, unitId(row.id));
             }
@@ -166,7 +166,7 @@ private Q_SLOTS:
             }
         }
 
-        // An exception that has not come up would be none.
+        // An exception that has not come up would not be one.
         QCOMPARE(untold.size(), std::size_t(system == 7 ? 2 : 0));
         std::set<QByteArray> expected = {
             "negative feet and inches", "the sign of a fraction is lost"};
@@ -194,8 +194,8 @@ private Q_SLOTS:
         // A unit word has no point in it, and their symbols have.
         const std::set<int> cannotBeTyped = {UnitId::MINUTES_AND_SECONDS,
             UnitId::HOURS_MINUTES_AND_SECONDS, UnitId::DAYS_HOURS_MINUTES_AND_SECONDS};
-        // A symbol is read as its first unit, and another takes its place only where that
-        // one does not fit: here it fits, and has another scale. 324 and 325 are "l/min"
+        // A symbol is read as its first unit, and another unit takes its place only if the
+        // first one does not fit. Here it fits, but has another scale. 324 and 325 are "l/min"
         // and "l/h" once more, with factors of more digits; only large values show it.
         const std::set<int> readAsAnother = {130, 131, 159, 280, 324, 325, 351, 353, 354, 361, 365,
             366, 367, 368, 369, 370, 371, 372, 373, 374, 375, 376, 377, 378, 379, 380, 386, 387,
@@ -208,7 +208,7 @@ private Q_SLOTS:
             format.unit_id = unit.id;
             format.precision = context.format_provider().get_precision(unit.id);
             format.format = context.format_provider().get_format(unit.id);
-            // Two that tell apart scales which differ much and little, whatever the seed.
+            // Two values that show large and small differences of scale, whatever the seed.
             std::vector<double> values = {12.0, 9'876'543.0};
             for (int i = 0; i < 8; ++i)
                 values.push_back(randomNumber());
@@ -271,12 +271,12 @@ private Q_SLOTS:
             const UnitId::UnitId kind = unitId(row.id);
             for (const UnitId::UnitId unit : context.unit_provider().get_compatible_units(kind)) {
                 const double value = randomNumber();
-                // To the base scale there is one multiplication, so both are equal.
+                // To the base scale, both multiply once, so they are equal.
                 const double base = converter.to_base({unit, value});
                 QVERIFY(base == converter.convert({unit, value}, kind).value);
                 QVERIFY(base == converter.to_base({kind, base}));
                 QVERIFY(base == converter.from_base(base, kind).value);
-                // From it the one divides, and the other multiplies by the reciprocal.
+                // From the base scale, the one divides and the other multiplies by the reciprocal.
                 const auto back = converter.from_base(base, unit);
                 QCOMPARE(back.unit_id, unit);
                 QVERIFY(ulpsBetween(back.value, converter.convert({kind, base}, unit).value) <= 2);
@@ -318,7 +318,7 @@ private:
         const auto add = [&](const UnitFormat& each) {
             forms.push_back({kind, each, Context(system, {{row.id, each}})});
         };
-        if (!isTellingRow(system, row.id)) {
+        if (!hasNoText(system, row.id)) {
             forms.push_back({kind, format, defaults});
             format.precision = 6;
             format.format = scientificNotation;

@@ -34,13 +34,13 @@ std::wstring repeated(const std::wstring& part, std::size_t size)
 
 } // namespace
 
-/// Texts of a mebi, which a matcher that backtracks or recurses does not survive.
+/// Texts of a mebi, which are too long for a matcher that backtracks or recurses.
 class TestQuantityLongText : public TestObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    // The reference has no stack for these, so their rows tell what they are.
+    // The reference has no stack for these, so their rows give the answers.
     void answersAMebiThatIsPasted_data()
     {
         QTest::addColumn<QString>("text");
@@ -183,7 +183,7 @@ private:
         const std::wstring text = repeated(part.toStdWString(), mebi);
         const std::wstring sample = repeated(part.toStdWString(), longest_for_the_reference / 2);
 
-        // Repetition adds nothing to the sample but digits to its number.
+        // Repetition adds only digits to the number of the sample.
         const auto quantity = detail::read_quantity(text, where, m_symbols);
         const auto sample_quantity = m_reference.read(sample, where);
         QCOMPARE(unit_of(quantity), unit_of(sample_quantity));

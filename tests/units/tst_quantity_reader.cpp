@@ -43,6 +43,8 @@ class TestQuantityReader : public TestObject
     Q_OBJECT
 
 private Q_SLOTS:
+    // Worked examples, for the reader and for the reference. Another test compares these two
+    // for each spelling and for random texts.
     void readsANumberAndAUnit_data()
     {
         add_quantity_columns();
@@ -50,9 +52,6 @@ private Q_SLOTS:
         add_row("a negative fraction", "-1/2 ft", -0.5, 213);
         add_row("a whole part and a fraction", "1 1/2 m", 1.5, 13);
         add_row("an exponent", "1.5e3 kN", 1500, 62);
-        add_row("a negative exponent", "1.5e-3 kN", 0.0015, 62);
-        add_row("no blank before the unit", "12kN", 12, 62);
-        add_row("blanks before the number", "  12 kN", 12, 62);
         add_row("tabulators and line breaks for blanks", "12\t\n kN", 12, 62);
         add_row("a comma in the C locale ends the number", "1,5 m", 1, 13);
         add_row("percent by its sign", "5 %", 5, 8);
@@ -63,10 +62,7 @@ private Q_SLOTS:
         add_row("a foot by its mark", "1'", 1, 213);
         add_row("an inch by its mark", "5''", 5, 214);
         add_row("a fraction of inches by their mark", "1 1/2''", 1.5, 214);
-        add_row("a fraction of inches by their word", "1 1/2 in", 1.5, 214);
         add_row("the first unit of a symbol has it: W", "1 W", 1, 39);
-        add_row("the first unit of a symbol has it: bar", "1 bar", 1, 76);
-        add_row("the first unit of a symbol has it: kN/m3", "1 kN/m3", 1, 78);
         add_row("the first unit of a spelling has it: ''", "1 ''", 1, 214);
         add_row("a symbol beyond ASCII", "20 °C", 20, 6);
         add_row("a unit of three parts", "1 kg/sec/m2", 1, 311);
@@ -74,7 +70,6 @@ private Q_SLOTS:
         add_row("a unit that begins with 1", "3 1/m", 3, 17);
         add_row("a unit that begins with 1 and blanks in it", "1e3 1/m2", 1000, 84);
         add_row("a fraction and a unit that begins with 1", "1/2 1/m", 0.5, 17);
-        add_row("digits that belong to the number and to 1/m", "31/m", 3, 17);
         add_row("a minus sign for no unit", "5 -", 5, 1);
         add_row("half of an exponent is lost", "-.5e3 m", -0.5, 13);
         add_row("an infinite value", "1/0 m", infinity, 13);
@@ -85,20 +80,12 @@ private Q_SLOTS:
     void readsANumberAlone_data()
     {
         add_quantity_columns();
-        add_row("a whole number", "12", 12, 1);
         add_row("a leading blank", " 12", 12, 1);
-        add_row("blanks at both ends", " \t12\n ", 12, 1);
-        add_row("a decimal", "12.5", 12.5, 1);
         add_row("an exponent", "1e3", 1000, 1);
-        add_row("an exponent with a plus sign", "1e+3", 1000, 1);
-        add_row("an exponent with a capital letter", "1E3", 1000, 1);
-        add_row("an exponent behind nothing but decimals is lost", ".5e3", 0.5, 1);
+        add_row("an exponent after nothing but decimals is lost", ".5e3", 0.5, 1);
         add_row("two points", "1.2.3", 1.2, 1);
         add_row("a point", ".", 0, 1);
-        add_row("a comma", ",", 0, 1);
         add_row("a minus sign and a point", "-.", -0.0, 1);
-        add_row("a fraction", "3/4", 0.75, 1);
-        add_row("a fraction without a numerator", "/2", 0, 1);
         add_row("a denominator of 0", "1/0", infinity, 1);
         add_row("0/00 is a fraction and no unit", "5 0/00", not_a_number, 1);
         add_row("0/0 is a fraction and no unit", "5 0/0", not_a_number, 1);
@@ -107,18 +94,15 @@ private Q_SLOTS:
     }
     void readsANumberAlone() { check_reading(); }
 
-    void refusesWhatIsNoQuantity_data()
+    void refusesWhatIsNotAQuantity_data()
     {
         add_quantity_columns();
         add_refused_row("an empty text", "");
-        add_refused_row("a blank", " ");
         add_refused_row("a unit without a number", "m");
-        add_refused_row("a minus sign", "-");
-        add_refused_row("a trailing blank behind a unit", "12 kN ");
+        add_refused_row("a trailing blank after a unit", "12 kN ");
         add_refused_row("a unit of the wrong case", "1 KN");
         add_refused_row("an unknown unit", "1 xyz");
         add_refused_row("a unit in 1 without a number", "1/m");
-        add_refused_row("a unit in 1 without a number and with a blank", "1 /m");
         add_refused_row("a word of an exponent", "2 e");
         // The search for a unit finds these parts of a number first.
         add_refused_row("an exponent with a capital letter before a unit", "1E3 kN");
@@ -127,16 +111,14 @@ private Q_SLOTS:
         add_refused_row("a unit with two points", "1 h.m.s");
         add_refused_row("a unit of four parts", "1 kg/sec/m2/m");
         add_refused_row("a blank in a unit", "12 kN /m2");
-        add_refused_row("two numbers", "1 2");
         add_refused_row("two numbers and a unit", "1 2 m");
         add_refused_row("a plus sign", "+5");
-        add_refused_row("two minus signs", "--5");
         add_refused_row("infinity in words", "inf");
         add_refused_row("not-a-number in words", "nan");
         add_refused_row("feet and inches", "1' 3 1/2''");
         add_refused_row("feet and inches with a hyphen", "1'-3 1/2''");
     }
-    void refusesWhatIsNoQuantity() { check_reading(); }
+    void refusesWhatIsNotAQuantity() { check_reading(); }
 
     void readsTheNumberInTheLocale()
     {
@@ -159,14 +141,11 @@ private Q_SLOTS:
         row("words and blanks", " 2 ft 6 in ", 2.5);
         row("a fraction of inches", "1' 3 1/2''", 1 + 3.5 / 12);
         row("what is written is read", "1' 3 1/2 ''", 1 + 3.5 / 12);
-        row("decimals", "1.5' 1.5''", 1.625);
         row("an exponent", "1e1' 0''", 10);
         row("no feet", "'6''", 0.5);
         row("no inches", "1'''", 1);
-        row("neither", "'''", 0);
         row("the sign applies to the feet alone", "-1' 6''", -0.5);
         row("minus zero inches", "1' -0''", 1);
-        row("more than a foot of inches", "1' 18''", 2.5);
         row("words for numbers are 0", "a'b''", 0);
         row("the last marks count", "1'2'6''", 1.5);
         row("four marks", "1''''", 1);
@@ -189,7 +168,7 @@ private Q_SLOTS:
         add_refused_row("a line break inside a group", "1\n1' 6''");
         add_refused_row("a line break between the groups", "1'\n6''");
         add_refused_row("a line break inside a group of words", "1ft 6\n in");
-        add_refused_row("a line separator behind the marks", "1' 6''\u2028");
+        add_refused_row("a line separator after the marks", "1' 6''\u2028");
         add_refused_row("a line separator inside a group", "1\u20281' 6''");
         add_refused_row("an empty text", "");
         add_refused_row("a plain number", "12");

@@ -98,7 +98,7 @@ private Q_SLOTS:
 
     void agreesOnRandomTexts_data()
     {
-        // One sequence each, of the seed and those that follow it.
+        // One sequence for the seed and for each of the next three.
         QTest::addColumn<unsigned>("offset");
         for (unsigned offset = 0; offset < 4; ++offset)
             QTest::addRow("sequence %u", offset) << offset;
@@ -120,7 +120,7 @@ private Q_SLOTS:
             QByteArray::number(static_cast<qulonglong>(quantities)));
     }
 
-    // Spellings that look like parts of numbers, or that no unit expression takes whole.
+    // Spellings that look like parts of numbers, or that no unit expression matches as a whole.
     void agreesOnSpellingsThatNoCatalogueShouldHave()
     {
         std::vector<std::wstring> spellings;
@@ -145,7 +145,7 @@ private:
         return check(text, locale, m_symbols, m_reference);
     }
 
-    /// Fails the test where the readers differ. Tells whether the text is a quantity.
+    /// Fails the test if the readers differ. Returns whether the text is a quantity.
     static bool check(const std::wstring& text, const std::locale& locale,
         const detail::SymbolMap& symbols, const ReferenceQuantityReader& reader)
     {

@@ -13,8 +13,8 @@ using namespace vrn::units;
 
 namespace {
 
-// The table as its file writes it, with codes put together again from what the
-// provider tells.
+// As the file of the table has it, with the codes put together again from the answers of
+// the provider.
 QString defaultsOf(int set)
 {
     QStringList texts;
@@ -147,7 +147,7 @@ private Q_SLOTS:
         }
     }
 
-    void symbolsAreNoKeys()
+    void symbolsAreNotKeys()
     {
         std::vector<std::string> named_p;
         for (const UnitSetRow& set : list_unit_sets()) {

@@ -39,14 +39,14 @@ private Q_SLOTS:
         QVERIFY(formats.is_known(unitId(set)));
     }
 
-    void aSystemThatIsNoneIsReportedAndTheSetIsNotKnown_data()
+    void aSystemThatDoesNotExistIsReportedAndTheSetIsNotKnown_data()
     {
         columns<int>("system");
         row("one after the last", 10);
         row("a negative index", -1);
         row("the highest index", std::numeric_limits<int>::max());
     }
-    void aSystemThatIsNoneIsReportedAndTheSetIsNotKnown()
+    void aSystemThatDoesNotExistIsReportedAndTheSetIsNotKnown()
     {
         QFETCH(int, system);
         const UnitsetFormatProvider formats(system);
@@ -62,8 +62,8 @@ private Q_SLOTS:
         QCOMPARE(formats.get_precision(UnitId::METRE), 3);
     }
 
-    // The system is looked at for a set alone, and a gap is none.
-    void aGapAmongTheSetsIsNotKnownInASystemThatIsNone()
+    // Only a set has a default in the system, and a gap is not a set.
+    void aGapAmongTheSetsIsNotReportedInASystemThatDoesNotExist()
     {
         QVERIFY(!UnitsetFormatProvider(10).is_known(unitId(1106)));
     }
@@ -133,7 +133,7 @@ private Q_SLOTS:
         UnitsetFormatProvider formats(system);
         QCOMPARE(int(formats.get_unit(UnitId::BLANK)), 0);
         QVERIFY(!formats.get_label(UnitId::BLANK));
-        // An override copies the default of a set, and that of a unit is no such one.
+        // An override copies the default of a set. A unit has no such default.
         formats.set_format(UnitId::BLANK, 1);
         QCOMPARE(int(formats.get_unit(UnitId::BLANK)), 0);
         QCOMPARE(formats.get_precision(UnitId::BLANK), 0);
@@ -192,7 +192,7 @@ private Q_SLOTS:
         UnitsetFormatProvider formats;
         formats.set_label(UnitId::GEO_LENGTH, std::string("'"));
         QCOMPARE(formats.get_label(UnitId::GEO_LENGTH).get(), std::string("'"));
-        // A later setter takes the label along.
+        // A later setter keeps the label.
         formats.set_unit(UnitId::GEO_LENGTH, UnitId::FOOT);
         QCOMPARE(formats.get_label(UnitId::GEO_LENGTH).get(), std::string("'"));
         formats.set_label(UnitId::GEO_LENGTH, std::string());

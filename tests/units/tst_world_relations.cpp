@@ -8,8 +8,8 @@
 using namespace vrn::test;
 using namespace vrn::units;
 
-// What holds in the world, whatever digits the table has: so much of one unit is so
-// much of another.
+// What holds in the world, whatever digits the table has: an amount of one unit equals
+// an amount of another.
 class TestWorldRelations : public TestObject
 {
     Q_OBJECT
@@ -21,7 +21,8 @@ private Q_SLOTS:
         QTest::addColumn<int>("unit");
         QTest::addColumn<double>("otherAmount");
         QTest::addColumn<int>("otherUnit");
-        QTest::addColumn<double>("tolerance"); // relative; as wide as the digits in the table ask
+        QTest::addColumn<double>(
+            "tolerance"); // relative; as wide as the digits in the table require
 
         const double exact = 1e-15;
         const double tenDigits = 1e-9;

@@ -12,7 +12,7 @@
 /// What the tests of the unit library share.
 namespace vrn::test {
 
-/// Any number as an identifier, those that no enumerator has included.
+/// Any number as an identifier, even one that no enumerator has.
 inline vrn::units::UnitId::UnitId unitId(int id)
 {
     return static_cast<vrn::units::UnitId::UnitId>(id);
@@ -34,7 +34,7 @@ inline vrn::units::UnitFormat unitFormat(int unit, int precision, int format = 0
 }
 
 /// The text of the exception that `call` throws, which must be of exactly the type
-/// `Exception`; null where it throws none.
+/// `Exception`; null if it throws nothing.
 template <typename Exception, typename Call>
 QString thrownText(Call call)
 {

@@ -90,7 +90,7 @@ private Q_SLOTS:
         QCOMPARE(widget.styleSheet(), isReadable ? QString(red) : BlueWidget::style);
     }
 
-    void whatIsNotTextIsTakenAsItIs_data()
+    void whatIsNotATextIsTakenAsItIs_data()
     {
         columns<QByteArray, bool>("contents", "isParsed");
         QByteArray noise;
@@ -99,7 +99,7 @@ private Q_SLOTS:
         row("every byte", noise, true); // Qt reads up to the zero byte.
         row("the beginning of a picture", QByteArray("\x89PNG\r\n\x1a\n"), false);
     }
-    void whatIsNotTextIsTakenAsItIs()
+    void whatIsNotATextIsTakenAsItIs()
     {
         QFETCH(QByteArray, contents);
         QFETCH(bool, isParsed);

@@ -37,7 +37,7 @@ class TestPixmap : public vrn::test::TestObject
     Q_OBJECT
 
 private Q_SLOTS:
-    // A folder that was added stays with the process: one for all tests.
+    // The process keeps a folder that was added, so one serves all tests.
     void initTestCase()
     {
         QVERIFY(m_folder.isValid());
@@ -95,7 +95,7 @@ private Q_SLOTS:
         row("an empty name", "", none);
         row("a name with a zero character", QString(QChar(0)), none);
         row("a folder", "..", none);
-        row("a file that is no image", "note.png", QByteArray("not an image"));
+        row("a file that is not an image", "note.png", QByteArray("not an image"));
         row("an empty file", "empty.png", QByteArray(""));
         row("the first bytes of an image", "cut.png",
             QByteArray("\x89PNG\r\n\x1a\n\0\0\0\rIHDR", 16));

@@ -53,7 +53,7 @@ private Q_SLOTS:
     void withoutTextAButtonIsSquare()
     {
         QFETCH(Create, create);
-        // In a dialog a new button is a default button, and as such higher.
+        // In a dialog a new button is a default button, which is higher.
         QDialog dialog;
         const int height = VRN_QT_PushButton(&dialog, nullptr).sizeHint().height();
 

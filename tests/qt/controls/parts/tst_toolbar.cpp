@@ -45,7 +45,7 @@ struct Row : Toolbar
         return addButtonWithText(id, "text", "", fn, mask);
     }
 
-    // Its one button of that name, which says whether it is enabled.
+    // Whether the one button of that name is enabled.
     bool isEnabled(const char* id) const
     {
         const auto* button = findChild<QPushButton*>(id);
@@ -173,7 +173,8 @@ private Q_SLOTS:
     {
         QFETCH(QString, text);
         QFETCH(bool, isSquare);
-        QDialog dialog; // In a dialog a button is a default one, and higher, unless told.
+        QDialog dialog; // In a dialog a button is a default button, which is higher, unless it is
+                        // told otherwise.
         auto* toolbar = new Toolbar(&dialog, ExpandHorizontal);
         QPushButton plain(text, &dialog);
         plain.setAutoDefault(false);
@@ -388,7 +389,7 @@ private Q_SLOTS:
         delete toolbar;
     }
 
-    // Not so if a single button is deleted: it is the toolbar's child until then.
+    // This does not hold if a single button is deleted: it is the toolbar's child until then.
     void theEndOfAFunctionMayDestroyAToolbarThatIsCleared()
     {
         const QPointer<Row> toolbar(new Row);

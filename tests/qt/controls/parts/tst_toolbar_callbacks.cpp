@@ -136,7 +136,7 @@ private Q_SLOTS:
         QCOMPARE(user.count, 2);
         QCOMPARE(calls, 1);
         QVERIFY(bad->isEnabled());
-        // Nothing counts as running any more.
+        // The toolbar no longer counts the function as running.
         const QPointer<QPushButton> alive(bad);
         m_toolbar->clear();
         QVERIFY(!alive);
@@ -165,7 +165,7 @@ private Q_SLOTS:
             QCOMPARE(m_toolbar->layout()->count(), 0);
             for (const auto* left : m_toolbar->findChildren<QPushButton*>())
                 QVERIFY(left->isHidden());
-            // Of that name there is only the new one.
+            // Only the new button has that name.
             auto* successor = m_toolbar->addButtonWithText("x", "text", "", {}, 1);
             QCOMPARE(m_toolbar->findChild<QPushButton*>("x"), successor);
             m_toolbar->setButtonsEnabled(false, 1);

@@ -26,8 +26,7 @@ struct Fixture
     QLabel* label;
 };
 
-// An active window with a field that has the focus and a hint, which stands over
-// another field.
+// An active window with a field that has the focus and a hint, which covers another field.
 class PressedForm : public QObject
 {
 public:
@@ -57,8 +56,8 @@ public:
         return hint->isVisible() && owner->hasFocus();
     }
 
-    // By the window system, at once: the offscreen platform would make the hint active
-    // in between.
+    // As events of the window system, at once: the offscreen platform would otherwise make
+    // the hint active in between.
     void press(QEvent::Type type, Qt::MouseButton button) const
     {
         send(type, button, button);

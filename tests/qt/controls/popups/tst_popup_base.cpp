@@ -323,7 +323,7 @@ private Q_SLOTS:
         row("a size", QSize(60, 20), false, true);
         row("one pixel", QSize(1, 1), false, true);
         row("the size (0, 0)", QSize(0, 0), false, false);
-        // This takes another way in Qt.
+        // Qt does something else here.
         row("a size (0, 0) that is set before there is a window", QSize(0, 0), true, false);
     }
     void itIsOnTheScreenIfItHasSomethingToShow()

@@ -22,7 +22,7 @@ using vrn::qt::detail::PopupGroup;
 
 namespace {
 
-// A frameless window of the given height. Its position is its own.
+// A frameless window of the given height, whose position is therefore exact.
 QWidget* makeWindow(QWidget* parent, int height)
 {
     auto* window = new QWidget(parent, Qt::Tool | Qt::FramelessWindowHint);
@@ -152,7 +152,7 @@ private Q_SLOTS:
         row("Show of the edit", "edit", int(QEvent::Show), false, false);
         row("Enter of the edit", "edit", int(QEvent::Enter), false, false);
         row("KeyPress of the edit", "edit", int(QEvent::KeyPress), false, false);
-        // Only after its show has a popup the size that it will have.
+        // A popup has its final size only after its show.
         row("Show of a popup", "popup", int(QEvent::Show), false, true);
         row("Move of a popup", "popup", int(QEvent::Move), false, false);
         row("Resize of a popup", "popup", int(QEvent::Resize), false, false);

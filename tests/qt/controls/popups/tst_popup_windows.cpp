@@ -21,8 +21,8 @@ using vrn::qt::detail::LineEditImpl;
 
 namespace {
 
-// A window with a field that has a hint and a history, and a plain field, which has
-// the focus at first.
+// A window with a field that has a hint and a history, and a plain field that has the
+// focus at first.
 struct Form
 {
     Form()
@@ -44,8 +44,8 @@ struct Form
         edit->setFocus();
         edit->showEditHint("a number");
         QTRY_VERIFY(popupsStand());
-        // They take their final place when the show is over, and are told where they are
-        // by the window manager.
+        // They get their final place after the show, and the window manager then tells them
+        // where they are.
         QTest::qWait(100);
     }
 
@@ -54,7 +54,7 @@ struct Form
         return {edit->findChild<EditHintPopup*>(), edit->findChild<HistoryPopup*>()};
     }
 
-    // Where the server has it, for the application is told of moves that it has made.
+    // As the server has it: the application believes in moves that it has asked for.
     static QPoint placeOnScreen(const QWidget* popup) { return x11::place(popup->winId()); }
 
     bool noPopupStands() const
@@ -103,7 +103,7 @@ struct LowForm : Form
     }
 };
 
-// The field stands in a widget of a scroll area, which keeps to the lower end of the window.
+// The field is in a widget of a scroll area at the lower end of the window.
 struct ScrolledForm : Form
 {
     ScrolledForm()
@@ -129,7 +129,7 @@ struct ScrolledForm : Form
     QScrollArea* area;
 };
 
-// The lower left part of the screen, where a task bar has its buttons.
+// The lower left part of the screen, where a task bar shows its buttons.
 QImage taskBar()
 {
     QScreen* screen = QApplication::primaryScreen();
@@ -146,7 +146,8 @@ class TestPopupWindows : public TestObject
     Q_OBJECT
 
 private Q_SLOTS:
-    // The first test: later ones have sent keys, by whose time some window managers go.
+    // This test comes first: later ones have sent keys, and some window managers go by the time of
+    // the last key.
     void theyLeaveTheActivationToTheirWindow()
     {
         PlainForm form;
@@ -173,7 +174,7 @@ private Q_SLOTS:
         const QString normal = x11::property(form.window.winId(), "WM_STATE");
         QVERIFY(normal.contains("Normal"));
 
-        // What a popup keeps of the first time shows the second time.
+        // What a popup keeps from the first time shows the second time.
         for (int time = 0; time < 3; ++time) {
             x11::minimise(form.window.winId());
             QTRY_VERIFY(x11::property(form.window.winId(), "WM_STATE").contains("Iconic"));
@@ -234,7 +235,7 @@ private Q_SLOTS:
         for (int time = 0; time < 2; ++time) {
             form.scroll(500);
             QTRY_VERIFY(form.noPopupStands());
-            // The field has the keyboard still, and hints are made for what is typed.
+            // The field still has the keyboard focus, and hints are shown for what is typed.
             form.edit->showEditHint("another number");
             QTest::qWait(100);
             QVERIFY(form.noPopupStands());
@@ -269,7 +270,7 @@ private Q_SLOTS:
         form.window.move(100, screen.bottom() + 1 - room - form.window.height());
         QTRY_COMPARE(form.below().y(), screen.bottom() + 1 - room);
         form.showPopups();
-        // The window manager may have other ideas.
+        // The window manager may move them.
         QTest::qWait(200);
         QVERIFY(form.popupsStand());
         const QRect field(form.edit->mapToGlobal(QPoint(0, 0)), form.edit->size());
@@ -329,7 +330,7 @@ private Q_SLOTS:
     {
         PlainForm form;
         QVERIFY(form.showActive());
-        // A bar takes its time to draw.
+        // A task bar takes some time to draw.
         QTest::qWait(500);
         const QImage before = taskBar();
         form.showPopups();

@@ -36,7 +36,7 @@ QStringList valuesOf(const ValueHistory& history)
     return toStrings(values);
 }
 
-// Notes what a history hands to its storage.
+// Records what a history hands to its storage.
 struct RecordingStorage final : public IValueHistoryStorage
 {
     std::size_t get(const ValueHistory& history, std::deque<std::wstring>& values) override

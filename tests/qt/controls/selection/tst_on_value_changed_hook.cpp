@@ -97,7 +97,7 @@ private Q_SLOTS:
         QCOMPARE(calls, 1);
     }
 
-    // The hook itself; the injection of foreign code destroys the sender.
+    // Only the hook itself: the injection matrix destroys the sender.
     void theFunctionMayDestroyTheHook()
     {
         const auto token = std::make_shared<int>(7);

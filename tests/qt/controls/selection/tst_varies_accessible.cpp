@@ -82,7 +82,7 @@ private Q_SLOTS:
         QCOMPARE(accessibleText(control, QAccessible::Name), QString("Grade"));
     }
 
-    // What assistive technology does counts as done by the user.
+    // What assistive technology does counts as an act of the user.
     void togglingAGroupBoxIsAClick()
     {
         QWidget form;
@@ -116,8 +116,8 @@ private Q_SLOTS:
         QCOMPARE(accessibleText(&inForm, QAccessible::Value), QString());
     }
 
-    // A screen reader may ask for a control as soon as its base is made.
-    void aControlThatIsAskedForWhileItIsMadeSaysSoToo()
+    // A screen reader may ask for a control as soon as its base class is constructed.
+    void aControlThatIsAskedForDuringItsConstructionSaysSoToo()
     {
         QAccessible::installUpdateHandler([](QAccessibleEvent* event) {
             for (const QAccessibleInterface* i = event->accessibleInterface(); i; i = i->parent())
@@ -137,7 +137,7 @@ private Q_SLOTS:
         QAccessible::installUpdateHandler(nullptr);
     }
 
-    // The box may still be asked when the control around it is only a widget.
+    // The box may still be asked when only the QWidget of the control around it is left.
     void aControlThatIsBeingDestroyedDoesNotVary()
     {
         QWidget form;
