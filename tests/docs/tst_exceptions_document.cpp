@@ -170,7 +170,7 @@ const QMap<QString, QList<Code>>& cases()
 {
     const IConverter::quantity metre{UnitId::METRE, 1.0};
     static const QMap<QString, QList<Code>> byRow = {
-        {"DistanceEditValidator: a unit that it does not know stands after the number, as in "
+        {"DistanceEditValidator: there is a unit after the number that it does not know, as in "
          "\"3 furlong\"",
             {enter(new DistanceEditValidator(UnitId::METRE, 0.0, 9.0, true), "3 furlong")}},
         {"StringEditValidator: the first text is validated, and the pattern does not compile",
@@ -183,18 +183,18 @@ const QMap<QString, QList<Code>>& cases()
                 write(Context(7), UnitId::MAT_ELSUP_M3),
                 write(showing(UnitId::GEO_LENGTH, UnitId::KILONEWTON), UnitId::GEO_LENGTH)}},
         {"UnitValidator: a text is validated, and its id, or the unit in which that is shown, is "
-         "neither a unit nor a kind; or it is a kind, and the system is none of 0 to 9",
+         "neither a unit nor a kind; or it is a kind, and the system is not one of 0 to 9",
             {validate(Context(), gapAmongUnits), validate(Context(), gapAmongKinds),
                 validate(Context(), negativeId),
                 validate(showing(UnitId::GEO_LENGTH, gapAmongUnits), UnitId::GEO_LENGTH),
                 validate(showing(UnitId::GEO_LENGTH, gapAmongKinds), UnitId::GEO_LENGTH),
                 validate(Context(10), UnitId::GEO_LENGTH)}},
         {"UnitValidator: a value is written, and its id is negative, or 1000 or more and not a "
-         "kind; or it is a kind, and the system is none of 0 to 9",
+         "kind; or it is a kind, and the system is not one of 0 to 9",
             {write(Context(), gapAmongKinds), write(Context(), negativeId),
                 write(Context(-1), UnitId::GEO_LENGTH)}},
         {"UnitValidator: a value is written, and its id is below 1000 and not a unit, or the unit "
-         "in which it is shown is none",
+         "in which it is shown does not exist",
             {write(Context(), gapAmongUnits),
                 write(showing(UnitId::GEO_LENGTH, gapAmongUnits), UnitId::GEO_LENGTH),
                 write(showing(UnitId::GEO_LENGTH, gapAmongKinds), UnitId::GEO_LENGTH)}},
@@ -202,8 +202,8 @@ const QMap<QString, QList<Code>>& cases()
          "value of another type",
             {enter(new NotAnInt, "1")}},
         {"MultiEditFilePicker: its button is clicked while it varies", {&pickWhileItVaries}},
-        {"MultiEditFilePicker that picks a folder for a file: its button is clicked, and it cannot "
-         "be found out whether the folder exists",
+        {"MultiEditFilePicker that picks a folder for a file: its button is clicked, and the file "
+         "system does not tell whether the folder exists",
             {&pickBeyondALoop}},
         {"MultiEditCheckBoxGroup: it is given an index past the end",
             {withGroupOfTwo([](auto& group) { group.getValue(2); }),
@@ -254,7 +254,7 @@ const QMap<QString, QList<Code>>& cases()
                 [] {
                     Context().format({gapAmongKinds, 1.0}, std::locale::classic());
                 }}},
-        {"UnitFormat: the value of its label is asked for while there is none",
+        {"UnitFormat: the value of its label is asked for, and there is none",
             {[] { UnitFormat().label.value(); }}},
     };
     return byRow;

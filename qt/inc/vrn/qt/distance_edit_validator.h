@@ -14,21 +14,20 @@ namespace vrn::qt {
 /// `validateWhenFinished` throw vrn::units::UnknownUnit. It is the one
 /// exception that bad text can cause in a validator.
 ///
-/// Text that is not a number is accepted as 0.0 if no unit follows, that is if it has
-/// only digits, at most one punctuation mark, and digits, as "1,5" has in the C
+/// Text that is not a number is accepted as 0.0 if no unit follows it. Such a text has
+/// only digits, at most one punctuation mark and more digits, like "1,5" in the C
 /// locale. Text without a number before the unit is refused.
 ///
-/// The range is in metres; it is applied at the end of editing and in
-/// formatting, as in DoubleEditValidator. Of "nan" formatting makes the maximum.
+/// The range is in metres; it is applied at the end of editing and in formatting, as in
+/// DoubleEditValidator. Formatting writes the maximum for "nan".
 ///
-/// With ValidationFlagUserLocale a bare number is in QLocale(), see there. One with
-/// a unit is in the C locale whatever the flags.
+/// With ValidationFlagUserLocale, a bare number is in QLocale(); see that flag. A
+/// number with a unit is always in the C locale.
 ///
-/// The unit of a kind is that of the active context at the time of each call, while
-/// the number of decimals stays that of the construction. So a text that is in the
-/// field when the context changes is read in the new unit, and "2.000" metres become
-/// 2 inches. Take the value before the change and set it after, or read the
-/// selection again:
+/// The unit of a kind comes from the active context at each call, but the number of
+/// decimals is fixed at construction. So a text that is in the field when the context
+/// changes is read in the new unit: "2.000" metres become 2 inches. Take the value
+/// before the change and set it afterwards, or read the selection again:
 ///
 ///     auto* field = SimpleLineEdit::create(form, QStringLiteral("Span"),
 ///         new DistanceEditValidator(1001, 0.0, 100.0, false), 0, ExpandHorizontal);
@@ -39,7 +38,7 @@ namespace vrn::qt {
 ///     field->setValue(span);
 ///     vrn::units::set_active_input_context(before);
 ///
-/// Where the decimals are to follow too, give the field a ForwardValidator and
+/// If the decimals should change as well, give the field a ForwardValidator and
 /// exchange its target.
 struct VRN_QT2_EXPORT DistanceEditValidator : public IValidator
 {

@@ -19,7 +19,7 @@ namespace vrn::qt {
 /// range, or refuse "nan" in a derived class. IntegerValidator and UnitValidator
 /// refuse both.
 ///
-/// With ValidationFlagUserLocale numbers are in QLocale(), see there.
+/// With ValidationFlagUserLocale, numbers are in QLocale(); see that flag.
 struct VRN_QT2_EXPORT DoubleEditValidator : public IValidator
 {
     /// Three decimals, any finite number, empty text means 0.0.
@@ -34,8 +34,7 @@ struct VRN_QT2_EXPORT DoubleEditValidator : public IValidator
     void setMaximum(double max);
     /// Asserts "min < max" and stores both anyway.
     void setRange(double min, double max);
-    /// Digits after the decimal point. At most 1074 are written, the most that a
-    /// double has.
+    /// Digits after the decimal point. At most 1074 are written; no double has more.
     void setPrecision(int precision);
     /// True: empty text means no value. False: it means 0.0.
     void setEmptyValueAllowed(bool allowed);

@@ -6,15 +6,15 @@ class QWidget;
 
 namespace vrn::qt {
 
-/// Puts the parts of a composite control into a layout, so that the control
-/// does not have to know whether they stand in a row, a column or a grid.
+/// Puts the parts of a composite control into a layout, so that the control does not
+/// have to know whether they are in a row, a column or a grid.
 ///
 /// A control, or the application around it, calls onCreate once, onAdd for each
 /// part and onFinish at the end. The layout belongs to the container. The layouter
 /// may outlive the layout, and the layout may outlive the layouter.
 ///
-/// A layouter must not destroy the control that calls it, its parent or its window: the
-/// control is being made then.
+/// A layouter must not destroy the control that calls it, its parent or its window,
+/// because the control is still being made.
 ///
 /// To lay parts out in another way, derive from this class:
 ///

@@ -22,14 +22,14 @@ enum ValidationFlag : std::size_t
     /// locale, with a decimal point whatever the user's settings. Controls
     /// always pass it clear.
     ///
-    /// The user's locale is asked for once in a process, the first time that a
-    /// validator needs it; no later change is seen. There are two of them.
+    /// The user's locale is determined once per process, when a validator first needs
+    /// it; later changes have no effect. There are two such locales.
     /// DoubleEditValidator and DistanceEditValidator ask `QLocale()`: what
-    /// QLocale::setDefault() was given before, or else the environment.
-    /// UnitValidator asks `std::locale("")`: the environment alone (LC_ALL,
-    /// LC_NUMERIC, LANG), and the classic locale where that one is not
-    /// installed. An application that sets another default therefore sets
-    /// LC_ALL as well, and both before the first text is read or written:
+    /// QLocale::setDefault() was given before, or else the environment. UnitValidator
+    /// asks `std::locale("")`: the environment alone (LC_ALL, LC_NUMERIC, LANG), or the
+    /// classic locale if that one is not installed. An application that sets another
+    /// default therefore sets LC_ALL as well, and both before the first text is read or
+    /// written:
     ///
     ///     QLocale::setDefault(QLocale(QStringLiteral("de_DE")));
     ///     qputenv("LC_ALL", "de_DE.UTF-8");
@@ -49,14 +49,14 @@ enum ValidationFlag : std::size_t
 ///     if (validator.validateWhenFinished("12.5", value, {}))
 ///         model.setSpan(boost::any_cast<double>(value));
 ///
-/// Bad text is refused with `false`, never with an exception; the one exception
-/// to that is the unit of a DistanceEditValidator. To make a
-/// validator of your own, implement `validate` and `reformat`, and override
-/// `validateWhenFinished` if the end of editing asks for more than a keystroke.
+/// Bad text is refused with `false`. Only an unknown unit in a DistanceEditValidator
+/// throws instead. To make a validator of your own, implement `validate` and
+/// `reformat`, and override `validateWhenFinished` if the end of editing requires more
+/// than a keystroke.
 ///
-/// A validator holds configuration that is set before use and no state that
-/// changes while it validates. It must not destroy the control that asks it. It
-/// belongs to the GUI thread.
+/// A validator has a configuration, which is set before use, but no state that changes
+/// while it validates. It must not destroy the control that asks it. It belongs to the
+/// GUI thread.
 struct VRN_QT2_EXPORT IValidator : public boost::noncopyable
 {
     using pointer = boost::shared_ptr<IValidator>;
@@ -77,8 +77,8 @@ struct VRN_QT2_EXPORT IValidator : public boost::noncopyable
     /// through the assertion facility and yields an empty string.
     virtual QString reformat(const boost::any& value, const std::bitset<32>& flags) = 0;
 
-    /// The text in which `value` is shown where it is not edited: that of
-    /// `reformat`, followed by a blank and the postfix if one is set.
+    /// The text in which `value` is shown when it is not edited: that of `reformat`,
+    /// followed by a blank and the postfix if one is set.
     virtual QString reformatForDisplay(const boost::any& value, const std::bitset<32>& flags);
 
     /// A hint for the user who has typed `text` so far. It is empty if there is no

@@ -15,8 +15,8 @@ namespace vrn::qt {
 /// it, and formatting clamps again. "nan" and "inf" are refused. A refused text
 /// leaves 0 in the value.
 ///
-/// Unlike in DoubleEditValidator, empty text gives no value even where it counts
-/// as zero; the missing value is then shown as "0".
+/// Unlike in DoubleEditValidator, empty text gives no value even if it counts as zero.
+/// The missing value is then shown as "0".
 template <typename T>
 struct IntegerValidator : public IValidator
 {

@@ -6,9 +6,9 @@
 
 namespace vrn::qt {
 
-/// A check box for one property of a selection, a `bool`: it is checked or not,
-/// and partially checked where the objects differ. A click on the partially
-/// checked box checks it.
+/// A check box for one property of a selection, a `bool`: it is checked or not, and
+/// partially checked if the objects differ. A click on the partially checked box checks
+/// it.
 ///
 ///     auto* visible = MultiEditCheckBox::create(tr("&Visible"), form);
 ///     visible->reset();
@@ -18,9 +18,9 @@ namespace vrn::qt {
 ///         model.setVisible(selection, visible->getValue());
 ///     });
 ///
-/// Changes from code are told as well, and some of them twice; see below.
-/// Suspend the signal where this is not wanted, above all in a slot that reads the
-/// selection again: it would call itself without end.
+/// Changes from code emit the signal as well, some of them twice; see below. Suspend it
+/// if you do not want this, above all in a slot that reads the selection again.
+/// Otherwise such a slot would call itself without end.
 ///
 /// `delete` and `deleteLater` of the control, its parent or its window are safe in any
 /// slot of its signals and in any function that it calls, also from a dialog there.
@@ -41,8 +41,8 @@ public:
     /// Emits valueChanged() once, and once more if the state of the box changes.
     void setChecked(bool checked) override;
 
-    /// Unchecks the box. If this changes the box, valueChanged() is emitted, while
-    /// the control is not yet fresh.
+    /// Unchecks the box. If this changes the box, valueChanged() is emitted before the
+    /// control is fresh.
     void reset() override;
     /// Shows the first value, and emits valueChanged() if this changes the box. A
     /// value that is not a `bool` is ignored.

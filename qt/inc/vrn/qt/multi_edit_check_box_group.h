@@ -30,13 +30,13 @@ namespace vrn::qt {
 ///             fixed.readValue(i, beam.isFixed(i));
 ///     fixed.onEndRead();
 ///
-/// valueChanged() comes from setValue(), readValue() and reset() as well. Block it
-/// with a QSignalBlocker in a slot that reads the selection again: it would call
-/// itself without end.
+/// valueChanged() comes from setValue(), readValue() and reset() as well. Block it with
+/// a QSignalBlocker in a slot that reads the selection again. Otherwise the slot would
+/// call itself without end.
 ///
-/// The group has no parent object and belongs to the code that made it; it and the
-/// boxes may outlive each other. A box that is gone is reported when it is asked
-/// for, and counts as unchecked.
+/// The group has no parent object and belongs to the code that made it. It may outlive
+/// the boxes, and they may outlive it. A box that has been destroyed is reported when
+/// it is asked for, and counts as unchecked.
 ///
 /// `delete` and `deleteLater` of the control, its parent or its window are safe in any
 /// slot of its signals and in any function that it calls, also from a dialog there.
@@ -49,8 +49,8 @@ public:
     /// no index, but leaves an empty cell. A box gets the tool tip at the position of
     /// its label, if there is one.
     ///
-    /// `layouter` must have its layout already, and the caller finishes it. It is not
-    /// needed any more after the constructor.
+    /// `layouter` must have its layout already, and the caller finishes it. It is no
+    /// longer needed after the constructor.
     MultiEditCheckBoxGroup(QWidget* parent, ILayouter& layouter, const std::deque<QString>& labels,
         const std::deque<QString>& tooltips);
     ~MultiEditCheckBoxGroup() override;
@@ -78,8 +78,8 @@ public:
 
     /// Lets each box be saved, under `key`, a slash and its index.
     ///
-    /// The boxes may be loaded in any order, and none emits anything meanwhile. When
-    /// the last one is loaded, all others emit valueChanged(); the last one is still
+    /// The boxes may be loaded in any order, and none emits anything before all are
+    /// loaded. Then all but the one loaded last emit valueChanged(); that one is still
     /// blocked. The group emits valueChanged() once for each of the others.
     void setCanBeSaved(const std::string& key);
 
@@ -96,7 +96,7 @@ private Q_SLOTS:
     void onClickedToggleAll();
 
 private:
-    // The boxes belong to their parent and may go before the group.
+    // The boxes belong to their parent and may be destroyed before the group.
     using Box = QPointer<MultiEditCheckBox>;
     struct Check
     {

@@ -39,7 +39,7 @@ enum class LoadOrder : std::uint32_t
 ///         model.setDepth(selection, boost::any_cast<double>(depth));
 ///     });
 ///
-/// Without the comparison data would be lost. valueChanged() also comes when the user
+/// Without the comparison, data would be lost. valueChanged() also comes when the user
 /// presses Enter or Tab in an untouched field, and the control then gives what it
 /// shows: 3.333 for a depth of 10/3. A slot that wrote this would round every selected
 /// object. So keep what the control gives after reading, and write only a value that
@@ -52,10 +52,10 @@ enum class LoadOrder : std::uint32_t
 ///
 ///  - fresh: from construction or reset() to the first readValue();
 ///  - common: it shows the one value read so far, or set, or entered by the user;
-///  - varies: the values read differ, forceVaries() was called, or the user has
-///    brought getVariesString() into a text. It shows that or what stands for it,
-///    its current value is empty, and further reads change nothing until a new
-///    value is set or entered.
+///  - varies: the values read differ, forceVaries() was called, or the user has made
+///    getVariesString() the text. It shows that or what stands for it, its current
+///    value is empty, and further reads change nothing until a new value is set or
+///    entered.
 ///
 /// A control can also carry functions that save its value to a KeyValueStorage
 /// and load it from there.

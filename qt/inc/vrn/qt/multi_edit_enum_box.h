@@ -6,8 +6,8 @@
 
 namespace vrn::qt {
 
-/// An enum box for one property of a selection: it shows the common value, or
-/// an extra entry with getVariesString() where the objects differ.
+/// An enum box for one property of a selection: it shows the common value, or an extra
+/// entry with getVariesString() if the objects differ.
 ///
 ///     auto* grade = MultiEditEnumBox::create(form, tr("Steel"), &vrn::any_equal<int>);
 ///     grade->setValues({{"S235", 235}, {"S355", 355}});
@@ -15,21 +15,21 @@ namespace vrn::qt {
 ///     for (const Beam& beam : selection)
 ///         grade->readValue(beam.grade);
 ///
-/// A value becomes that of all objects when the user picks it, when the user types
-/// over the text of a varying selection, and when the program selects it by name or
-/// by value. next() and previous() do not have this effect: a list that varies
-/// emits valueChanged() and still varies. Only in an editable box the text that they
-/// show counts as typed. The extra entry stays after those of the values until
-/// reset(), so next() usually has no row to go to from there.
+/// A value becomes that of all objects when the user picks it, when the user types over
+/// the text of a varying selection, and when the program selects it by name or by
+/// value. next() and previous() do not have this effect: a list that varies emits
+/// valueChanged() and still varies. Only in an editable box does the text that they
+/// show count as typed. The extra entry stays after those of the values until reset(),
+/// so next() usually has no row to go to from there.
 ///
-/// A user who types, pastes or undoes to getVariesString() in an editable box
-/// makes it vary: the entry of the varying selection is shown then, and nothing is
-/// emitted. The entry follows a change of the language by itself.
+/// If the user types, pastes or undoes to getVariesString() in an editable box, the box
+/// varies: it shows the entry of the varying selection and emits nothing. When the
+/// language changes, the entry is translated again.
 ///
-/// One pick emits activated(int) and then valueChanged() twice; setValue() and
-/// the first readValue() after a reset() emit valueChanged() once. Block it with a
-/// QSignalBlocker in a slot that reads the selection again: it would call itself
-/// without end.
+/// One pick emits activated(int) and then valueChanged() twice; setValue() and the
+/// first readValue() after a reset() emit valueChanged() once. Block it with a
+/// QSignalBlocker in a slot that reads the selection again. Otherwise the slot would
+/// call itself without end.
 ///
 /// `delete` and `deleteLater` of the control, its parent or its window are safe in any
 /// slot of its signals and in any function that it calls, also from a dialog there.
@@ -50,8 +50,8 @@ public:
     /// If the entry of a varying selection is shown, what was shown before is shown
     /// again.
     void reset() override;
-    /// If the validator of an editable box throws, the exception goes on, and the box
-    /// has no value until another one is set; a later read varies.
+    /// If the validator of an editable box throws, the exception passes through, and
+    /// the box has no value until another one is set. A later read makes it vary.
     void readValue(const boost::any& value) override;
     bool dataVaries() const override { return m_state.varies(); }
     boost::any getCurrentValue() const override;

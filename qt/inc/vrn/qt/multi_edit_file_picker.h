@@ -37,14 +37,14 @@ enum TypeofPath : int
 /// A new picker is fresh and holds the empty string. It accepts any text, whether
 /// or not there is such a file.
 ///
-/// The dialog starts at the path in the edit, or in the current folder if there
-/// is no such path. With TypeofPathFolder it starts at the folder of the path, even
-/// if that is gone: it then opens the folder around it and offers the lost name. Both
+/// The dialog starts at the path in the edit, or in the current folder if there is no
+/// such path. With TypeofPathFolder it starts at the folder of the path, even if that
+/// no longer exists: it then opens the parent folder and offers the missing name. Both
 /// slash and backslash separate the names in a path.
 ///
 /// The slot of the button may throw: boost::bad_any_cast while the control varies, and
 /// with TypeofPathFileInFolder std::filesystem::filesystem_error if it cannot find out
-/// whether the folder exists. An application where this can happen catches in its
+/// whether the folder exists. An application in which this can happen catches it in its
 /// QApplication::notify.
 ///
 /// `delete` and `deleteLater` of the control, its parent or its window are safe in any
@@ -56,7 +56,7 @@ class VRN_QT2_EXPORT MultiEditFilePicker
     Q_OBJECT
 
 public:
-    /// A type other than those named makes a picker without a dialog.
+    /// With any other type, the picker has no dialog.
     MultiEditFilePicker(QWidget* parent, TypeofPath type);
     ~MultiEditFilePicker() override;
 

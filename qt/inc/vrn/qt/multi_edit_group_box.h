@@ -7,8 +7,8 @@
 
 namespace vrn::qt {
 
-/// A checkable group box for one property of a selection, a `bool`. Where the
-/// objects differ it is disabled, with everything in it.
+/// A checkable group box for one property of a selection, a `bool`. If the objects
+/// differ, it is disabled, with everything in it.
 ///
 ///     auto* fire = MultiEditGroupBox::create(tr("&Fire protection"), form);
 ///     new QFormLayout(fire);
@@ -19,8 +19,8 @@ namespace vrn::qt {
 /// Only reset() enables a group box again: one that varied stays disabled after
 /// setValue(), although it no longer varies.
 ///
-/// setValue() emits valueChanged() as well. Suspend the signal in a slot that calls
-/// it: it would call itself without end.
+/// setValue() emits valueChanged() as well. Suspend the signal in a slot that calls it.
+/// Otherwise the slot would call itself without end.
 ///
 /// `delete` and `deleteLater` of the control, its parent or its window are safe in any
 /// slot of its signals and in any function that it calls, also from a dialog there.

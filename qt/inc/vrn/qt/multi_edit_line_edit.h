@@ -6,18 +6,18 @@
 namespace vrn::qt {
 
 /// A line edit for one property of a selection: it shows the common value, or
-/// getVariesString() where the objects differ.
+/// getVariesString() if the objects differ.
 ///
-/// Values are compared as text: two that the validator writes alike do not
-/// vary. While the text of a varying selection stands in the edit, Enter and
-/// leaving the field do nothing, and a click selects all of it, so that the next
-/// key replaces it; as soon as the user has typed an accepted text in its place,
-/// this is the value of all.
+/// Values are compared as text: two that the validator writes alike do not vary. While
+/// the edit shows the text of a varying selection, Enter and leaving the field do
+/// nothing, and a click selects the whole text, so that the next key replaces it. As
+/// soon as the user has typed an accepted text instead, this is the value of all
+/// objects.
 ///
-/// A user who comes to that text, by undoing, pasting or typing, makes the field
-/// vary, whatever it showed before, and nothing is emitted; to show a value that is
-/// written so, an application sets it. A varying field follows a change of the
-/// language by itself: there is nothing to read or to set again.
+/// If the user types, pastes or undoes to that text, the field varies, whatever it
+/// showed before, and emits nothing. To show a value that is written in the same way,
+/// an application sets it. When the language changes, a varying field translates its
+/// text; nothing has to be read or set again.
 ///
 /// The validator must not change how it writes values between the first readValue()
 /// after a reset() and the last: a value that equals the one before is not written
@@ -42,9 +42,9 @@ public:
 
     /// Leaves the text as it is.
     void reset() override;
-    /// If the validator throws, the field has no value after the first read, and
-    /// varies after a later one; the exception goes on. To go on with the others,
-    /// catch it at each value.
+    /// If the validator throws, the exception passes through. The field has no value
+    /// after the first read, and varies after a later one. To read the other values
+    /// nevertheless, catch the exception at each value.
     void readValue(const boost::any& value) override;
     bool dataVaries() const override { return m_varies; }
     /// Also empty for a refused text.

@@ -23,8 +23,8 @@ public:
     /// A click calls `fn` with `id`, and does nothing else. The control takes over
     /// the validator.
     MultiEditLineEditWithButton(IValidator* validator, int id, std::function<void(int)> fn);
-    /// A click calls `fn` with this control, `id` and an empty value, and then
-    /// shows the value that `fn` has left there. It emits no valueChanged().
+    /// A click calls `fn` with this control, `id` and an empty value, and then shows
+    /// the value that `fn` has left there. It does not emit valueChanged().
     MultiEditLineEditWithButton(
         IValidator* validator, int id, std::function<void(QWidget*, int, boost::any&)> fn);
     ~MultiEditLineEditWithButton() override;

@@ -6,8 +6,8 @@
 
 namespace vrn::qt {
 
-/// Radio buttons for one property of a selection. None is checked where the
-/// objects differ.
+/// Radio buttons for one property of a selection. None is checked if the objects
+/// differ.
 ///
 ///     auto* grade = MultiEditRadioButtonGroup::create(tr("Steel grade"),
 ///         {{"S235", 235}, {"S355", 355}}, &vrn::any_equal<int>, &vrn::any_less<int>,
@@ -17,9 +17,9 @@ namespace vrn::qt {
 ///         grade->readValue(beam.grade);
 ///
 /// Changes from code emit valueChanged() as well: reset(), setValue(), the first
-/// readValue() and, in this control alone, the one that finds a difference. Block
-/// it with a QSignalBlocker in a slot that reads the selection again: it would call
-/// itself without end.
+/// readValue() and, in this control alone, the one that finds a difference. Block it
+/// with a QSignalBlocker in a slot that reads the selection again. Otherwise the slot
+/// would call itself without end.
 ///
 /// `delete` and `deleteLater` of the control, its parent or its window are safe in any
 /// slot of its signals and in any function that it calls, also from a dialog there.
@@ -42,13 +42,13 @@ public:
     boost::any getValue() const { return getSelectedValue(); }
 
     /// Checks the first button and enables the group, but not a button that was
-    /// disabled by itself. Emits valueChanged().
+    /// disabled on its own. Emits valueChanged().
     void reset() override;
     void readValue(const boost::any& value) override;
     bool dataVaries() const override { return m_state.varies(); }
     boost::any getCurrentValue() const override;
-    /// Emits valueChanged(), even for an unknown value. That is reported, and no
-    /// button is checked for it.
+    /// Emits valueChanged(), even for an unknown value. Such a value is reported, and
+    /// no button is checked.
     void setValue(const boost::any& value) override;
     /// Emits nothing.
     void forceVaries() override;

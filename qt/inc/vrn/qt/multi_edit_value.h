@@ -13,8 +13,8 @@ class VRN_QT2_EXPORT MultiEditValue : public MultiEditControlBase
 {
 public:
     /// `differ` tells whether two values differ, as vrn::any_differ<double> does. It is
-    /// called with the value read and the stored one, and only compares them. A missing
-    /// function is reported, and any two values differ then.
+    /// called with the value read and the stored one, and must only compare them. A
+    /// missing function is reported, and any two values then differ.
     explicit MultiEditValue(bool (*differ)(const boost::any&, const boost::any&));
     virtual ~MultiEditValue();
 

@@ -2,8 +2,8 @@
 
 namespace vrn::qt {
 
-/// What a control has learned of a selection; MultiEditControlBase tells what each
-/// state means. The steps from one to the next are those of every control.
+/// What a control knows of a selection. MultiEditControlBase says what each state
+/// means. All controls go from one state to the next in these steps.
 class SelectionState
 {
 public:

@@ -84,17 +84,17 @@ Q_SIGNALS:
 
 public Q_SLOTS:
     /// Replaces all entries and shows the first one. Icons and colours are for the
-    /// entries at the same positions; where a list ends early, the other entries
-    /// have none. The box is at least as wide as its contents need. Emits nothing.
+    /// entries at the same positions; if a list is too short, the other entries have
+    /// none. The box is at least as wide as its contents need. Emits nothing.
     void setValues(const NamedValueList& values, const PixmapPtrList& pixmaps = PixmapPtrList(),
         const std::deque<QColor>& backgroundColors = std::deque<QColor>());
 
     /// Shows the entry of that name. If there is none, nothing happens.
     void selectByName(const QString& name);
-    /// Shows the entry of that value. Without one, an editable box shows the
-    /// text that the validator gives the value; any other reports it and stays
-    /// as it is. If the validator throws, the text is empty and there is no value
-    /// until the next selection or text.
+    /// Shows the entry of that value. If there is none, an editable box shows the text
+    /// that the validator writes for the value; any other box reports it and stays as
+    /// it is. If the validator throws, the text is empty and there is no value until
+    /// the next selection or text.
     void selectByValue(const boost::any& value);
 
     /// Empty if there are no values, if the text shown is not an entry's name and no
@@ -105,8 +105,8 @@ public Q_SLOTS:
     /// Empty if there is no such entry.
     boost::any getValueForName(const QString& name) const;
 
-    /// Shows the next row, or the one before, and emits valueChanged(). At the
-    /// end of the list nothing happens.
+    /// Shows the next or the previous row, and emits valueChanged(). At the end of the
+    /// list nothing happens.
     void next();
     void previous();
 
@@ -161,7 +161,7 @@ private:
 
     NamedValueList m_values;
     QPointer<VRN_QT4_ComboBox> m_combo;
-    // Hidden. It validates what is typed into its edit, which stands in the combo box.
+    // Hidden. It validates what is typed into its edit, which is in the combo box.
     QPointer<MultiEditLineEdit> m_lineEdit;
     QPointer<QLineEdit> m_edit;
     int m_timesMadeEditable = 0;

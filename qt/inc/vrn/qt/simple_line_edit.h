@@ -36,20 +36,20 @@ class LineEditImpl;
 ///             model.setSpan(boost::any_cast<double>(span->getValue()));
 ///     });
 ///
-/// While the user types, the text is black if the validator accepts it and red
-/// if it does not, and the validator's edit hint is shown in a small window
-/// below. When editing ends (Enter, or leaving the field), an accepted
-/// text is brought into its range and rewritten, a refused one stays as it
-/// was typed, and valueChanged() is emitted in either case. With a value history the
-/// last entries are shown below the focused field; a click takes one over. Both windows
-/// are above the field if the screen has no room below.
+/// While the user types, the text is black if the validator accepts it and red if it
+/// does not, and the validator's edit hint is shown in a small window below. When
+/// editing ends (Enter, or leaving the field), an accepted text is brought into its
+/// range and rewritten, a refused one stays as it was typed, and valueChanged() is
+/// emitted in either case. With a value history, the last entries are shown below the
+/// focused field, and a click on one enters it. Both windows are above the field if the
+/// screen has no room below.
 ///
-/// The value is computed from the text whenever it is asked for; numbers are in
-/// the C locale. What a validator throws passes through the control, which then
-/// counts its text as refused: what was typed stays, and a value that could not be
-/// written leaves an empty text. What a hint function throws waits for the end of
-/// editing to be over, valueChanged() included. An application that uses throwing
-/// validators catches in its QApplication::notify.
+/// The value is computed from the text whenever it is asked for; numbers are in the C
+/// locale. What a validator throws passes through the control, which then counts its
+/// text as refused: what was typed stays, and a value that could not be written leaves
+/// an empty text. What a hint function throws is passed on after the end of editing,
+/// that is after valueChanged(). An application that uses throwing validators catches
+/// their exceptions in its QApplication::notify.
 ///
 /// `delete` and `deleteLater` of the control, its parent or its window are safe in any
 /// slot of its signals and in any function that it calls, also from a dialog there.
@@ -101,11 +101,11 @@ public:
     QLineEdit* edit();
     const QLineEdit* edit() const;
 
-    /// Adds a tool button inside the edit. A click hands the text to `fn`, and a
-    /// result that differs becomes the text, selected, as if the user had typed it;
-    /// the value is taken over when the user leaves the field. A null pixmap gives
-    /// a built-in icon. There is one such button at most: a second call reports an
-    /// assertion and returns the first.
+    /// Adds a tool button inside the edit. A click hands the text to `fn`, and a result
+    /// that differs becomes the text, selected, as if the user had typed it; it becomes
+    /// the value when the user leaves the field. A null pixmap gives a built-in icon.
+    /// There is one such button at most: a second call reports an assertion and returns
+    /// the first.
     QToolButton* addButton(
         const boost::function<QString(const QString&)>& fn, const QPixmap& pixmap);
 

@@ -32,11 +32,11 @@ public:
     /// `equalFn` tells whether two values are equal and `lessFn` orders them, as
     /// vrn::any_equal<int> and vrn::any_less<int> do. Both must only compare.
     ///
-    /// With `useGroupBox` the buttons stand in a group box with `title`, which
-    /// `layouter` lays out. Without it `layouter` must have its layout already, and
-    /// the caller finishes it; the buttons then belong to the container of that
-    /// layout. In either case the layouter is not needed any more after this call.
-    /// Null stands for a VBoxLayouter, which is useful only in a group box.
+    /// With `useGroupBox` the buttons are in a group box with `title`, which `layouter`
+    /// lays out. Without it `layouter` must have its layout already, and the caller
+    /// finishes it; the buttons then belong to the container of that layout. In either
+    /// case the layouter is no longer needed after this call. Null stands for a
+    /// VBoxLayouter, which is useful only in a group box.
     ///
     /// Only one button in the same widget can be checked, or, with `useButtonGroup`,
     /// only one button in this group.
@@ -88,8 +88,9 @@ private:
 
     std::unique_ptr<ILayouter> m_ownedLayouter;
     QGroupBox* m_groupBox = nullptr;
-    // Receives the end of the buttons, which may stand in a widget of the application.
-    // The last member, so the first to go, also when an order or a layouter throws.
+    // Is told when a button is destroyed: the buttons may be in a widget of the
+    // application. It is the last member, so that it is destroyed first, even if an
+    // order or a layouter throws.
     std::unique_ptr<QObject> m_listener;
 };
 

@@ -35,7 +35,7 @@ struct VRN_QT2_EXPORT StringEditValidator : public IValidator
     /// Texts are upper-cased by the rules of the global std::locale, both when they
     /// are read and when they are written.
     void setUpperCase(bool upperCase);
-    /// With a type other than those named `validate` stores nothing.
+    /// With any other type, `validate` stores nothing.
     void setStorageType(StorageType type);
 
     bool validate(const QString& text, boost::any& value, const std::bitset<32>& flags) override;

@@ -33,23 +33,23 @@ namespace vrn::qt {
 /// was read; to refuse more, derive from this class and look at the text first.
 /// docs/quantities.md says what can be typed, and where reading stops.
 ///
-/// Prefer a unit set to a unit. A symbol is read as the first unit that has it, and
-/// for 29 plain units this is another one, on another scale: a field of one of
-/// these reads its own text as another quantity, again at each Enter. Unit sets
+/// Prefer a unit set to a unit. A symbol is read as the first unit that has it, and for
+/// 29 plain units that is a different unit, on another scale: a field with one of these
+/// reads its own text as another quantity, and does so again at each Enter. Unit sets
 /// tell the units apart.
 ///
-/// With ValidationFlagUserLocale numbers are in std::locale(""), see there. If that
-/// groups digits by a blank or an apostrophe, what is written is not read back: write
-/// a text that is to be read again without the flag. The whole feet of a length in
-/// feet and inches are written by the global std::locale whatever the flags: leave
-/// that the classic one.
+/// With ValidationFlagUserLocale, numbers are in std::locale(""); see that flag. If
+/// that locale groups digits by a blank or an apostrophe, what is written is not read
+/// back, so write a text without the flag if it is to be read again. The whole feet of
+/// a length in feet and inches are always written in the global std::locale: leave that
+/// the classic one.
 ///
-/// The validator has a copy of its context: a later change of the active system
-/// or its overrides does not reach it. An id that the context does not know makes
-/// its operations throw std::invalid_argument with "Invalid unit id.", and a
-/// display unit of another kind makes `reformat` throw one with "Incompatible
-/// units.", at Enter too. MAT_ELSUP_M3 and INERTIA_POINT have such a unit in
-/// system 7; give them another by an override.
+/// The validator has a copy of its context: a later change of the active system or its
+/// overrides does not reach it. An id that the context does not know makes its
+/// operations throw std::invalid_argument with "Invalid unit id.", and a display unit
+/// of another kind makes `reformat` throw one with "Incompatible units.", also when the
+/// user presses Enter. MAT_ELSUP_M3 and INERTIA_POINT have such a unit in system 7;
+/// give them another by an override.
 struct VRN_QT2_EXPORT UnitValidator : public IValidator
 {
     using UnitId = vrn::units::UnitId::UnitId;

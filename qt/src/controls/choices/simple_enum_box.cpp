@@ -303,7 +303,7 @@ void SimpleEnumBox::setEditable(bool editable, IValidator::pointer validator)
     ++m_timesMadeEditable;
 }
 
-// The combo box destroys its edit when it stops being editable, and takes another one
+// The combo box destroys its edit when it stops being editable, and creates another one
 // when it becomes editable again.
 bool SimpleEnumBox::hasLineEdit() const
 {
@@ -325,7 +325,7 @@ void SimpleEnumBox::makeLineEdit()
     vrn_connect(m_edit.data(), &QLineEdit::textEdited, this, &SimpleEnumBox::onTextEdited);
     // The control is of no use once the edit is destroyed, for whatever reason.
     vrn_connect(m_edit.data(), &QObject::destroyed, m_lineEdit.data(), &QObject::deleteLater);
-    // The new control gets as many connections as the one before had.
+    // The new control gets as many connections as the previous one had.
     for (int i = 0; i < m_timesMadeEditable; ++i) {
         vrn_connect(m_lineEdit.data(), &SimpleLineEdit::valueChanged, this,
             &SimpleEnumBox::onEditingFinished);

@@ -61,7 +61,7 @@ SimpleRadioButtonGroup::SimpleRadioButtonGroup(const QString& title, const Named
     }
     QButtonGroup* buttonGroup = useButtonGroup ? new QButtonGroup(this) : nullptr;
 
-    // What a layouter or an order throws leaves no button in a widget of the application.
+    // If a layouter or an order throws, no button is left in a widget of the application.
     std::vector<QPointer<QRadioButton>> buttons;
     auto unlessFinished = qScopeGuard([&buttons] {
         for (const QPointer<QRadioButton>& button : buttons)

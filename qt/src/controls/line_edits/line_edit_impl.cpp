@@ -57,7 +57,7 @@ LineEditImpl::LineEditImpl(unsigned int options, QWidget* parent)
 
 LineEditImpl::~LineEditImpl()
 {
-    // From here on, a signal of QLineEdit would come from half an edit.
+    // From here on, a signal of QLineEdit would come from a half-destroyed edit.
     blockSignals(true);
     disposeOf(m_btn1);
     disposeOf(m_hintPopup);
@@ -119,7 +119,7 @@ void LineEditImpl::showEditHint(const QString& hint)
         m_hintPopup->hide();
     else if (hasFocus())
         m_hintPopup->show();
-    // A hint that stands above the edit would grow over it.
+    // A hint above the edit would otherwise grow over the edit.
     m_popups->reposition();
 }
 
@@ -147,8 +147,8 @@ bool LineEditImpl::event(QEvent* event)
     return QLineEdit::event(event);
 }
 
-// QLineEdit copies the part of a long text that fits once for each character of it. A text that
-// is cut beforehand takes a third of the time.
+// For each character of a long text, QLineEdit copies the part that fits. If the text is cut
+// beforehand, this takes a third of the time.
 void LineEditImpl::inputMethodEvent(QInputMethodEvent* event)
 {
     // The maximum can be any int, even the smallest one.

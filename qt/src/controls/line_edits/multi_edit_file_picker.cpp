@@ -237,8 +237,9 @@ void MultiEditFilePicker::onPick()
         break;
     }
     case TypeofPathFolder:
-        // The folder may be gone: Qt then opens the one around it, with the name in the edit.
-        // Qt takes an empty name for the folder visited last; here it means the current one.
+        // The folder may no longer exist: Qt then opens its parent, with the name in the
+        // edit. Qt takes an empty name for the folder visited last; here it means the current
+        // one.
         result = pick(m_edit, m_type, folder.isEmpty() ? QDir::currentPath() : folder).value(0);
         break;
     case TypeofPathFileInFolder: {

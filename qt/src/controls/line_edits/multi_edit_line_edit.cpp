@@ -192,8 +192,8 @@ void MultiEditLineEdit::onValidated(const QString& /*text*/, const boost::any& /
 
 bool MultiEditLineEdit::eventFilter(QObject* watched, QEvent* event)
 {
-    // The text is read for these events only: an edit that is being destroyed has none any
-    // more.
+    // The text is read for these events only: an edit that is being destroyed no longer
+    // has one.
     switch (event->type()) {
     case QEvent::MouseButtonPress:
     case QEvent::MouseButtonDblClick:

@@ -245,8 +245,8 @@ void SimpleLineEdit::showHint(const QString& text)
     lineEdit().showEditHint(m_validator->getEditHint(text));
 }
 
-// Runs a step of the validation. An exception goes on to the caller and leaves
-// a refused text.
+// Runs a step of the validation. An exception passes to the caller and leaves a refused
+// text.
 template <typename Function>
 void SimpleLineEdit::refuseIfThrown(Function step)
 {

@@ -5,7 +5,7 @@
 namespace vrn::qt::detail {
 namespace {
 
-// Of the operation that began last. All of them run on the GUI thread.
+// The `Alive` of the operation that began last. All of them run on the GUI thread.
 Alive* innermost = nullptr;
 
 // Not isAncestorOf(): that stops at a popup, which is a window of its own.

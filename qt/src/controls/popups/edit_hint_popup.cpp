@@ -62,7 +62,8 @@ bool EditHintPopup::eventFilter(QObject* watched, QEvent* event)
 bool EditHintPopup::handDown(const QMouseEvent& event)
 {
     QWindow* below = parentWidget()->window()->windowHandle();
-    // Without a press the mouse is the hint's, which becomes clearer under it.
+    // While no button is pressed, the mouse belongs to the hint, which becomes clearer
+    // under it.
     if (!below || (event.type() == QEvent::MouseMove && event.buttons() == Qt::NoButton))
         return false;
     const QPoint onScreen = compat::globalPosition(event);

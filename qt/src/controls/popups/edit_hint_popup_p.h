@@ -6,7 +6,7 @@ class QLabel;
 
 namespace vrn::qt::detail {
 
-/// Shows a hint about the text in the edit. It is there to be read: the mouse
+/// Shows a hint about the text in the edit. It is only there to be read: the mouse
 /// presses what is below it in the window of the edit.
 class VRN_QT2_EXPORT EditHintPopup : public PopupBase
 {
@@ -16,7 +16,7 @@ public:
     explicit EditHintPopup(QWidget* owner);
     ~EditHintPopup() override;
 
-    /// Takes the text and the size for it; showing it is the caller's matter.
+    /// Sets the text, and resizes the popup for it. It does not show the popup.
     void setHint(const QString& hint);
 
     /// (0, 0) without a text.

@@ -13,7 +13,7 @@ namespace {
 constexpr qreal opacityAtRest = 0.7;
 constexpr qreal opacityUnderMouse = 0.9;
 
-// A widget in a window that does not stand yet is not out of sight.
+// A widget in a window that is not shown yet is not out of sight.
 bool isScrolledOutOfSight(const QWidget& widget)
 {
     return widget.isVisible() && widget.visibleRegion().isEmpty();
@@ -47,11 +47,11 @@ void PopupBase::setVisible(bool visible)
         QWidget::setVisible(false);
         return;
     }
-    // The popup may have been shown empty and have something to show by now.
+    // The popup may have been shown empty and have something to show now.
     if (isVisible() && testAttribute(Qt::WA_DontShowOnScreen) && !sizeHint().isEmpty())
         QWidget::setVisible(false);
-    // Some window managers minimise the popups with their window. Shown minimised, a
-    // popup would take its window along or never come back.
+    // Some window managers minimise the popups with their window. A popup that is shown
+    // minimised would minimise its window as well, or never come back.
     setWindowState(windowState() & ~Qt::WindowMinimized);
     QWidget::setVisible(true);
 }
@@ -66,7 +66,7 @@ void PopupBase::showEvent(QShowEvent* event)
 {
     // A window of size (0, 0) would still be a dot on the screen.
     setAttribute(Qt::WA_DontShowOnScreen, sizeHint().isEmpty());
-    // On the window alone: the flags of the widget stay those of its constructor.
+    // Only on the window: the widget keeps the flags of its constructor.
     if (QWindow* window = windowHandle())
         window->setFlag(Qt::WindowDoesNotAcceptFocus);
     // As a mere tool a popup gets a button in the task bar from some window managers, and
@@ -85,11 +85,11 @@ bool PopupBase::event(QEvent* event)
 
 bool PopupBase::eventFilter(QObject* watched, QEvent* event)
 {
-    // To show it may call a storage, and to hide it may end the editing of the owner.
+    // Showing it may call a storage, and hiding it may end the editing of the owner.
     const Alive alive(this, this);
     if (watched == m_owner && event->type() == QEvent::FocusIn)
         show();
-    // This window is never the active one, so it goes by the owner's.
+    // This window is never the active one, so it follows the window of the owner.
     if (watched == m_owner
         && (event->type() == QEvent::WindowDeactivate || event->type() == QEvent::Hide))
         hide();

@@ -12,8 +12,8 @@ namespace vrn::qt::detail {
 /// the focus, hidden when it loses it. While the edit is scrolled out of sight, a popup
 /// that is shown waits for it to come back. The edit owns it.
 ///
-/// It is a window of its own that never takes the activation or the focus, so
-/// that typing goes on in the edit while it stands.
+/// It is a window of its own that never takes the activation or the focus, so that
+/// typing goes on in the edit while it is shown.
 class VRN_QT2_EXPORT PopupBase : public QWidget
 {
     Q_OBJECT
@@ -25,7 +25,7 @@ public:
     bool eventFilter(QObject* watched, QEvent* event) override;
     void setVisible(bool visible) override;
 
-    /// Looks whether the owner has come into sight or gone out of it.
+    /// Checks whether the owner has come into sight or gone out of it.
     void followOwner();
 
 protected:

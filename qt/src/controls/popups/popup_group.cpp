@@ -28,7 +28,7 @@ PopupGroup::PopupGroup(QLineEdit* edit)
 {
     m_settled.setSingleShot(true);
     vrn_connect(&m_settled, &QTimer::timeout, this, [this] {
-        // First in their place, then on the screen.
+        // They are moved first, and shown afterwards.
         reposition();
         Q_EMIT editMoved();
     });
@@ -66,7 +66,7 @@ bool PopupGroup::eventFilter(QObject* watched, QEvent* event)
     return QObject::eventFilter(watched, event);
 }
 
-// The popups are windows of their own: nothing else moves them along.
+// The popups are windows of their own: nothing else moves them.
 void PopupGroup::watchAncestors()
 {
     for (QWidget* widget = m_edit; !widget->isWindow();) {

@@ -34,8 +34,9 @@ public:
     void reposition();
 
 Q_SIGNALS:
-    /// The edit may have come into sight or gone out of it: a widget that it stands
-    /// in was moved or resized. Comes when all that moves with that widget has moved.
+    /// The edit may have come into sight or gone out of it: a widget that it stands in
+    /// was moved or resized. The signal comes after everything that moves with that
+    /// widget has moved.
     void editMoved();
 
 private:
@@ -46,7 +47,7 @@ private:
 
     QLineEdit* m_edit;
     std::vector<QPointer<QWidget>> m_popups;
-    QTimer m_settled; ///< Runs out when the events of now are through.
+    QTimer m_settled; ///< Runs out after the pending events.
 };
 
 } // namespace vrn::qt::detail
