@@ -176,23 +176,6 @@ private Q_SLOTS:
         QCOMPARE(readBack(context, text, value, kind, std::locale::classic()), row.at(4));
     }
 
-    void twoKindsHaveNoTextInSystem7()
-    {
-        std::set<QString> without;
-        const auto catcher = vrn::smartassert::set_assert_handler([](const auto&) {});
-        for (int system = 0; system < 10; ++system) {
-            for (const UnitSetRow& kind : kinds()) {
-                try {
-                    Context(system).format({unitId(kind.id), 1.0}, std::locale::classic());
-                } catch (const std::invalid_argument&) {
-                    without.insert(QString("%1 %2").arg(system).arg(kind.name));
-                }
-            }
-        }
-        vrn::smartassert::set_assert_handler(catcher);
-        QCOMPARE(without, (std::set<QString>{"7 INERTIA_POINT", "7 MAT_ELSUP_M3"}));
-    }
-
     void inALocale_data()
     {
         QTest::addColumn<QString>("locale");

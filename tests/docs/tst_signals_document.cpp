@@ -434,6 +434,14 @@ void callAllSuspended(Subject& subject)
     control.resumeValueChangedSignal();
 }
 
+void clickOnAll(Subject& subject)
+{
+    clickOn(subject.window->findChildren<QCheckBox*>().last());
+    const auto& group = controlOf<MultiEditCheckBoxGroup>(subject);
+    QVERIFY(group.getValue(0));
+    QVERIFY(group.getValue(2));
+}
+
 void loadThree(Subject& subject)
 {
     auto& group = controlOf<MultiEditCheckBoxGroup>(subject);
@@ -452,120 +460,88 @@ Action call(Make make, std::function<void(Subject&)> act)
     return {make, std::move(act)};
 }
 
+/// An action on the control itself.
 template <typename Control>
-Action callOf(Make make, std::function<void(Control&)> act)
+auto on(Make make)
 {
-    return {make, [act](Subject& subject) { act(controlOf<Control>(subject)); }};
+    return [make](std::function<void(Control&)> act) {
+        return call(make, [act](Subject& subject) { act(controlOf<Control>(subject)); });
+    };
 }
 
 /// The actions of each row, by what the row says of "Control" and "What happens".
 const QMap<QString, QList<Action>>& actions()
 {
-    using Box = SimpleEnumBox;
-    using Group = MultiEditCheckBoxGroup;
-    static const QMap<QString, QList<Action>> byRow = {
-        {"SimpleLineEdit: a key is typed",
-            {callOf<SimpleLineEdit>(
-                &simpleLineEdit, [](auto& field) { QTest::keyClicks(field.edit(), "7"); })}},
-        {"SimpleLineEdit: Enter, with a text that is refused",
-            {callOf<SimpleLineEdit>(&simpleLineEdit,
-                [](auto& field) {
-                    QTest::keyClicks(field.edit(), "x");
-                    QTest::keyClick(field.edit(), Qt::Key_Return);
-                    QVERIFY(!field.isValueValid());
-                })}},
-        {"SimpleLineEdit: a text is typed and the field left",
-            {callOf<SimpleLineEdit>(
-                &simpleLineEdit, [](auto& field) { typeAndLeave(field.edit(), "7"); })}},
-        {"SimpleLineEdit: an untouched field is left",
-            {callOf<SimpleLineEdit>(
-                &simpleLineEdit, [](auto& field) { typeAndLeave(field.edit(), {}); })}},
-        {"SimpleLineEdit: an entry of the history is clicked",
-            {call(&withHistory, clickInHistory)}},
-        {"SimpleLineEdit: the button inside the edit is clicked",
-            {call(&simpleLineEdit, clickInnerButton)}},
-        {"SimpleLineEdit: the \"...\" button is clicked",
-            {callOf<SimpleLineEdit>(&withThreeDots,
-                [](auto& field) { field.template findChild<QPushButton*>()->click(); })}},
-        {"MultiEditLineEditWithButton: its button is clicked",
-            {callOf<MultiEditLineEditWithButton>(&lineEditWithButton,
-                [](auto& field) {
-                    field.getButton()->click();
-                    QCOMPARE(field.getCurrentValue(), boost::any(3));
-                })}},
-        {"MultiEditLineEditWithResetButton: its button is clicked",
-            {callOf<MultiEditLineEditWithResetButton>(&lineEditWithResetButton,
-                [](auto& field) { field.template findChild<QToolButton*>("btn")->click(); })}},
-        {"MultiEditFilePicker: the dialog is closed, with a choice or without",
-            {call(&filePickerAtItsButton, [](Subject& subject) { closeDialog(subject, true); }),
-                call(&filePickerAtItsButton,
-                    [](Subject& subject) { closeDialog(subject, false); })}},
-        {"MultiEditFilePicker: the same, after a click that took the focus from the edit",
-            {call(&filePicker, [](Subject& subject) { closeDialog(subject, false); })}},
-        {"SimpleEnumBox: setValues(), selectByName()",
-            {callOf<Box>(&simpleEnumBox, [](auto& box) { box.setValues(steels()); }),
-                callOf<Box>(&simpleEnumBox, [](auto& box) { box.selectByName("S275"); })}},
-        {"SimpleEnumBox: next(), previous()",
-            {callOf<Box>(&simpleEnumBox, [](auto& box) { box.next(); }),
-                callOf<Box>(&simpleEnumBox,
-                    [](auto& box) {
-                        box.selectByName("S275");
-                        box.previous();
-                    })}},
-        {"SimpleEnumBox: next() at the end of the list",
-            {callOf<Box>(&simpleEnumBox,
-                [](auto& box) {
-                    box.selectByName("S355");
-                    box.next();
-                })}},
-        {"SimpleEnumBox: a new text is typed and the editable box left",
-            {callOf<Box>(&editableBox,
-                [](auto& box) {
-                    QLineEdit other(box.window());
-                    other.show();
-                    comboOf(box).setFocus();
-                    type(box, "460");
-                    other.setFocus();
-                })}},
-        {"SimpleEnumBox: a new text is typed into the editable box, and Enter",
-            {callOf<Box>(&editableBox,
-                [](auto& box) {
-                    type(box, "460");
-                    pressEnter(box);
-                })}},
-        {"MultiEditEnumBox: an entry is picked",
-            {callOf<Box>(&multiEditEnumBox, [](auto& box) { pick(box, 2); })}},
-        {"MultiEditEnumBox: setValues()",
-            {callOf<Box>(&multiEditEnumBox, [](auto& box) { box.setValues(steels()); })}},
-        {"MultiEditEnumBox: selectByName(), selectByValue(), next()",
-            {callOf<Box>(&multiEditEnumBox, [](auto& box) { box.selectByName("S275"); }),
-                callOf<Box>(&multiEditEnumBox, [](auto& box) { box.selectByValue(275); }),
-                callOf<Box>(&multiEditEnumBox, [](auto& box) { box.next(); })}},
-        {"MultiEditCheckBox: setChecked() that changes the box",
-            {callOf<MultiEditCheckBox>(&checkBox, [](auto& box) { box.setChecked(true); })}},
-        {"MultiEditCheckBox: any call between suspendValueChangedSignal() and "
-         "resumeValueChangedSignal()",
-            {call(&checkBox, callAllSuspended<MultiEditCheckBox>)}},
-        {"MultiEditGroupBox: any call between suspendValueChangedSignal() and "
-         "resumeValueChangedSignal()",
-            {call(&groupBox, callAllSuspended<MultiEditGroupBox>)}},
-        {"MultiEditRadioButtonGroup: setSelected()",
-            {callOf<MultiEditRadioButtonGroup>(
-                &radioButtonGroup, [](auto& group) { group.setSelected(275); })}},
-        {"MultiEditCheckBoxGroup: a click on \"All\", however many boxes it changes",
-            {call(&checkBoxGroup,
-                [](Subject& subject) {
-                    clickOn(subject.window->findChildren<QCheckBox*>().last());
-                    QVERIFY(controlOf<Group>(subject).getValue(0));
-                    QVERIFY(controlOf<Group>(subject).getValue(2));
-                })}},
-        {"MultiEditCheckBoxGroup: onEndRead(), setEnabled()",
-            {callOf<Group>(&checkBoxGroup, [](auto& group) { group.onEndRead(); }),
-                callOf<Group>(&checkBoxGroup, [](auto& group) { group.setEnabled(0, false); }),
-                callOf<Group>(&checkBoxGroup, [](auto& group) { group.setEnabled(false); })}},
-        {"MultiEditCheckBoxGroup: the last of three boxes is loaded",
-            {call(&checkBoxGroup, &loadThree)}},
+    const auto field = on<SimpleLineEdit>(&simpleLineEdit);
+    const auto dotted = on<SimpleLineEdit>(&withThreeDots);
+    const auto withButton = on<MultiEditLineEditWithButton>(&lineEditWithButton);
+    const auto withReset = on<MultiEditLineEditWithResetButton>(&lineEditWithResetButton);
+    const auto list = on<SimpleEnumBox>(&simpleEnumBox);
+    const auto editable = on<SimpleEnumBox>(&editableBox);
+    const auto multi = on<SimpleEnumBox>(&multiEditEnumBox);
+    const auto check = on<MultiEditCheckBox>(&checkBox);
+    const auto radio = on<MultiEditRadioButtonGroup>(&radioButtonGroup);
+    const auto boxes = on<MultiEditCheckBoxGroup>(&checkBoxGroup);
+    const auto close = [](Make make, bool choose) {
+        return call(make, [choose](Subject& subject) { closeDialog(subject, choose); });
     };
+    // clang-format off
+    static const QMap<QString, QList<Action>> byRow = {
+        {"SimpleLineEdit: a key is typed", {field([](auto& f) { QTest::keyClicks(f.edit(), "7"); })}},
+        {"SimpleLineEdit: Enter, with a text that is refused", {field([](auto& f) {
+            QTest::keyClicks(f.edit(), "x");
+            QTest::keyClick(f.edit(), Qt::Key_Return);
+            QVERIFY(!f.isValueValid());
+        })}},
+        {"SimpleLineEdit: a text is typed and the field left", {field([](auto& f) { typeAndLeave(f.edit(), "7"); })}},
+        {"SimpleLineEdit: an untouched field is left", {field([](auto& f) { typeAndLeave(f.edit(), {}); })}},
+        {"SimpleLineEdit: an entry of the history is clicked", {call(&withHistory, &clickInHistory)}},
+        {"SimpleLineEdit: the button inside the edit is clicked", {call(&simpleLineEdit, &clickInnerButton)}},
+        {"SimpleLineEdit: the \"...\" button is clicked", {dotted([](auto& f) { f.template findChild<QPushButton*>()->click(); })}},
+        {"MultiEditLineEditWithButton: its button is clicked", {withButton([](auto& f) {
+            f.getButton()->click();
+            QCOMPARE(f.getCurrentValue(), boost::any(3));
+        })}},
+        {"MultiEditLineEditWithResetButton: its button is clicked", {withReset([](auto& f) { f.template findChild<QToolButton*>("btn")->click(); })}},
+        {"MultiEditFilePicker: the dialog is closed, with a choice or without", {
+            close(&filePickerAtItsButton, true),
+            close(&filePickerAtItsButton, false)}},
+        {"MultiEditFilePicker: the same, after a click that took the focus from the edit", {close(&filePicker, false)}},
+        {"SimpleEnumBox: setValues(), selectByName()", {
+            list([](auto& box) { box.setValues(steels()); }),
+            list([](auto& box) { box.selectByName("S275"); })}},
+        {"SimpleEnumBox: next(), previous()", {
+            list([](auto& box) { box.next(); }),
+            list([](auto& box) { box.selectByName("S275"); box.previous(); })}},
+        {"SimpleEnumBox: next() at the end of the list", {list([](auto& box) { box.selectByName("S355"); box.next(); })}},
+        {"SimpleEnumBox: a new text is typed and the editable box left", {editable([](auto& box) {
+            QLineEdit other(box.window());
+            other.show();
+            comboOf(box).setFocus();
+            type(box, "460");
+            other.setFocus();
+        })}},
+        {"SimpleEnumBox: a new text is typed into the editable box, and Enter", {editable([](auto& box) { type(box, "460"); pressEnter(box); })}},
+        {"MultiEditEnumBox: an entry is picked", {multi([](auto& box) { pick(box, 2); })}},
+        {"MultiEditEnumBox: setValues()", {multi([](auto& box) { box.setValues(steels()); })}},
+        {"MultiEditEnumBox: selectByName(), selectByValue(), next()", {
+            multi([](auto& box) { box.selectByName("S275"); }),
+            multi([](auto& box) { box.selectByValue(275); }),
+            multi([](auto& box) { box.next(); })}},
+        {"MultiEditCheckBox: setChecked() that changes the box", {check([](auto& box) { box.setChecked(true); })}},
+        {"MultiEditCheckBox: any call between suspendValueChangedSignal() and resumeValueChangedSignal()", {
+            call(&checkBox, &callAllSuspended<MultiEditCheckBox>)}},
+        {"MultiEditGroupBox: any call between suspendValueChangedSignal() and resumeValueChangedSignal()", {
+            call(&groupBox, &callAllSuspended<MultiEditGroupBox>)}},
+        {"MultiEditRadioButtonGroup: setSelected()", {radio([](auto& group) { group.setSelected(275); })}},
+        {"MultiEditCheckBoxGroup: a click on \"All\", however many boxes it changes", {call(&checkBoxGroup, &clickOnAll)}},
+        {"MultiEditCheckBoxGroup: onEndRead(), setEnabled()", {
+            boxes([](auto& group) { group.onEndRead(); }),
+            boxes([](auto& group) { group.setEnabled(0, false); }),
+            boxes([](auto& group) { group.setEnabled(false); })}},
+        {"MultiEditCheckBoxGroup: the last of three boxes is loaded", {call(&checkBoxGroup, &loadThree)}},
+    };
+    // clang-format on
     return byRow;
 }
 

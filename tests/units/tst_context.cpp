@@ -144,8 +144,6 @@ private Q_SLOTS:
         row("feet alone", 0, "1'", 1001, 0.3048);
         row("inches alone", 0, "5''", 1001, 0.127);
         row("inches alone, with a fraction", 0, "1 1/2''", 1001, 0.0381);
-        row("the word for inches", 0, "1 1/2 in", 1001, 0.0381);
-        row("a metric length", 0, "5 mm", 1001, 0.005);
         row("a symbol that the kind has under another unit", 0, "2 kN/m3", 1091, 2.0);
         row("the first of three units that fits the kind", 0, "3 W", 1216, 0.003);
         row("the last of three units that fits the kind", 0, "3 W", 1282, 3.0);

@@ -271,20 +271,12 @@ private Q_SLOTS:
         }
     }
 
-    void aDisplayUnitThatTheKindDoesNotListIsReportedAndRefused_data()
+    void aDisplayUnitOfAnotherKindIsReportedAndRefused()
     {
-        columns<int, int>("system", "set");
-        row("by an override to another kind", 0, 1001);
-        row("by the default of MAT_ELSUP_M3", 7, 1100);
-        row("by the default of INERTIA_POINT", 7, 1182);
-    }
-    void aDisplayUnitThatTheKindDoesNotListIsReportedAndRefused()
-    {
-        QFETCH(int, system);
-        QFETCH(int, set);
-        const Context context(system, {{UnitId::GEO_LENGTH, unitFormat(62, 2)}});
+        const Context context(0, {{UnitId::GEO_LENGTH, unitFormat(62, 2)}});
         expectAssert("can_convert(q.unit_id, unit_id)", {"q.unit_id", "unit_id"});
-        QCOMPARE(thrownText<std::invalid_argument>([&] { formatted(context, set, 1.0); }),
+        QCOMPARE(
+            thrownText<std::invalid_argument>([&] { formatted(context, UnitId::GEO_LENGTH, 1.0); }),
             "Incompatible units.");
     }
 };
