@@ -12,12 +12,10 @@
 #include <QFile>
 #include <QLineEdit>
 #include <QScopeGuard>
-#include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QToolButton>
 
 #include "document_table.h"
-#include "qt/controls/line_edits/line_edit_fixture.h"
 #include "support/catching_application.h"
 #include "support/table.h"
 #include "support/test_main.h"
@@ -107,6 +105,16 @@ Code write(const Context& context, UnitId::UnitId id)
     return [=] { UnitValidator(context, id).reformat(IConverter::quantity{id, 1.0}, noFlags); };
 }
 
+Code convert(IConverter::quantity q, UnitId::UnitId id)
+{
+    return [=] { Context().converter().convert(q, id); };
+}
+
+Code format(const Context& context, UnitId::UnitId id)
+{
+    return [=] { context.format({id, 1.0}, std::locale::classic()); };
+}
+
 template <typename Call>
 Code withGroupOfTwo(Call call)
 {
@@ -169,6 +177,7 @@ StringEditValidator* withPattern(const wchar_t* pattern)
 const QMap<QString, QList<Code>>& cases()
 {
     const IConverter::quantity metre{UnitId::METRE, 1.0};
+    const IConverter::quantity unknown{gapAmongUnits, 1.0};
     static const QMap<QString, QList<Code>> byRow = {
         {"DistanceEditValidator: there is a unit after the number that it does not know, as in "
          "\"3 furlong\"",
@@ -220,10 +229,7 @@ const QMap<QString, QList<Code>>& cases()
                 [] { Converter().from_base(1.0, UnitId::METRE); }}},
         {"Converter, Context: a quantity is converted to a unit that does not fit, or written in "
          "one",
-            {[=] { Context().converter().convert(metre, UnitId::KILONEWTON); },
-                [] {
-                    Context(7).format({UnitId::INERTIA_POINT, 1.0}, std::locale::classic());
-                }}},
+            {convert(metre, UnitId::KILONEWTON), format(Context(7), UnitId::INERTIA_POINT)}},
         {"IUnitProvider, Converter, Context: an id is neither a unit nor a kind, or the other "
          "spellings of a kind are asked for",
             {[] { VarnelikUnitProvider().get_dimension(gapAmongUnits); },
@@ -232,14 +238,9 @@ const QMap<QString, QList<Code>>& cases()
                 [] { VarnelikUnitProvider().get_compatible_units(negativeId); },
                 [] { VarnelikUnitProvider().get_alternative_symbols(gapAmongUnits); },
                 [] { VarnelikUnitProvider().get_alternative_symbols(UnitId::GEO_LENGTH); },
-                [=] { Context().converter().convert(metre, gapAmongUnits); },
-                [] {
-                    Context().converter().to_base({gapAmongUnits, 1.0});
-                },
+                convert(metre, gapAmongUnits), format(Context(), gapAmongUnits),
+                [unknown] { Context().converter().to_base(unknown); },
                 [] { Context().converter().from_base(1.0, gapAmongUnits); },
-                [] {
-                    Context().format({gapAmongUnits, 1.0}, std::locale::classic());
-                },
                 [] { Context().get_display_label(gapAmongUnits); }}},
         {"IFormatProvider, Context: an id is neither below 1000 nor a kind, or the digits or the "
          "dimension of an id below 1000 are asked for that is not a unit",
@@ -251,9 +252,7 @@ const QMap<QString, QList<Code>>& cases()
                 [] { Context().get_display_dimension(gapAmongUnits); },
                 [] { Context().get_display_label(gapAmongKinds); },
                 [] { Context().parse(L"1", gapAmongUnits, std::locale::classic()); },
-                [] {
-                    Context().format({gapAmongKinds, 1.0}, std::locale::classic());
-                }}},
+                format(Context(), gapAmongKinds)}},
         {"UnitFormat: the value of its label is asked for, and there is none",
             {[] { UnitFormat().label.value(); }}},
     };
@@ -274,7 +273,6 @@ QList<QStringList> rows()
 } // namespace
 
 Q_DECLARE_METATYPE(Code)
-Q_DECLARE_METATYPE(IValidator::pointer)
 
 /// Runs the tables of docs/exceptions.md: what stands there is thrown, and nothing that is
 /// thrown here is missing there.
@@ -320,39 +318,6 @@ private Q_SLOTS:
                     QCOMPARE(QString(error.what()), text);
             }
         }
-    }
-
-    void afterEnterAFieldStillWorks_data()
-    {
-        QTest::addColumn<IValidator::pointer>("validator");
-        QTest::addColumn<QString>("text");
-        const auto row = [](const char* name, IValidator* validator, const char* text) {
-            QTest::newRow(name) << IValidator::pointer(validator) << QString(text);
-        };
-        row("an unknown unit", new DistanceEditValidator(UnitId::METRE, 0.0, 9.0, true),
-            "3 furlong");
-        row("a kind without a text", new UnitValidator(Context(7), UnitId::INERTIA_POINT), "3 tm2");
-        row("a value of another type", new NotAnInt, "1");
-    }
-    void afterEnterAFieldStillWorks()
-    {
-        QFETCH(IValidator::pointer, validator);
-        QFETCH(QString, text);
-        const auto catcher = vrn::smartassert::set_assert_handler([](const auto&) {});
-        const auto end = qScopeGuard([&] { vrn::smartassert::set_assert_handler(catcher); });
-        const ThroughQt throughQt;
-        const std::unique_ptr<SimpleLineEdit> field(
-            SimpleLineEdit::create(nullptr, {}, validator, 0, ExpandHorizontal));
-        field->edit()->setText(text);
-        QSignalSpy changed(field.get(), &SimpleLineEdit::valueChanged);
-        QVERIFY_EXCEPTION_THROWN(field->onEditingFinished(), std::exception);
-        QCOMPARE(changed.count(), 0);
-        QCOMPARE(field->edit()->text(), text);
-        QCOMPARE(field->edit()->styleSheet(), vrn::test::redText());
-        QVERIFY(!field->isValueValid());
-        field->onTextEdited({});
-        QCOMPARE(field->edit()->styleSheet(), vrn::test::blackText());
-        QVERIFY(field->isValueValid());
     }
 
     void whatAFunctionThrowsPasses_data()

@@ -54,8 +54,6 @@ private Q_SLOTS:
         row("show a text beyond ASCII", "show\t5\t12 °", "ok\t12.00 °");
 
         row("an escaped tab is a blank", "parse\t1001\t1\\tm", "ok\t1001\t1");
-        row("an escaped line feed is a blank", "parse\t1001\t1\\nm", "ok\t1001\t1");
-        row("an escaped carriage return is a blank", "parse\t1001\t1\\rm", "ok\t1001\t1");
         row("an escaped null character is none", "parse\t1001\t1\\0m", "none");
         row("an escaped backslash is none", "parse\t1001\t1\\\\m", "none");
         row("a null character as it is", QByteArray("parse\t1001\t1\0m", 14), "none");

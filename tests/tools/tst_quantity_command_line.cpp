@@ -169,9 +169,6 @@ private Q_SLOTS:
         // clang-format off
         row("the name of a kind", {"parse", "\x1b[31mGEO", "1"}, "no kind has the name \"\\x1b[31mGEO\"");
         row("a text that is refused", {"parse", "1001", "\r1\a m"}, "\"\\r1\\x07 m\" is no quantity of the kind 1001");
-        row("a symbol", {"convert", "1 m", "\x7f"}, "no unit has the symbol \"\\x7f\"");
-        row("an override", {"show", "1001", "1", "--override", "1001:\t=1"}, "--override: there is no field \"\\t\"");
-        row("a locale", {"show", "1001", "1", "--locale", "\b"}, "this machine has no locale \"\\x08\"");
         row("an argument too many", {"show", "1001", "1", "\x1b"}, "The following argument was not expected: \\x1b");
         row("letters beyond ASCII stay", {"convert", "1 m", "Å"}, "no unit has the symbol \"Å\"");
         // clang-format on

@@ -118,16 +118,6 @@ private Q_SLOTS:
         QCOMPARE(found, QStringList({"GEO_DISTANCE", "GEO_LENGTH"}));
     }
 
-    void theLongestListHas13Units()
-    {
-        std::ptrdiff_t longest = 0;
-        for (const UnitSetRow& set : list_unit_sets()) {
-            const auto end = std::find(set.compatible_units.begin(), set.compatible_units.end(), 0);
-            longest = std::max(longest, end - set.compatible_units.begin());
-        }
-        QCOMPARE(longest, std::ptrdiff_t(13));
-    }
-
     // An identifier has no room for "-", "/" and ".", as in "TIME/FREQU.".
     void enumeratorsAreNamedAfterTheirSets()
     {
@@ -145,16 +135,6 @@ private Q_SLOTS:
             QCOMPARE(kinds[i].name, identifier);
             QCOMPARE(kinds[i].quoted, identifier == name ? QString() : name);
         }
-    }
-
-    void symbolsAreNotKeys()
-    {
-        std::vector<std::string> named_p;
-        for (const UnitSetRow& set : list_unit_sets()) {
-            if (std::string(set.symbol) == "p" && (set.id == 1080 || set.id == 1200))
-                named_p.emplace_back(set.name);
-        }
-        QCOMPARE(named_p, (std::vector<std::string>{"PRESSURE", "ANGLE"}));
     }
 };
 

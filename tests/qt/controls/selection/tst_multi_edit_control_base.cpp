@@ -12,7 +12,6 @@
 #include "support/test_object.h"
 
 #include <memory>
-#include <stdexcept>
 #include <type_traits>
 
 using namespace vrn::qt;
@@ -180,17 +179,6 @@ private Q_SLOTS:
         QVERIFY(!control.isLoading());
         control.setLoading(true);
         QVERIFY(control.isLoading());
-    }
-
-    void whatTheFunctionsThrowPasses()
-    {
-        MultiEditValue control(&vrn::any_differ<bool>);
-        control.setCanBeSaved(
-            "id", [](KeyValueStorage&) -> bool { throw std::runtime_error("s"); },
-            [](const KeyValueStorage&) { throw std::runtime_error("l"); });
-        KeyValueStorage storage;
-        QVERIFY_EXCEPTION_THROWN(control.save(storage), std::runtime_error);
-        QVERIFY_EXCEPTION_THROWN(control.load(storage), std::runtime_error);
     }
 
     // --- the persisted form, by a saver and a loader of the usual shape

@@ -66,13 +66,6 @@ private Q_SLOTS:
         QCOMPARE(token.use_count(), 2L);
     }
 
-    void anEmptyFunctionThrows()
-    {
-        OptionalMultiEditWidgetBase sender(nullptr);
-        OnValueChangedHook hook(&sender, {});
-        QVERIFY_EXCEPTION_THROWN(hook.onValueChanged(), boost::bad_function_call);
-    }
-
     void whatTheFunctionThrowsPasses()
     {
         OptionalMultiEditWidgetBase sender(nullptr);
