@@ -88,7 +88,7 @@ private Q_SLOTS:
         QCOMPARE(bell.rings, 1);
     }
 
-    void byNameAFailureIsAnsweredFalse_data()
+    void byNameAFailureReturnsFalse_data()
     {
         columns<QByteArray, QByteArray, QString>("signal", "method", "warning");
         row("no such signal", QByteArray(SIGNAL(opened())), QByteArray(SLOT(ring())),
@@ -96,7 +96,7 @@ private Q_SLOTS:
         row("no such slot", QByteArray(SIGNAL(pressed())), QByteArray(SLOT(open())),
             "QObject::connect: No such slot Bell::open()");
     }
-    void byNameAFailureIsAnsweredFalse()
+    void byNameAFailureReturnsFalse()
     {
         QFETCH(QByteArray, signal);
         QFETCH(QByteArray, method);

@@ -198,7 +198,7 @@ private Q_SLOTS:
         QCOMPARE(readBack(context, written, 1234.5, UnitId::GEO_LENGTH, user), isReadBack);
     }
 
-    // 1e9 of each, so that the decimals of the unit do not count.
+    // 1e9 of each, so that the decimals of the unit do not matter.
     void aPlainUnit()
     {
         const Context context;

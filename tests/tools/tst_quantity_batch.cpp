@@ -59,8 +59,8 @@ private Q_SLOTS:
         row("a null character as it is", QByteArray("parse\t1001\t1\0m", 14), "none");
 
         row("an unknown id", "parse\t5000\t1 m", "error\tInvalid unit id.");
-        row("an id of no unit", "parse\t12\t1 m", "error\tInvalid unit id.");
-        row("an id of no unit to format", "format\t12\t1", "error\tunit_id");
+        row("an id that no unit has", "parse\t12\t1 m", "error\tInvalid unit id.");
+        row("an id that no unit has, to format", "format\t12\t1", "error\tunit_id");
         row("a negative id", "format\t-1\t1", "error\tInvalid unit id.");
         row("the least id", "format\t-2147483648\t1", "error\tInvalid unit id.");
         row("an id that is not a 32-bit number", "format\t2147483648\t1",
@@ -135,7 +135,7 @@ private Q_SLOTS:
         columns<QByteArray>("input");
         row("at the first wait for more", QByteArray("show\t1001\t1\n"));
         // More than any buffer between the answers and the file holds.
-        row("amid many lines", QByteArray("show\t1001\t1\n").repeated(100000));
+        row("among many lines", QByteArray("show\t1001\t1\n").repeated(100000));
     }
     void outputThatCannotBeWrittenEndsIt()
     {
@@ -153,7 +153,7 @@ private Q_SLOTS:
     }
 
     // This line is answered after the end of the input.
-    void outputThatCannotBeWrittenAtTheEndIsTold()
+    void outputThatCannotBeWrittenAtTheEndIsReported()
     {
         const auto outcome = runInShell("exec vrn-quantity batch > /dev/full", "show\t1001\t1");
         QCOMPARE(outcome.errors, QString("vrn-quantity: standard output cannot be written\n"));

@@ -24,7 +24,7 @@ private Q_SLOTS:
     {
         columns<QByteArray, QByteArray>("plain", "escaped");
         row("nothing", QByteArray(""), QByteArray(""));
-        row("a text without need", QByteArray("12 °C"), QByteArray("12 °C"));
+        row("a text that needs no escapes", QByteArray("12 °C"), QByteArray("12 °C"));
         row("a tab", QByteArray("1\t2"), QByteArray("1\\t2"));
         row("a line feed", QByteArray("1\n"), QByteArray("1\\n"));
         row("a carriage return", QByteArray("\r1"), QByteArray("\\r1"));

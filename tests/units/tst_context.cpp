@@ -169,7 +169,7 @@ private Q_SLOTS:
         row("a length that the kind does not list", 0, "1 dm", 1001);
         row("no unit of the symbol is of the kind", 0, "2 bar", 1001);
         row("a default unit that its kind does not list", 7, "3 Nmm/m2", 1100);
-        row("the same by a number alone", 7, "3", 1100);
+        row("the same with a number alone", 7, "3", 1100);
         row("the other kind with such a default unit", 7, "3", 1182);
         row("no symbol at all", 0, "5 furlong", 1001);
         row("a hyphen between feet and inches", 0, "1'-3 1/2''", 1001);

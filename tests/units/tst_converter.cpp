@@ -114,7 +114,7 @@ private Q_SLOTS:
         QVERIFY(different > 0);
     }
 
-    void whatHasNoNumberConvertsToNone()
+    void infinityAndNotANumberStayWhatTheyAre()
     {
         const double infinite = std::numeric_limits<double>::infinity();
         const double none = std::numeric_limits<double>::quiet_NaN();
@@ -122,7 +122,7 @@ private Q_SLOTS:
         QVERIFY(std::isnan(converter().convert({UnitId::FOOT, none}, UnitId::METRE).value));
     }
 
-    void quantitiesAreComparedAsTheyStand_data()
+    void quantitiesAreComparedWithoutConversion_data()
     {
         columns<int, double, bool>("id", "value", "equal");
         row("the same number and unit", 13, 1.0, true);
@@ -132,7 +132,7 @@ private Q_SLOTS:
         row("the same length under a set", 1001, 1.0, false);
         row("no number", 13, std::numeric_limits<double>::quiet_NaN(), false);
     }
-    void quantitiesAreComparedAsTheyStand()
+    void quantitiesAreComparedWithoutConversion()
     {
         QFETCH(int, id);
         QFETCH(double, value);

@@ -121,7 +121,7 @@ class TestExpression : public vrn::test::TestObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void theListsStandAsDocumented()
+    void theListsAreAsDocumented()
     {
         const auto same = [](const QuantityExpressions& lists, const ReferenceGrammar& documented) {
             const auto equal = [](const auto& left, const auto& right) {

@@ -201,7 +201,7 @@ private Q_SLOTS:
         reads("a long text that is refused",
             "1 aaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaa",
             UnitId::GEO_LENGTH);
-        reads("a unit that is none", "5 furlong", UnitId::GEO_LENGTH);
+        reads("a unit that does not exist", "5 furlong", UnitId::GEO_LENGTH);
 
         writes("fixed", 1234567.5, 13, 3, 0);
         writes("fixed with very many digits", 1e300, 13, 500, 0);

@@ -45,7 +45,7 @@ private Q_SLOTS:
         }
     }
 
-    void readAllTheSame()
+    void readNevertheless()
     {
         const auto general = Parser(nullptr, nullptr, nullptr).parse(L"5 kN", m_locale);
         QVERIFY(general);

@@ -95,7 +95,8 @@ private Q_SLOTS:
         row("a negative zero", -0.0, 8, "0 kN");
         row("a whole number", 7.0, 8, "7 kN");
         row("just below a whole number", 2.999, 8, "3 kN");
-        row("what is pulled up counts its distance, too", 0.9995, 2000, "1 1/2000 kN");
+        row("what is lifted to a whole number still counts its distance", 0.9995, 2000,
+            "1 1/2000 kN");
         row("rounded up to a whole number", 1.99, 8, "2 kN");
         row("rounded down to nothing", 0.05, 8, "0 kN");
         row("a half of the smallest part goes up", 0.0625, 8, "1/8 kN");
@@ -204,14 +205,14 @@ private Q_SLOTS:
             double value = 0.0;
             const std::uint64_t bits = random();
             std::memcpy(&value, &bits, sizeof value);
-            // Every second one in the range of everyday numbers.
+            // Every second value is in the range of everyday numbers.
             if (i % 2 == 0)
                 value = std::remainder(value, 1e6);
             const int precision = static_cast<int>(random() % 24);
             std::wostringstream expected;
             expected.imbue(std::locale::classic());
             expected << std::fixed << std::setprecision(precision) << value << L" kN";
-            // The factors of a conversion to itself must not be part of this.
+            // The conversion of a unit to itself must not change the value.
             QCOMPARE(written(value, precision, 0), QString::fromStdWString(expected.str()));
         }
     }

@@ -87,18 +87,18 @@ const char* exceptionFor(const UnitFormat& format, double shown, bool groupsDigi
     if (format.unit_id == UnitId::FEET_AND_FRACTIONAL_INCHES) {
         const double feet = std::trunc(shown + wholeNumberLift);
         const Fraction inches((shown - feet) * 12.0, format.precision);
-        // Feet and inches are both written with the sign, and inches with a sign are
-        // refused, as the sign of the feet alone counts.
+        // Feet and inches are both written with the sign, but inches with a sign are
+        // refused, because only the sign of the feet counts.
         return shown < 0 && !inches.isZero() ? "negative feet and inches" : "";
     }
     if (format.unit_id != UnitId::FRACTIONAL_INCHES && format.format != fractionNotation)
         return "";
     const Fraction fraction(shown, format.precision);
-    // The sign is written with the whole part, which is not written where it is 0.
+    // The sign is written with the whole part, which is not written if it is 0.
     if (shown < 0 && fraction.whole == 0 && !fraction.isZero())
         return "the sign of a fraction is lost";
-    // The stream groups the digits of the whole part as the locale has it, and the grammar
-    // of fractions takes digits alone.
+    // The stream groups the digits of the whole part by the locale, but the grammar of
+    // fractions accepts only digits.
     if (groupsDigits && std::abs(fraction.whole) >= 1000 && !fraction.isWhole())
         return "digits before a fraction are grouped";
     return "";
@@ -135,8 +135,8 @@ private Q_SLOTS:
         }
     }
 
-    // Within half of the last digit that is shown. Beside the defaults of the system
-    // this is tried with each unit that the kind lists, and in each notation.
+    // Within half of the last digit that is shown. Besides the defaults of the system, each
+    // unit that the kind lists is tried in each notation.
     void whatIsWrittenIsReadBack()
     {
         QFETCH(int, system);

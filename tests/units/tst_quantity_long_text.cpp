@@ -75,7 +75,7 @@ private Q_SLOTS:
         row("a number with a mebi of decimals", shared("a number with a mebi of decimals"), 1.0 / 3,
             1);
         length_row("a mebi of apostrophes", shared("a mebi of apostrophes"), 0);
-        // A text that is new in the list needs an answer here.
+        // A new text in the list needs a row here.
         for (const auto& [name, text] : hostile)
             QFAIL("no row for " + name);
 

@@ -151,16 +151,16 @@ private Q_SLOTS:
         row("four marks", "1''''", 1);
         row("an overflow", "1e999'0''", greatest);
         row("infinite inches", "1' 1/0''", infinity);
-        // They belong to the white space around, and not to a group.
+        // They belong to the white space around the length, and not to a group.
         row("line breaks around", "\r\n1' 6''\r\n", 1.5);
         row("the last words count", "1ft2ft6in", 1.5);
-        row("words of the other way before the marks", "1ft 2in' 6''", 1.5);
+        row("words before the marks", "1ft 2in' 6''", 1.5);
         add_refused_row("feet alone", "1'");
         add_refused_row("inches alone", "5''");
         add_refused_row("the words of inches alone", "5 in");
         add_refused_row("a hyphen makes inches negative", "1'-3 1/2''");
         add_refused_row("negative inches", "-1' -6 ''");
-        add_refused_row("inches that are no number", "1' 0/0''");
+        add_refused_row("inches that are not a number", "1' 0/0''");
         add_refused_row("a quotation mark for inches", "1' 6\"");
         add_refused_row("a mark and a word", "1' 6in");
         add_refused_row("the words in the wrong order", "6in 1ft");
@@ -208,7 +208,7 @@ private Q_SLOTS:
 
     void everySpellingIsReadUnlessItCannotBeTyped()
     {
-        // The symbols with a point or a blank; those of display units alone.
+        // Symbols with a point or a blank, and those of units that are only displayed.
         const std::vector<int> untypable{0, 215, 216, 291, 292, 293};
         std::map<std::string, int> first;
         for (const UnitRecord& record : list_units())

@@ -68,7 +68,7 @@ class TestQuantityTextAgreement : public vrn::test::TestObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void agreesOnEachSpellingBehindEachNumber_data()
+    void agreesOnEachSpellingAfterEachNumber_data()
     {
         QTest::addColumn<QString>("number");
         for (const char* const number : {"12", "-12", "1.5", "1,5", ".5", ",5", "1.2.3", "1e3",
@@ -76,7 +76,7 @@ private Q_SLOTS:
                  "1  11/2", "-1 -1/2", "1/0", "1", "3 1", ".", "e", "-", "", "1e400", "0/0"})
             QTest::newRow(*number == '\0' ? "none" : number) << QString::fromLatin1(number);
     }
-    void agreesOnEachSpellingBehindEachNumber()
+    void agreesOnEachSpellingAfterEachNumber()
     {
         QFETCH(QString, number);
         const std::wstring wide = number.toStdWString();

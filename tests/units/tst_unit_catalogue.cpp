@@ -26,7 +26,7 @@ private:
     }
 
 private Q_SLOTS:
-    void everyRowStandsAsGiven_data()
+    void everyRowIsAsInTheTable_data()
     {
         QTest::addColumn<int>("position");
         QTest::addColumn<QStringList>("row");
@@ -37,7 +37,7 @@ private Q_SLOTS:
                 << position++ << row;
         }
     }
-    void everyRowStandsAsGiven()
+    void everyRowIsAsInTheTable()
     {
         QFETCH(int, position);
         QFETCH(QStringList, row);
@@ -46,7 +46,7 @@ private Q_SLOTS:
         QCOMPARE(record.dimension, row.at(1).toUInt(nullptr, 16));
         QCOMPARE(record.is_base, row.at(2) == "base");
         QCOMPARE(record.precision, row.at(3).toInt());
-        // Bit for bit: QCOMPARE would let the last digits differ.
+        // Bit for bit: QCOMPARE would accept other last digits.
         QVERIFY(record.factor == row.at(4).toDouble());
         QCOMPARE('"' + QString::fromStdString(record.symbol) + '"', row.at(5));
     }

@@ -41,7 +41,7 @@ class TestUnitSets : public TestObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void everyRowStandsAsGiven_data()
+    void everyRowIsAsInTheTable_data()
     {
         QTest::addColumn<int>("position");
         QTest::addColumn<QStringList>("row");
@@ -51,7 +51,7 @@ private Q_SLOTS:
             QTest::addRow("%s %s", qPrintable(row.at(0)), qPrintable(row.at(1)))
                 << position++ << row;
     }
-    void everyRowStandsAsGiven()
+    void everyRowIsAsInTheTable()
     {
         QFETCH(int, position);
         QFETCH(QStringList, row);

@@ -58,7 +58,7 @@ private Q_SLOTS:
         expectAssert(expression, {"system_index", "id"});
         QCOMPARE(thrownText<std::invalid_argument>([&] { formats.get_unit(UnitId::GEO_LENGTH); }),
             "Invalid unit id.");
-        // A unit has no column, so nothing is wrong with asking for it.
+        // A unit has no default in a system, so asking for one is not an error.
         QCOMPARE(formats.get_precision(UnitId::METRE), 3);
     }
 
@@ -125,7 +125,7 @@ private Q_SLOTS:
         columns<int>("system");
         row("the first", 0);
         row("the last", 9);
-        row("none, which only a set has reported", 10);
+        row("one that does not exist, which is reported only for a set", 10);
     }
     void theIdZeroIsTheBlankUnitInEverySystem()
     {

@@ -18,7 +18,7 @@ inline bool isOnScreen(const QWidget* widget)
     return widget->windowHandle() && widget->windowHandle()->isVisible();
 }
 
-/// Without a change of the focus itself.
+/// Sends a focus event without moving the focus.
 inline void sendFocus(
     QObject* receiver, QEvent::Type type, Qt::FocusReason reason = Qt::TabFocusReason)
 {
@@ -35,7 +35,7 @@ inline boost::shared_ptr<ValueHistory> historyOf(const QStringList& values)
     return history;
 }
 
-/// Compares the layout of a popup with one that has room for `inner` alone.
+/// Checks that the layout of `popup` holds `inner` and nothing else.
 inline void verifyHoldsAlone(const QWidget* popup, const QWidget* inner)
 {
     QVERIFY(inner);

@@ -152,7 +152,7 @@ private Q_SLOTS:
         QVERIFY(!isOnScreen(f.popup));
     }
 
-    void itGrowsAndShrinksWhileItStands()
+    void itGrowsAndShrinksWhileItIsShown()
     {
         const Fixture f;
         f.popup->setHint("short");

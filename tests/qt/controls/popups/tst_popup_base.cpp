@@ -279,7 +279,7 @@ private Q_SLOTS:
     void itIsNeverShownMinimised_data()
     {
         columns<bool>("hidden");
-        row("minimised while it stands", false);
+        row("minimised while it is shown", false);
         row("minimised and hidden", true);
     }
     void itIsNeverShownMinimised()

@@ -241,7 +241,7 @@ private Q_SLOTS:
         QCOMPARE(moved.count(), 2);
     }
 
-    void manyMovesAreToldOnce()
+    void manyMovesAreSignalledOnce()
     {
         const Fixture f;
         QSignalSpy moved(f.group, &PopupGroup::editMoved);
@@ -282,7 +282,7 @@ private Q_SLOTS:
         QCOMPARE(found, places);
     }
 
-    void withoutRoomAboveEitherPopupsStackBelow()
+    void withoutRoomAnywherePopupsStackBelow()
     {
         const QRect screen = QApplication::primaryScreen()->availableGeometry();
         const Fixture f;

@@ -157,7 +157,7 @@ private Q_SLOTS:
         QVERIFY(control.getCurrentValue().empty());
     }
 
-    void theLoadOrderIsOnlyKept()
+    void theLoadOrderIsOnlyStored()
     {
         static_assert(std::is_same_v<std::underlying_type_t<LoadOrder>, std::uint32_t>);
         MultiEditValue control(&vrn::any_differ<bool>);
@@ -241,7 +241,7 @@ private Q_SLOTS:
         QCOMPARE(storage.size(), std::size_t(1));
     }
 
-    void aSaverThatFindsNoBoolThrows()
+    void aSaverWithoutABoolThrows()
     {
         for (const boost::any& value : {boost::any(), boost::any(1)}) {
             Switch control("lit");
@@ -312,7 +312,7 @@ private Q_SLOTS:
         row("Tab alone", thirds, leave(), Doubles{});
         row("Enter and Tab", thirds, inOrder({enter(), enter(), leave()}), Doubles{});
         row("Tab in a field that varies", different, leave(), Doubles{});
-        row("the text that stands there, typed again", thirds, inOrder({type("3.333"), enter()}), Doubles{});
+        row("the text that is there, typed again", thirds, inOrder({type("3.333"), enter()}), Doubles{});
         row("no number", thirds, inOrder({type("x"), enter()}), Doubles{});
         row("a number and Enter", thirds, inOrder({typeFour, enter()}), Doubles{4.0});
         row("a number and Tab", thirds, inOrder({typeFour, leave()}), Doubles{4.0});
