@@ -29,7 +29,7 @@ class TestFeetAndInchesFormat : public TestObject
 private Q_SLOTS:
     void feetInchesAndFraction_data()
     {
-        columns<double, int, QString>("feet", "denominator", "text");
+        columns<double, int, QString>("length", "denominator", "text");
         row("feet, inches and a fraction", 1.2916666, 8, "1' 3 1/2 ''");
         row("zero", 0.0, 8, "0' 0 ''");
         row("feet alone", 5.0, 8, "5' 0 ''");
@@ -43,18 +43,11 @@ private Q_SLOTS:
         row("the denominator 1", 1.3, 1, "1' 4 ''");
         row("no fifth digit is grouped", 12345.5, 8, "12345' 6 ''");
     }
-    void feetInchesAndFraction()
-    {
-        QFETCH(double, feet);
-        QFETCH(int, denominator);
-        QFETCH(QString, text);
-        const Context context = contextOf(UnitId::GEO_LENGTH, 215, denominator);
-        QCOMPARE(formatted(context, UnitId::GEO_LENGTH, feet * 0.3048), text);
-    }
+    void feetInchesAndFraction() { verifyWritten(UnitId::FOOT, 215); }
 
     void inchesAndFraction_data()
     {
-        columns<double, int, QString>("inches", "denominator", "text");
+        columns<double, int, QString>("length", "denominator", "text");
         row("inches and a fraction", 3.5, 8, "3 1/2 ''");
         row("zero", 0.0, 8, "0 ''");
         row("just below a whole inch", 2.999, 8, "3 ''");
@@ -66,14 +59,7 @@ private Q_SLOTS:
         row("what is not a number in fixed notation", notANumber, 8, "nan ''");
         row("more than 64 bits hold, in fixed notation", 0x1p70, 1, "1180591620717411303424.0 ''");
     }
-    void inchesAndFraction()
-    {
-        QFETCH(double, inches);
-        QFETCH(int, denominator);
-        QFETCH(QString, text);
-        const Context context = contextOf(UnitId::INCH, 216, denominator);
-        QCOMPARE(formatted(context, UnitId::INCH, inches), text);
-    }
+    void inchesAndFraction() { verifyWritten(UnitId::INCH, 216); }
 
     // The mark of inches is a spelling of this unit, and the only one that is written.
     void theMarkOfInchesMayBeSetAsTheLabel()
@@ -88,7 +74,7 @@ private Q_SLOTS:
 
     void feetThatNo32BitsHoldAreInFixedNotation_data()
     {
-        columns<double, int, QString>("feet", "denominator", "text");
+        columns<double, int, QString>("length", "denominator", "text");
         row("the highest", 2147483647.5, 2, "2147483647' 6 ''");
         row("above the highest", 2147483648.0, 2, "2147483648.00 ft");
         row("the lowest", -2147483648.5, 2, "-2147483648' -6 ''");
@@ -97,14 +83,7 @@ private Q_SLOTS:
         row("negative infinity", -infinite, 8, "-inf ft");
         row("what is not a number", notANumber, 8, "nan ft");
     }
-    void feetThatNo32BitsHoldAreInFixedNotation()
-    {
-        QFETCH(double, feet);
-        QFETCH(int, denominator);
-        QFETCH(QString, text);
-        const Context context = contextOf(UnitId::FOOT, 215, denominator);
-        QCOMPARE(formatted(context, UnitId::FOOT, feet), text);
-    }
+    void feetThatNo32BitsHoldAreInFixedNotation() { verifyWritten(UnitId::FOOT, 215); }
 
     void theLocaleReachesTheFractionAlone()
     {
@@ -135,38 +114,26 @@ private Q_SLOTS:
         QCOMPARE(formatted(context, UnitId::GEO_LENGTH, 0.3048), "1' 0 ''");
     }
 
-    void aNegativeDenominatorIsReportedAndReplacedByFour_data()
-    {
-        columns<int, QString>("unit", "text");
-        row("feet", 215, "1' 3 3/4 ''");
-        row("inches", 216, "15 3/4 ''");
-    }
     void aNegativeDenominatorIsReportedAndReplacedByFour()
     {
-        QFETCH(int, unit);
-        QFETCH(QString, text);
-        expectAssert("precision >= 0", {"precision"});
-        QCOMPARE(
-            formatted(contextOf(UnitId::GEO_LENGTH, unit, -1), UnitId::GEO_LENGTH, 0.40005), text);
+        for (const auto& [unit, text] : {std::pair(215, "1' 3 3/4 ''"), {216, "15 3/4 ''"}}) {
+            const Context context = contextOf(UnitId::GEO_LENGTH, unit, -1);
+            expectAssert("precision >= 0", {"precision"});
+            QCOMPARE(formatted(context, UnitId::GEO_LENGTH, 0.40005), text);
+        }
     }
 
     // This may happen by accident: a kind has no decimals in its system and is then shown
     // in feet and inches.
-    void aDenominatorOfZeroIsReportedAndTheInchesAreInFixedNotation_data()
-    {
-        columns<int, QString>("unit", "text");
-        row("feet", 215, "1' 4 ''");
-        row("inches", 216, "16 ''");
-    }
     void aDenominatorOfZeroIsReportedAndTheInchesAreInFixedNotation()
     {
-        QFETCH(int, unit);
-        QFETCH(QString, text);
-        Context context(6);
-        context.format_provider().set_unit(UnitId::GEO_LENGTH, unitId(unit));
-        QCOMPARE(context.format_provider().get_precision(UnitId::GEO_LENGTH), 0);
-        expectAssert("p > 0", {"p"});
-        QCOMPARE(formatted(context, UnitId::GEO_LENGTH, 0.40005), text);
+        for (const auto& [unit, text] : {std::pair(215, "1' 4 ''"), {216, "16 ''"}}) {
+            Context context(6);
+            context.format_provider().set_unit(UnitId::GEO_LENGTH, unitId(unit));
+            QCOMPARE(context.format_provider().get_precision(UnitId::GEO_LENGTH), 0);
+            expectAssert("p > 0", {"p"});
+            QCOMPARE(formatted(context, UnitId::GEO_LENGTH, 0.40005), text);
+        }
     }
 
     void aQuantityOfAnotherKindIsReportedAndEmpty_data()
@@ -190,6 +157,16 @@ private Q_SLOTS:
         expectAssert(expression.toStdString(), {"q.unit_id"});
         QCOMPARE(formatted(contextOf(id, unit, 8), id, 1.0), "");
         QCOMPARE(QString::fromStdString(asserts().last().file), file);
+    }
+
+private:
+    // `id` is the unit of the lengths, and `unit` the one that shows them.
+    static void verifyWritten(int id, int unit)
+    {
+        QFETCH(double, length);
+        QFETCH(int, denominator);
+        QFETCH(QString, text);
+        QCOMPARE(formatted(contextOf(id, unit, denominator), id, length), text);
     }
 };
 

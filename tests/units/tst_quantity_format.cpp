@@ -48,13 +48,7 @@ private Q_SLOTS:
         row("negative infinity", -infinite, 3, "-inf kN");
         row("what is not a number", notANumber, 3, "nan kN");
     }
-    void fixedNotation()
-    {
-        QFETCH(double, value);
-        QFETCH(int, precision);
-        QFETCH(QString, text);
-        QCOMPARE(written(value, precision, 0), text);
-    }
+    void fixedNotation() { verifyWritten(0); }
 
     void scientificNotation_data()
     {
@@ -77,17 +71,12 @@ private Q_SLOTS:
         row("negative infinity in fixed notation", -infinite, 3, "-inf kN");
         row("what is not a number in fixed notation", notANumber, 3, "nan kN");
     }
-    void scientificNotation()
-    {
-        QFETCH(double, value);
-        QFETCH(int, precision);
-        QFETCH(QString, text);
-        QCOMPARE(written(value, precision, 1), text);
-    }
+    void scientificNotation() { verifyWritten(1); }
 
+    // The precision is the denominator.
     void fractions_data()
     {
-        columns<double, int, QString>("value", "denominator", "text");
+        columns<double, int, QString>("value", "precision", "text");
         row("a whole part and a reduced fraction", 2.5, 8, "2 1/2 kN");
         row("a fraction that is not reduced", 2.375, 8, "2 3/8 kN");
         row("a fraction alone", 0.25, 8, "1/4 kN");
@@ -119,13 +108,7 @@ private Q_SLOTS:
         row("negative infinity in fixed notation", -infinite, 8, "-inf kN");
         row("what is not a number in fixed notation", notANumber, 8, "nan kN");
     }
-    void fractions()
-    {
-        QFETCH(double, value);
-        QFETCH(int, denominator);
-        QFETCH(QString, text);
-        QCOMPARE(written(value, denominator, 2), text);
-    }
+    void fractions() { verifyWritten(2); }
 
     void aDenominatorOfZeroIsReportedAndTheValueIsInFixedNotation()
     {
@@ -279,6 +262,15 @@ private Q_SLOTS:
         QCOMPARE(
             thrownText<std::invalid_argument>([&] { formatted(context, UnitId::GEO_LENGTH, 1.0); }),
             "Incompatible units.");
+    }
+
+private:
+    static void verifyWritten(int format)
+    {
+        QFETCH(double, value);
+        QFETCH(int, precision);
+        QFETCH(QString, text);
+        QCOMPARE(written(value, precision, format), text);
     }
 };
 
