@@ -31,19 +31,25 @@ std::map<std::string, EditorCreator>& registeredEditors()
 }
 
 template <typename Control>
-EditorMetaData metaDataOf(Control* control)
+EditorMetaData metaDataOf(Control* built)
 {
+    // The cast fails once the bases of the control are being destroyed. A QPointer still has
+    // it then, and its parts tell of their end.
+    const auto whole = [widget = QPointer<QWidget>(built)] {
+        return qobject_cast<Control*>(widget.data());
+    };
     EditorMetaData editor;
-    editor.widget = control;
-    editor.setValue = [control = QPointer<Control>(control)](const boost::any& value) {
-        if (control)
+    editor.widget = built;
+    editor.setValue = [whole](const boost::any& value) {
+        if (auto* control = whole())
             control->setValue(value);
     };
-    editor.forceVaries = [control = QPointer<Control>(control)] {
-        if (control)
+    editor.forceVaries = [whole] {
+        if (auto* control = whole())
             control->forceVaries();
     };
-    editor.getValue = [control = QPointer<Control>(control)](boost::any& value) {
+    editor.getValue = [whole](boost::any& value) {
+        const auto* control = whole();
         if (!control || control->dataVaries())
             return false;
         control->getCurrentValue().swap(value);
