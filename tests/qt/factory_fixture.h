@@ -1,6 +1,7 @@
 #pragma once
 
-#include <vrn/qt/hints.h>
+#include <vrn/qt/named_value_list.h>
+#include <vrn/qt/validator_factory.h>
 #include <vrn/units/i_converter.h>
 
 #include <boost/any.hpp>
@@ -35,6 +36,25 @@ inline vrn::qt::Hints hintsOf(const HintList& list)
         put(hints, path, value);
     return hints;
 }
+
+/// @{
+/// Values of hints, with the types that are read.
+template <typename T>
+boost::any kind(const std::string& subName = std::string())
+{
+    return vrn::qt::kindOf<T>(subName);
+}
+
+inline boost::any equalHint(vrn::qt::EqualHint fn)
+{
+    return fn;
+}
+
+inline vrn::qt::NamedValueList steels()
+{
+    return {{"S235", 235}, {"S355", 355}};
+}
+/// @}
 
 /// What `act` returns, or else the exception that it throws and its text.
 template <typename Act>

@@ -29,13 +29,6 @@ using Creator = Factory::Creator;
 
 const boost::any untouched = 42;
 
-// A cell for a kind, which has no default constructor.
-template <typename T>
-boost::any kind(const std::string& subName = std::string())
-{
-    return kindOf<T>(subName);
-}
-
 boost::any links(const Kinds& kinds)
 {
     return kinds;
@@ -44,16 +37,6 @@ boost::any links(const Kinds& kinds)
 boost::any word(unsigned short value)
 {
     return value;
-}
-
-boost::any equalHint(EqualHint fn)
-{
-    return fn;
-}
-
-NamedValueList steels()
-{
-    return {{"S235", 235}, {"S355", 355}};
 }
 
 /// What the end of editing makes of `text`, and how that is written.
@@ -259,6 +242,8 @@ private Q_SLOTS:
         const QString longText(100000, 'x');
         row("a text without a limit", kind<std::string>(), HintList(), longText,
             "std::string \"" + longText + "\" as \"" + longText + "\"");
+        row("a negative length is no limit", kind<std::string>(), HintList{{"max_length", -1}},
+            "abcdef", "std::string \"abcdef\" as \"abcdef\"");
         row("a number within its range", kind<double>(), decimals, "1.5", "double 1.5 as \"1.5\"");
         row("a number below it", kind<double>(), decimals, "-1", "double 1 as \"1.0\"");
         row("a number above it", kind<double>(), decimals, "3", "double 2 as \"2.0\"");

@@ -4,7 +4,6 @@
 #include <vrn/qt/multi_edit_enum_box.h>
 #include <vrn/qt/multi_edit_line_edit.h>
 #include <vrn/qt/pixmap.h>
-#include <vrn/qt/validator_factory.h>
 #include <vrn/qt/varies_string.h>
 
 #include "factory_fixture.h"
@@ -30,16 +29,6 @@ namespace {
 using vrn::units::UnitId::UnitId;
 
 const boost::any untouched = 42;
-
-boost::any equalHint(EqualHint fn)
-{
-    return fn;
-}
-
-NamedValueList steels()
-{
-    return {{"S235", 235}, {"S355", 355}};
-}
 
 HintList lineEdit(const std::string& type = std::string(), HintList more = {})
 {
