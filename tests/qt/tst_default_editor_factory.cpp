@@ -506,6 +506,9 @@ private Q_SLOTS:
         QSignalSpy valueChanged(field, &MultiEditLineEdit::valueChanged);
         QTest::keyClicks(editOf(*editor), "ab");
         QVERIFY(field->isValueValid());
+        expectAssert("m_validator");
+        expectAssert("ok", {}, "getValue() failed to validate");
+        QVERIFY(editor->control->getCurrentValue().empty());
         for (const QString text : {"12", "", "some text"}) {
             expectAssert("m_validator"); // Enter needs one.
             QCOMPARE(entered(text)(*editor), shownAs(boost::any(), text));
