@@ -1,13 +1,48 @@
 #include <vrn/companion_qt/combo_box.h>
+#include <vrn/qt/default_editor_factory.h>
+#include <vrn/qt/editor_meta_data.h>
 #include <vrn/qt/varies_string.h>
 
 #include <QApplication>
+#include <QComboBox>
 #include <QLocale>
+#include <QToolButton>
+#include <QTranslator>
 
 #include "support/test_main.h"
 #include "support/test_object.h"
 
-// The program's resources hold a German text, and nobody asks for it but the
+namespace {
+
+using namespace vrn::qt;
+
+/// The names for true and false of a validator.
+QStringList yesAndNoOfValidator()
+{
+    const auto validator = DefaultValidatorFactory().create(kindOf<bool>(), {});
+    return {validator->reformat(true, {}), validator->reformat(false, {})};
+}
+
+/// Those of an editor.
+QStringList yesAndNoOfEditor()
+{
+    const auto editor = DefaultEditorFactory(nullptr).create("yes_no", {});
+    const std::unique_ptr<QWidget> widget(editor->widget);
+    const auto* list = widget->findChild<QComboBox*>();
+    return {list->itemText(0), list->itemText(1)};
+}
+
+/// A language in which every text is "?".
+class Unknown : public QTranslator
+{
+public:
+    QString translate(const char*, const char*, const char*, int) const override { return "?"; }
+    bool isEmpty() const override { return false; }
+};
+
+} // namespace
+
+// The program's resources hold German texts, and nobody asks for them but the
 // library, when it is loaded.
 class TestTranslations : public vrn::test::TestObject
 {
@@ -24,6 +59,29 @@ private Q_SLOTS:
         VRN_QT4_ComboBox box;
         box.addVarious(true);
         QCOMPARE(box.currentText(), vrn::qt::getVariesString());
+    }
+
+    void yesAndNoAreTranslatedAtTheFirstUseByEach()
+    {
+        QCOMPARE(yesAndNoOfValidator(), QStringList({"Ja", "Nein"}));
+        {
+            Unknown language;
+            QVERIFY(QCoreApplication::installTranslator(&language));
+            QCOMPARE(yesAndNoOfValidator(), QStringList({"Ja", "Nein"}));
+            QCOMPARE(yesAndNoOfEditor(), QStringList({"?", "?"}));
+        }
+        QCOMPARE(yesAndNoOfEditor(), QStringList({"?", "?"}));
+    }
+
+    void theToolTipOfAResetButtonIsTranslated()
+    {
+        QWidget form;
+        Hints hints;
+        setTextHint(hints, "editor", "lineedit");
+        setHint<bool>(hints, "optional", true);
+        const EditorMetaData editor = createEditorFromHints(&form, hints);
+        QCOMPARE(editor.widget->findChild<QToolButton*>()->toolTip(),
+            QString("Auf die Vorgabe setzen."));
     }
 };
 

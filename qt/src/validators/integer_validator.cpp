@@ -17,6 +17,18 @@ template <typename T>
 IntegerValidator<T>::~IntegerValidator() = default;
 
 template <typename T>
+void IntegerValidator<T>::setMinimum(T min)
+{
+    m_min = min;
+}
+
+template <typename T>
+void IntegerValidator<T>::setMaximum(T max)
+{
+    m_max = max;
+}
+
+template <typename T>
 void IntegerValidator<T>::setEmptyValueAllowed(bool allowed)
 {
     m_emptyText = allowed ? EmptyText::NoValue : EmptyText::Zero;

@@ -7,5 +7,20 @@
         <source>*VARIES*</source>
         <translation>*VERSCHIEDEN*</translation>
     </message>
+    <message>
+        <source>Yes</source>
+        <comment>property_yes_no</comment>
+        <translation>Ja</translation>
+    </message>
+    <message>
+        <source>No</source>
+        <comment>property_yes_no</comment>
+        <translation>Nein</translation>
+    </message>
+    <message>
+        <source>Reset to default.</source>
+        <comment>makeLineEditWithOptionalValue</comment>
+        <translation>Auf die Vorgabe setzen.</translation>
+    </message>
 </context>
 </TS>

@@ -27,6 +27,15 @@ struct IntegerValidator : public IValidator
     IntegerValidator(T min, T max, bool zeroIfEmpty);
     ~IntegerValidator() override;
 
+    /// @{
+    /// Stored without a check. With a minimum above the maximum every number becomes one of
+    /// the two: the end of editing makes a number below the minimum the minimum, and any
+    /// other one the maximum; formatting looks at the maximum first, and so always
+    /// writes the minimum.
+    void setMinimum(T min);
+    void setMaximum(T max);
+    /// @}
+
     /// True: empty text means no value. False: it means zero.
     void setEmptyValueAllowed(bool allowed);
 

@@ -1,0 +1,92 @@
+#pragma once
+
+#include <vrn/qt/creator_map.h>
+#include <vrn/qt/default_validator_factory.h>
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <utility>
+
+class QWidget;
+
+namespace vrn::qt {
+
+class MultiEditControlBase;
+
+/// A widget that edits one property, and its control. The widget has no parent; who asked for
+/// the editor gives it one or destroys it. The control lives as long as the widget: it is the
+/// same object, or belongs to it. Deleting an Editor deletes neither.
+struct Editor
+{
+    QWidget* widget;
+    MultiEditControlBase* control;
+};
+
+/// Makes editors from hints, by name:
+///
+/// | Name | Editor | Hints |
+/// |---|---|---|
+/// | "lineedit" | MultiEditLineEdit; where "validator.optional" is true, a
+/// MultiEditLineEditWithResetButton that clears the field | those of the validator | | "unit" | the
+/// same for a UnitValidator; one without a validator if the hints describe another | those of the
+/// validator | | "multi_edit_line_edit_with_reset_button" | MultiEditLineEditWithResetButton with
+/// the id 0 | "reset_callback", ResetHint, needed; those of the validator | | "named_value_list" |
+/// MultiEditEnumBox | "entries", NamedValueList, and "is_equal", EqualHint, both needed;
+/// "editable", `bool`; "pixmaps", PixmapPtrList; if editable, those of the validator | | "yes_no" |
+/// MultiEditEnumBox with "Yes" and "No", as they are translated at the first use in the process | |
+/// | "callback" | an empty widget; a function of the application edits the value | "callback",
+/// EditHint, and "is_equal", EqualHint, both needed |
+///
+/// The hints of the validator are those below "validator": "kind", a ValidatorKind, names it,
+/// and the validator factory reads the others. Without a factory or a kind there is none.
+///
+///     DefaultEditorFactory factory(std::make_shared<DefaultValidatorFactory>());
+///     Hints hints;
+///     setHint<ValidatorKind>(hints, "validator.kind", kindOf<double>());
+///     setHint<double>(hints, "validator.minimum", 0.0);
+///     const std::unique_ptr<Editor> editor = factory.create("lineedit", hints);
+///     layout->addWidget(editor->widget);
+///
+/// A missing "reset_callback" throws boost::property_tree::ptree_bad_path. Other hints that
+/// are needed and missing are reported, and null is returned. A hint of a wrong type throws
+/// boost::bad_any_cast, and an unknown kind std::out_of_range.
+///
+/// The "callback" editor asks its function once, after control has returned to the event
+/// loop. The caller fills the control before that. The function gets the widget and the value,
+/// and may run a dialog; where it returns true, the control reads the value that it left.
+/// "is_equal" becomes the predicate of a MultiEditValue, with the meaning that it has there.
+/// The widget is destroyed after that, whatever the result. If it is gone before, the function
+/// is not asked. It may be destroyed in the function too.
+///
+/// Copies share the validator factory and work without the first object.
+struct DefaultEditorFactory
+{
+    using Creator = std::function<std::unique_ptr<Editor>(const Hints&)>;
+
+    /// `validators` may be null.
+    VRN_QT2_EXPORT explicit DefaultEditorFactory(
+        std::shared_ptr<DefaultValidatorFactory> validators);
+
+    /// The factory that makes the validators, for kinds of the application to be added.
+    const std::shared_ptr<DefaultValidatorFactory>& validators() const { return m_validators; }
+
+    /// If the name is there already, throws std::logic_error with "duplicate key", and the
+    /// first creator stays.
+    void add(const std::string& name, Creator creator) { m_editors.add(name, std::move(creator)); }
+
+    /// What the creator returns, which may be null. An unknown name throws std::out_of_range
+    /// with "invalid unordered_map<K, T> key", and an empty creator std::bad_function_call.
+    std::unique_ptr<Editor> create(const std::string& name, const Hints& hints) const
+    {
+        return m_editors.create(name, hints);
+    }
+
+    bool exists(const std::string& name) const { return m_editors.exists(name); }
+
+private:
+    detail::CreatorMap<std::string, std::unique_ptr<Editor>(const Hints&)> m_editors;
+    std::shared_ptr<DefaultValidatorFactory> m_validators;
+};
+
+} // namespace vrn::qt

@@ -1,0 +1,69 @@
+#pragma once
+
+#include <vrn/qt/hints.h>
+
+#include <boost/any.hpp>
+#include <boost/function.hpp>
+
+#include <string>
+
+class QWidget;
+
+namespace vrn::qt {
+
+/// An editor for one property, and three functions that stand for its control. A null widget
+/// means that nothing was built; the functions are then empty.
+///
+/// The functions of the library's own editors do nothing once the widget has been destroyed.
+struct EditorMetaData
+{
+    QWidget* widget = nullptr;
+    boost::function<void(const boost::any&)> setValue;
+    boost::function<void()> forceVaries;
+    /// False, and the argument stays, if the selection varies or the widget is gone.
+    /// Otherwise true; an empty value may then stand for a text that was refused as well as
+    /// for one that was cleared, and nothing here tells which.
+    boost::function<bool(boost::any&)> getValue;
+};
+
+using EditorCreator = boost::function<EditorMetaData(QWidget*, const Hints&)>;
+
+/// Builds the editor that `hints` describe, as a child of `parent`.
+///
+///     Hints hints;
+///     setTextHint(hints, "editor", "lineedit");
+///     setTextHint(hints, "validator.type", "double");
+///     const EditorMetaData width = createEditorFromHints(form, hints);
+///     width.setValue(1.25);
+///
+/// The hint "editor" names one that was registered, or else "lineedit" or "enumbox". Without
+/// that hint, under an unknown name and for a "lineedit" with an unknown "validator.type",
+/// nothing is built. "optional", a `bool`, gives a "lineedit" a reset button.
+///
+/// | "lineedit" with "validator.type" | Value | Further hints |
+/// |---|---|---|
+/// | none | `std::wstring` of 256 characters at most | |
+/// | "string" | `std::string` in UTF-8 | "validator.max_length", `int`, otherwise 256 |
+/// | "int" | `int` | |
+/// | "double" | `double` | "default_fn", DefaultTextHint: the text that the reset button shows.
+/// Without it the button does nothing, which is reported | | "distance" | `double`, in metres | |
+/// | "unit" | `vrn::units::IConverter::quantity` | "validator.unit_id", `UnitId`, otherwise 1; the
+/// active input context of now |
+///
+/// An "enumbox" needs "equal_value_fn", EqualHint, and "values", NamedValueList. If one is
+/// missing, boost::property_tree::ptree_bad_path is thrown.
+///
+/// The branch "validator" is read as this table says, and not as DefaultEditorFactory reads
+/// it. A hint of a wrong type throws boost::bad_any_cast.
+VRN_QT2_EXPORT EditorMetaData createEditorFromHints(QWidget* parent, const Hints& hints);
+
+/// Makes `creator` build the editors called `name`, instead of one registered before and
+/// instead of the library's own. An empty function makes createEditorFromHints() throw
+/// boost::bad_function_call. The registration is for the whole process.
+VRN_QT2_EXPORT void registerEditor(const std::string& name, EditorCreator creator);
+
+/// Takes back registerEditor(). Editors that were built stay. A creator may do this while it
+/// runs.
+VRN_QT2_EXPORT void unregisterEditor(const std::string& name);
+
+} // namespace vrn::qt

@@ -1,0 +1,185 @@
+#include "default_validator_factory_p.h"
+
+#include <vrn/assert/smart_assert.h>
+#include <vrn/base/any_predicates.h>
+#include <vrn/qt/chained_validator.h>
+#include <vrn/qt/double_edit_validator.h>
+#include <vrn/qt/integer_validator.h>
+#include <vrn/qt/named_value_list_validator.h>
+#include <vrn/qt/string_edit_validator.h>
+
+#include <QObject>
+
+#include <deque>
+#include <limits>
+#include <utility>
+#include <vector>
+
+namespace vrn::qt {
+namespace {
+
+using ValidatorPtr = std::unique_ptr<IValidator>;
+
+ValidatorPtr makeText(const Hints& hints)
+{
+    auto validator = std::make_unique<StringEditValidator>(
+        readHint<int>(hints, "max_length", std::numeric_limits<int>::max()));
+    validator->setStorageType(StringEditValidator::StorageTypeUtf8String);
+    return validator;
+}
+
+// Only decimal digits count, so many a colour is refused. StringEditValidator cuts a text
+// that is too long; a colour with a digit too many is refused instead.
+struct ColorValidator : public StringEditValidator
+{
+    static constexpr int length = 7;
+
+    ColorValidator()
+        : StringEditValidator(length)
+    {
+        setAllowedRegex(L"#\\d\\d\\d\\d\\d\\d");
+    }
+
+    bool validate(const QString& text, boost::any& value, const std::bitset<32>& flags) override
+    {
+        return text.size() == length && StringEditValidator::validate(text, value, flags);
+    }
+};
+
+template <typename T>
+ValidatorPtr makeInteger(const Hints& hints)
+{
+    using Limits = std::numeric_limits<T>;
+    auto validator = std::make_unique<IntegerValidator<T>>(Limits::min(), Limits::max(), true);
+    if (readHint<bool>(hints, "optional"))
+        validator->setEmptyValueAllowed(true);
+    if (const T* minimum = findHint<T>(hints, "minimum"))
+        validator->setMinimum(*minimum);
+    if (const T* maximum = findHint<T>(hints, "maximum"))
+        validator->setMaximum(*maximum);
+    return validator;
+}
+
+ValidatorPtr makeDouble(const Hints& hints)
+{
+    auto validator = std::make_unique<DoubleEditValidator>();
+    if (const int* precision = findHint<int>(hints, "precision"))
+        validator->setPrecision(*precision);
+    if (readHint<bool>(hints, "optional"))
+        validator->setEmptyValueAllowed(true);
+    if (const double* minimum = findHint<double>(hints, "minimum"))
+        validator->setMinimum(*minimum);
+    if (const double* maximum = findHint<double>(hints, "maximum"))
+        validator->setMaximum(*maximum);
+    return validator;
+}
+
+ValidatorPtr makeNamedValues(const Hints& hints)
+{
+    const auto* nvl = findHint<NamedValueList>(hints, "entries");
+    const auto equal_fn = readHint<EqualHint>(hints, "is_equal");
+    VRN_ASSERT(nvl && equal_fn);
+    if (!nvl || !equal_fn)
+        return nullptr;
+    auto validator = std::make_unique<NamedValueListValidator>(*nvl);
+    validator->set_equal_to(equal_fn);
+    return validator;
+}
+
+ValidatorPtr makeYesNo(const Hints& /*hints*/)
+{
+    static const NamedValueList entries = {{QObject::tr("Yes", "property_yes_no"), true},
+        {QObject::tr("No", "property_yes_no"), false}};
+    auto validator = std::make_unique<NamedValueListValidator>(entries);
+    validator->set_equal_to(&any_equal<bool>);
+    return validator;
+}
+
+// The nodes whose chains are being made on this thread, innermost first.
+class ChainInProgress
+{
+public:
+    explicit ChainInProgress(const Hints& node)
+        : m_node(&node)
+        , m_outer(std::exchange(innermost, this))
+    {}
+    ~ChainInProgress() { innermost = m_outer; }
+    ChainInProgress(const ChainInProgress&) = delete;
+    ChainInProgress& operator=(const ChainInProgress&) = delete;
+
+    static bool isOf(const Hints& node)
+    {
+        const ChainInProgress* chain = innermost;
+        while (chain && chain->m_node != &node)
+            chain = chain->m_outer;
+        return chain != nullptr;
+    }
+
+private:
+    static thread_local const ChainInProgress* innermost;
+
+    const Hints* m_node;
+    const ChainInProgress* m_outer;
+};
+
+thread_local const ChainInProgress* ChainInProgress::innermost = nullptr;
+
+template <typename Creators>
+ValidatorPtr makeChain(const Creators& creators, const Hints& hints)
+{
+    const bool namesItself = ChainInProgress::isOf(hints);
+    VRN_ASSERT_MESSAGE(!namesItself, "a chain is a link of itself");
+    if (namesItself)
+        return nullptr;
+    const ChainInProgress chain(hints);
+    std::deque<ValidatorPtr> links;
+    for (const auto& kind : readHint<std::vector<ValidatorKind>>(hints, "chained_validators"))
+        links.push_back(creators.create(kind, hints));
+    return std::make_unique<ChainedValidator>(std::move(links));
+}
+
+} // namespace
+
+DefaultValidatorFactory::DefaultValidatorFactory()
+{
+    add<std::string>("", makeText);
+    add<int>("", makeInteger<int>);
+    add<unsigned int>("", makeInteger<unsigned int>);
+    add<unsigned short>("", makeInteger<unsigned short>);
+    add<double>("", makeDouble);
+    add<std::string>("color", [](const Hints&) { return std::make_unique<ColorValidator>(); });
+    add<NamedValueList>("", makeNamedValues);
+    add<bool>("", makeYesNo);
+    // Weak, because the creators own this function. Whoever runs it keeps them.
+    add<ChainedValidator>("", [first = std::weak_ptr<Creators>(m_creators)](const Hints& hints) {
+        const auto creators = first.lock();
+        VRN_ASSERT(creators);
+        return creators ? makeChain(*creators, hints) : nullptr;
+    });
+}
+
+namespace detail {
+
+ValidatorPtr uniqueValidatorFromHints(
+    const ValidatorFactory<ValidatorKind, Hints>* factory, const Hints& hints)
+{
+    if (!factory)
+        return nullptr;
+    const auto node = hints.get_child_optional("validator");
+    if (!node)
+        return nullptr;
+    const auto* kind = findHint<ValidatorKind>(*node, "kind");
+    if (!kind)
+        return nullptr;
+    return factory->create(*kind, *node);
+}
+
+} // namespace detail
+
+boost::shared_ptr<IValidator> createValidatorFromHints(
+    const ValidatorFactory<ValidatorKind, Hints>* factory, const Hints& hints)
+{
+    return boost::shared_ptr<IValidator>(detail::uniqueValidatorFromHints(factory, hints));
+}
+
+} // namespace vrn::qt
