@@ -201,7 +201,7 @@ QString hintText(const boost::any& hint)
 {
     if (const auto* kind = boost::any_cast<ValidatorKind>(&hint)) {
         if (kind->first == typeid(std::string))
-            return QStringLiteral("std::string ") + QString::fromStdString(kind->second);
+            return QString::fromStdString("std::string " + kind->second).trimmed();
         return QString::fromStdString(boost::core::demangle(kind->first.name()))
             .remove(QRegularExpression(QStringLiteral("[^ ]*::|<.*>")));
     }
