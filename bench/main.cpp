@@ -10,6 +10,7 @@
 
 namespace bench {
 void addEnumBoxComparisons();
+void addFactoryComparisons();
 void addLineEditComparisons();
 void addMultiEditComparisons();
 void addPropertyPageComparisons();
@@ -33,6 +34,7 @@ int main(int argc, char** argv)
     bench::addLineEditComparisons();
     bench::addMultiEditComparisons();
     bench::addEnumBoxComparisons();
+    bench::addFactoryComparisons();
     bench::addPropertyPageComparisons();
     bench::addUnitComparisons();
     return bench::run(argc > 1 ? argv[1] : "") ? EXIT_SUCCESS : EXIT_FAILURE;

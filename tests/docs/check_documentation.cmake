@@ -16,9 +16,10 @@ foreach(document IN LISTS documents)
     file(READ "${document}" text)
     # CMake does not split a list where its elements contain brackets.
     string(REPLACE "](" "@link:" text "${text}")
-    string(REGEX MATCHALL "@link:[^)#]+" links "${text}")
+    # A lambda has blanks between its parentheses.
+    string(REGEX MATCHALL "@link:[^)# ]+[)#]" links "${text}")
     foreach(link IN LISTS links)
-        string(REPLACE "@link:" "" target "${link}")
+        string(REGEX REPLACE "@link:|[)#]" "" target "${link}")
         if(NOT target MATCHES "^https?:" AND NOT EXISTS "${folder}/${target}")
             message(SEND_ERROR "${document} links to ${target}, which does not exist")
         endif()

@@ -1,5 +1,6 @@
 #include <vrn/base/any_predicates.h>
 #include <vrn/qt/controls.h>
+#include <vrn/qt/factories.h>
 #include <vrn/qt/layouters.h>
 #include <vrn/qt/validators.h>
 #include <vrn/units/units.h>
@@ -57,6 +58,8 @@ const QMap<QString, IsOfType>& types()
         {"boost::regex_error", &isOfType<boost::regex_error>},
         {"boost::bad_any_cast", &isOfType<boost::bad_any_cast>},
         {"boost::bad_function_call", &isOfType<boost::bad_function_call>},
+        {"boost::property_tree::ptree_bad_path", &isOfType<boost::property_tree::ptree_bad_path>},
+        {"std::bad_function_call", &isOfType<std::bad_function_call>},
         {"std::filesystem::filesystem_error", &isOfType<std::filesystem::filesystem_error>},
         {"std::out_of_range", &isOfType<std::out_of_range>},
         {"std::logic_error", &isOfType<std::logic_error>},
@@ -166,6 +169,41 @@ void hookWithoutAFunction()
     Q_EMIT field->valueChanged();
 }
 
+Hints editorHints(const char* editor)
+{
+    Hints hints;
+    setTextHint(hints, "editor", editor);
+    return hints;
+}
+
+void anEnumBoxWithoutValues()
+{
+    Hints hints = editorHints("enumbox");
+    setEqualHint(hints, "equal_value_fn", &vrn::any_equal<int>);
+    createEditorFromHints(nullptr, hints);
+}
+
+void anEmptyRegisteredFunction()
+{
+    registerEditor("empty", {});
+    const auto end = qScopeGuard([] { unregisterEditor("empty"); });
+    createEditorFromHints(nullptr, editorHints("empty"));
+}
+
+/// Hints for a number whose maximum is a text.
+Hints wrongMaximum(const std::string& branch)
+{
+    Hints hints;
+    setHint<ValidatorKind>(hints, branch + "kind", kindOf<double>());
+    setTextHint(hints, branch + "maximum", "9");
+    return hints;
+}
+
+DefaultEditorFactory editorFactory()
+{
+    return DefaultEditorFactory(std::make_shared<DefaultValidatorFactory>());
+}
+
 StringEditValidator* withPattern(const wchar_t* pattern)
 {
     auto* validator = new StringEditValidator(9);
@@ -253,6 +291,38 @@ const QMap<QString, QList<Code>>& cases()
                 [] { Context().get_display_label(gapAmongKinds); },
                 [] { Context().parse(L"1", gapAmongUnits, std::locale::classic()); },
                 format(Context(), gapAmongKinds)}},
+        {"createEditorFromHints(), ValidatorFactory, DefaultEditorFactory: a hint has another type "
+         "than the one that is asked for",
+            {[] {
+                 Hints hints = editorHints("lineedit");
+                 setHint<int>(hints, "optional", 1);
+                 createEditorFromHints(nullptr, hints);
+             },
+                [] { DefaultValidatorFactory().create(kindOf<double>(), wrongMaximum("")); },
+                [] { editorFactory().create("lineedit", wrongMaximum("validator.")); }}},
+        {"createEditorFromHints(): an enum box is asked for without \"values\"; the same with the "
+         "name of another hint that is needed",
+            {&anEnumBoxWithoutValues}},
+        {"createEditorFromHints(): the function that was registered for the editor is empty",
+            {&anEmptyRegisteredFunction}},
+        {"ValidatorFactory, DefaultEditorFactory: something is created by a name or a kind that "
+         "was not added",
+            {[] { DefaultValidatorFactory().create(kindOf<float>(), Hints()); },
+                [] { editorFactory().create("slider", Hints()); }}},
+        {"ValidatorFactory, DefaultEditorFactory: a name or a kind is added that is there already",
+            {[] { DefaultValidatorFactory().add<int>("", {}); },
+                [] { editorFactory().add("unit", {}); }}},
+        {"ValidatorFactory, DefaultEditorFactory: the function that was added is empty",
+            {[] {
+                 DefaultValidatorFactory factory;
+                 factory.add<float>("", {});
+                 factory.create(kindOf<float>(), Hints());
+             },
+                [] {
+                    DefaultEditorFactory factory = editorFactory();
+                    factory.add("slider", {});
+                    factory.create("slider", Hints());
+                }}},
         {"UnitFormat: the value of its label is asked for, and there is none",
             {[] { UnitFormat().label.value(); }}},
     };

@@ -3,6 +3,7 @@
 #include "pages/enum_boxes_page.h"
 #include "pages/files_and_toolbars_page.h"
 #include "pages/groups_page.h"
+#include "pages/hints_page.h"
 #include "pages/line_edits_page.h"
 #include "pages/multi_edit_page.h"
 #include "pages/quantities_page.h"
@@ -28,6 +29,7 @@ const std::vector<Page>& pages()
         {QStringLiteral("groups"), QStringLiteral("Groups"), &make<GroupsPage>},
         {QStringLiteral("files-and-toolbars"), QStringLiteral("Files and toolbars"),
             &make<FilesAndToolbarsPage>},
+        {QStringLiteral("hints"), QStringLiteral("Hints"), &make<HintsPage>},
     };
     return all;
 }
