@@ -169,8 +169,8 @@ private Q_SLOTS:
     {
         QFETCH(QString, text);
         QFETCH(bool, isSquare);
-        QDialog dialog; // In a dialog a button is a default button, which is higher, unless it is
-                        // told otherwise.
+        // In a dialog a button is a default button, which is higher, unless it is told otherwise.
+        QDialog dialog;
         auto* toolbar = new Toolbar(&dialog, ExpandHorizontal);
         QPushButton plain(text, &dialog);
         plain.setAutoDefault(false);
