@@ -344,8 +344,8 @@ QList<QStringList> rows()
 
 Q_DECLARE_METATYPE(Code)
 
-/// Runs the tables of docs/exceptions.md: what stands there is thrown, and nothing that is
-/// thrown here is missing there.
+/// Runs the tables of docs/exceptions.md: what they say is thrown, and they
+/// name everything that is thrown here.
 class TestExceptionsDocument : public vrn::test::TestObject
 {
     Q_OBJECT

@@ -14,7 +14,7 @@ class QuantityTextGenerator
 public:
     static constexpr std::size_t longest = 40;
 
-    /// `spellings` are those of units.
+    /// `spellings` are those of the units.
     QuantityTextGenerator(std::uint32_t seed, std::vector<std::wstring> spellings);
 
     /// A text of at most `longest` characters.

@@ -40,7 +40,7 @@ class TestQuantityLongText : public TestObject
     Q_OBJECT
 
 private Q_SLOTS:
-    // The reference has no stack for these, so their rows give the answers.
+    // The reference would overflow the stack with these, so their rows give the answers.
     void answersAMebiThatIsPasted_data()
     {
         QTest::addColumn<QString>("text");

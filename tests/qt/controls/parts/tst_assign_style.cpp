@@ -83,7 +83,7 @@ private Q_SLOTS:
     {
         const std::string file = write("a.qss", red);
         QVERIFY(::chmod(file.c_str(), 0) == 0);
-        // Nothing is forbidden to the superuser.
+        // The superuser may read any file.
         const bool isReadable = QFile(QString::fromStdString(file)).open(QIODevice::ReadOnly);
         BlueWidget widget;
         assign_style(&widget, file);

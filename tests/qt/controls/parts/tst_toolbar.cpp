@@ -39,19 +39,19 @@ struct Row : Toolbar
     Row()
         : Toolbar(nullptr, ExpandHorizontal)
     {}
-
-    QPushButton* add(const std::string& id, const Fn& fn = {}, unsigned mask = 1)
-    {
-        return addButtonWithText(id, "text", "", fn, mask);
-    }
-
-    // Whether the one button of that name is enabled.
-    bool isEnabled(const char* id) const
-    {
-        const auto* button = findChild<QPushButton*>(id);
-        return button && button->isEnabled();
-    }
 };
+
+QPushButton* add(Toolbar& toolbar, const std::string& id, const Fn& fn = {}, unsigned mask = 1)
+{
+    return toolbar.addButtonWithText(id, "text", "", fn, mask);
+}
+
+// Whether the one button of that name is enabled.
+bool isEnabled(const Toolbar& toolbar, const char* id)
+{
+    const auto* button = toolbar.findChild<QPushButton*>(id);
+    return button && button->isEnabled();
+}
 
 // Counts the functions that have ended in `ended`, and then does `deed`.
 Fn thatEndsWith(int& ended, const std::function<void()>& deed)
@@ -169,8 +169,8 @@ private Q_SLOTS:
     {
         QFETCH(QString, text);
         QFETCH(bool, isSquare);
-        QDialog dialog; // In a dialog a button is a default button, which is higher, unless it is
-                        // told otherwise.
+        // In a dialog a button is a default button, which is higher, unless it is told otherwise.
+        QDialog dialog;
         auto* toolbar = new Toolbar(&dialog, ExpandHorizontal);
         QPushButton plain(text, &dialog);
         plain.setAutoDefault(false);
@@ -259,14 +259,14 @@ private Q_SLOTS:
         QFETCH(QString, disabled);
         Row toolbar;
         for (const int id : {0, 1, 2, 3, -1})
-            toolbar.add(std::to_string(id), {}, unsigned(id));
+            add(toolbar, std::to_string(id), {}, unsigned(id));
         auto* foreign = new QPushButton;
         toolbar.addWidget(foreign);
 
         toolbar.setButtonsEnabled(false, mask);
         QStringList actual;
         for (const char* id : {"0", "1", "2", "3", "-1"}) {
-            if (!toolbar.isEnabled(id))
+            if (!isEnabled(toolbar, id))
                 actual << id;
         }
         QCOMPARE(actual.join(' '), disabled);
@@ -274,13 +274,13 @@ private Q_SLOTS:
 
         toolbar.setButtonsEnabled(true, mask);
         for (const char* id : {"0", "1", "2", "3", "-1"})
-            QVERIFY2(toolbar.isEnabled(id), id);
+            QVERIFY2(isEnabled(toolbar, id), id);
     }
 
     void clearTakesTheButtonsAndNothingElse()
     {
         Row toolbar;
-        const QPointer<QPushButton> one(toolbar.add("one"));
+        const QPointer<QPushButton> one(add(toolbar, "one"));
         toolbar.addLabel("label", "");
         toolbar.addSpacing(4);
         const QPointer<QPushButton> two(toolbar.addButton("two", redSquare(), "", {}, 1));
@@ -303,7 +303,7 @@ private Q_SLOTS:
         int calls = 0;
         for (int round = 0; round < 3; ++round) {
             toolbar.clear();
-            toolbar.add("one", [&] { ++calls; });
+            add(toolbar, "one", [&] { ++calls; });
             toolbar.findChild<QPushButton*>("one")->click();
         }
         QCOMPARE(calls, 3);
@@ -315,12 +315,12 @@ private Q_SLOTS:
         const auto resource = std::make_shared<int>();
         Row toolbar;
         int calls = 0;
-        delete toolbar.add("gone", [resource] {});
+        delete add(toolbar, "gone", [resource] {});
         QCOMPARE(resource.use_count(), 1L); // Its function has gone, too.
-        toolbar.add("left", [&] { ++calls; });
+        add(toolbar, "left", [&] { ++calls; });
 
         toolbar.setButtonsEnabled(false, 1);
-        QVERIFY(!toolbar.isEnabled("left"));
+        QVERIFY(!isEnabled(toolbar, "left"));
         toolbar.setButtonsEnabled(true, 1);
         toolbar.findChild<QPushButton*>("left")->click();
         QCOMPARE(calls, 1);
@@ -333,7 +333,7 @@ private Q_SLOTS:
         QWidget other;
         int calls = 0;
         auto toolbar = std::make_unique<Row>();
-        auto* button = toolbar->add("x", [&] { ++calls; });
+        auto* button = add(*toolbar, "x", [&] { ++calls; });
         button->setParent(&other);
         button->click();
         QCOMPARE(calls, 1);
@@ -346,7 +346,7 @@ private Q_SLOTS:
     {
         Row toolbar;
         for (const char* id : {"a", "b", "c"}) {
-            connect(toolbar.add(id), &QObject::destroyed, &toolbar, [&] { toolbar.clear(); });
+            connect(add(toolbar, id), &QObject::destroyed, &toolbar, [&] { toolbar.clear(); });
         }
         toolbar.clear();
         QCOMPARE(toolbar.layout()->count(), 0);
@@ -370,10 +370,11 @@ private Q_SLOTS:
     {
         QFETCH(QStringList, ids);
         QFETCH(End, end);
-        const QPointer<Row> toolbar(new Row);
+        // Not a Row: the functions end in the destructor of its base.
+        const QPointer<Toolbar> toolbar(new Toolbar(nullptr, ExpandHorizontal));
         int ended = 0;
         for (const QString& id : ids) {
-            toolbar->add(id.toStdString(), thatEndsWith(ended, [&] {
+            add(*toolbar, id.toStdString(), thatEndsWith(ended, [&] {
                 toolbar->setButtonsEnabled(false, 1);
                 toolbar->clear();
             }));
@@ -388,10 +389,10 @@ private Q_SLOTS:
     // This does not hold if a single button is deleted: it is the toolbar's child until then.
     void theEndOfAFunctionMayDestroyAToolbarThatIsCleared()
     {
-        const QPointer<Row> toolbar(new Row);
+        const QPointer<Toolbar> toolbar(new Toolbar(nullptr, ExpandHorizontal));
         int ended = 0;
         for (const char* id : {"a", "b", "c"})
-            toolbar->add(id, thatEndsWith(ended, [&] { delete toolbar; }));
+            add(*toolbar, id, thatEndsWith(ended, [&] { delete toolbar; }));
         toolbar->clear();
         QCOMPARE(ended, 3);
         QVERIFY(!toolbar);
@@ -401,7 +402,7 @@ private Q_SLOTS:
     {
         Row toolbar;
         for (const char* id : {"a", "b", "c"})
-            toolbar.add(id);
+            add(toolbar, id);
         toolbar.show();
         QVERIFY(QTest::qWaitForWindowActive(&toolbar));
         toolbar.findChild<QPushButton*>("b")->setFocus();

@@ -146,8 +146,8 @@ class TestPopupWindows : public TestObject
     Q_OBJECT
 
 private Q_SLOTS:
-    // This test comes first: later ones have sent keys, and some window managers go by the time of
-    // the last key.
+    // This test comes first: once keys have been sent, some window managers go by the time of
+    // the last one.
     void theyLeaveTheActivationToTheirWindow()
     {
         PlainForm form;
