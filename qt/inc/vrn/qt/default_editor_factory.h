@@ -25,18 +25,20 @@ struct Editor
 
 /// Makes editors from hints, by name:
 ///
-/// | Name | Editor | Hints |
-/// |---|---|---|
-/// | "lineedit" | MultiEditLineEdit; where "validator.optional" is true, a
-/// MultiEditLineEditWithResetButton that clears the field | those of the validator | | "unit" | the
-/// same for a UnitValidator; one without a validator if the hints describe another | those of the
-/// validator | | "multi_edit_line_edit_with_reset_button" | MultiEditLineEditWithResetButton with
-/// the id 0 | "reset_callback", ResetHint, needed; those of the validator | | "named_value_list" |
-/// MultiEditEnumBox | "entries", NamedValueList, and "is_equal", EqualHint, both needed;
-/// "editable", `bool`; "pixmaps", PixmapPtrList; if editable, those of the validator | | "yes_no" |
-/// MultiEditEnumBox with "Yes" and "No", as they are translated at the first use in the process | |
-/// | "callback" | an empty widget; a function of the application edits the value | "callback",
-/// EditHint, and "is_equal", EqualHint, both needed |
+/// - "lineedit": a MultiEditLineEdit. If "validator.optional" is true, it is a
+///   MultiEditLineEditWithResetButton that clears the field.
+/// - "unit": the same for a UnitValidator. If the hints describe another validator, the
+///   editor has none.
+/// - "multi_edit_line_edit_with_reset_button": that, with the id 0. "reset_callback" is
+///   needed.
+/// - "named_value_list": a MultiEditEnumBox. "entries" and "is_equal" are needed; "editable"
+///   and "pixmaps" are not.
+/// - "yes_no": a MultiEditEnumBox with "Yes" and "No", as they are translated at the first use
+///   in the process.
+/// - "callback": an empty widget, and a function of the application that edits the value.
+///   "callback" and "is_equal" are needed.
+///
+/// docs/hints.md gives the type, the default and the effect of each hint.
 ///
 /// The hints of the validator are those below "validator": "kind", a ValidatorKind, names it,
 /// and the validator factory reads the others. Without a factory or a kind there is none.
@@ -46,7 +48,7 @@ struct Editor
 ///     setHint<ValidatorKind>(hints, "validator.kind", kindOf<double>());
 ///     setHint<double>(hints, "validator.minimum", 0.0);
 ///     const std::unique_ptr<Editor> editor = factory.create("lineedit", hints);
-///     layout->addWidget(editor->widget);
+///     editor->widget->setParent(form);
 ///
 /// A missing "reset_callback" throws boost::property_tree::ptree_bad_path. Other hints that
 /// are needed and missing are reported, and null is returned. A hint of a wrong type throws
@@ -54,7 +56,7 @@ struct Editor
 ///
 /// The "callback" editor asks its function once, after control has returned to the event
 /// loop. The caller fills the control before that. The function gets the widget and the value,
-/// and may run a dialog; where it returns true, the control reads the value that it left.
+/// and may run a dialog. If it returns true, the control reads the value that it left.
 /// "is_equal" becomes the predicate of a MultiEditValue, with the meaning that it has there.
 /// The widget is destroyed after that, whatever the result. If it is gone before, the function
 /// is not asked. It may be destroyed in the function too.

@@ -6,18 +6,19 @@ namespace vrn::qt {
 
 /// Knows the kinds of validators that the library has:
 ///
-/// | Kind | Validator | Hints, all optional but the last two |
-/// |---|---|---|
-/// | `kindOf<std::string>()` | StringEditValidator, the value in UTF-8 | "max_length", `int` |
-/// | `kindOf<std::string>("color")` | StringEditValidator for "#" and six decimal digits; the value
-/// is a `std::wstring` | | | `kindOf<int>()`, `kindOf<unsigned int>()`, `kindOf<unsigned short>()`
-/// | IntegerValidator | "optional", `bool`; "minimum" and "maximum", of the kind's own type | |
-/// `kindOf<double>()` | DoubleEditValidator | "precision", `int`; "optional", `bool`; "minimum" and
-/// "maximum", `double` | | `kindOf<bool>()` | NamedValueListValidator over "Yes" and "No", as they
-/// are translated at the first use in the process | | | `kindOf<ChainedValidator>()` |
-/// ChainedValidator of other kinds, which all read the same hints | "chained_validators",
-/// `std::vector<ValidatorKind>` | | `kindOf<NamedValueList>()` | NamedValueListValidator |
-/// "entries", NamedValueList; "is_equal", EqualHint |
+/// - `std::string`: StringEditValidator with the value in UTF-8. "max_length".
+/// - `std::string`, "color": StringEditValidator for "#" and six decimal digits; the value is
+///   a `std::wstring`.
+/// - `int`, `unsigned int`, `unsigned short`: IntegerValidator. "optional", "minimum",
+///   "maximum"; the limits have the type of the kind.
+/// - `double`: DoubleEditValidator. "precision", "optional", "minimum", "maximum".
+/// - NamedValueList: NamedValueListValidator. "entries" and "is_equal", both needed.
+/// - `bool`: NamedValueListValidator over "Yes" and "No", as they are translated at the first
+///   use in the process.
+/// - ChainedValidator: one of other kinds, which all read the same hints.
+///   "chained_validators".
+///
+/// docs/hints.md gives the type, the default and the effect of each hint.
 ///
 /// If "entries" or "is_equal" is missing, that is reported, and no validator is made. A
 /// minimum above the maximum is not reported.

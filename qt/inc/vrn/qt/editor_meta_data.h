@@ -40,21 +40,23 @@ using EditorCreator = boost::function<EditorMetaData(QWidget*, const Hints&)>;
 /// that hint, under an unknown name and for a "lineedit" with an unknown "validator.type",
 /// nothing is built. "optional", a `bool`, gives a "lineedit" a reset button.
 ///
-/// | "lineedit" with "validator.type" | Value | Further hints |
-/// |---|---|---|
-/// | none | `std::wstring` of 256 characters at most | |
-/// | "string" | `std::string` in UTF-8 | "validator.max_length", `int`, otherwise 256 |
-/// | "int" | `int` | |
-/// | "double" | `double` | "default_fn", DefaultTextHint: the text that the reset button shows.
-/// Without it the button does nothing, which is reported | | "distance" | `double`, in metres | |
-/// | "unit" | `vrn::units::IConverter::quantity` | "validator.unit_id", `UnitId`, otherwise 1; the
-/// active input context of now |
+/// "validator.type" decides what a "lineedit" edits:
 ///
-/// An "enumbox" needs "equal_value_fn", EqualHint, and "values", NamedValueList. If one is
-/// missing, boost::property_tree::ptree_bad_path is thrown.
+/// - nothing: a `std::wstring` of 256 characters at most.
+/// - "string": a `std::string` in UTF-8. "validator.max_length".
+/// - "int": an `int`.
+/// - "double": a `double`. "default_fn" gives the text that the reset button shows; without
+///   it the button does nothing, which is reported.
+/// - "distance": a `double`, in metres.
+/// - "unit": a `vrn::units::IConverter::quantity`, read and shown by the input context that
+///   is active now. "validator.unit_id".
 ///
-/// The branch "validator" is read as this table says, and not as DefaultEditorFactory reads
-/// it. A hint of a wrong type throws boost::bad_any_cast.
+/// An "enumbox" needs "equal_value_fn" and "values". If one is missing,
+/// boost::property_tree::ptree_bad_path is thrown. A hint of a wrong type throws
+/// boost::bad_any_cast.
+///
+/// docs/hints.md gives the type, the default and the effect of each hint. The branch
+/// "validator" is not read as DefaultEditorFactory reads it.
 VRN_QT2_EXPORT EditorMetaData createEditorFromHints(QWidget* parent, const Hints& hints);
 
 /// Makes `creator` build the editors called `name`, instead of one registered before and
