@@ -17,11 +17,18 @@ class QRadioButton;
 
 namespace vrn::qt {
 
+namespace detail {
+class TabStop;
+}
+
 /// One radio button for each entry of a list, the base of
 /// MultiEditRadioButtonGroup.
 ///
 /// Entries whose values are equivalent in the order still have a button each;
 /// setSelected() finds the last of them.
+///
+/// Tab enters the group at the checked button, and leaves it from there. The arrow keys
+/// move within the group.
 class VRN_QT2_EXPORT SimpleRadioButtonGroup : public QWidget
 {
     Q_OBJECT
@@ -75,6 +82,9 @@ protected:
 
     /// The box around the buttons; null without one.
     QWidget* buttonBox() const;
+    /// To be called after the buttons were checked or unchecked with blocked signals: Tab
+    /// enters the group at the checked one.
+    void updateTabStop();
 
     EqualFunction m_equalFn;
     LessFunction m_lessFn;
@@ -88,6 +98,7 @@ private:
 
     std::unique_ptr<ILayouter> m_ownedLayouter;
     QGroupBox* m_groupBox = nullptr;
+    std::unique_ptr<detail::TabStop> m_tabStop;
     // Receives the end of the buttons, which may stand in a widget of the application.
     // The last member, so the first to go, also when an order or a layouter throws.
     std::unique_ptr<QObject> m_listener;

@@ -78,6 +78,7 @@ void MultiEditRadioButtonGroup::forceVaries()
             group->setExclusive(wasExclusive);
         button->blockSignals(false);
     }
+    updateTabStop();
 }
 
 void MultiEditRadioButtonGroup::reset()
