@@ -1,8 +1,11 @@
 #include <vrn/companion_qt/combo_box.h>
+#include <vrn/qt/multi_edit_group_box.h>
 #include <vrn/qt/varies_string.h>
 
 #include <QApplication>
+#include <QHelpEvent>
 #include <QLocale>
+#include <QToolTip>
 
 #include "support/test_main.h"
 #include "support/test_object.h"
@@ -24,6 +27,17 @@ private Q_SLOTS:
         VRN_QT4_ComboBox box;
         box.addVarious(true);
         QCOMPARE(box.currentText(), vrn::qt::getVariesString());
+    }
+
+    void theToolTipOfAVaryingControlIsTranslated()
+    {
+        QWidget form;
+        auto* box = vrn::qt::MultiEditGroupBox::create("Brandschutz", &form);
+        form.show();
+        box->forceVaries();
+        QHelpEvent event(QEvent::ToolTip, QPoint(1, 1), box->mapToGlobal(QPoint(1, 1)));
+        QApplication::sendEvent(box, &event);
+        QCOMPARE(QToolTip::text(), QString("Die ausgewählten Objekte unterscheiden sich."));
     }
 };
 

@@ -7,5 +7,9 @@
         <source>*VARIES*</source>
         <translation>*VERSCHIEDEN*</translation>
     </message>
+    <message>
+        <source>The selected objects differ.</source>
+        <translation>Die ausgewählten Objekte unterscheiden sich.</translation>
+    </message>
 </context>
 </TS>
