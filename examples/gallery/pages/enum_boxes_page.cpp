@@ -1,6 +1,7 @@
 #include "pages/enum_boxes_page.h"
 
 #include <vrn/base/any_predicates.h>
+#include <vrn/qt/align_fields.h>
 #include <vrn/qt/integer_validator.h>
 #include <vrn/qt/multi_edit_enum_box.h>
 
@@ -11,7 +12,6 @@
 #include <QLabel>
 #include <QPainter>
 
-#include "pages/caption_column.h"
 #include "value_text.h"
 
 #include <functional>
@@ -141,7 +141,7 @@ EnumBoxesPage::EnumBoxesPage(QWidget* parent)
     addRow(varyingEditable);
 
     const QList<SimpleEnumBox*> boxes = findChildren<SimpleEnumBox*>();
-    alignCaptions(std::vector<QWidget*>(boxes.begin(), boxes.end()));
+    alignFields(this, {boxes.begin(), boxes.end()});
     m_grid->setRowStretch(m_grid->rowCount(), 1);
     setFocusProxy(plain);
 }

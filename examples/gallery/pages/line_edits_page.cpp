@@ -1,5 +1,6 @@
 #include "pages/line_edits_page.h"
 
+#include <vrn/qt/align_fields.h>
 #include <vrn/qt/simple_line_edit.h>
 #include <vrn/qt/validators.h>
 #include <vrn/qt/value_history.h>
@@ -11,7 +12,6 @@
 #include <QLineEdit>
 
 #include "gallery_application.h"
-#include "pages/caption_column.h"
 #include "value_text.h"
 
 #include <algorithm>
@@ -141,10 +141,10 @@ LineEditsPage::LineEditsPage(QWidget* parent)
     addRow(tr("Steel &grade"), steelGrade(), 235.0, tr("S235, S275, S355 or (none)"));
     addRow(tr("Number or &auto"), numberOrAuto(), std::string("auto"), tr("a number, or auto"));
     addRow(tr("Ang&le in degree"), degreesOfRadian(), pi / 4, tr("kept in radian"));
-    std::vector<SimpleLineEdit*> edits;
+    std::vector<QWidget*> edits;
     for (const Row& row : m_rows)
         edits.push_back(row.edit);
-    alignCaptions(edits);
+    alignFields(this, edits);
     m_grid->setRowStretch(m_grid->rowCount(), 1);
     setFocusProxy(m_rows.front().edit);
 

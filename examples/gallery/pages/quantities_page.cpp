@@ -1,6 +1,7 @@
 #include "pages/quantities_page.h"
 
 #include <vrn/q/input_context.h>
+#include <vrn/qt/align_fields.h>
 #include <vrn/qt/simple_line_edit.h>
 #include <vrn/qt/unit_validator.h>
 #include <vrn/qt/value_history.h>
@@ -16,8 +17,6 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QVBoxLayout>
-
-#include "pages/caption_column.h"
 
 #include <map>
 
@@ -108,10 +107,10 @@ QuantitiesPage::QuantitiesPage(QWidget* parent)
     addRow(UnitId::ANGLE, tr("Roof pitch"), 0.6108652381980153);
     addRow(UnitId::VELOCITY, tr("Wind speed"), 25.0);
 
-    std::vector<SimpleLineEdit*> edits;
+    std::vector<QWidget*> edits;
     for (const Row& row : m_rows)
         edits.push_back(row.edit);
-    alignCaptions(edits);
+    alignFields(this, edits);
     setFocusProxy(edits.front());
     rebuildValidators();
     connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* focused) {
