@@ -81,6 +81,8 @@ int main(int argc, char** argv)
     GalleryWindow window;
     QObject::connect(
         &application, &GalleryApplication::exceptionCaught, &window, &GalleryWindow::showException);
+    QObject::connect(
+        &application, &GalleryApplication::userActs, &window, &GalleryWindow::showHelp);
     if (parser.isSet(pageOption) && !window.showPage(parser.value(pageOption)))
         return complain(QStringLiteral("no page \"%1\", see --list").arg(parser.value(pageOption)));
     window.show();

@@ -18,6 +18,8 @@
 #include <QLineEdit>
 #include <QVBoxLayout>
 
+#include "value_label.h"
+
 #include <map>
 
 namespace gallery {
@@ -111,7 +113,6 @@ QuantitiesPage::QuantitiesPage(QWidget* parent)
     for (const Row& row : m_rows)
         edits.push_back(row.edit);
     alignFields(this, edits);
-    setFocusProxy(edits.front());
     rebuildValidators();
     connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* focused) {
         for (std::size_t row = 0; row < m_rows.size(); ++row) {
@@ -166,8 +167,7 @@ void QuantitiesPage::addRow(UnitId::UnitId kind, const QString& caption, double 
     auto* edit = SimpleLineEdit::create(
         this, caption, boost::shared_ptr<IValidator>(validator), 0, ExpandHorizontal);
     edit->setValueHistory(vrn::ValueHistory::create(L"gallery", caption.toStdWString()));
-    auto* label = new QLabel;
-    label->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    auto* label = new ValueLabel;
     const int line = m_grid->rowCount();
     m_grid->addWidget(edit, line, 0);
     m_grid->addWidget(label, line, 1);
