@@ -6,6 +6,8 @@ namespace gallery {
 
 bool GalleryApplication::notify(QObject* receiver, QEvent* event)
 {
+    if (event->type() == QEvent::KeyPress || event->type() == QEvent::MouseButtonPress)
+        Q_EMIT userActs();
     try {
         return QApplication::notify(receiver, event);
     } catch (const std::exception& exception) {

@@ -19,6 +19,8 @@ public:
     bool notify(QObject* receiver, QEvent* event) override;
 
 Q_SIGNALS:
+    /// The user presses a key or a button; nothing has come of it yet.
+    void userActs();
     void exceptionCaught(const QString& message);
 };
 

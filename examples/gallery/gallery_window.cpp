@@ -1,6 +1,9 @@
 #include "gallery_window.h"
 
+#include <QApplication>
 #include <QListWidget>
+#include <QScreen>
+#include <QScrollArea>
 #include <QSplitter>
 #include <QStackedWidget>
 #include <QStatusBar>
@@ -8,6 +11,20 @@
 #include "page.h"
 
 namespace gallery {
+namespace {
+
+QWidget* scrollable(QWidget* page)
+{
+    auto* area = new QScrollArea;
+    area->setWidget(page);
+    area->setWidgetResizable(true);
+    area->setFrameShape(QFrame::NoFrame);
+    // The keyboard goes to the fields only.
+    area->setFocusPolicy(Qt::NoFocus);
+    return area;
+}
+
+} // namespace
 
 GalleryWindow::GalleryWindow(QWidget* parent)
     : QMainWindow(parent)
@@ -15,11 +32,15 @@ GalleryWindow::GalleryWindow(QWidget* parent)
     , m_stack(new QStackedWidget)
 {
     setWindowTitle(tr("vrn_qt2 gallery"));
+    QSize pageSize;
     for (const Page& page : pages()) {
         m_titles->addItem(page.title);
-        m_stack->addWidget(page.create(nullptr));
+        QWidget* widget = page.create(nullptr);
+        pageSize = pageSize.expandedTo(widget->sizeHint());
+        m_stack->addWidget(scrollable(widget));
     }
-    m_titles->setMinimumWidth(fontMetrics().averageCharWidth() * 18);
+    const int titleWidth = fontMetrics().averageCharWidth() * 20;
+    m_titles->setMinimumWidth(titleWidth);
     connect(m_titles, &QListWidget::currentRowChanged, m_stack, &QStackedWidget::setCurrentIndex);
     m_titles->setCurrentRow(0);
 
@@ -27,10 +48,25 @@ GalleryWindow::GalleryWindow(QWidget* parent)
     splitter->addWidget(m_titles);
     splitter->addWidget(m_stack);
     splitter->setStretchFactor(1, 1);
+    splitter->setSizes({titleWidth, pageSize.width()});
     setCentralWidget(splitter);
-    statusBar()->showMessage(
-        tr("Type, press Enter, leave a field: the columns show what the application reads."));
-    m_stack->currentWidget()->setFocus();
+    showHelp();
+    connect(qApp, &QApplication::focusChanged, this,
+        [this](QWidget* /*before*/, QWidget* now) { scrollTo(now); });
+    // A page has no focus proxy, as Tab would skip what stands before it.
+    m_titles->setFocus();
+    focusNextChild();
+
+    // At first, no page is scrolled, unless the screen is too small.
+    const QSize around(titleWidth + splitter->handleWidth(), statusBar()->sizeHint().height());
+    resize((pageSize + around).boundedTo(screen()->availableSize()));
+}
+
+void GalleryWindow::scrollTo(QWidget* widget)
+{
+    auto* area = qobject_cast<QScrollArea*>(m_stack->currentWidget());
+    if (area && area->isAncestorOf(widget))
+        area->ensureWidgetVisible(widget);
 }
 
 bool GalleryWindow::showPage(const QString& name)
@@ -47,6 +83,12 @@ bool GalleryWindow::showPage(const QString& name)
 void GalleryWindow::showException(const QString& message)
 {
     statusBar()->showMessage(tr("Exception: %1").arg(message));
+}
+
+void GalleryWindow::showHelp()
+{
+    statusBar()->showMessage(
+        tr("Type, press Enter, leave a field: the columns show what the application reads."));
 }
 
 } // namespace gallery

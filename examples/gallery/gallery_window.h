@@ -8,6 +8,8 @@ class QStackedWidget;
 namespace gallery {
 
 /// A list of all pages, and the page that is selected in it.
+///
+/// A page that has not enough room can be scrolled.
 class GalleryWindow : public QMainWindow
 {
     Q_OBJECT
@@ -18,10 +20,13 @@ public:
     /// Returns false if there is no page with this name.
     bool showPage(const QString& name);
 
-    /// Shows what went wrong, until the next message.
+    /// Shows what went wrong, until showHelp() is called.
     void showException(const QString& message);
+    void showHelp();
 
 private:
+    void scrollTo(QWidget* widget);
+
     QListWidget* m_titles;
     QStackedWidget* m_stack;
 };

@@ -4,6 +4,8 @@
 
 #include <QAbstractItemView>
 #include <QLineEdit>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QSignalSpy>
 
 #include "gallery_page_test.h"
@@ -131,6 +133,62 @@ private Q_SLOTS:
         x11::press({"Tab"});
         QTRY_VERIFY(!comboOf(box)->hasFocus());
         QTRY_VERIFY(!hint());
+    }
+
+    void theWheelScrollsThePageAndLeavesTheBoxes_data()
+    {
+        QTest::addColumn<QString>("caption");
+        QTest::newRow("over a list") << "Section";
+        QTest::newRow("over an editable box") << "Bolt";
+        QTest::newRow("over a list that varies") << "Grade of three beams";
+    }
+
+    void theWheelScrollsThePageAndLeavesTheBoxes()
+    {
+        QFETCH(QString, caption);
+        auto* box = find<SimpleEnumBox>(caption);
+        QComboBox* combo = comboOf(box);
+        auto* area = qobject_cast<QScrollArea*>(&page());
+        x11::press({"alt+g"});
+        const QComboBox* focused = comboOf(find<SimpleEnumBox>("Steel grade"));
+        QTRY_VERIFY(focused->hasFocus());
+        window().resize(window().width(), 220);
+        QTRY_VERIFY(area->verticalScrollBar()->maximum() > 0);
+        area->ensureWidgetVisible(box);
+        area->verticalScrollBar()->setValue(area->verticalScrollBar()->value() / 2);
+        QTest::qWait(100);
+
+        const int start = area->verticalScrollBar()->value();
+        const QString text = combo->currentText();
+        QSignalSpy changed(box, &SimpleEnumBox::valueChanged);
+        x11::turnWheel(combo->mapToGlobal(QPoint(20, combo->height() / 2)));
+        QTRY_VERIFY(area->verticalScrollBar()->value() > start);
+        QCOMPARE(combo->currentText(), text);
+        QCOMPARE(changed.count(), 0);
+        QVERIFY(focused->hasFocus());
+    }
+
+    void theWheelPicksInTheBoxWithTheFocus()
+    {
+        auto* box = find<SimpleEnumBox>("Steel grade");
+        QComboBox* combo = comboOf(box);
+        x11::press({"alt+g"});
+        QTRY_VERIFY(combo->hasFocus());
+        x11::turnWheel(combo->mapToGlobal(combo->rect().center()));
+        QTRY_COMPARE(box->getSelectedValue(), boost::any(275));
+    }
+
+    // Each name has a value, so it is not red.
+    void theNamesOfTheBoltsAreAccepted()
+    {
+        auto* box = boxOf("Bolt");
+        focusEdit(box);
+        replaceText("M20");
+        QTRY_COMPARE(comboOf(box)->currentText(), QString("M20"));
+        QVERIFY(box->isValueValid());
+        QCOMPARE(box->getCurrentValue(), boost::any(20));
+        replaceText("M21");
+        QTRY_VERIFY(!box->isValueValid());
     }
 
     void aShortcutOfTheCaptionGoesToItsList()

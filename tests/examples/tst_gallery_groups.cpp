@@ -72,6 +72,21 @@ private Q_SLOTS:
         QCOMPARE(valueChanged.count(), 4);
     }
 
+    void tabEntersARadioGroupAtItsCheckedButton()
+    {
+        auto* group = find<MultiEditRadioButtonGroup>("Alignment, in a row");
+        QCOMPARE(checkedIn(group), QStringList{"Middle"});
+        click(find<QRadioButton>("S355"));
+        QTRY_VERIFY(find<QRadioButton>("S355")->hasFocus());
+        x11::press({"Tab"});
+        QTRY_VERIFY(find<QRadioButton>("Middle", *group)->hasFocus());
+        x11::press({"Tab"});
+        QTRY_VERIFY(!group->isAncestorOf(QApplication::focusWidget()));
+        x11::press({"shift+Tab"});
+        QTRY_VERIFY(find<QRadioButton>("Middle", *group)->hasFocus());
+        QCOMPARE(checkedIn(group), QStringList{"Middle"});
+    }
+
     void aClickOnAVaryingRadioGroupLeavesOneButtonChecked_data()
     {
         QTest::addColumn<QString>("title");

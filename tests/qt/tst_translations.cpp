@@ -1,12 +1,15 @@
 #include <vrn/companion_qt/combo_box.h>
 #include <vrn/qt/default_editor_factory.h>
 #include <vrn/qt/editor_meta_data.h>
+#include <vrn/qt/multi_edit_group_box.h>
 #include <vrn/qt/varies_string.h>
 
 #include <QApplication>
 #include <QComboBox>
+#include <QHelpEvent>
 #include <QLocale>
 #include <QToolButton>
+#include <QToolTip>
 #include <QTranslator>
 
 #include "support/test_main.h"
@@ -82,6 +85,17 @@ private Q_SLOTS:
         const EditorMetaData editor = createEditorFromHints(&form, hints);
         QCOMPARE(editor.widget->findChild<QToolButton*>()->toolTip(),
             QString("Auf die Vorgabe setzen."));
+    }
+
+    void theToolTipOfAVaryingControlIsTranslated()
+    {
+        QWidget form;
+        auto* box = vrn::qt::MultiEditGroupBox::create("Brandschutz", &form);
+        form.show();
+        box->forceVaries();
+        QHelpEvent event(QEvent::ToolTip, QPoint(1, 1), box->mapToGlobal(QPoint(1, 1)));
+        QApplication::sendEvent(box, &event);
+        QCOMPARE(QToolTip::text(), QString("Die ausgewählten Objekte unterscheiden sich."));
     }
 };
 

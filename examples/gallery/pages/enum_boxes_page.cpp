@@ -1,8 +1,11 @@
 #include "pages/enum_boxes_page.h"
 
 #include <vrn/base/any_predicates.h>
+#include <vrn/qt/align_fields.h>
+#include <vrn/qt/chained_validator.h>
 #include <vrn/qt/integer_validator.h>
 #include <vrn/qt/multi_edit_enum_box.h>
+#include <vrn/qt/named_value_list_validator.h>
 
 #include <boost/make_shared.hpp>
 
@@ -11,10 +14,11 @@
 #include <QLabel>
 #include <QPainter>
 
-#include "pages/caption_column.h"
+#include "value_label.h"
 #include "value_text.h"
 
 #include <functional>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -46,7 +50,7 @@ boost::shared_ptr<QPixmap> drawn(const std::function<void(QPainter&)>& draw)
     QPainter painter(pixmap.get());
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(Qt::NoPen);
-    painter.setBrush(QColor(70, 90, 120));
+    painter.setBrush(QColor(95, 125, 170));
     draw(painter);
     return pixmap;
 }
@@ -86,9 +90,15 @@ NamedValueList bolts()
         {QStringLiteral("M24"), 24}};
 }
 
+// Accepts the names of the entries, too: the colour of a text follows the validator alone.
 IValidator::pointer diameter()
 {
-    auto validator = boost::make_shared<IntegerValidator<int>>(6, 64, false);
+    auto names = std::make_unique<NamedValueListValidator>(bolts());
+    names->set_equal_to(&vrn::any_equal<int>);
+    std::deque<std::unique_ptr<IValidator>> members;
+    members.push_back(std::move(names));
+    members.push_back(std::make_unique<IntegerValidator<int>>(6, 64, false));
+    auto validator = boost::make_shared<ChainedValidator>(std::move(members));
     validator->setEditHintFunction(
         [](const QString&) { return EnumBoxesPage::tr("a name, or 6 to 64 mm"); });
     return validator;
@@ -141,9 +151,8 @@ EnumBoxesPage::EnumBoxesPage(QWidget* parent)
     addRow(varyingEditable);
 
     const QList<SimpleEnumBox*> boxes = findChildren<SimpleEnumBox*>();
-    alignCaptions(std::vector<QWidget*>(boxes.begin(), boxes.end()));
+    alignFields(this, {boxes.begin(), boxes.end()});
     m_grid->setRowStretch(m_grid->rowCount(), 1);
-    setFocusProxy(plain);
 }
 
 void EnumBoxesPage::addHeader()
@@ -161,8 +170,9 @@ void EnumBoxesPage::addHeader()
 
 void EnumBoxesPage::addRow(SimpleEnumBox* box)
 {
-    const Row row = {box, qobject_cast<MultiEditEnumBox*>(box), new QLabel, new QLabel, new QLabel,
-        new QLabel(QStringLiteral("0"))};
+    const Row row = {box, qobject_cast<MultiEditEnumBox*>(box), new ValueLabel, new ValueLabel,
+        new ValueLabel, new ValueLabel};
+    row.signalCount->setNum(0);
     const int line = m_grid->rowCount();
     int column = 0;
     for (QWidget* widget : {static_cast<QWidget*>(box), static_cast<QWidget*>(row.value),

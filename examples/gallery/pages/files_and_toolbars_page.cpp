@@ -2,7 +2,7 @@
 
 #include <vrn/environment/environment.h>
 #include <vrn/qt/assign_style.h>
-#include <vrn/qt/multi_edit_line_edit.h>
+#include <vrn/qt/layouters.h>
 #include <vrn/qt/toolbar.h>
 
 #include <QCheckBox>
@@ -16,9 +16,11 @@
 #include <QStyle>
 #include <QVBoxLayout>
 
+#include "value_label.h"
 #include "value_text.h"
 
 #include <stdexcept>
+#include <vector>
 
 namespace gallery {
 namespace {
@@ -53,48 +55,53 @@ FilesAndToolbarsPage::FilesAndToolbarsPage(QWidget* parent)
 QWidget* FilesAndToolbarsPage::createPickers()
 {
     auto* box = new QGroupBox(tr("File pickers"));
-    auto* grid = new QGridLayout(box);
+    PropertyGridLayouter form;
+    form.onCreate(box);
+    form.onAdd(new QLabel(tr("<b>Path</b>")));
+    std::vector<MultiEditFilePicker*> pickers;
+    const auto add = [&](const QString& caption, TypeofPath type) {
+        pickers.push_back(createPicker(type));
+        form.onAdd(pickers.back(), caption);
+    };
+    add(tr("F&ile"), TypeofPathFile);
+    add(tr("Fi&les"), TypeofPathFiles);
+    add(tr("F&older"), TypeofPathFolder);
+    add(tr("File in a fol&der"), TypeofPathFileInFolder);
+    form.onFinish();
+
+    QGridLayout* grid = form.layout();
     grid->setHorizontalSpacing(18);
-    grid->setColumnStretch(1, 1);
     grid->setColumnMinimumWidth(1, fontMetrics().averageCharWidth() * 50);
     grid->setColumnMinimumWidth(2, fontMetrics().averageCharWidth() * 30);
     grid->addWidget(new QLabel(tr("<b>Value</b>")), 0, 2);
     grid->addWidget(new QLabel(tr("<b>Signals</b>")), 0, 3);
-    addPicker(grid, tr("F&ile"), TypeofPathFile);
-    addPicker(grid, tr("Fi&les"), TypeofPathFiles);
-    addPicker(grid, tr("F&older"), TypeofPathFolder);
-    addPicker(grid, tr("File in a fol&der"), TypeofPathFileInFolder);
+    int row = 0;
+    for (MultiEditFilePicker* picker : pickers)
+        addValueColumns(grid, ++row, picker);
     return box;
 }
 
-void FilesAndToolbarsPage::addPicker(QGridLayout* grid, const QString& caption, TypeofPath type)
+MultiEditFilePicker* FilesAndToolbarsPage::createPicker(TypeofPath type)
 {
     auto* picker = new MultiEditFilePicker(this, type);
     picker->setFilter("Style sheets (*.qss);;All files (*)");
     picker->setFileName("gallery.qss");
-    auto* label = new QLabel(caption);
-    label->setBuddy(picker);
-    picker->m_edit->edit()->setAccessibleName(QString(caption).remove(QLatin1Char('&')));
-    auto* value = new QLabel;
-    value->setTextFormat(Qt::PlainText);
-    value->setTextInteractionFlags(Qt::TextSelectableByMouse);
-    value->setWordWrap(true);
-    auto* signalCount = new QLabel(QStringLiteral("0"));
+    return picker;
+}
 
+void FilesAndToolbarsPage::addValueColumns(QGridLayout* grid, int row, MultiEditFilePicker* picker)
+{
+    auto* value = new ValueLabel;
+    auto* signalCount = new ValueLabel;
+    signalCount->setNum(0);
     const auto refresh = [=] { value->setText(valueText(picker->getCurrentValue())); };
     connect(picker, &MultiEditFilePicker::valueChanged, this, [=] {
         refresh();
         signalCount->setNum(signalCount->text().toInt() + 1);
     });
     refresh();
-
-    const int row = grid->rowCount();
-    int column = 0;
-    for (QWidget* widget : {static_cast<QWidget*>(label), static_cast<QWidget*>(picker),
-             static_cast<QWidget*>(value), static_cast<QWidget*>(signalCount)})
-        grid->addWidget(widget, row, column++);
-    if (!focusProxy())
-        setFocusProxy(picker);
+    grid->addWidget(value, row, 2);
+    grid->addWidget(signalCount, row, 3);
 }
 
 QWidget* FilesAndToolbarsPage::createToolbars()

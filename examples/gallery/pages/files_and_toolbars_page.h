@@ -24,7 +24,8 @@ public:
 
 private:
     QWidget* createPickers();
-    void addPicker(QGridLayout* grid, const QString& caption, vrn::qt::TypeofPath type);
+    vrn::qt::MultiEditFilePicker* createPicker(vrn::qt::TypeofPath type);
+    void addValueColumns(QGridLayout* grid, int row, vrn::qt::MultiEditFilePicker* picker);
     QWidget* createToolbars();
     void fill(vrn::qt::Toolbar* toolbar);
     QWidget* createStyle();

@@ -12,6 +12,7 @@
 #include <QSpinBox>
 #include <QVBoxLayout>
 
+#include "value_label.h"
 #include "value_text.h"
 
 namespace gallery {
@@ -50,14 +51,6 @@ MultiEditRadioButtonGroup* createRadioGroup(const QString& title, const NamedVal
 {
     return MultiEditRadioButtonGroup::create(title, values, &vrn::any_equal<int>,
         &vrn::any_less<int>, parent, &layouter, useGroupBox, true);
-}
-
-QLabel* cell(QWidget* parent)
-{
-    auto* label = new QLabel(parent);
-    label->setTextFormat(Qt::PlainText);
-    label->setTextInteractionFlags(Qt::TextSelectableByMouse);
-    return label;
 }
 
 } // namespace
@@ -119,7 +112,6 @@ void GroupsPage::fillCheckBoxes(QGridLayout* column)
 {
     auto* visible = MultiEditCheckBox::create(tr("&Visible"), this);
     addControl(column, visible, visible, true, false);
-    setFocusProxy(visible);
     auto* locked = MultiEditCheckBox::create(tr("&Locked"), this);
     addControl(column, locked, locked, true, true);
 
@@ -225,8 +217,8 @@ void GroupsPage::addRow(QGridLayout* column, QWidget* widget, Control* control, 
         column->addWidget(widget, line, 0);
     else
         column->addWidget(column->itemAtPosition(line - 1, 0)->widget(), line - 1, 0, 2, 1);
-    row.value = cell(this);
-    row.signalCount = cell(this);
+    row.value = new ValueLabel(this);
+    row.signalCount = new ValueLabel(this);
     row.signalCount->setNum(0);
     column->addWidget(row.value, line, valueColumn);
     column->addWidget(row.signalCount, line, signalColumn);

@@ -1,5 +1,6 @@
 #include "pages/line_edits_page.h"
 
+#include <vrn/qt/align_fields.h>
 #include <vrn/qt/simple_line_edit.h>
 #include <vrn/qt/validators.h>
 #include <vrn/qt/value_history.h>
@@ -11,7 +12,7 @@
 #include <QLineEdit>
 
 #include "gallery_application.h"
-#include "pages/caption_column.h"
+#include "value_label.h"
 #include "value_text.h"
 
 #include <algorithm>
@@ -110,14 +111,6 @@ IValidator::pointer degreesOfRadian()
     return validator;
 }
 
-QLabel* cell(QWidget* parent)
-{
-    auto* label = new QLabel(parent);
-    label->setTextFormat(Qt::PlainText);
-    label->setTextInteractionFlags(Qt::TextSelectableByMouse);
-    return label;
-}
-
 } // namespace
 
 LineEditsPage::LineEditsPage(QWidget* parent)
@@ -141,12 +134,11 @@ LineEditsPage::LineEditsPage(QWidget* parent)
     addRow(tr("Steel &grade"), steelGrade(), 235.0, tr("S235, S275, S355 or (none)"));
     addRow(tr("Number or &auto"), numberOrAuto(), std::string("auto"), tr("a number, or auto"));
     addRow(tr("Ang&le in degree"), degreesOfRadian(), pi / 4, tr("kept in radian"));
-    std::vector<SimpleLineEdit*> edits;
+    std::vector<QWidget*> edits;
     for (const Row& row : m_rows)
         edits.push_back(row.edit);
-    alignCaptions(edits);
+    alignFields(this, edits);
     m_grid->setRowStretch(m_grid->rowCount(), 1);
-    setFocusProxy(m_rows.front().edit);
 
     // If one slot throws, the signal does not reach the row.
     if (const auto* application = qobject_cast<GalleryApplication*>(qApp)) {
@@ -163,7 +155,8 @@ SimpleLineEdit* LineEditsPage::addRow(const QString& caption, IValidator::pointe
     edit->setValueHistory(vrn::ValueHistory::create(L"gallery", caption.toStdWString()));
     edit->setValue(value);
 
-    const Row row = {edit, cell(this), cell(this), cell(this), cell(this)};
+    const Row row = {edit, new ValueLabel(this), new ValueLabel(this), new ValueLabel(this),
+        new ValueLabel(this)};
     m_rows.push_back(row);
     const int line = m_grid->rowCount();
     int column = 0;
@@ -195,6 +188,7 @@ void LineEditsPage::addHeader()
     // Room for the caption, some twenty characters and a unit.
     m_grid->setColumnMinimumWidth(0, fontMetrics().averageCharWidth() * 55);
     m_grid->setColumnMinimumWidth(1, fontMetrics().averageCharWidth() * 26);
+    m_grid->setColumnMinimumWidth(2, fontMetrics().averageCharWidth() * 16);
     m_grid->setColumnStretch(0, 3);
     m_grid->setColumnStretch(1, 2);
     m_grid->setHorizontalSpacing(18);

@@ -5,7 +5,6 @@
 #include <vrn/qt/controls.h>
 #include <vrn/qt/validators.h>
 
-#include <QAbstractButton>
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
@@ -16,6 +15,7 @@
 #include <QToolButton>
 #include <QVBoxLayout>
 
+#include "value_label.h"
 #include "value_text.h"
 
 namespace gallery {
@@ -84,30 +84,23 @@ boost::any stress(double kilonewtonPerSquareMetre)
     return Quantity{UnitId::MAT_STRESS, kilonewtonPerSquareMetre};
 }
 
-QLabel* cell()
-{
-    auto* label = new QLabel;
-    label->setTextFormat(Qt::PlainText);
-    label->setTextInteractionFlags(Qt::TextSelectableByMouse);
-    return label;
-}
-
 } // namespace
 
 MultiEditPage::MultiEditPage(QWidget* parent)
     : QWidget(parent)
-    , m_grid(new QGridLayout)
     , m_log(new QPlainTextEdit)
 {
     auto* left = new QVBoxLayout;
     left->addWidget(createButtons());
-    left->addLayout(m_grid);
+    auto* form = new QWidget;
+    left->addWidget(form);
     left->addStretch(1);
     auto* layout = new QHBoxLayout(this);
     layout->addLayout(left, 1);
     layout->addWidget(createLog());
 
-    addHeader();
+    m_form.onCreate(form);
+    m_form.onAdd(new QLabel(tr("<b>Field</b>")));
     addControl(tr("&Text"), createLineEdit(new StringEditValidator(40)), text(L"north wing"),
         text(L"south wing"));
     addControl(
@@ -124,7 +117,8 @@ MultiEditPage::MultiEditPage(QWidget* parent)
     addControl(tr("Radio buttons"), createSupports(this), 0, 1);
     addControl(tr("&File"), new MultiEditFilePicker(this, TypeofPathFile),
         std::string("/models/north.frame"), std::string("/models/south.frame"));
-    setFocusProxy(m_grid->itemAtPosition(1, 1)->widget());
+    m_form.onFinish();
+    addValueColumns();
     readDifferent();
     m_log->clear();
 }
@@ -170,38 +164,34 @@ QWidget* MultiEditPage::createLog()
     return log;
 }
 
-void MultiEditPage::addHeader()
+void MultiEditPage::addValueColumns()
 {
-    const QString titles[] = {tr("Field"), QString(), tr("dataVaries()"), tr("getCurrentValue()")};
-    int column = 0;
-    for (const QString& title : titles)
-        m_grid->addWidget(new QLabel(QStringLiteral("<b>%1</b>").arg(title)), 0, column++);
+    QGridLayout* grid = m_form.layout();
+    grid->setContentsMargins(0, 0, 0, 0);
+    constexpr int variesColumn = 2;
+    constexpr int valueColumn = 3;
+    grid->addWidget(new QLabel(tr("<b>dataVaries()</b>")), 0, variesColumn);
+    grid->addWidget(new QLabel(tr("<b>getCurrentValue()</b>")), 0, valueColumn);
+    int line = 0;
+    for (const Row& row : m_rows) {
+        ++line;
+        grid->addWidget(row.varies, line, variesColumn);
+        grid->addWidget(row.value, line, valueColumn);
+    }
     // Room for some twenty characters and a button.
     const int character = fontMetrics().averageCharWidth();
-    m_grid->setColumnMinimumWidth(1, character * 30);
-    m_grid->setColumnMinimumWidth(3, character * 22);
-    m_grid->setColumnStretch(1, 1);
-    m_grid->setHorizontalSpacing(14);
+    grid->setColumnMinimumWidth(1, character * 30);
+    grid->setColumnMinimumWidth(valueColumn, character * 22);
+    grid->setHorizontalSpacing(14);
 }
 
 void MultiEditPage::addRow(const QString& caption, QWidget* widget, MultiEditControlBase* control,
     const boost::any& one, const boost::any& two)
 {
-    auto* label = new QLabel(caption);
-    label->setBuddy(widget);
-    const Row row = {QString(caption).remove(QLatin1Char('&')), control, one, two, cell(), cell()};
-    int column = 0;
-    for (QWidget* each : {static_cast<QWidget*>(label), widget, static_cast<QWidget*>(row.varies),
-             static_cast<QWidget*>(row.value)})
-        m_grid->addWidget(each, static_cast<int>(m_rows.size()) + 1, column++);
+    m_form.onAdd(widget, caption);
+    const Row row = {QString(caption).remove(QLatin1Char('&')), control, one, two, new ValueLabel,
+        new ValueLabel};
     m_rows.push_back(row);
-    // Qt names a buddy by its label, but not the buddy's focus proxy, which takes the keys.
-    // Boxes already have names.
-    QWidget* typedInto = widget;
-    while (typedInto->focusProxy())
-        typedInto = typedInto->focusProxy();
-    if (!qobject_cast<QAbstractButton*>(typedInto) && !qobject_cast<QGroupBox*>(typedInto))
-        typedInto->setAccessibleName(row.caption);
 
     m_hooks.push_back(std::make_unique<OnValueChangedHook>(widget, [this, row] {
         show(row);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <vrn/qt/layouters.h>
 #include <vrn/qt/multi_edit_control_base.h>
 #include <vrn/qt/on_value_changed_hook.h>
 
@@ -8,7 +9,6 @@
 #include <memory>
 #include <vector>
 
-class QGridLayout;
 class QLabel;
 class QPlainTextEdit;
 
@@ -47,7 +47,7 @@ private:
 
     QWidget* createButtons();
     QWidget* createLog();
-    void addHeader();
+    void addValueColumns();
 
     void reset();
     /// Reads a selection. For each of its objects, `objects` says which value it has.
@@ -57,7 +57,7 @@ private:
     static void show(const Row& row);
     static void show(const Row& row, const QString& value);
 
-    QGridLayout* m_grid;
+    vrn::qt::PropertyGridLayouter m_form;
     QPlainTextEdit* m_log;
     std::vector<Row> m_rows;
     // Declared after the rows, because the hooks use them: a field that loses the focus

@@ -1,6 +1,7 @@
 #include "pages/quantities_page.h"
 
 #include <vrn/q/input_context.h>
+#include <vrn/qt/align_fields.h>
 #include <vrn/qt/simple_line_edit.h>
 #include <vrn/qt/unit_validator.h>
 #include <vrn/qt/value_history.h>
@@ -17,7 +18,7 @@
 #include <QLineEdit>
 #include <QVBoxLayout>
 
-#include "pages/caption_column.h"
+#include "value_label.h"
 
 #include <map>
 
@@ -108,11 +109,10 @@ QuantitiesPage::QuantitiesPage(QWidget* parent)
     addRow(UnitId::ANGLE, tr("Roof pitch"), 0.6108652381980153);
     addRow(UnitId::VELOCITY, tr("Wind speed"), 25.0);
 
-    std::vector<SimpleLineEdit*> edits;
+    std::vector<QWidget*> edits;
     for (const Row& row : m_rows)
         edits.push_back(row.edit);
-    alignCaptions(edits);
-    setFocusProxy(edits.front());
+    alignFields(this, edits);
     rebuildValidators();
     connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* focused) {
         for (std::size_t row = 0; row < m_rows.size(); ++row) {
@@ -167,8 +167,7 @@ void QuantitiesPage::addRow(UnitId::UnitId kind, const QString& caption, double 
     auto* edit = SimpleLineEdit::create(
         this, caption, boost::shared_ptr<IValidator>(validator), 0, ExpandHorizontal);
     edit->setValueHistory(vrn::ValueHistory::create(L"gallery", caption.toStdWString()));
-    auto* label = new QLabel;
-    label->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    auto* label = new ValueLabel;
     const int line = m_grid->rowCount();
     m_grid->addWidget(edit, line, 0);
     m_grid->addWidget(label, line, 1);

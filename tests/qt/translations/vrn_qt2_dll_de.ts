@@ -22,5 +22,9 @@
         <comment>makeLineEditWithOptionalValue</comment>
         <translation>Auf die Vorgabe setzen.</translation>
     </message>
+    <message>
+        <source>The selected objects differ.</source>
+        <translation>Die ausgewählten Objekte unterscheiden sich.</translation>
+    </message>
 </context>
 </TS>

@@ -2,6 +2,7 @@
 
 // Every control of the library.
 
+#include <vrn/qt/align_fields.h>
 #include <vrn/qt/assign_style.h>
 #include <vrn/qt/layouters.h>
 #include <vrn/qt/multi_edit_check_box.h>

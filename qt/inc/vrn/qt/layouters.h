@@ -8,6 +8,8 @@
 #include <QGridLayout>
 #include <QPointer>
 
+#include <vector>
+
 class QString;
 
 namespace vrn::qt {
@@ -93,7 +95,17 @@ private:
 };
 
 /// A property grid: labels in the left column, editors in the right one. The
-/// last row and the right column take the spare space.
+/// last row and the right column take the spare space. In the last row, only what can use
+/// the room becomes higher, such as a list; a field stays at the top.
+///
+/// The editors are evened out, as by alignFields().
+///
+///     PropertyGridLayouter properties;
+///     properties.onCreate(form);
+///     properties.onAdd(SimpleLineEdit::create(form, QString(), new DoubleEditValidator, 0,
+///         ExpandHorizontal), tr("&Depth"));
+///     properties.onAdd(new MultiEditFilePicker(form, TypeofPathFile), tr("&Report"));
+///     properties.onFinish();
 struct VRN_QT2_EXPORT PropertyGridLayouter : public ILayouter
 {
     PropertyGridLayouter();
@@ -102,7 +114,8 @@ struct VRN_QT2_EXPORT PropertyGridLayouter : public ILayouter
     void onCreate(QWidget* parent) override;
     /// Adds an editor without a label, in a row of its own.
     void onAdd(QWidget* widget) override;
-    /// Adds a label with the text `label`, and the editor to the right of it.
+    /// Adds a label with the text `label`, and the editor to the right of it. The label is
+    /// also the accessible name of an editor that has neither a name nor a text of its own.
     void onAdd(QWidget* widget, const QString& label);
     void onFinish() override;
 
@@ -110,11 +123,13 @@ struct VRN_QT2_EXPORT PropertyGridLayouter : public ILayouter
 
 private:
     void _add(QWidget* widget);
+    void keepLastRowAtTop();
 
     QPointer<QWidget> m_parent;
     QPointer<QGridLayout> m_layout;
     int m_row = 0;
     int m_column = 0;
+    std::vector<QPointer<QWidget>> m_editors;
 };
 
 } // namespace vrn::qt

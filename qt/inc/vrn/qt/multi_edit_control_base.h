@@ -57,6 +57,9 @@ enum class LoadOrder : std::uint32_t
 ///    value is empty, and further reads change nothing until a new value is set or
 ///    entered.
 ///
+/// A control that varies says in a tool tip that the selected objects differ, unless the
+/// application has given it, a part of it or a widget around it a tool tip.
+///
 /// A control can also carry functions that save its value to a KeyValueStorage
 /// and load it from there.
 class VRN_QT2_EXPORT MultiEditControlBase

@@ -6,6 +6,10 @@
 
 namespace vrn::qt {
 
+namespace detail {
+class VariesToolTip;
+}
+
 /// Radio buttons for one property of a selection. None is checked if the objects
 /// differ.
 ///
@@ -68,6 +72,7 @@ private:
     void setAutoExclusive();
 
     SelectionState m_state;
+    detail::VariesToolTip* m_toolTip;
 };
 
 } // namespace vrn::qt

@@ -42,6 +42,9 @@ using PixmapPtrList = std::deque<boost::shared_ptr<QPixmap>>;
 /// what the validator makes of it. As in any editable combo box, Enter adds a
 /// new text to the drop-down list; the values stay those of setValues().
 ///
+/// The wheel picks an entry only while the box has the focus, and does not give it the
+/// focus. Otherwise it scrolls what is around the box.
+///
 /// `delete` and `deleteLater` of the control, its parent or its window are safe in any
 /// slot of its signals and in any function that it calls, also from a dialog there.
 /// Excluded are its validator and its function, which the box asks in the middle of
@@ -147,6 +150,7 @@ protected:
     virtual void onTextEdited(const QString& text);
 
     void changeEvent(QEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private Q_SLOTS:
     void onEditingFinished();

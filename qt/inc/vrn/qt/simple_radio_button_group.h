@@ -17,11 +17,18 @@ class QRadioButton;
 
 namespace vrn::qt {
 
+namespace detail {
+class TabStop;
+}
+
 /// One radio button for each entry of a list, the base of
 /// MultiEditRadioButtonGroup.
 ///
 /// Entries whose values are equivalent in the order still have a button each;
 /// setSelected() finds the last of them.
+///
+/// Tab enters the group at the checked button, and leaves it from there. The arrow keys
+/// move within the group.
 class VRN_QT2_EXPORT SimpleRadioButtonGroup : public QWidget
 {
     Q_OBJECT
@@ -75,6 +82,9 @@ protected:
 
     /// The box around the buttons; null without one.
     QWidget* buttonBox() const;
+    /// To be called after the buttons were checked or unchecked with blocked signals: Tab
+    /// enters the group at the checked one.
+    void updateTabStop();
 
     EqualFunction m_equalFn;
     LessFunction m_lessFn;
@@ -88,6 +98,7 @@ private:
 
     std::unique_ptr<ILayouter> m_ownedLayouter;
     QGroupBox* m_groupBox = nullptr;
+    std::unique_ptr<detail::TabStop> m_tabStop;
     // Is told when a button is destroyed: the buttons may be in a widget of the
     // application. It is the last member, so that it is destroyed first, even if an
     // order or a layouter throws.

@@ -7,6 +7,7 @@
 #include <QCheckBox>
 
 #include "controls/parts/alive_p.h"
+#include "controls/selection/varies_tool_tip_p.h"
 
 namespace vrn::qt {
 
@@ -20,6 +21,7 @@ MultiEditCheckBox::MultiEditCheckBox(const QString& label, QWidget* parent)
     : SimpleCheckBox(label, parent)
 {
     vrn_connect(m_check, &QCheckBox::stateChanged, this, &MultiEditCheckBox::onClicked);
+    new detail::VariesToolTip(this);
 }
 
 MultiEditCheckBox::~MultiEditCheckBox() = default;

@@ -8,6 +8,7 @@
 
 #include "controls/parts/alive_p.h"
 #include "controls/parts/run_both_p.h"
+#include "controls/selection/varies_tool_tip_p.h"
 
 namespace vrn::qt {
 
@@ -30,6 +31,7 @@ MultiEditEnumBox::MultiEditEnumBox(
         &combo(), &QComboBox::editTextChanged, this, &MultiEditEnumBox::onLineEditTextChanged);
     vrn_connect(
         &combo(), QOverload<int>::of(&QComboBox::activated), this, &MultiEditEnumBox::onActivated);
+    new detail::VariesToolTip(this);
 }
 
 MultiEditEnumBox::~MultiEditEnumBox() = default;

@@ -5,6 +5,7 @@
 
 #include "controls/parts/alive_p.h"
 #include "controls/selection/varies_accessible_p.h"
+#include "controls/selection/varies_tool_tip_p.h"
 
 namespace vrn::qt {
 
@@ -24,6 +25,7 @@ MultiEditGroupBox::MultiEditGroupBox(const QString& label, QWidget* parent)
     setCheckable(true);
     setChecked(false);
     vrn_connect(this, &QGroupBox::clicked, this, &MultiEditGroupBox::onClicked);
+    new detail::VariesToolTip(this);
 }
 
 MultiEditGroupBox::~MultiEditGroupBox() = default;

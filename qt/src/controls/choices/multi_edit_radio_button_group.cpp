@@ -7,6 +7,7 @@
 #include <QRadioButton>
 
 #include "controls/parts/alive_p.h"
+#include "controls/selection/varies_tool_tip_p.h"
 
 namespace vrn::qt {
 
@@ -31,6 +32,7 @@ MultiEditRadioButtonGroup::MultiEditRadioButtonGroup(const QString& title,
     QWidget* parent, ILayouter* layouter, bool useGroupBox, bool useButtonGroup)
     : SimpleRadioButtonGroup(
         title, values, equalFn, lessFn, parent, layouter, useGroupBox, useButtonGroup)
+    , m_toolTip(new detail::VariesToolTip(this))
 {
     MultiEditRadioButtonGroup::reset();
 }
@@ -40,6 +42,7 @@ MultiEditRadioButtonGroup::~MultiEditRadioButtonGroup() = default;
 void MultiEditRadioButtonGroup::onButtonCreated(QRadioButton* button)
 {
     vrn_connect(button, &QRadioButton::clicked, this, &MultiEditRadioButtonGroup::onClicked);
+    m_toolTip->answerFor(button);
 }
 
 void MultiEditRadioButtonGroup::onClicked(bool /*checked*/)
@@ -78,6 +81,7 @@ void MultiEditRadioButtonGroup::forceVaries()
             group->setExclusive(wasExclusive);
         button->blockSignals(false);
     }
+    updateTabStop();
 }
 
 void MultiEditRadioButtonGroup::reset()

@@ -79,6 +79,9 @@ SimpleEnumBox::SimpleEnumBox(
     m_combo->setDuplicatesEnabled(false);
     m_combo->setWidthTextEnabled(true);
     layout->addWidget(m_combo, stretchOfList);
+    // Without the focus on the wheel, which a QComboBox has.
+    m_combo->setFocusPolicy(Qt::StrongFocus);
+    m_combo->installEventFilter(this);
     setFocusProxy(m_combo);
     setFocusPolicy(m_combo->focusPolicy());
     vrn_connect(m_combo.data(), &QComboBox::textActivated, this, &SimpleEnumBox::onItemActivated);
@@ -346,6 +349,17 @@ void SimpleEnumBox::dropLineEdit()
     else
         detail::disposeOf(m_lineEdit);
     m_lineEdit = nullptr;
+}
+
+// The wheel scrolls the form under a list that has not the focus. Its edit ignores the wheel,
+// so this list gets it from there, too.
+bool SimpleEnumBox::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() == QEvent::Wheel && watched == m_combo && !m_combo->hasFocus()) {
+        event->ignore();
+        return true;
+    }
+    return QWidget::eventFilter(watched, event);
 }
 
 void SimpleEnumBox::changeEvent(QEvent* event)

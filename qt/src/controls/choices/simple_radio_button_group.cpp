@@ -11,6 +11,7 @@
 #include <QScopeGuard>
 #include <QVBoxLayout>
 
+#include "controls/choices/tab_stop_p.h"
 #include "controls/parts/alive_p.h"
 #include "controls/parts/mnemonic_p.h"
 #include "controls/selection/varies_accessible_p.h"
@@ -41,6 +42,7 @@ SimpleRadioButtonGroup::SimpleRadioButtonGroup(const QString& title, const Named
     , m_lessFn(lessFn)
     , m_values(values)
     , m_value2button(lessFn)
+    , m_tabStop(std::make_unique<detail::TabStop>())
     , m_listener(std::make_unique<QObject>())
 {
     VRN_ASSERT(!m_values.empty());
@@ -74,6 +76,7 @@ SimpleRadioButtonGroup::SimpleRadioButtonGroup(const QString& title, const Named
         layouter->onAdd(button);
         if (buttonGroup)
             buttonGroup->addButton(button, -1);
+        m_tabStop->add(button);
         // Without an order the map cannot even be searched.
         if (m_lessFn)
             m_value2button[value] = button;
@@ -93,12 +96,18 @@ SimpleRadioButtonGroup::SimpleRadioButtonGroup(const QString& title, const Named
 SimpleRadioButtonGroup::~SimpleRadioButtonGroup()
 {
     m_listener.reset();
+    m_tabStop.reset();
     detail::disposeOf(m_groupBox);
 }
 
 QWidget* SimpleRadioButtonGroup::buttonBox() const
 {
     return m_groupBox;
+}
+
+void SimpleRadioButtonGroup::updateTabStop()
+{
+    m_tabStop->update();
 }
 
 boost::any SimpleRadioButtonGroup::getSelectedValue() const

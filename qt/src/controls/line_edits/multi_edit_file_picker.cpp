@@ -17,6 +17,7 @@
 #include <QToolButton>
 
 #include "controls/parts/alive_p.h"
+#include "controls/selection/varies_tool_tip_p.h"
 
 #include <filesystem>
 #include <system_error>
@@ -161,6 +162,7 @@ MultiEditFilePicker::MultiEditFilePicker(QWidget* parent, TypeofPath type)
     vrn_connect(m_edit, &QObject::destroyed, this, [this] { m_edit = nullptr; });
     setFocusProxy(m_edit);
     setFocusPolicy(m_edit->focusPolicy());
+    new detail::VariesToolTip(this);
 }
 
 MultiEditFilePicker::~MultiEditFilePicker()

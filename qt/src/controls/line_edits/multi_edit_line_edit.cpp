@@ -10,6 +10,7 @@
 
 #include "controls/parts/alive_p.h"
 #include "controls/parts/no_flags_p.h"
+#include "controls/selection/varies_tool_tip_p.h"
 
 #include <cmath>
 #include <string>
@@ -97,6 +98,7 @@ MultiEditLineEdit::MultiEditLineEdit(QWidget* parent, const QString& caption,
         m_variesText = text;
     });
     edit()->installEventFilter(this);
+    new detail::VariesToolTip(this);
 }
 
 MultiEditLineEdit::~MultiEditLineEdit() = default;

@@ -1,9 +1,17 @@
 #include <vrn/qt/layouters.h>
 
 #include <vrn/assert/smart_assert.h>
+#include <vrn/qt/align_fields.h>
 
+#include <QAbstractButton>
+#include <QGroupBox>
 #include <QLabel>
 
+#include "controls/parts/mnemonic_p.h"
+#include "controls/parts/typed_into_p.h"
+
+#include <algorithm>
+#include <iterator>
 #include <memory>
 
 namespace vrn::qt {
@@ -137,6 +145,44 @@ void GridLayouter::onAdd(QWidget* widget)
     position = int(qBound(qint64(-1), next, qint64(cellLimit)));
 }
 
+namespace {
+
+// As high as its editor, so that its text stands beside that of the editor in a row that is
+// higher than both.
+class Caption : public QLabel
+{
+public:
+    using QLabel::QLabel;
+
+    QSize sizeHint() const override
+    {
+        const QSize own = QLabel::sizeHint();
+        const QWidget* editor = buddy();
+        const bool isHigher = editor
+            && (editor->sizePolicy().expandingDirections() & Qt::Vertical) == 0;
+        if (!isHigher)
+            return own;
+        return own.expandedTo({0, std::max(editor->sizeHint().height(), editor->minimumHeight())});
+    }
+};
+
+bool hasText(const QWidget* widget)
+{
+    const auto* button = qobject_cast<const QAbstractButton*>(widget);
+    const auto* box = qobject_cast<const QGroupBox*>(widget);
+    return (button && !button->text().isEmpty()) || (box && !box->title().isEmpty());
+}
+
+// A buddy has the name of its label, but the part of it that gets the keys has not.
+void giveName(QWidget* editor, const QString& name)
+{
+    QWidget* part = detail::typedInto(editor);
+    if (part->accessibleName().isEmpty() && !hasText(part))
+        part->setAccessibleName(name);
+}
+
+} // namespace
+
 PropertyGridLayouter::PropertyGridLayouter() = default;
 PropertyGridLayouter::~PropertyGridLayouter() = default;
 
@@ -144,12 +190,14 @@ void PropertyGridLayouter::onCreate(QWidget* parent)
 {
     m_parent = parent;
     m_layout = createLayout<QGridLayout>(parent);
+    m_editors.clear();
 }
 
 void PropertyGridLayouter::onAdd(QWidget* widget)
 {
     if (!canAdd(m_layout, widget))
         return;
+    m_editors.emplace_back(widget);
     m_layout->addWidget(widget, m_row, 1);
     ++m_row;
     m_column = 0;
@@ -159,8 +207,10 @@ void PropertyGridLayouter::onAdd(QWidget* widget, const QString& label)
 {
     if (!canAdd(m_layout, widget))
         return;
-    auto* caption = new QLabel(label, m_parent);
+    auto* caption = new Caption(label, m_parent);
     caption->setBuddy(widget);
+    giveName(widget, detail::withoutMnemonic(label));
+    m_editors.emplace_back(widget);
     _add(caption);
     _add(widget);
 }
@@ -172,6 +222,22 @@ void PropertyGridLayouter::onFinish()
         return;
     m_layout->setRowStretch(m_layout->rowCount() - 1, 1);
     m_layout->setColumnStretch(m_layout->columnCount() - 1, 1);
+    keepLastRowAtTop();
+    std::vector<QWidget*> editors;
+    std::copy_if(m_editors.begin(), m_editors.end(), std::back_inserter(editors),
+        [](const QWidget* editor) { return editor; });
+    alignFields(m_layout, editors);
+}
+
+// The last row gets the spare room, in which a field would stand in the middle.
+void PropertyGridLayouter::keepLastRowAtTop()
+{
+    const int row = m_layout->rowCount() - 1;
+    for (int column = 0; column < m_layout->columnCount(); ++column) {
+        QLayoutItem* item = m_layout->itemAtPosition(row, column);
+        if (item && (item->expandingDirections() & Qt::Vertical) == 0)
+            item->setAlignment(item->alignment() | Qt::AlignTop);
+    }
 }
 
 void PropertyGridLayouter::_add(QWidget* widget)

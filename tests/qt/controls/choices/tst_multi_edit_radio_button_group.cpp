@@ -5,6 +5,7 @@
 
 #include <QButtonGroup>
 #include <QPointer>
+#include <QPushButton>
 #include <QVBoxLayout>
 
 #include <memory>
@@ -140,6 +141,21 @@ private Q_SLOTS:
         QVERIFY(m_group->isEnabled());
         for (const auto* button : m_group->findChildren<QRadioButton*>())
             QVERIFY(!button->isEnabled());
+    }
+
+    // Its buttons are unchecked with blocked signals.
+    void tabEntersAVaryingGroupAtItsFirstButton()
+    {
+        m_form->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(m_form.get()));
+        QPushButton before(m_form.get());
+        QWidget::setTabOrder(&before, buttonOf(*m_group, "S355"));
+        before.show();
+        m_group->setValue(275);
+        m_group->forceVaries();
+        before.setFocus();
+        QTest::keyClick(&before, Qt::Key_Tab);
+        QVERIFY(buttonOf(*m_group, "S355")->hasFocus());
     }
 
     void badArgumentsAreReportedInOrder()

@@ -9,7 +9,10 @@
 #include <QBoxLayout>
 #include <QIcon>
 #include <QLabel>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QSignalSpy>
+#include <QWheelEvent>
 
 #include <functional>
 #include <memory>
@@ -456,6 +459,47 @@ private Q_SLOTS:
         box->selectByValue(275);
         QAccessibleInterface* interface = QAccessible::queryAccessibleInterface(&comboOf(*box));
         QCOMPARE(interface->text(QAccessible::Value), QString("S275"));
+    }
+
+    void theWheelPicksOnlyWithTheFocus_data()
+    {
+        columns<bool, bool>("isEditable", "hasFocus");
+        row("a list without the focus", false, false);
+        row("a list with the focus", false, true);
+        row("an editable box without the focus", true, false);
+        row("an editable box with the focus", true, true);
+    }
+
+    void theWheelPicksOnlyWithTheFocus()
+    {
+        QFETCH(bool, isEditable);
+        QFETCH(bool, hasFocus);
+        QScrollArea form;
+        form.setWidget(new QWidget);
+        form.widget()->resize(100, 2000);
+        SimpleEnumBox* box = SimpleEnumBox::create(form.widget(), {}, equalInts);
+        box->setValues(steels());
+        if (isEditable)
+            box->setEditable(true, strength());
+        box->move(0, 20);
+        QLineEdit other(form.widget());
+        showActive(form);
+        (hasFocus ? static_cast<QWidget*>(box) : &other)->setFocus();
+        QSignalSpy changed(box, &SimpleEnumBox::valueChanged);
+
+        // As the window system sends it: to what is under the mouse, and from there to what
+        // is around it.
+        QWidget* under = isEditable ? static_cast<QWidget*>(comboOf(*box).lineEdit())
+                                    : &comboOf(*box);
+        const QPointF spot(5, 5);
+        QWheelEvent turn(spot, under->mapToGlobal(spot.toPoint()), {}, {0, -120}, Qt::NoButton, {},
+            Qt::NoScrollPhase, false);
+        QSpontaneKeyEvent::setSpontaneous(&turn);
+        qApp->notify(under, &turn);
+        QCOMPARE(changed.count(), hasFocus ? 1 : 0);
+        QCOMPARE(textOf(*box), QString(hasFocus ? "S275" : "S235"));
+        QCOMPARE(form.verticalScrollBar()->value() > 0, !hasFocus);
+        QCOMPARE(box->hasFocus(), hasFocus);
     }
 
 private:

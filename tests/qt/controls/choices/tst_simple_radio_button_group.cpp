@@ -11,6 +11,7 @@
 #include <QButtonGroup>
 #include <QGroupBox>
 #include <QPointer>
+#include <QPushButton>
 #include <QRadioButton>
 #include <QVBoxLayout>
 
@@ -53,6 +54,15 @@ QStringList enabledIn(const QWidget& widget)
             names << button->text();
     }
     return names;
+}
+
+QString focusedIn(const QWidget& widget)
+{
+    for (const auto* button : widget.findChildren<QRadioButton*>()) {
+        if (button->hasFocus())
+            return button->text();
+    }
+    return "none";
 }
 
 using Create = std::function<void(QWidget*)>;
@@ -342,6 +352,82 @@ private Q_SLOTS:
         QVERIFY_EXCEPTION_THROWN(createIn(form.get()), std::exception);
         QVERIFY(form->findChildren<Group*>().isEmpty());
         form.reset();
+    }
+
+    void tabEntersAtTheCheckedButton_data()
+    {
+        columns<bool, QString, QString, QString>(
+            "useButtonGroup", "checked", "disabled", "entered");
+        for (const bool useButtonGroup : {true, false}) {
+            const char* how = useButtonGroup ? "in a button group" : "without one";
+            const auto add = [&](const char* name, const char* checked, const char* disabled,
+                                 const char* entered) {
+                QTest::addRow("%s, %s", name, how)
+                    << useButtonGroup << QString(checked) << QString(disabled) << QString(entered);
+            };
+            add("the first", "S355", "", "S355");
+            add("one in the middle", "S235", "", "S235");
+            add("the last", "S275", "", "S275");
+            add("a disabled one is passed by", "S275", "S275", "S355");
+            add("none is checked", "", "", "S355");
+            add("none is checked and the first is disabled", "", "S355", "S235");
+        }
+    }
+
+    void tabEntersAtTheCheckedButton()
+    {
+        QFETCH(bool, useButtonGroup);
+        QFETCH(QString, checked);
+        QFETCH(QString, disabled);
+        QWidget form;
+        auto* before = new QPushButton(&form);
+        Group* group = create(&form, threeGrades(), nullptr, true, useButtonGroup);
+        auto* after = new QPushButton(&form);
+        if (!checked.isEmpty())
+            buttonOf(*group, checked)->setChecked(true);
+        if (!disabled.isEmpty())
+            buttonOf(*group, disabled)->setEnabled(false);
+        form.show();
+        QVERIFY(QTest::qWaitForWindowActive(&form));
+        before->setFocus();
+        QTest::keyClick(before, Qt::Key_Tab);
+        QTEST(focusedIn(*group), "entered");
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+        QVERIFY(after->hasFocus());
+    }
+
+    void tabFindsTheButtonThatIsCheckedNow()
+    {
+        QWidget form;
+        auto* before = new QPushButton(&form);
+        Group* group = create(&form, threeGrades());
+        form.show();
+        QVERIFY(QTest::qWaitForWindowActive(&form));
+        for (const char* name : {"S235", "S275", "S355"}) {
+            before->setFocus();
+            buttonOf(*group, name)->setChecked(true);
+            QTest::keyClick(before, Qt::Key_Tab);
+            QCOMPARE(focusedIn(*group), QString(name));
+            // A button with the focus stays the one that Tab leaves.
+            group->setSelected(355);
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Backtab);
+            QVERIFY(before->hasFocus());
+            QTest::keyClick(before, Qt::Key_Tab);
+            QCOMPARE(focusedIn(*group), QString("S355"));
+        }
+    }
+
+    void aButtonMayGoWithTheFocus()
+    {
+        QWidget form;
+        Group* group = create(&form, threeGrades());
+        form.show();
+        QVERIFY(QTest::qWaitForWindowActive(&form));
+        buttonOf(*group, "S235")->setFocus();
+        delete buttonOf(*group, "S235");
+        buttonOf(*group, "S275")->setChecked(true);
+        QVERIFY(!(buttonOf(*group, "S355")->focusPolicy() & Qt::TabFocus));
+        QVERIFY(buttonOf(*group, "S275")->focusPolicy() & Qt::TabFocus);
     }
 
     void theTitleIsTheAccessibleName_data()

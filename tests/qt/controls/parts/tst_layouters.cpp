@@ -1,14 +1,21 @@
-#include <vrn/qt/layouters.h>
+#include <vrn/base/any_predicates.h>
+#include <vrn/qt/controls.h>
+#include <vrn/qt/validators.h>
 
+#include "support/table.h"
 #include "support/test_main.h"
 #include "support/test_object.h"
 
 #include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
 
+#include <functional>
 #include <limits>
 #include <memory>
 
 using namespace vrn::qt;
+using namespace vrn::test;
 
 namespace {
 
@@ -39,6 +46,7 @@ QWidget* named(const QString& name, QWidget* parent)
 }
 
 using Layouter = std::shared_ptr<ILayouter>;
+using Make = std::function<QWidget*(QWidget*)>;
 
 void addEachLayouter()
 {
@@ -57,6 +65,7 @@ bool finishesWithStretch(const ILayouter* layouter)
 } // namespace
 
 Q_DECLARE_METATYPE(Layouter)
+Q_DECLARE_METATYPE(Make)
 
 class TestLayouters : public vrn::test::TestObject
 {
@@ -254,6 +263,114 @@ private Q_SLOTS:
         QCOMPARE(layouter.layout()->rowStretch(1), 1);
         QCOMPARE(layouter.layout()->columnStretch(0), 0);
         QCOMPARE(layouter.layout()->columnStretch(1), 1);
+    }
+
+    // The row takes the spare room, the field in it does not.
+    void theLastFieldOfAPropertyGridIsAtTheTop()
+    {
+        QWidget box;
+        PropertyGridLayouter layouter;
+        layouter.onCreate(&box);
+        auto* first = new QLineEdit(&box);
+        auto* last = new QLineEdit(&box);
+        layouter.onAdd(first, "x");
+        layouter.onAdd(last, "y");
+        layouter.onFinish();
+        box.resize(200, 400);
+        box.show();
+        QCOMPARE(last->height(), first->height());
+        QVERIFY(last->y() < first->geometry().bottom() + 20);
+        const auto labels = box.findChildren<QLabel*>();
+        QCOMPARE(labels.last()->geometry().center().y(), last->geometry().center().y());
+        QCOMPARE(last->width(), first->width());
+    }
+
+    void aListInTheLastRowTakesTheSpareRoom()
+    {
+        QWidget box;
+        PropertyGridLayouter layouter;
+        layouter.onCreate(&box);
+        auto* list = new QListWidget(&box);
+        layouter.onAdd(new QLineEdit(&box), "x");
+        layouter.onAdd(list, "y");
+        layouter.onFinish();
+        box.resize(200, 700);
+        box.show();
+        QVERIFY(list->height() > 600);
+        const QLabel* caption = box.findChildren<QLabel*>().last();
+        QCOMPARE(caption->y(), list->y());
+        QVERIFY(caption->height() < 60);
+    }
+
+    void theFieldsOfAPropertyGridAreAligned()
+    {
+        QWidget box;
+        PropertyGridLayouter layouter;
+        layouter.onCreate(&box);
+        auto* plain = SimpleLineEdit::create(
+            &box, {}, new DoubleEditValidator, 0, ExpandHorizontal);
+        auto* picker = new MultiEditFilePicker(&box, TypeofPathFile);
+        layouter.onAdd(plain, "x");
+        layouter.onAdd(picker, "y");
+        layouter.onFinish();
+        box.show();
+        const QWidget* edit = picker->m_edit->edit();
+        QCOMPARE(edit->mapTo(&box, QPoint()).x(), plain->edit()->mapTo(&box, QPoint()).x());
+        QCOMPARE(edit->height(), plain->edit()->height());
+    }
+
+    void anEditorHasTheNameOfItsLabel_data()
+    {
+        columns<Make, QString>("make", "name");
+        const auto add = [](const char* name, const Make& make, const char* expected = "Steel") {
+            row(name, make, QString(expected));
+        };
+        add("a line edit", [](QWidget* box) {
+            return SimpleLineEdit::create(box, {}, new DoubleEditValidator, 0, ExpandHorizontal);
+        });
+        add("an enum box",
+            [](QWidget* box) { return SimpleEnumBox::create(box, {}, &vrn::any_equal<int>); });
+        add("a file picker",
+            [](QWidget* box) { return new MultiEditFilePicker(box, TypeofPathFile); });
+        add("a widget of the application", [](QWidget* box) { return new QLineEdit(box); });
+        add("a check box without a text",
+            [](QWidget* box) { return SimpleCheckBox::create({}, box); });
+        add(
+            "a caption of its own",
+            [](QWidget* box) {
+                return SimpleLineEdit::create(
+                    box, "&Grade", new DoubleEditValidator, 0, ExpandHorizontal);
+            },
+            "Grade");
+        add(
+            "a text of its own",
+            [](QWidget* box) { return SimpleCheckBox::create("painted", box); }, "");
+    }
+
+    void anEditorHasTheNameOfItsLabel()
+    {
+        QFETCH(Make, make);
+        QWidget box;
+        PropertyGridLayouter layouter;
+        layouter.onCreate(&box);
+        QWidget* editor = make(&box);
+        layouter.onAdd(editor, "&Steel");
+        layouter.onFinish();
+        while (editor->focusProxy())
+            editor = editor->focusProxy();
+        QTEST(editor->accessibleName(), "name");
+    }
+
+    void anEditorMayGoBeforeTheGridIsFinished()
+    {
+        QWidget box;
+        PropertyGridLayouter layouter;
+        layouter.onCreate(&box);
+        auto* editor = new QLineEdit(&box);
+        layouter.onAdd(editor, "x");
+        delete editor;
+        layouter.onFinish();
+        box.show();
     }
 
     void anEmptyPropertyGridStretchesItsOneCell()

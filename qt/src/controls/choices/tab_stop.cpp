@@ -1,0 +1,68 @@
+#include "controls/choices/tab_stop_p.h"
+
+#include <vrn/companion_qt/connect.h>
+
+#include <QEvent>
+
+#include <algorithm>
+
+namespace vrn::qt::detail {
+
+void TabStop::add(QRadioButton* button)
+{
+    m_buttons.emplace_back(button);
+    button->installEventFilter(this);
+    vrn_connect(button, &QRadioButton::toggled, this, &TabStop::update);
+}
+
+void TabStop::update()
+{
+    const QRadioButton* stop = buttonForTab();
+    for (QRadioButton* button : m_buttons) {
+        if (!button)
+            continue;
+        const int policy = button->focusPolicy();
+        const bool stops = !stop || button == stop;
+        button->setFocusPolicy(
+            static_cast<Qt::FocusPolicy>(stops ? policy | Qt::TabFocus : policy & ~Qt::TabFocus));
+    }
+}
+
+// Null if Tab may go to any of them.
+QRadioButton* TabStop::buttonForTab() const
+{
+    const auto first = [this](auto isMeant) -> QRadioButton* {
+        const auto it = std::find_if(m_buttons.begin(), m_buttons.end(),
+            [&](const QRadioButton* button) { return button && isMeant(*button); });
+        return it == m_buttons.end() ? nullptr : it->data();
+    };
+    if (auto* focused = first([](const auto& button) { return button.hasFocus(); }))
+        return focused;
+    return first([](const auto& button) {
+        return button.isChecked() && button.isEnabled() && !button.isHidden();
+    });
+}
+
+bool TabStop::eventFilter(QObject* watched, QEvent* event)
+{
+    // A button that is being destroyed is only a QWidget here. It still loses the focus.
+    if (!qobject_cast<QRadioButton*>(watched)) {
+        const auto isWatched = [watched](const auto& button) { return button == watched; };
+        m_buttons.erase(
+            std::remove_if(m_buttons.begin(), m_buttons.end(), isWatched), m_buttons.end());
+        return false;
+    }
+    switch (event->type()) {
+    case QEvent::FocusOut:
+    case QEvent::EnabledChange:
+    case QEvent::HideToParent:
+    case QEvent::ShowToParent:
+        update();
+        break;
+    default:
+        break;
+    }
+    return false;
+}
+
+} // namespace vrn::qt::detail
