@@ -1,8 +1,10 @@
 #include <QCommandLineParser>
 #include <QLocale>
+#include <QPalette>
 #include <QTextStream>
 #include <QTimer>
 
+#include "dark_palette.h"
 #include "gallery_application.h"
 #include "gallery_window.h"
 #include "page.h"
@@ -51,10 +53,12 @@ int main(int argc, char** argv)
     const QCommandLineOption localeOption(QStringLiteral("locale"),
         QStringLiteral("Use the locale NAME, such as de_DE, as the user's."),
         QStringLiteral("NAME"));
+    const QCommandLineOption darkOption(
+        QStringLiteral("dark"), QStringLiteral("Use light text on dark grounds."));
     QCommandLineParser parser;
     parser.setApplicationDescription(QStringLiteral("The controls of vrn_qt2, to be tried out."));
     parser.addHelpOption();
-    parser.addOptions({listOption, pageOption, screenshotOption, localeOption});
+    parser.addOptions({listOption, pageOption, screenshotOption, localeOption, darkOption});
 
     // The locale must be set before the application object chooses translations. Other
     // arguments are checked when that object exists.
@@ -71,6 +75,8 @@ int main(int argc, char** argv)
     parser.process(application);
     if (parser.isSet(listOption))
         return listPages();
+    if (parser.isSet(darkOption))
+        QApplication::setPalette(darkPalette());
 
     GalleryWindow window;
     QObject::connect(

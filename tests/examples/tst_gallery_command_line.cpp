@@ -32,6 +32,13 @@ private Q_SLOTS:
         QVERIFY(image.height() > 300);
     }
 
+    void darkMakesTheGroundsDark()
+    {
+        QVERIFY(lightnessOfTheWindow({}) > 200);
+        const int darkness = lightnessOfTheWindow({"--dark"});
+        QVERIFY(darkness >= 0 && darkness < 80);
+    }
+
     void aScreenshotThatCannotBeWrittenIsAnError()
     {
         QCOMPARE(run({"--screenshot", "/no/such/folder/page.png"}), 2);
@@ -52,6 +59,16 @@ private Q_SLOTS:
     }
 
 private:
+    int lightnessOfTheWindow(const QStringList& arguments)
+    {
+        const QTemporaryDir folder;
+        const QString file = folder.filePath("page.png");
+        if (run(arguments + QStringList{"--screenshot", file}) != 0)
+            return -1;
+        const QImage image(file);
+        return qGray(image.pixel(image.width() - 2, image.height() / 2));
+    }
+
     int run(const QStringList& arguments)
     {
         QProcess process;
