@@ -51,8 +51,10 @@ const char* const buttonIcon[] = {
     // clang-format on
 };
 
-// By the "-1" of the padding and that of the margin.
-constexpr int risenByPadding = 2;
+// The style sheet of a field with a button takes the top border out of sight by "margin-top:-1",
+// and lifts the text by that and by "padding-top:-1".
+constexpr int risenByMargin = 1;
+constexpr int risenByPadding = 1;
 
 } // namespace
 
@@ -106,12 +108,11 @@ QToolButton* LineEditImpl::addButton(
                                "padding-bottom:0;  }")
                     .arg(m_roomForButton);
     setLook(m_padding);
-    const QSize minimum = minimumSizeHint();
     const int minimumHeight = (m_options & optionBorderless) != 0
         ? 16
-        : std::max(minimum.height(), button.height() + 2 * frameWidth());
+        : button.height() + 2 * frameWidth();
     setMinimumSize(
-        std::max(minimum.width(), button.height() + 2 + 2 * frameWidth()), minimumHeight);
+        std::max(minimumSizeHint().width(), button.height() + 2 + 2 * frameWidth()), minimumHeight);
     placeButton();
     vrn_connect(m_btn1.data(), &QToolButton::clicked, this, &LineEditImpl::onClicked1);
     return m_btn1;
@@ -270,22 +271,24 @@ QSize LineEditImpl::inFull(QSize hint) const
         const QSize text(100, 100);
         return style()->sizeFromContents(QStyle::CT_LineEdit, &option, text, widget).height();
     };
-    return hint + QSize(0, heightFor(nullptr) - heightFor(this) - risenByPadding);
+    return hint + QSize(0, heightFor(nullptr) - heightFor(this) - risenByMargin - risenByPadding);
 }
 
-// The text has its place beside the button with any style sheet. Margins do what the padding
-// does not do: it is on the left if the text runs from right to left, and it lifts the text.
+// Frame and text have their places beside the button with any style sheet. These margins do
+// what the padding does, and take back what else it does: it is on the left if the text runs
+// from right to left, and it lifts frame and text.
 void LineEditImpl::makeRoomForButton()
 {
     QMargins margins(0, 0, m_roomForButton, 0);
-    if (isPadded() && isRightToLeft())
-        margins += QMargins(-m_roomForButton, risenByPadding, 0, 0);
-    else if (isPadded())
-        margins = QMargins(0, risenByPadding, 0, 0);
+    if (isPadded()) {
+        margins -= isRightToLeft() ? QMargins(m_roomForButton, -risenByPadding, 0, 0)
+                                   : QMargins(0, -risenByPadding, m_roomForButton, 0);
+    }
     if (textMargins() != m_margins)
         m_ownMargins = textMargins();
     m_margins = m_ownMargins + margins;
     setTextMargins(m_margins);
+    setContentsMargins(0, isPadded() ? risenByMargin : 0, 0, 0);
 }
 
 int LineEditImpl::frameWidth() const
