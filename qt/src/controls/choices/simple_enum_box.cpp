@@ -56,7 +56,7 @@ int rowOf(const NamedValueList& values, const NamedValueList::const_iterator& en
 void setBackground(QComboBox& combo, int row, const QColor& colour)
 {
     combo.setItemData(row, colour, Qt::BackgroundRole);
-    if (colour.isValid() && colour.alpha() > 127)
+    if (colour.alpha() > 127)
         combo.setItemData(row, detail::readableOn(colour), Qt::ForegroundRole);
 }
 
