@@ -336,14 +336,9 @@ void ReadableColours::makeReadable(QPalette& palette, QPalette::ColorGroup group
 
     if (isSet(m_byStyle, groundRole)) {
         for (const QPalette::ColorRole role : textRoles) {
-            const QColor text = palette.color(group, role);
-            for (const QColor& candidate :
-                {text, text.lighter(), QColor(Qt::black), QColor(Qt::white)}) {
-                if (isReadable(candidate, ground, group)) {
-                    palette.setColor(group, role, candidate);
-                    break;
-                }
-            }
+            const bool isFixed = isSet(m_byStyle, role);
+            if (!isFixed && !isReadable(palette.color(group, role), ground, group))
+                palette.setColor(group, role, readableOn(ground));
         }
         return;
     }
