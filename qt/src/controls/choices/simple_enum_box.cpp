@@ -14,6 +14,7 @@
 #include "controls/parts/alive_p.h"
 #include "controls/parts/mnemonic_p.h"
 #include "controls/parts/no_flags_p.h"
+#include "controls/parts/readable_colours_p.h"
 #include "controls/parts/run_both_p.h"
 #include "controls/parts/spare_p.h"
 
@@ -49,6 +50,14 @@ struct AnyTextValidator : public IValidator
 int rowOf(const NamedValueList& values, const NamedValueList::const_iterator& entry)
 {
     return static_cast<int>(entry - values.begin());
+}
+
+// On a colour that covers the list, the colour of its text may not be readable.
+void setBackground(QComboBox& combo, int row, const QColor& colour)
+{
+    combo.setItemData(row, colour, Qt::BackgroundRole);
+    if (colour.alpha() > 127)
+        combo.setItemData(row, detail::readableOn(colour), Qt::ForegroundRole);
 }
 
 } // namespace
@@ -132,7 +141,7 @@ void SimpleEnumBox::setValues(const NamedValueList& values, const PixmapPtrList&
         }
         combo.insertItem(combo.count(), icon, m_values[i].first);
         if (i < backgroundColors.size())
-            combo.setItemData(static_cast<int>(i), backgroundColors[i], Qt::BackgroundRole);
+            setBackground(combo, static_cast<int>(i), backgroundColors[i]);
     }
     if (!m_values.empty())
         combo.setCurrentIndex(0);

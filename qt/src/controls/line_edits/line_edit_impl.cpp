@@ -9,9 +9,11 @@
 #include <QPixmap>
 #include <QPointer>
 #include <QStyle>
+#include <QStyleOptionFrame>
 #include <QToolButton>
 
 #include "controls/parts/alive_p.h"
+#include "controls/parts/readable_colours_p.h"
 #include "controls/parts/run_both_p.h"
 #include "controls/popups/edit_hint_popup_p.h"
 #include "controls/popups/history_popup_p.h"
@@ -23,12 +25,13 @@
 namespace vrn::qt::detail {
 namespace {
 
-// Three dots over a base line: "there is more to this field".
+// Three dots over a base line: "there is more to this field". Their grey stands out on light
+// and on dark grounds.
 const char* const buttonIcon[] = {
     // clang-format off
     "16 16 2 1",
     "  c None",
-    "# c #404040",
+    "# c #808080",
     "                ",
     "                ",
     "                ",
@@ -48,12 +51,20 @@ const char* const buttonIcon[] = {
     // clang-format on
 };
 
+// The style sheet of a field with a button takes the top border out of sight by "margin-top:-1",
+// and lifts the text by that and by "padding-top:-1".
+constexpr int risenByMargin = 1;
+constexpr int risenByPadding = 1;
+
 } // namespace
 
 LineEditImpl::LineEditImpl(unsigned int options, QWidget* parent)
     : QLineEdit(parent)
+    , m_colours(new ReadableColours(this))
     , m_options(options)
-{}
+{
+    setFrame((options & optionBorderless) == 0);
+}
 
 LineEditImpl::~LineEditImpl()
 {
@@ -62,6 +73,11 @@ LineEditImpl::~LineEditImpl()
     disposeOf(m_btn1);
     disposeOf(m_hintPopup);
     disposeOf(m_historyPopup);
+}
+
+void LineEditImpl::setLook(const QString& styleSheet)
+{
+    m_colours->setStyleSheet(styleSheet);
 }
 
 QToolButton* LineEditImpl::addButton(
@@ -87,15 +103,16 @@ QToolButton* LineEditImpl::addButton(
     m_btn1->show();
 
     const QSize button = m_btn1->sizeHint();
-    setStyleSheet(QStringLiteral("QLineEdit { padding-right: %1px; padding-top:-1; margin-top:-1; "
-                                 "padding-bottom:0;  }")
-                      .arg(button.width() + 1 + frameWidth()));
-    const QSize minimum = minimumSizeHint();
+    m_roomForButton = button.width() + 1 + frameWidth();
+    m_padding = QStringLiteral("QLineEdit { padding-right: %1px; padding-top:-1; margin-top:-1; "
+                               "padding-bottom:0;  }")
+                    .arg(m_roomForButton);
+    setLook(m_padding);
     const int minimumHeight = (m_options & optionBorderless) != 0
         ? 16
-        : std::max(minimum.height(), button.height() + 2 * frameWidth());
+        : button.height() + 2 * frameWidth();
     setMinimumSize(
-        std::max(minimum.width(), button.height() + 2 + 2 * frameWidth()), minimumHeight);
+        std::max(minimumSizeHint().width(), button.height() + 2 + 2 * frameWidth()), minimumHeight);
     placeButton();
     vrn_connect(m_btn1.data(), &QToolButton::clicked, this, &LineEditImpl::onClicked1);
     return m_btn1;
@@ -121,6 +138,24 @@ void LineEditImpl::showEditHint(const QString& hint)
         m_hintPopup->show();
     // A hint above the edit would otherwise grow over the edit.
     m_popups->reposition();
+}
+
+QSize LineEditImpl::sizeHint() const
+{
+    return inFull(QLineEdit::sizeHint());
+}
+
+QSize LineEditImpl::minimumSizeHint() const
+{
+    return inFull(QLineEdit::minimumSizeHint());
+}
+
+void LineEditImpl::changeEvent(QEvent* event)
+{
+    QLineEdit::changeEvent(event);
+    const QEvent::Type type = event->type();
+    if (m_btn1 && (type == QEvent::StyleChange || type == QEvent::LayoutDirectionChange))
+        makeRoomForButton();
 }
 
 bool LineEditImpl::event(QEvent* event)
@@ -218,6 +253,42 @@ void LineEditImpl::placeButton()
     const QSize button = m_btn1->sizeHint();
     m_btn1->move(rect().right() - frameWidth() - button.width(),
         (rect().bottom() + 1 - button.height()) / 2);
+}
+
+bool LineEditImpl::isPadded() const
+{
+    return !m_padding.isEmpty() && styleSheet() == m_padding;
+}
+
+// With a padding, Qt leaves out of the height what the style adds to that of a line edit.
+QSize LineEditImpl::inFull(QSize hint) const
+{
+    if (!isPadded() || !hasFrame())
+        return hint;
+    QStyleOptionFrame option;
+    initStyleOption(&option);
+    const auto heightFor = [&](const QWidget* widget) {
+        const QSize text(100, 100);
+        return style()->sizeFromContents(QStyle::CT_LineEdit, &option, text, widget).height();
+    };
+    return hint + QSize(0, heightFor(nullptr) - heightFor(this) - risenByMargin - risenByPadding);
+}
+
+// Frame and text have their places beside the button with any style sheet. These margins do
+// what the padding does, and take back what else it does: it is on the left if the text runs
+// from right to left, and it lifts frame and text.
+void LineEditImpl::makeRoomForButton()
+{
+    QMargins margins(0, 0, m_roomForButton, 0);
+    if (isPadded()) {
+        margins -= isRightToLeft() ? QMargins(m_roomForButton, -risenByPadding, 0, 0)
+                                   : QMargins(0, -risenByPadding, m_roomForButton, 0);
+    }
+    if (textMargins() != m_margins)
+        m_ownMargins = textMargins();
+    m_margins = m_ownMargins + margins;
+    setTextMargins(m_margins);
+    setContentsMargins(0, isPadded() ? risenByMargin : 0, 0, 0);
 }
 
 int LineEditImpl::frameWidth() const

@@ -7,6 +7,7 @@
 #include <boost/shared_ptr.hpp>
 
 #include <QLineEdit>
+#include <QMargins>
 #include <QPointer>
 
 class QToolButton;
@@ -16,9 +17,11 @@ namespace vrn::qt::detail {
 class EditHintPopup;
 class HistoryPopup;
 class PopupGroup;
+class ReadableColours;
 
 /// The QLineEdit of a SimpleLineEdit: a line edit with a window for hints and
-/// one for earlier values below it, and at most one tool button inside.
+/// one for earlier values below it, and at most one tool button inside. Its text can be read
+/// on any palette of the application, and a read-only edit looks it.
 ///
 /// The popups are built when the edit first gets the focus, or first has a hint
 /// to show; a form of hundreds of edits does not pay for windows that nobody
@@ -34,6 +37,10 @@ public:
     explicit LineEditImpl(unsigned int options, QWidget* parent = nullptr);
     ~LineEditImpl() override;
 
+    /// Sets a style sheet of the library. What the styles before it did for the place of
+    /// the text goes on: the room for a button, and the missing frame.
+    void setLook(const QString& styleSheet);
+
     /// See SimpleLineEdit::addButton.
     QToolButton* addButton(
         const boost::function<QString(const QString&)>& fn, const QPixmap& pixmap);
@@ -44,7 +51,11 @@ public:
     /// hints if `hint` is empty.
     void showEditHint(const QString& hint);
 
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
+
 protected:
+    void changeEvent(QEvent* event) override;
     bool event(QEvent* event) override;
     void inputMethodEvent(QInputMethodEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
@@ -57,13 +68,21 @@ private:
     void buildPopups();
     void placeButton();
     int frameWidth() const;
+    bool isPadded() const;
+    QSize inFull(QSize hint) const;
+    void makeRoomForButton();
 
+    ReadableColours* m_colours;
     PopupGroup* m_popups = nullptr;
     QPointer<HistoryPopup> m_historyPopup;
     QPointer<EditHintPopup> m_hintPopup;
     boost::shared_ptr<vrn::ValueHistory> m_history;
     unsigned int m_options;
     QPointer<QToolButton> m_btn1;
+    QString m_padding; ///< The style sheet that makes room for the button.
+    int m_roomForButton = 0;
+    QMargins m_margins; ///< Of the text, as they were set last.
+    QMargins m_ownMargins; ///< Those of the application.
     boost::function<QString(const QString&)> m_buttonFunction;
 };
 

@@ -18,10 +18,12 @@
 #include "controls/parts/alive_p.h"
 #include "controls/parts/mnemonic_p.h"
 #include "controls/parts/no_flags_p.h"
+#include "controls/parts/readable_colours_p.h"
 #include "controls/parts/run_both_p.h"
 #include "controls/parts/spare_p.h"
 
 #include <algorithm>
+#include <initializer_list>
 #include <utility>
 
 namespace vrn::qt {
@@ -92,8 +94,7 @@ SimpleLineEdit::SimpleLineEdit(QWidget* parent, const QString& caption,
     // The shortcut of an application's own caption skips a widget without a focus policy.
     setFocusPolicy(m_lineEdit->focusPolicy());
     if ((options & OptionBorderless) != 0) {
-        m_lineEdit->setStyleSheet(
-            QStringLiteral("QLineEdit { border:0; background-color:white; }"));
+        m_lineEdit->setLook(QStringLiteral("QLineEdit { border:0; background-color:white; }"));
         setStyleSheet(QStringLiteral("* { background-color:white; }"));
     }
     m_layout->addWidget(m_lineEdit);
@@ -108,6 +109,11 @@ SimpleLineEdit::SimpleLineEdit(QWidget* parent, const QString& caption,
         m_button->setFixedSize(20, 20);
         vrn_connect(m_button, &QPushButton::clicked, this, &SimpleLineEdit::onClickedButton);
         m_layout->addWidget(m_button);
+    }
+
+    for (QWidget* part : std::initializer_list<QWidget*>{m_caption, m_unitString, m_button}) {
+        if (part && (options & OptionBorderless) != 0)
+            new detail::ReadableColours(part, this);
     }
 }
 
@@ -264,7 +270,7 @@ void SimpleLineEdit::showValidity()
     // Qt polishes the edit again even if the style sheet is the same.
     const QString& style = styleOfValidity(m_valueValid);
     if (lineEdit().styleSheet() != style)
-        lineEdit().setStyleSheet(style);
+        lineEdit().setLook(style);
 }
 
 QToolButton* SimpleLineEdit::addButton(

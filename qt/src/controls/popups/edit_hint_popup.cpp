@@ -6,6 +6,7 @@
 #include <QVBoxLayout>
 #include <QWindow>
 
+#include "controls/parts/readable_colours_p.h"
 #include "qt_compat_p.h"
 
 namespace vrn::qt::detail {
@@ -19,6 +20,7 @@ EditHintPopup::EditHintPopup(QWidget* owner)
     layout->setSizeConstraint(QLayout::SetNoConstraint);
     layout->addWidget(m_label);
     m_label->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+    new ReadableColours(m_label, this);
 }
 
 EditHintPopup::~EditHintPopup() = default;

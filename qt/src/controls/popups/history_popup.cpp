@@ -5,6 +5,8 @@
 #include <QListWidget>
 #include <QVBoxLayout>
 
+#include "controls/parts/readable_colours_p.h"
+
 #include <algorithm>
 #include <utility>
 
@@ -23,6 +25,7 @@ HistoryPopup::HistoryPopup(QWidget* owner)
     m_list->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     // A click must leave the focus in the edit.
     m_list->setFocusPolicy(Qt::NoFocus);
+    new ReadableColours(m_list, this);
     vrn_connect(m_list, &QListWidget::clicked, this, [this] { selectCurrentRow(); });
 }
 

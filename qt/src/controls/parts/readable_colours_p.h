@@ -1,0 +1,74 @@
+#pragma once
+
+#include <vrn/qt/vrn_qt2_export.h>
+
+#include <QColor>
+#include <QObject>
+#include <QPalette>
+#include <QPointer>
+#include <QString>
+#include <QWidget>
+
+#include <optional>
+
+namespace vrn::qt::detail {
+
+/// Black or white, whichever can be read better on `ground`.
+VRN_QT2_EXPORT QColor readableOn(const QColor& ground);
+
+/// Keeps the text of a widget readable beside a style sheet of the library, whatever palette
+/// the application has.
+///
+/// These style sheets name the colour of the text or that of the ground, but not both. Where
+/// the style sheet names the text, the ground gives way if it has to; where it names the
+/// ground, the text does. The colours go through the palette of the widget, as those of style
+/// sheets do, and leave with the style sheet. The palettes of the application stay its own: it
+/// may set them on the widget or around it, before or after, and none is lost or comes back
+/// when it is out of date.
+///
+/// A read-only line edit has the ground of its window, with or without a style sheet.
+class VRN_QT2_EXPORT ReadableColours : public QObject
+{
+public:
+    /// For the style sheets of `widget`, which owns this object.
+    explicit ReadableColours(QWidget* widget);
+    /// For the style sheet that `styled` has, of which `widget` is a part.
+    ReadableColours(QWidget* widget, const QWidget* styled);
+    ~ReadableColours() override;
+
+    /// Sets a style sheet of the library on the widget.
+    void setStyleSheet(const QString& sheet);
+
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    bool isStyledByLibrary() const;
+    bool isReadOnly() const;
+    QPalette inherited() const;
+    QPalette withoutStyle() const;
+    void update();
+    void onPaletteChange();
+    void take();
+    void adopt();
+    void handOver();
+    void restyle();
+    void show();
+    void giveBack();
+    void setPalette(const QPalette& palette);
+    void makeReadable(QPalette& palette, QPalette::ColorGroup group) const;
+
+    QWidget* const m_widget;
+    const QPointer<const QWidget> m_styled; ///< The style sheet is this widget's.
+    QString m_sheet;
+    QPointer<QWidget> m_parent;
+    QPalette m_own; ///< What the application has set on the widget itself.
+    QPalette m_beforeStyle; ///< From what Qt makes a palette for a style sheet.
+    QPalette m_handedOver; ///< The same with the mark. Qt restores it.
+    QPalette m_byStyle; ///< What style sheets have set.
+    std::optional<QPalette> m_shown; ///< None: the palette is the application's.
+    bool m_qtHasPalette = false; ///< The one handed over.
+    bool m_isStyling = false;
+    bool m_isSettingPalette = false;
+};
+
+} // namespace vrn::qt::detail
