@@ -85,7 +85,8 @@ Q_SIGNALS:
 public Q_SLOTS:
     /// Replaces all entries and shows the first one. Icons and colours are for the
     /// entries at the same positions; where a list ends early, the other entries
-    /// have none. The box is at least as wide as its contents need. Emits nothing.
+    /// have none. The text on an opaque colour is black or white, as can be read better.
+    /// The box is at least as wide as its contents need. Emits nothing.
     void setValues(const NamedValueList& values, const PixmapPtrList& pixmaps = PixmapPtrList(),
         const std::deque<QColor>& backgroundColors = std::deque<QColor>());
 
