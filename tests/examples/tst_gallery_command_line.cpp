@@ -19,7 +19,8 @@ private Q_SLOTS:
                     "multi-edit\tMulti-edit\n"
                     "enum-boxes\tEnum boxes\n"
                     "groups\tGroups\n"
-                    "files-and-toolbars\tFiles and toolbars\n"));
+                    "files-and-toolbars\tFiles and toolbars\n"
+                    "hints\tHints\n"));
     }
 
     void screenshotSavesThePageAndQuits()

@@ -44,6 +44,10 @@ class LineEditImpl;
 /// focused field, and a click on one enters it. Both windows are above the field if the
 /// screen has no room below.
 ///
+/// On a dark palette, where black and red cannot be read, the field has a white ground for as
+/// long as it has its style sheet with the colour. The ground goes through the palette of the
+/// edit; a palette that the application sets there, or around it, stays in force.
+///
 /// The value is computed from the text whenever it is asked for; numbers are in the C
 /// locale. What a validator throws passes through the control, which then counts its
 /// text as refused: what was typed stays, and a value that could not be written leaves
@@ -125,7 +129,8 @@ public:
 
     void setEditMaximumWidth(int width);
     void setMaxLength(int length);
-    /// Neither keys nor a choice in the history change a read-only text.
+    /// Neither keys nor a choice in the history change a read-only text. Its ground is that
+    /// of the window, where the text can be read on it.
     void setReadOnly(bool readOnly);
     void setAlignment(Qt::Alignment alignment);
     void selectAll();
