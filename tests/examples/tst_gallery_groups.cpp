@@ -1,11 +1,13 @@
 #include <vrn/qt/multi_edit_check_box.h>
 #include <vrn/qt/multi_edit_check_box_group.h>
+#include <vrn/qt/multi_edit_group_box.h>
 #include <vrn/qt/multi_edit_radio_button_group.h>
 
 #include <QCheckBox>
 #include <QGroupBox>
 #include <QRadioButton>
 #include <QSignalSpy>
+#include <QToolTip>
 
 #include "gallery_page_test.h"
 
@@ -131,6 +133,19 @@ private Q_SLOTS:
         click(all);
         for (const QCheckBox* box : boxes)
             QTRY_COMPARE(box->checkState(), Qt::Unchecked);
+    }
+
+    // It is disabled, and so is what it contains.
+    void aVaryingGroupBoxSaysWhyItIsDisabled()
+    {
+        auto* box = find<MultiEditGroupBox>("Fire protection");
+        QVERIFY(!box->isEnabled());
+        x11::moveMouse(box->mapToGlobal(QPoint(box->width() - 5, box->height() - 8)));
+        x11::moveMouse(box->mapToGlobal(QPoint(30, box->height() - 20)));
+        QTRY_COMPARE(QToolTip::text(), QString("The selected objects differ."));
+        QVERIFY(QToolTip::isVisible());
+        box->reset();
+        QTRY_VERIFY(!QToolTip::isVisible());
     }
 
 private:

@@ -50,6 +50,12 @@ void click(const QPoint& position)
         QString::number(position.y()), QStringLiteral("click"), QStringLiteral("1")});
 }
 
+void moveMouse(const QPoint& position)
+{
+    xdotool({QStringLiteral("mousemove"), QString::number(position.x()),
+        QString::number(position.y())});
+}
+
 void turnWheel(const QPoint& position)
 {
     xdotool({QStringLiteral("mousemove"), QString::number(position.x()),

@@ -20,6 +20,9 @@ void press(const QStringList& keys);
 /// Clicks with the left button at a position of the screen.
 void click(const QPoint& position);
 
+/// Moves the mouse to a position of the screen.
+void moveMouse(const QPoint& position);
+
 /// Turns the wheel by one notch towards the user at a position of the screen.
 void turnWheel(const QPoint& position);
 

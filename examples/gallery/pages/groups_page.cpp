@@ -2,14 +2,13 @@
 
 #include <vrn/base/any_predicates.h>
 #include <vrn/qt/controls.h>
+#include <vrn/qt/integer_validator.h>
 #include <vrn/qt/varies_string.h>
 
-#include <QFormLayout>
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QSpinBox>
 #include <QVBoxLayout>
 
 #include "value_label.h"
@@ -103,7 +102,8 @@ QGridLayout* GroupsPage::createColumn(const QString& title, const QString& longe
     for (const QString& text : {title, tr("Value"), tr("Signals")})
         column->addWidget(new QLabel(QStringLiteral("<b>%1</b>").arg(text), this), 0, index++);
     column->setColumnStretch(0, 1);
-    column->setColumnMinimumWidth(valueColumn, fontMetrics().horizontalAdvance(longestValue));
+    column->setColumnMinimumWidth(
+        valueColumn, fontMetrics().horizontalAdvance(longestValue + QLatin1Char(' ')));
     column->setHorizontalSpacing(12);
     return column;
 }
@@ -116,10 +116,14 @@ void GroupsPage::fillCheckBoxes(QGridLayout* column)
     addControl(column, locked, locked, true, true);
 
     auto* fire = MultiEditGroupBox::create(tr("&Fire protection"), this);
-    auto* coating = new QSpinBox(fire);
-    coating->setSuffix(QStringLiteral(" mm"));
-    auto* form = new QFormLayout(fire);
-    form->addRow(tr("Coating"), coating);
+    auto* coating = SimpleLineEdit::create(
+        fire, QString(), new IntegerValidator<int>(0, 50, true), 0, ExpandHorizontal);
+    coating->setUnitString(QStringLiteral("mm"));
+    coating->setValue(20);
+    PropertyGridLayouter form;
+    form.onCreate(fire);
+    form.onAdd(coating, tr("Coating"));
+    form.onFinish();
     addControl(column, fire, fire, true, false);
 
     auto* supports = new QGroupBox(tr("Supports, in a row"), this);

@@ -1,7 +1,9 @@
 #include "pages/quantities_page.h"
 
+#include <vrn/base/any_predicates.h>
 #include <vrn/q/input_context.h>
 #include <vrn/qt/align_fields.h>
+#include <vrn/qt/simple_enum_box.h>
 #include <vrn/qt/simple_line_edit.h>
 #include <vrn/qt/unit_validator.h>
 #include <vrn/qt/value_history.h>
@@ -10,7 +12,6 @@
 
 #include <QApplication>
 #include <QCheckBox>
-#include <QComboBox>
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
@@ -75,7 +76,7 @@ bool userHasDecimalComma()
 
 QuantitiesPage::QuantitiesPage(QWidget* parent)
     : QWidget(parent)
-    , m_system(new QComboBox)
+    , m_system(SimpleEnumBox::create(this, tr("&Unit system"), &vrn::any_equal<int>))
     , m_decimalComma(new QCheckBox(tr("Decimal &comma, as in the user's locale")))
     , m_feetAndInches(new QCheckBox(tr("Lengths in &feet and inches")))
     , m_grid(new QGridLayout)
@@ -124,12 +125,13 @@ QuantitiesPage::QuantitiesPage(QWidget* parent)
 
 QWidget* QuantitiesPage::createChoices()
 {
+    NamedValueList systems;
     for (int system = 0; system < systemCount; ++system) {
-        m_system->addItem(system < 8 ? tr("System %1, metric").arg(system)
-                                     : tr("System %1, US customary").arg(system));
+        const QString name = system < 8 ? tr("System %1, metric") : tr("System %1, US customary");
+        systems.emplace_back(name.arg(system), system);
     }
-    connect(m_system, QOverload<int>::of(&QComboBox::currentIndexChanged), this,
-        &QuantitiesPage::rebuildValidators);
+    m_system->setValues(systems);
+    connect(m_system, &SimpleEnumBox::valueChanged, this, &QuantitiesPage::rebuildValidators);
     m_decimalComma->setEnabled(userHasDecimalComma());
     connect(m_decimalComma, &QCheckBox::toggled, this, &QuantitiesPage::rebuildValidators);
     connect(m_feetAndInches, &QCheckBox::toggled, this, &QuantitiesPage::rebuildValidators);
@@ -137,9 +139,6 @@ QWidget* QuantitiesPage::createChoices()
     auto* choices = new QWidget;
     auto* layout = new QHBoxLayout(choices);
     layout->setContentsMargins(0, 0, 0, 0);
-    auto* label = new QLabel(tr("&Unit system"));
-    label->setBuddy(m_system);
-    layout->addWidget(label);
     layout->addWidget(m_system);
     layout->addSpacing(18);
     layout->addWidget(m_decimalComma);
@@ -195,7 +194,8 @@ void QuantitiesPage::takeOver(Row& row)
 
 void QuantitiesPage::rebuildValidators()
 {
-    vrn::units::set_active_input_context(contextOf(m_system->currentIndex()));
+    vrn::units::set_active_input_context(
+        contextOf(boost::any_cast<int>(m_system->getSelectedValue())));
     for (Row& row : m_rows) {
         IValidator::pointer validator = boost::make_shared<UnitValidator>(
             vrn::units::get_active_input_context(), row.kind);

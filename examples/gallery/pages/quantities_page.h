@@ -12,14 +12,14 @@
 #include <vector>
 
 class QCheckBox;
-class QComboBox;
 class QGridLayout;
 class QGroupBox;
 class QLabel;
 
 namespace vrn::qt {
+class SimpleEnumBox;
 class SimpleLineEdit;
-}
+} // namespace vrn::qt
 
 namespace gallery {
 
@@ -56,7 +56,7 @@ private:
     vrn::units::Context contextOf(int system) const;
     std::bitset<32> flags() const;
 
-    QComboBox* m_system;
+    vrn::qt::SimpleEnumBox* m_system;
     QCheckBox* m_decimalComma;
     QCheckBox* m_feetAndInches;
     QGridLayout* m_grid;

@@ -103,7 +103,7 @@ private:
 ///     PropertyGridLayouter properties;
 ///     properties.onCreate(form);
 ///     properties.onAdd(SimpleLineEdit::create(form, QString(), new DoubleEditValidator, 0,
-///         ExpandHorizontal), tr("&Depth"));
+///         ExpandHorizontal), tr("&Span"));
 ///     properties.onAdd(new MultiEditFilePicker(form, TypeofPathFile), tr("&Report"));
 ///     properties.onFinish();
 struct VRN_QT2_EXPORT PropertyGridLayouter : public ILayouter
