@@ -13,6 +13,7 @@
 #include "injection/farm.h"
 #include "injection/matrix.h"
 #include "injection/report.h"
+#include "injection/stage.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
