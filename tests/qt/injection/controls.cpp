@@ -306,7 +306,8 @@ void makeMultiEditCheckBoxGroup(Scene& s)
     s.speak = [group] {
         for (std::size_t i = 0; i < group->size(); ++i)
             group->setValue(i, !group->getValue(i));
-        return scene().page && scene().page->findChild<MultiEditCheckBox*>();
+        // "All" alone has nothing to tell.
+        return scene().page && scene().page->findChildren<MultiEditCheckBox*>().size() > 1;
     };
 }
 

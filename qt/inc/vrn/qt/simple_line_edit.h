@@ -149,6 +149,8 @@ protected:
     /// The validator. A missing one is reported through the assertion facility,
     /// and one that refuses everything answers in its place.
     IValidator& validator() const;
+    /// The same, for a call in which it may destroy the control.
+    boost::shared_ptr<IValidator> heldValidator() const;
 
     /// Whether `object` is the edit. Nothing is reported if that was destroyed.
     bool isEdit(const QObject* object) const;

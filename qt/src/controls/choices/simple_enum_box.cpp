@@ -81,7 +81,10 @@ SimpleEnumBox::SimpleEnumBox(
     layout->addWidget(m_combo, stretchOfList);
     setFocusProxy(m_combo);
     setFocusPolicy(m_combo->focusPolicy());
-    vrn_connect(m_combo.data(), &QComboBox::textActivated, this, &SimpleEnumBox::onItemActivated);
+    vrn_connect(m_combo.data(), &QComboBox::textActivated, this, [this](const QString& text) {
+        const detail::Alive alive(this, m_combo);
+        onItemActivated(text);
+    });
     vrn_connect(
         m_combo.data(), &QComboBox::editTextChanged, this, [this] { m_hasNoValue = false; });
 }
@@ -111,8 +114,9 @@ void SimpleEnumBox::setSizeAdjustPolicy(QComboBox::SizeAdjustPolicy policy)
 void SimpleEnumBox::setValues(const NamedValueList& values, const PixmapPtrList& pixmaps,
     const std::deque<QColor>& backgroundColors)
 {
-    m_values = values;
     VRN_QT4_ComboBox& combo = this->combo();
+    const detail::Alive alive(this, m_combo);
+    m_values = values;
     if (pixmaps.empty())
         combo.setWidthTextEnabled(true);
     else
@@ -121,7 +125,7 @@ void SimpleEnumBox::setValues(const NamedValueList& values, const PixmapPtrList&
     QSize iconSize(0, 0);
     combo.clear();
     combo.setInsertPolicy(QComboBox::InsertAtBottom);
-    for (std::size_t i = 0; i < m_values.size(); ++i) {
+    for (std::size_t i = 0; alive && i < m_values.size(); ++i) {
         QIcon icon;
         if (i < pixmaps.size() && pixmaps[i]) {
             icon = QIcon(*pixmaps[i]);
@@ -131,7 +135,7 @@ void SimpleEnumBox::setValues(const NamedValueList& values, const PixmapPtrList&
         if (i < backgroundColors.size())
             combo.setItemData(static_cast<int>(i), backgroundColors[i], Qt::BackgroundRole);
     }
-    if (!m_values.empty())
+    if (alive && !m_values.empty())
         combo.setCurrentIndex(0);
     if (!pixmaps.empty() && !iconSize.isNull())
         combo.setIconSize(iconSize);
@@ -153,7 +157,10 @@ void SimpleEnumBox::selectByName(const QString& name)
         [&](const auto& candidate) { return candidate.first == name; });
     if (entry == m_values.end())
         return;
+    const detail::Alive alive(this, m_combo);
     combo.setCurrentIndex(rowOf(m_values, entry));
+    if (!alive)
+        return;
     m_hasNoValue = false;
     onSelected();
 }
@@ -167,6 +174,7 @@ void SimpleEnumBox::selectByValue(const boost::any& value)
     const auto entry = std::find_if(m_values.begin(), m_values.end(),
         [&](const auto& candidate) { return anyEq(candidate.second, value); });
     const bool found = entry != m_values.end();
+    const detail::Alive alive(this, m_combo);
     if (found) {
         const QString name = entry->first;
         combo.setCurrentIndex(rowOf(m_values, entry));
@@ -181,6 +189,8 @@ void SimpleEnumBox::selectByValue(const boost::any& value)
         VRN_ASSERT_MESSAGE(found, "Value not found");
         return;
     }
+    if (!alive)
+        return;
     m_hasNoValue = false;
     onSelected();
 }
@@ -267,8 +277,10 @@ void SimpleEnumBox::next()
     VRN_QT4_ComboBox& combo = this->combo();
     if (combo.currentIndex() >= combo.count() - 1)
         return;
+    const detail::Alive alive(this, m_combo);
     combo.setCurrentIndex(combo.currentIndex() + 1);
-    Q_EMIT valueChanged();
+    if (alive)
+        Q_EMIT valueChanged();
 }
 
 void SimpleEnumBox::previous()
@@ -276,8 +288,10 @@ void SimpleEnumBox::previous()
     VRN_QT4_ComboBox& combo = this->combo();
     if (combo.currentIndex() < 1)
         return;
+    const detail::Alive alive(this, m_combo);
     combo.setCurrentIndex(combo.currentIndex() - 1);
-    Q_EMIT valueChanged();
+    if (alive)
+        Q_EMIT valueChanged();
 }
 
 bool SimpleEnumBox::isEditable() const
