@@ -76,13 +76,13 @@ void furnish(Scene& s, T* field)
         return text + "7";
     }),
         {});
-    field->setValue(12);
     s.lay(field);
     s.speak = [field] {
         field->setValue(12);
         field->onEditingFinished();
         return true;
     };
+    field->setValue(12);
 }
 
 boost::function<void()> buttonFunction()

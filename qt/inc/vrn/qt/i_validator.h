@@ -55,8 +55,7 @@ enum ValidationFlag : std::size_t
 /// `validateWhenFinished` if the end of editing asks for more than a keystroke.
 ///
 /// A validator holds configuration that is set before use and no state that
-/// changes while it validates. It must not destroy the control that asks it. It
-/// belongs to the GUI thread.
+/// changes while it validates. It belongs to the GUI thread.
 struct VRN_QT2_EXPORT IValidator : public boost::noncopyable
 {
     using pointer = boost::shared_ptr<IValidator>;

@@ -237,7 +237,7 @@ void MultiEditCheckBoxGroup::_updateCheckAllBox()
     const Muted muted(m_toggleAll);
     m_toggleAll->reset();
     for (const Box& box : boxes) {
-        if (!alive || !m_toggleAll)
+        if (!alive || !m_toggleAll || m_toggleAll->dataVaries())
             return;
         if (!box || !box->isEnabled())
             continue;
@@ -248,8 +248,6 @@ void MultiEditCheckBoxGroup::_updateCheckAllBox()
             break;
         }
         m_toggleAll->readValue(box->isChecked());
-        if (m_toggleAll->dataVaries())
-            break;
     }
 }
 

@@ -342,6 +342,7 @@ void SimpleLineEdit::setEditMaximumWidth(int width)
 
 void SimpleLineEdit::setMaxLength(int length)
 {
+    const detail::Alive alive(this, m_lineEdit);
     lineEdit().setMaxLength(length);
 }
 
