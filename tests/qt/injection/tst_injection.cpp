@@ -166,17 +166,23 @@ int main(int argc, char** argv)
         return 0;
     }
 
+    QByteArray again = "--all";
     std::vector<Cell> cells = options.isSet("excluded") ? matrix.excluded() : matrix.cells();
     if (!options.isSet("all")) {
         const unsigned seed = options.isSet("seed") ? options.value("seed").toUInt()
             : isSample                              ? sampleSeed
                                                     : std::random_device()();
-        std::printf("--seed %u\n", seed);
         std::shuffle(cells.begin(), cells.end(), std::mt19937(seed));
         const std::size_t count = isSample ? sampleSize : options.value("random").toUInt();
         cells.resize(std::min(cells.size(), count));
+        again = "--random " + QByteArray::number(qulonglong(count)) + " --seed "
+            + QByteArray::number(seed);
     }
+    std::printf("%s\n", again.constData());
     runForked(cells, jobs, [&](const Result& result) { report.take(result); });
     report.print();
+    if (!report.isGood())
+        std::printf("To repeat this: tst_injection %s\nor: tst_injection --cell \"<name>\"\n",
+            again.constData());
     return report.isGood() ? 0 : 1;
 }

@@ -9,7 +9,8 @@
 //   or a part of it, and must neither call it nor throw while one of its parts is being
 //   destroyed or a dialog of it is open;
 // - slots of the widgets inside a control while the user works with them, such as
-//   QCheckBox::toggled(). The exception is the edit of a line edit.
+//   QCheckBox::toggled(), and of those that the application has put there. The exception
+//   is the edit of a line edit.
 //
 // The end of what a function holds must not throw, as no destructor may.
 

@@ -36,8 +36,9 @@ public:
     /// `layouter` lays out. Without it `layouter` must have its layout already, and
     /// the caller finishes it; the buttons then belong to the container of that
     /// layout. No slot must destroy it while a button is being checked or the user moves
-    /// with the arrow keys, because Qt goes on with the button. In either case the layouter is not needed any more after this call.
-    /// Null stands for a VBoxLayouter, which is useful only in a group box.
+    /// with the arrow keys, because Qt goes on with the button. In either case the layouter is not
+    /// needed any more after this call. Null stands for a VBoxLayouter, which is useful only in a
+    /// group box.
     ///
     /// Only one button in the same widget can be checked, or, with `useButtonGroup`,
     /// only one button in this group.
