@@ -1,7 +1,5 @@
 #pragma once
 
-#include "injection/outcome.h"
-
 #include <QByteArray>
 
 #include <optional>
@@ -37,13 +35,5 @@ const Deed& deedOf(const Cell& cell);
 /// as in "validate (2)".
 QByteArray nameOf(const Cell& cell);
 std::optional<Cell> cellOf(const QByteArray& name);
-
-/// Runs a cell in this process, from within its event loop. What is wrong afterwards is
-/// in the outcome.
-void run(const Cell& cell, Outcome& outcome);
-
-/// Makes and uses each control once, so that what Qt makes at first use is there. Returns
-/// the rehearsals: each control with each action that applies to it.
-std::vector<Cell> warmUp();
 
 } // namespace vrn::test::injection

@@ -76,13 +76,13 @@ void furnish(Scene& s, T* field)
         return text + "7";
     }),
         {});
-    field->setValue(12);
     s.lay(field);
     s.speak = [field] {
         field->setValue(12);
         field->onEditingFinished();
         return true;
     };
+    field->setValue(12);
 }
 
 boost::function<void()> buttonFunction()
@@ -306,7 +306,8 @@ void makeMultiEditCheckBoxGroup(Scene& s)
     s.speak = [group] {
         for (std::size_t i = 0; i < group->size(); ++i)
             group->setValue(i, !group->getValue(i));
-        return scene().page && scene().page->findChild<MultiEditCheckBox*>();
+        // "All" alone has nothing to tell.
+        return scene().page && scene().page->findChildren<MultiEditCheckBox*>().size() > 1;
     };
 }
 

@@ -1,15 +1,18 @@
 #include "injection/farm.h"
 
 #include "injection/actions.h"
+#include "injection/stage.h"
 
 #include <QApplication>
 #include <QRegularExpression>
 #include <QTimer>
 
+#include <algorithm>
 #include <csignal>
 #include <cstdio>
-#include <cstring>
+#include <map>
 #include <new>
+#include <utility>
 
 #include <sys/mman.h>
 #include <sys/prctl.h>
@@ -69,7 +72,7 @@ void endForTime(int)
     _exit(1);
 }
 
-void start(Worker& worker, const Cell& cell, Stack known = {})
+void start(const Stage& stage, Worker& worker, const Cell& cell, Stack known = {})
 {
     worker.cell = cell;
     worker.known = std::move(known);
@@ -90,7 +93,9 @@ void start(Worker& worker, const Cell& cell, Stack known = {})
     dup2(worker.log, STDERR_FILENO);
     std::signal(SIGALRM, &endForTime);
     alarm(timeLimit);
-    runHere(cell, *worker.outcome, [] {});
+    stage.run(cell, *worker.outcome);
+    std::fflush(nullptr);
+    _exit(0); // Nothing of the process is taken down: it is a copy.
 }
 
 QByteArray read(int file)
@@ -171,82 +176,132 @@ Result resultOf(const Worker& worker, int status)
     return result;
 }
 
-} // namespace
-
-void runForked(
-    const std::vector<Cell>& cells, int jobs, const std::function<void(const Result&)>& take)
+// Sets the stage of `cell` and calls `play` on it.
+void onStage(const Cell& cell, const std::function<void(const Stage&)>& play)
 {
-#if defined(__SANITIZE_ADDRESS__)
-    void* first[1];
-    backtrace(first, 1); // What it loads at first use is there for all.
-#endif
-    std::vector<Worker> workers(static_cast<std::size_t>(jobs));
-    for (Worker& worker : workers) {
-        void* shared = mmap(
-            nullptr, sizeof(Outcome), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0);
-        if (shared == MAP_FAILED)
-            qFatal("no shared memory");
-        worker.outcome = static_cast<Outcome*>(shared);
-        worker.log = memfd_create("log", MFD_CLOEXEC);
-    }
-    std::fflush(nullptr);
-    static std::map<Stack, QByteArray> failures;
-    auto next = cells.begin();
-    int running = 0;
-    const auto startNext = [&](Worker& worker) {
-        if (next == cells.end())
-            return;
-        start(worker, *next++);
-        ++running;
+    const auto setAndPlay = [&] {
+        const Stage stage(cell);
+        play(stage);
     };
-    for (Worker& worker : workers)
-        startNext(worker);
-    while (running > 0) {
-        int status = 0;
-        const pid_t process = wait(&status);
-        const auto worker = std::find_if(workers.begin(), workers.end(),
-            [&](const Worker& candidate) { return candidate.process == process; });
-        if (worker == workers.end())
-            continue;
-        Result result = resultOf(*worker, status);
+    if (actionOf(cell).beforeLoop)
+        return setAndPlay();
+    // Within the loop of the application, as nearly all that an application does.
+    QTimer::singleShot(0, qApp, [&] {
+        setAndPlay();
+        QApplication::quit();
+    });
+    QApplication::exec();
+}
+
+class Farm
+{
+public:
+    Farm(int jobs, std::function<void(const Result&)> take)
+        : m_workers(static_cast<std::size_t>(jobs))
+        , m_take(std::move(take))
+    {
+        for (Worker& worker : m_workers) {
+            void* shared = mmap(nullptr, sizeof(Outcome), PROT_READ | PROT_WRITE,
+                MAP_SHARED | MAP_ANONYMOUS, -1, 0);
+            if (shared == MAP_FAILED)
+                qFatal("no shared memory");
+            worker.outcome = static_cast<Outcome*>(shared);
+            worker.log = memfd_create("log", MFD_CLOEXEC);
+        }
+    }
+
+    ~Farm()
+    {
+        for (const Worker& worker : m_workers) {
+            munmap(worker.outcome, sizeof(Outcome));
+            close(worker.log);
+        }
+    }
+
+    Farm(const Farm&) = delete;
+    Farm& operator=(const Farm&) = delete;
+
+    void run(const Stage& stage, const std::vector<Cell>& cells)
+    {
+        std::fflush(nullptr);
+        auto next = cells.begin();
+        int running = 0;
+        const auto startNext = [&](Worker& worker) {
+            if (next == cells.end())
+                return;
+            start(stage, worker, *next++);
+            ++running;
+        };
+        for (Worker& worker : m_workers)
+            startNext(worker);
+        while (running > 0) {
+            int status = 0;
+            const pid_t process = wait(&status);
+            const auto worker = std::find_if(m_workers.begin(), m_workers.end(),
+                [&](const Worker& candidate) { return candidate.process == process; });
+            if (worker == m_workers.end() || !finish(stage, *worker, status))
+                continue;
+            --running;
+            startNext(*worker);
+        }
+    }
+
+private:
+    // False if the cell runs again.
+    bool finish(const Stage& stage, Worker& worker, int status)
+    {
+        Result result = resultOf(worker, status);
         const Stack stack(std::begin(result.outcome.stack), std::end(result.outcome.stack));
         if (stack.front()) {
-            const auto known = failures.find(stack);
-            if (known == failures.end()) {
-                start(*worker, result.cell, stack);
-                continue;
+            const auto known = m_failures.find(stack);
+            if (known == m_failures.end()) {
+                start(stage, worker, result.cell, stack);
+                return false;
             }
             result.failure = known->second;
-        } else if (!worker->known.empty()) {
+        } else if (!worker.known.empty()) {
             if (result.failure.isEmpty())
                 result.failure = "fails at times";
-            failures[worker->known] = result.failure;
+            m_failures[worker.known] = result.failure;
         }
-        worker->process = 0;
-        --running;
-        take(result);
+        worker.process = 0;
+        m_take(result);
         std::fflush(nullptr);
-        startNext(*worker);
+        return true;
     }
-    for (const Worker& worker : workers) {
-        munmap(worker.outcome, sizeof(Outcome));
-        close(worker.log);
+
+    std::vector<Worker> m_workers;
+    std::function<void(const Result&)> m_take;
+    std::map<Stack, QByteArray> m_failures;
+};
+
+} // namespace
+
+void runForked(std::vector<Cell> cells, int jobs, const std::function<void(const Result&)>& take)
+{
+#if defined(__SANITIZE_ADDRESS__)
+    void* frame[1];
+    backtrace(frame, 1); // What it loads at first use is there for all.
+#endif
+    Farm farm(jobs, take);
+    for (auto begin = cells.begin(); begin != cells.end();) {
+        const Cell first = *begin;
+        const auto end = std::stable_partition(
+            begin, cells.end(), [&](const Cell& cell) { return Stage::isCommon(cell, first); });
+        const std::vector<Cell> ofStage(begin, end);
+        onStage(first, [&](const Stage& stage) { farm.run(stage, ofStage); });
+        begin = end;
     }
 }
 
 void runHere(const Cell& cell, Outcome& outcome, const std::function<void()>& atEnd)
 {
-    const auto runAndLeave = [&] {
-        run(cell, outcome);
+    onStage(cell, [&](const Stage& stage) {
+        stage.run(cell, outcome);
         atEnd();
         std::fflush(nullptr);
-        _exit(0); // Nothing of the process is taken down: it is a copy.
-    };
-    if (actionOf(cell).beforeLoop)
-        runAndLeave();
-    // Within the loop of the application, as nearly all that an application does.
-    QTimer::singleShot(0, qApp, runAndLeave);
-    QApplication::exec();
+        _exit(0);
+    });
     _exit(1);
 }
 

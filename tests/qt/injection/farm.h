@@ -1,6 +1,7 @@
 #pragma once
 
 #include "injection/cell.h"
+#include "injection/outcome.h"
 
 #include <functional>
 
@@ -16,10 +17,10 @@ struct Result
     QByteArray log;
 };
 
-/// Runs each cell in a process of its own, forked from this one, several at a time.
-/// Results come in the order in which the cells end.
-void runForked(
-    const std::vector<Cell>& cells, int jobs, const std::function<void(const Result&)>& take);
+/// Runs each cell in a process of its own, several at a time. Those with a stage in common
+/// are forked from this process when it has set it. Results come in the order in which
+/// the cells end.
+void runForked(std::vector<Cell> cells, int jobs, const std::function<void(const Result&)>& take);
 
 /// Runs a cell as a forked process does, in this one, which ends with `atEnd`.
 [[noreturn]] void runHere(const Cell& cell, Outcome& outcome, const std::function<void()>& atEnd);

@@ -71,13 +71,10 @@ void Matrix::add(Cell cell, int visits)
         ++m_notReached;
         return;
     }
-    const bool isOut = isExcluded(cell);
-    for (cell.occurrence = 1; cell.occurrence <= occurrencesOf(cell, visits); ++cell.occurrence) {
-        if (isOut)
-            ++m_excluded;
-        else
-            m_cells.push_back(cell);
-    }
+    std::vector<Cell>& cells = isExcluded(cell) ? m_excluded : m_cells;
+    const int occurrences = occurrencesOf(cell, visits);
+    for (cell.occurrence = 1; cell.occurrence <= occurrences; ++cell.occurrence)
+        cells.push_back(cell);
 }
 
 } // namespace vrn::test::injection

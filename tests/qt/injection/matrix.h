@@ -27,8 +27,8 @@ public:
     const std::vector<Cell>& cells() const { return m_cells; }
     /// How many there are of foreign code that the action never reaches.
     int notReached() const { return m_notReached; }
-    /// How many a header excludes.
-    int excluded() const { return m_excluded; }
+    /// Those that a header excludes.
+    const std::vector<Cell>& excluded() const { return m_excluded; }
 
 private:
     void add(Cell cell, int visits);
@@ -37,8 +37,8 @@ private:
     // By control and action.
     std::map<std::pair<int, int>, Outcome> m_rehearsals;
     std::vector<Cell> m_cells;
+    std::vector<Cell> m_excluded;
     int m_notReached = 0;
-    int m_excluded = 0;
 };
 
 } // namespace vrn::test::injection

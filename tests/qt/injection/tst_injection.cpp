@@ -7,12 +7,14 @@
 //     tst_injection --all --reference      with widgets of Qt
 //     tst_injection --cell "a SimpleCheckBox / the user presses Space / toggled / a dialog"
 //     tst_injection --list
+//     tst_injection --random 5000 --excluded   whether there is still a reason
 
 #include "injection/controls.h"
 #include "injection/exclusions.h"
 #include "injection/farm.h"
 #include "injection/matrix.h"
 #include "injection/report.h"
+#include "injection/stage.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
@@ -110,6 +112,7 @@ int main(int argc, char** argv)
         {"seed", "The seed of --random.", "seed"},
         {"only", "No other cells than those of the shell's <pattern>; may be given again.",
             "pattern"},
+        {"excluded", "Those cells that are excluded, in place of the others."},
         {"cell", "The cell <name>, in this process.", "name"},
         {"list", "The names of all cells, and what is excluded."},
         {"jobs", "So many processes at a time.", "n", QString::number(QThread::idealThreadCount())},
@@ -157,23 +160,29 @@ int main(int argc, char** argv)
     });
     matrix.fill();
     std::printf("%d cells, and %d that are not reached, and %d excluded\n",
-        int(matrix.cells().size()), matrix.notReached(), matrix.excluded());
+        int(matrix.cells().size()), matrix.notReached(), int(matrix.excluded().size()));
     if (options.isSet("list")) {
         list(matrix);
         return 0;
     }
 
-    std::vector<Cell> cells = matrix.cells();
+    QByteArray again = "--all";
+    std::vector<Cell> cells = options.isSet("excluded") ? matrix.excluded() : matrix.cells();
     if (!options.isSet("all")) {
         const unsigned seed = options.isSet("seed") ? options.value("seed").toUInt()
             : isSample                              ? sampleSeed
                                                     : std::random_device()();
-        std::printf("--seed %u\n", seed);
         std::shuffle(cells.begin(), cells.end(), std::mt19937(seed));
         const std::size_t count = isSample ? sampleSize : options.value("random").toUInt();
         cells.resize(std::min(cells.size(), count));
+        again = "--random " + QByteArray::number(qulonglong(count)) + " --seed "
+            + QByteArray::number(seed);
     }
+    std::printf("%s\n", again.constData());
     runForked(cells, jobs, [&](const Result& result) { report.take(result); });
     report.print();
+    if (!report.isGood())
+        std::printf("To repeat this: tst_injection %s\nor: tst_injection --cell \"<name>\"\n",
+            again.constData());
     return report.isGood() ? 0 : 1;
 }

@@ -16,19 +16,31 @@ QPointer<QWindow> windowOf(const QWidget* widget)
     return widget->window()->windowHandle();
 }
 
+// Not the one that has the focus: on this platform a popup takes it, and elsewhere it
+// does not. Qt passes keys on to a popup that is open.
+QPointer<QWindow> windowOfKeys()
+{
+    return scene().window ? windowOf(scene().window) : nullptr;
+}
+
 } // namespace
 
 void press(Qt::Key key)
 {
-    // Not the one that has the focus: on this platform a popup takes it, and elsewhere it
-    // does not. Qt passes keys on to a popup that is open.
-    QPointer<QWindow> window;
-    if (scene().window)
-        window = windowOf(scene().window);
+    const QPointer<QWindow> window = windowOfKeys();
     if (window)
         QTest::keyPress(window, key);
     if (window)
         QTest::keyRelease(window, key);
+}
+
+void undo()
+{
+    const QPointer<QWindow> window = windowOfKeys();
+    for (const bool isPress : {true, false}) {
+        if (window)
+            QTest::simulateEvent(window, isPress, Qt::Key_Z, Qt::ControlModifier, {}, false);
+    }
 }
 
 void click(QWidget* widget, QPoint position)

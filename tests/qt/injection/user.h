@@ -12,6 +12,8 @@ namespace vrn::test::injection {
 
 /// In the window of the scene.
 void press(Qt::Key key);
+/// Ctrl+Z, without the key Ctrl by itself.
+void undo();
 void click(QWidget* widget, QPoint position);
 void hover(QWidget* widget, QPoint position);
 void turnWheelOver(QWidget* widget);

@@ -1,6 +1,18 @@
 #pragma once
 
 // Every control of the library.
+//
+// Each header tells in which slots and functions the control may be destroyed. In all of them,
+// as in the widgets of Qt, this is not safe in
+//
+// - event filters and slots of QApplication::focusChanged(): these must not destroy a control
+//   or a part of it, and must neither call it nor throw while one of its parts is being
+//   destroyed or a dialog of it is open;
+// - slots of the widgets inside a control while the user works with them, such as
+//   QCheckBox::toggled(), and of those that the application has put there. The exception
+//   is the edit of a line edit.
+//
+// The end of what a function holds must not throw, as no destructor may.
 
 #include <vrn/qt/align_fields.h>
 #include <vrn/qt/assign_style.h>

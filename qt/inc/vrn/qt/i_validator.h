@@ -55,8 +55,7 @@ enum ValidationFlag : std::size_t
 /// than a keystroke.
 ///
 /// A validator has a configuration, which is set before use, but no state that changes
-/// while it validates. It must not destroy the control that asks it. It belongs to the
-/// GUI thread.
+/// while it validates. It belongs to the GUI thread.
 struct VRN_QT2_EXPORT IValidator : public boost::noncopyable
 {
     using pointer = boost::shared_ptr<IValidator>;

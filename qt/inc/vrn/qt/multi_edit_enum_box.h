@@ -33,6 +33,7 @@ namespace vrn::qt {
 ///
 /// `delete` and `deleteLater` of the control, its parent or its window are safe in any
 /// slot of its signals and in any function that it calls, also from a dialog there.
+/// Excluded is what SimpleEnumBox excludes.
 class VRN_QT2_EXPORT MultiEditEnumBox
     : public SimpleEnumBox
     , public MultiEditControlBase

@@ -49,6 +49,7 @@ enum TypeofPath : int
 ///
 /// `delete` and `deleteLater` of the control, its parent or its window are safe in any
 /// slot of its signals and in any function that it calls, also from a dialog there.
+/// Excluded is what SimpleLineEdit excludes.
 class VRN_QT2_EXPORT MultiEditFilePicker
     : public QWidget
     , public MultiEditControlBase

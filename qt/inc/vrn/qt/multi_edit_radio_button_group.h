@@ -27,6 +27,7 @@ class VariesToolTip;
 ///
 /// `delete` and `deleteLater` of the control, its parent or its window are safe in any
 /// slot of its signals and in any function that it calls, also from a dialog there.
+/// Excluded is what SimpleRadioButtonGroup::create says of buttons without a group box.
 class VRN_QT2_EXPORT MultiEditRadioButtonGroup
     : public SimpleRadioButtonGroup
     , public MultiEditControlBase

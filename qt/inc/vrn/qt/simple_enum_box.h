@@ -47,8 +47,11 @@ using PixmapPtrList = std::deque<boost::shared_ptr<QPixmap>>;
 ///
 /// `delete` and `deleteLater` of the control, its parent or its window are safe in any
 /// slot of its signals and in any function that it calls, also from a dialog there.
-/// Excluded are its validator and its function, which the box asks in the middle of
-/// an operation.
+/// Excluded are the function, which the box asks in the middle of an operation, and the
+/// window when the user picks from the list by keys: Qt goes on with the window. While the
+/// list is shown, the style of the application must not change, and setEditable(false)
+/// must not be called, which destroys the edit. The edit of an editable box excludes what
+/// a SimpleLineEdit does.
 ///
 /// Derive from it and override onItemActivated or onSelected to follow the
 /// user's picks or the selections of the program.

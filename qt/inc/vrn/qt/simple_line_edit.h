@@ -57,9 +57,11 @@ class LineEditImpl;
 ///
 /// `delete` and `deleteLater` of the control, its parent or its window are safe in any
 /// slot of its signals and in any function that it calls, also from a dialog there.
-/// Excluded are its validator and the overrides of a derived class, which run in the
-/// middle of a validation, and what a hide() of the program itself emits: Qt goes on
-/// with the control after it has taken the focus away.
+/// The same holds for its validator and the overrides of a derived class. Excluded is
+/// what the program causes by hide(), setEnabled() or setFocus() of QWidget: Qt goes on
+/// with the control after it has moved the focus. When the user leaves the field, Qt goes
+/// on with the widget that gets the focus. So that one must not be destroyed then, nor the
+/// window that both are in.
 ///
 /// Derive from it and override vetoValidation or onValidated to follow the
 /// validation of a keystroke.
@@ -154,6 +156,8 @@ protected:
     /// The validator. A missing one is reported through the assertion facility,
     /// and one that refuses everything answers in its place.
     IValidator& validator() const;
+    /// The same, for a call in which it may destroy the control.
+    boost::shared_ptr<IValidator> heldValidator() const;
 
     /// Whether `object` is the edit. Nothing is reported if that was destroyed.
     bool isEdit(const QObject* object) const;

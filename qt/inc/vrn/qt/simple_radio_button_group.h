@@ -41,9 +41,11 @@ public:
     ///
     /// With `useGroupBox` the buttons are in a group box with `title`, which `layouter`
     /// lays out. Without it `layouter` must have its layout already, and the caller
-    /// finishes it; the buttons then belong to the container of that layout. In either
-    /// case the layouter is no longer needed after this call. Null stands for a
-    /// VBoxLayouter, which is useful only in a group box.
+    /// finishes it; the buttons then belong to the container of that layout. No slot must
+    /// destroy that container while a button is being checked or the user moves with the
+    /// arrow keys, because Qt continues to work on the button. In either case the layouter
+    /// is no longer needed after this call. Null stands for a VBoxLayouter, which is useful
+    /// only in a group box.
     ///
     /// Only one button in the same widget can be checked, or, with `useButtonGroup`,
     /// only one button in this group.

@@ -43,8 +43,8 @@ struct ToolbarButton
 ///
 /// `delete` and `deleteLater` of the control, its parent or its window are safe in any
 /// slot of its signals and in any function that it calls, also from a dialog there.
-/// Excluded is the end of what a function holds: that must not destroy the toolbar,
-/// which is at work on the button then.
+/// Excluded is the end of what a function holds if the application has deleted its button:
+/// that must not destroy the toolbar, because Qt is at work on the button then.
 ///
 /// Everything added belongs to the toolbar. The application may also delete a
 /// button that it was given.

@@ -163,12 +163,15 @@ void MultiEditCheckBoxGroup::setCanBeSaved(const std::string& key)
 
 void MultiEditCheckBoxGroup::load(std::size_t idx, const vrn::KeyValueStorage& storage)
 {
+    const detail::Alive alive(this);
     const Box loaded = m_checks[idx].box;
     // To the end of this function: when all boxes emit, the one loaded last does not.
     const VRN_QT_SignalBlocker blocker(loaded);
     const auto entry = storage.find(loaded->getStorageId());
     if (entry != storage.end() && boost::any_cast<bool>(&entry->second))
         loaded->setValue(entry->second);
+    if (!alive)
+        return;
 
     ++m_checks[idx].timesLoaded;
     if (!areAllLoaded())
@@ -203,8 +206,10 @@ std::size_t MultiEditCheckBoxGroup::lastIndex() const
 
 void MultiEditCheckBoxGroup::onClickedAny()
 {
+    const detail::Alive alive(this);
     _updateCheckAllBox();
-    Q_EMIT valueChanged();
+    if (alive)
+        Q_EMIT valueChanged();
 }
 
 void MultiEditCheckBoxGroup::onClickedToggleAll()
@@ -227,9 +232,13 @@ void MultiEditCheckBoxGroup::_updateCheckAllBox()
     VRN_ASSERT(m_toggleAll);
     if (!m_toggleAll)
         return;
+    const detail::Alive alive(this);
+    const std::deque<Box> boxes = this->boxes();
     const Muted muted(m_toggleAll);
     m_toggleAll->reset();
-    for (const Box& box : boxes()) {
+    for (const Box& box : boxes) {
+        if (!alive || !m_toggleAll || m_toggleAll->dataVaries())
+            return;
         if (!box || !box->isEnabled())
             continue;
         // A value other than the one shown makes "All" vary, unless it is the first one
@@ -239,8 +248,6 @@ void MultiEditCheckBoxGroup::_updateCheckAllBox()
             break;
         }
         m_toggleAll->readValue(box->isChecked());
-        if (m_toggleAll->dataVaries())
-            break;
     }
 }
 

@@ -38,14 +38,16 @@ MultiEditEnumBox::~MultiEditEnumBox() = default;
 
 void MultiEditEnumBox::reset()
 {
+    const detail::Alive alive(this, &combo());
     combo().removeVarious();
-    m_state.reset();
+    if (alive)
+        m_state.reset();
 }
 
 void MultiEditEnumBox::readValue(const boost::any& value)
 {
     if (m_state.isFresh()) {
-        const detail::Alive alive(this);
+        const detail::Alive alive(this, &combo());
         detail::runBoth([&] { selectByValue(value); },
             [&] {
                 if (alive)
@@ -70,8 +72,11 @@ void MultiEditEnumBox::setValue(const boost::any& value)
 
 void MultiEditEnumBox::forceVaries()
 {
+    const detail::Alive alive(this, &combo());
     m_state.setVaries();
     combo().addVarious(true);
+    if (!alive)
+        return;
     // Again, because an empty editable list shows other texts on the way there.
     m_state.setVaries();
 }
@@ -86,8 +91,10 @@ void MultiEditEnumBox::onTextEdited(const QString& text)
     if (text != getVariesString())
         return;
     // While this entry is current, neither Enter nor a lost focus picks the text.
+    const detail::Alive alive(this, &combo());
     combo().addVarious(true);
-    m_state.setVaries();
+    if (alive)
+        m_state.setVaries();
 }
 
 void MultiEditEnumBox::onItemActivated(const QString& /*text*/)

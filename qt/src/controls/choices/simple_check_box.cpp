@@ -41,6 +41,7 @@ bool SimpleCheckBox::isChecked() const
 
 void SimpleCheckBox::setChecked(bool checked)
 {
+    const detail::Alive alive(this, m_check);
     m_check->setChecked(checked);
 }
 

@@ -93,7 +93,10 @@ SimpleEnumBox::SimpleEnumBox(
     m_combo->installEventFilter(this);
     setFocusProxy(m_combo);
     setFocusPolicy(m_combo->focusPolicy());
-    vrn_connect(m_combo.data(), &QComboBox::textActivated, this, &SimpleEnumBox::onItemActivated);
+    vrn_connect(m_combo.data(), &QComboBox::textActivated, this, [this](const QString& text) {
+        const detail::Alive alive(this, m_combo);
+        onItemActivated(text);
+    });
     vrn_connect(
         m_combo.data(), &QComboBox::editTextChanged, this, [this] { m_hasNoValue = false; });
 }
@@ -123,8 +126,9 @@ void SimpleEnumBox::setSizeAdjustPolicy(QComboBox::SizeAdjustPolicy policy)
 void SimpleEnumBox::setValues(const NamedValueList& values, const PixmapPtrList& pixmaps,
     const std::deque<QColor>& backgroundColors)
 {
-    m_values = values;
     VRN_QT4_ComboBox& combo = this->combo();
+    const detail::Alive alive(this, m_combo);
+    m_values = values;
     if (pixmaps.empty())
         combo.setWidthTextEnabled(true);
     else
@@ -133,7 +137,7 @@ void SimpleEnumBox::setValues(const NamedValueList& values, const PixmapPtrList&
     QSize iconSize(0, 0);
     combo.clear();
     combo.setInsertPolicy(QComboBox::InsertAtBottom);
-    for (std::size_t i = 0; i < m_values.size(); ++i) {
+    for (std::size_t i = 0; alive && i < m_values.size(); ++i) {
         QIcon icon;
         if (i < pixmaps.size() && pixmaps[i]) {
             icon = QIcon(*pixmaps[i]);
@@ -143,7 +147,7 @@ void SimpleEnumBox::setValues(const NamedValueList& values, const PixmapPtrList&
         if (i < backgroundColors.size())
             setBackground(combo, static_cast<int>(i), backgroundColors[i]);
     }
-    if (!m_values.empty())
+    if (alive && !m_values.empty())
         combo.setCurrentIndex(0);
     if (!pixmaps.empty() && !iconSize.isNull())
         combo.setIconSize(iconSize);
@@ -165,7 +169,10 @@ void SimpleEnumBox::selectByName(const QString& name)
         [&](const auto& candidate) { return candidate.first == name; });
     if (entry == m_values.end())
         return;
+    const detail::Alive alive(this, m_combo);
     combo.setCurrentIndex(rowOf(m_values, entry));
+    if (!alive)
+        return;
     m_hasNoValue = false;
     onSelected();
 }
@@ -179,6 +186,7 @@ void SimpleEnumBox::selectByValue(const boost::any& value)
     const auto entry = std::find_if(m_values.begin(), m_values.end(),
         [&](const auto& candidate) { return anyEq(candidate.second, value); });
     const bool found = entry != m_values.end();
+    const detail::Alive alive(this, m_combo);
     if (found) {
         const QString name = entry->first;
         combo.setCurrentIndex(rowOf(m_values, entry));
@@ -193,6 +201,8 @@ void SimpleEnumBox::selectByValue(const boost::any& value)
         VRN_ASSERT_MESSAGE(found, "Value not found");
         return;
     }
+    if (!alive)
+        return;
     m_hasNoValue = false;
     onSelected();
 }
@@ -279,8 +289,10 @@ void SimpleEnumBox::next()
     VRN_QT4_ComboBox& combo = this->combo();
     if (combo.currentIndex() >= combo.count() - 1)
         return;
+    const detail::Alive alive(this, m_combo);
     combo.setCurrentIndex(combo.currentIndex() + 1);
-    Q_EMIT valueChanged();
+    if (alive)
+        Q_EMIT valueChanged();
 }
 
 void SimpleEnumBox::previous()
@@ -288,8 +300,10 @@ void SimpleEnumBox::previous()
     VRN_QT4_ComboBox& combo = this->combo();
     if (combo.currentIndex() < 1)
         return;
+    const detail::Alive alive(this, m_combo);
     combo.setCurrentIndex(combo.currentIndex() - 1);
-    Q_EMIT valueChanged();
+    if (alive)
+        Q_EMIT valueChanged();
 }
 
 bool SimpleEnumBox::isEditable() const

@@ -128,12 +128,14 @@ const boost::any& SimpleRadioButtonGroup::selectedValue() const
 
 void SimpleRadioButtonGroup::setSelected(const boost::any& value)
 {
+    const detail::Alive alive(this, m_groupBox);
     if (QRadioButton* button = buttonOf(value))
         button->setChecked(true);
 }
 
 void SimpleRadioButtonGroup::setValueEnabled(const boost::any& value, bool enabled)
 {
+    const detail::Alive alive(this, m_groupBox);
     if (QRadioButton* button = buttonOf(value))
         button->setEnabled(enabled);
 }
@@ -142,6 +144,7 @@ void SimpleRadioButtonGroup::setValuesEnabled(bool enabled)
 {
     // A button that is disabled loses the focus, and a slot that is told so may destroy
     // this group.
+    const detail::Alive alive(this, m_groupBox);
     std::vector<QPointer<QRadioButton>> buttons;
     for (auto it = m_value2button.begin(); it != m_value2button.end(); ++it) {
         VRN_ASSERT(it->second);

@@ -123,13 +123,17 @@ void MultiEditLineEdit::readValue(const boost::any& value)
     // the one before.
     if (m_isLikeShown && m_isLikeShown(value, m_shownValue))
         return;
+    const detail::Alive alive(this);
     QString text;
     try {
-        text = validator().reformat(value, noFlags);
+        text = heldValidator()->reformat(value, noFlags);
     } catch (...) {
-        forceVaries();
+        if (alive)
+            forceVaries();
         throw;
     }
+    if (!alive)
+        return;
     if (edit()->text() != asShown(text)) {
         forceVaries();
         return;
@@ -156,6 +160,7 @@ void MultiEditLineEdit::setValue(const boost::any& value)
 
 void MultiEditLineEdit::forceVaries()
 {
+    const detail::Alive alive(this, edit());
     m_varies = true;
     m_variesText = getVariesString();
     edit()->setText(m_variesText);

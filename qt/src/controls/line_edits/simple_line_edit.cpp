@@ -7,6 +7,8 @@
 #include <vrn/qt/forward_validator.h>
 #include <vrn/qt/varies_string.h>
 
+#include <boost/make_shared.hpp>
+
 #include <QBoxLayout>
 #include <QColor>
 #include <QFocusEvent>
@@ -128,10 +130,15 @@ SimpleLineEdit::~SimpleLineEdit()
 
 IValidator& SimpleLineEdit::validator() const
 {
+    return *heldValidator();
+}
+
+boost::shared_ptr<IValidator> SimpleLineEdit::heldValidator() const
+{
     VRN_ASSERT(m_validator);
     if (m_validator)
-        return *m_validator;
-    static ForwardValidator refusing(nullptr);
+        return m_validator;
+    static const auto refusing = boost::make_shared<ForwardValidator>(nullptr);
     return refusing;
 }
 
@@ -159,7 +166,7 @@ bool SimpleLineEdit::isEdit(const QObject* object) const
 boost::any SimpleLineEdit::getValue() const
 {
     boost::any value;
-    const bool ok = validator().validateWhenFinished(lineEdit().text(), value, noFlags);
+    const bool ok = heldValidator()->validateWhenFinished(lineEdit().text(), value, noFlags);
     VRN_ASSERT_MESSAGE(ok, "getValue() failed to validate");
     return value;
 }
@@ -167,21 +174,25 @@ boost::any SimpleLineEdit::getValue() const
 void SimpleLineEdit::setValue(const boost::any& value)
 {
     const detail::Alive alive(this, m_lineEdit);
-    IValidator& validator = this->validator();
+    const auto validator = heldValidator();
     m_valueValid = false; // Even if the validator throws.
     QString text;
     try {
-        text = validator.reformat(value, noFlags);
+        text = validator->reformat(value, noFlags);
     } catch (...) {
         // The text of the old value would be taken for that of the new one.
-        lineEdit().clear();
+        if (alive)
+            lineEdit().clear();
         throw;
     }
-    lineEdit().setText(text);
+    if (alive)
+        lineEdit().setText(text);
     if (!alive)
         return;
     boost::any scratch;
-    m_valueValid = validator.validate(lineEdit().text(), scratch, noFlags);
+    const bool valid = validator->validate(lineEdit().text(), scratch, noFlags);
+    if (alive)
+        m_valueValid = valid;
 }
 
 bool SimpleLineEdit::vetoValidation(const QString& /*text*/)
@@ -204,20 +215,27 @@ bool SimpleLineEdit::validateTyped(const QString& text)
         m_valueValid = true;
         return false;
     }
-    if (vetoValidation(text))
+    const detail::Alive alive(this, m_lineEdit);
+    const auto validator = m_validator;
+    if (vetoValidation(text) || !alive)
         return false;
     refuseIfThrown([&] {
         boost::any value;
-        m_valueValid = m_validator->validate(text, value, noFlags);
-        if (m_valueValid)
+        const bool valid = validator->validate(text, value, noFlags);
+        if (!alive)
+            return;
+        m_valueValid = valid;
+        if (valid)
             onValidated(text, value);
     });
-    showValidity();
-    return true;
+    if (alive)
+        showValidity();
+    return static_cast<bool>(alive);
 }
 
 void SimpleLineEdit::onEditingFinished()
 {
+    const detail::Alive alive(this, m_lineEdit);
     const QString text = lineEdit().text();
     const bool hasHint = validateTyped(text);
     detail::runBoth(
@@ -225,22 +243,30 @@ void SimpleLineEdit::onEditingFinished()
             if (hasHint)
                 showHint(text);
         },
-        [&] { finishEditing(text); });
+        [&] {
+            if (alive)
+                finishEditing(text);
+        });
 }
 
 void SimpleLineEdit::finishEditing(const QString& text)
 {
-    if (vetoValidation(text))
-        return;
     const detail::Alive alive(this, m_lineEdit);
+    if (vetoValidation(text) || !alive)
+        return;
     refuseIfThrown([&] {
-        IValidator& validator = this->validator();
+        const auto validator = heldValidator();
         boost::any value;
-        m_valueValid = validator.validateWhenFinished(text, value, noFlags);
-        if (m_valueValid) {
-            onValidated(text, value);
-            lineEdit().setText(validator.reformat(value, noFlags));
-        }
+        const bool valid = validator->validateWhenFinished(text, value, noFlags);
+        if (!alive)
+            return;
+        m_valueValid = valid;
+        if (!valid)
+            return;
+        onValidated(text, value);
+        const QString rewritten = validator->reformat(value, noFlags);
+        if (alive)
+            lineEdit().setText(rewritten);
     });
     if (alive)
         Q_EMIT valueChanged();
@@ -248,7 +274,11 @@ void SimpleLineEdit::finishEditing(const QString& text)
 
 void SimpleLineEdit::showHint(const QString& text)
 {
-    lineEdit().showEditHint(m_validator->getEditHint(text));
+    const detail::Alive alive(this);
+    const auto validator = m_validator;
+    const QString hint = validator->getEditHint(text);
+    if (alive)
+        lineEdit().showEditHint(hint);
 }
 
 // Runs a step of the validation. An exception passes to the caller and leaves a refused
@@ -256,11 +286,14 @@ void SimpleLineEdit::showHint(const QString& text)
 template <typename Function>
 void SimpleLineEdit::refuseIfThrown(Function step)
 {
+    const detail::Alive alive(this);
     try {
         step();
     } catch (...) {
-        m_valueValid = false;
-        showValidity();
+        if (alive) {
+            m_valueValid = false;
+            showValidity();
+        }
         throw;
     }
 }
@@ -315,6 +348,7 @@ void SimpleLineEdit::setEditMaximumWidth(int width)
 
 void SimpleLineEdit::setMaxLength(int length)
 {
+    const detail::Alive alive(this, m_lineEdit);
     lineEdit().setMaxLength(length);
 }
 

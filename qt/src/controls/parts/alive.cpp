@@ -38,9 +38,11 @@ void disposeOf(QWidget* part)
     if (!part)
         return;
     part->blockSignals(true);
+    // Qt may be handing the focus to a part next to the one in use.
+    const QObject* const around = part->parent() ? part->parent() : part;
     Alive* outermost = nullptr;
     for (Alive* use = innermost; use; use = use->m_outer) {
-        if (use->m_part && (isInside(use->m_part, part) || isInside(part, use->m_part)))
+        if (use->m_part && (isInside(use->m_part, around) || isInside(part, use->m_part)))
             outermost = use;
     }
     if (!outermost) {

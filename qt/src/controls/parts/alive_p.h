@@ -42,8 +42,8 @@ private:
 };
 
 /// The destructor of a control first calls this for each of its parts that has signals or
-/// focus. It silences the part and deletes it. If the part is in use, or a widget inside or
-/// around it, the part is left to the event loop instead. Null is fine.
+/// focus. It silences the part and deletes it. If the part is in use, or a widget around it
+/// or next to it, the part is left to the event loop instead. Null is fine.
 VRN_QT2_EXPORT void disposeOf(QWidget* part);
 
 } // namespace vrn::qt::detail
