@@ -15,8 +15,8 @@ namespace vrn::qt::detail {
 namespace {
 
 constexpr std::array groups{QPalette::Active, QPalette::Inactive, QPalette::Disabled};
-constexpr std::array textRoles{QPalette::WindowText, QPalette::Text, QPalette::ButtonText,
-    QPalette::PlaceholderText};
+constexpr std::array textRoles{
+    QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::PlaceholderText};
 
 // Tells a palette that Qt has made for a style sheet, from the one that it got from us before.
 // It stands in a role with which nothing is painted.
