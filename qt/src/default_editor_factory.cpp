@@ -11,6 +11,7 @@
 #include <vrn/qt/multi_edit_value.h>
 #include <vrn/qt/unit_validator.h>
 
+#include <QColor>
 #include <QPointer>
 #include <QTimer>
 #include <QVariant>
@@ -84,7 +85,7 @@ EditorPtr makeYesNo(const Hints& /*hints*/)
     return editorOf(std::move(box));
 }
 
-// The control of an editor that shows nothing. It goes with the widget.
+// The control of an editor that shows nothing. It is destroyed with the widget.
 class HiddenValue
     : public QObject
     , public MultiEditValue
@@ -106,8 +107,8 @@ EditorPtr makeCallback(const Hints& hints)
     auto widget = std::make_unique<QWidget>();
     widget->setProperty("vrn_property_delegate_filter_focus_out", QVariant(true));
     const QPointer<HiddenValue> control = new HiddenValue(widget.get(), equal_fn);
-    QTimer::singleShot(0, [widget = QPointer<QWidget>(widget.get()), control, callback] {
-        if (!widget)
+    QTimer::singleShot(0, widget.get(), [widget = widget.get(), control, callback] {
+        if (!control)
             return;
         boost::any value = control->getCurrentValue();
         widget->deleteLater();

@@ -28,8 +28,8 @@ ValidatorPtr makeText(const Hints& hints)
     return validator;
 }
 
-// Only decimal digits count, so many a colour is refused. StringEditValidator cuts a text
-// that is too long; a colour with a digit too many is refused instead.
+// Accepts decimal digits only, so most hexadecimal colours are refused. StringEditValidator cuts
+// a text that is too long; a colour with a digit too many is refused instead.
 struct ColorValidator : public StringEditValidator
 {
     static constexpr int length = 7;
@@ -95,7 +95,8 @@ ValidatorPtr makeYesNo(const Hints& /*hints*/)
     return validator;
 }
 
-// The nodes whose chains are being made on this thread, innermost first.
+// The nodes whose chains are being made on this thread, innermost first. A chain may also come
+// back to itself through a creator of the application.
 class ChainInProgress
 {
 public:
@@ -150,7 +151,8 @@ DefaultValidatorFactory::DefaultValidatorFactory()
     add<std::string>("color", [](const Hints&) { return std::make_unique<ColorValidator>(); });
     add<NamedValueList>("", makeNamedValues);
     add<bool>("", makeYesNo);
-    // Weak, because the creators own this function. Whoever runs it keeps them.
+    // Weak: the creators own this function, and a strong pointer would be a cycle. The caller
+    // keeps them alive.
     add<ChainedValidator>("", [first = std::weak_ptr<Creators>(m_creators)](const Hints& hints) {
         const auto creators = first.lock();
         VRN_ASSERT(creators);

@@ -10,10 +10,12 @@
 #include <vrn/qt/string_edit_validator.h>
 #include <vrn/qt/unit_validator.h>
 
+#include <QColor>
 #include <QLayout>
 #include <QPointer>
 #include <QToolButton>
 
+#include <deque>
 #include <limits>
 #include <map>
 #include <memory>
@@ -33,8 +35,8 @@ std::map<std::string, EditorCreator>& registeredEditors()
 template <typename Control>
 EditorMetaData metaDataOf(Control* built)
 {
-    // The cast fails once the bases of the control are being destroyed. A QPointer still has
-    // it then, and its parts tell of their end.
+    // The cast fails once the bases of the control are being destroyed. A QPointer is
+    // not yet null then, and its dying parts may still call us.
     const auto whole = [widget = QPointer<QWidget>(built)] {
         return qobject_cast<Control*>(widget.data());
     };
@@ -143,7 +145,7 @@ EditorMetaData createEditorFromHints(QWidget* parent, const Hints& hints)
         const EditorCreator creator = registered->second;
         return creator(parent, hints);
     }
-    // Read for every name, so that a hint of a wrong type is never ignored.
+    // Read for unknown names too: a hint of a wrong type is not ignored.
     const bool optional = readHint<bool>(hints, "optional");
     if (name == "lineedit")
         return makeLineEdit(parent, hints, optional);

@@ -9,12 +9,12 @@ class QWidget;
 
 namespace vrn::qt {
 
-/// Evens out `fields`, which stand in one column: their edits and lists get one height and
-/// one left edge, and captions that are part of them one width. They are kept so when a font
-/// or a text changes, until `owner`, or all of the fields, have gone.
+/// Aligns `fields`, which form one column: their edits and lists get one height and one left
+/// edge, and captions that are part of them one width. The alignment follows changes of fonts
+/// and texts until `owner` is destroyed.
 ///
-/// A PropertyGridLayouter does this in its form. Call it for a form of your own, when its
-/// fields have their parts:
+/// A PropertyGridLayouter does this in its form. Call it for a form of your own, once its
+/// fields are fully built:
 ///
 ///     auto* rows = new QVBoxLayout(form);
 ///     auto* span = SimpleLineEdit::create(
@@ -24,7 +24,7 @@ namespace vrn::qt {
 ///     rows->addWidget(steel);
 ///     alignFields(form, {span, steel});
 ///
-/// By itself a field has margins that depend on its class. Here it has none.
+/// A field that is not aligned has margins that depend on its class. The alignment removes them.
 VRN_QT2_EXPORT void alignFields(QObject* owner, const std::vector<QWidget*>& fields);
 
 } // namespace vrn::qt

@@ -12,8 +12,7 @@ namespace vrn::qt::detail {
 template <typename Key, typename Function>
 class CreatorMap;
 
-/// Functions that make something from a description, by key. What the factories have in
-/// common.
+/// Functions that make something from a description, by key. Shared by the factories.
 template <typename Key, typename Product, typename Description>
 class CreatorMap<Key, Product(const Description&)>
 {

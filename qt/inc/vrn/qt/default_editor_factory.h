@@ -14,8 +14,8 @@ namespace vrn::qt {
 
 class MultiEditControlBase;
 
-/// A widget that edits one property, and its control. The widget has no parent; who asked for
-/// the editor gives it one or destroys it. The control lives as long as the widget: it is the
+/// A widget that edits one property, and its control. The widget has no parent; the caller
+/// gives it one or destroys it. The control lives as long as the widget: it is the
 /// same object, or belongs to it. Deleting an Editor deletes neither.
 struct Editor
 {
@@ -29,14 +29,14 @@ struct Editor
 ///   MultiEditLineEditWithResetButton that clears the field.
 /// - "unit": the same for a UnitValidator. If the hints describe another validator, the
 ///   editor has none.
-/// - "multi_edit_line_edit_with_reset_button": that, with the id 0. "reset_callback" is
-///   needed.
-/// - "named_value_list": a MultiEditEnumBox. "entries" and "is_equal" are needed; "editable"
-///   and "pixmaps" are not.
+/// - "multi_edit_line_edit_with_reset_button": a MultiEditLineEditWithResetButton with the
+///   id 0. "reset_callback" is required.
+/// - "named_value_list": a MultiEditEnumBox. "entries" and "is_equal" are required;
+///   "editable" and "pixmaps" are not.
 /// - "yes_no": a MultiEditEnumBox with "Yes" and "No", as they are translated at the first use
 ///   in the process.
 /// - "callback": an empty widget, and a function of the application that edits the value.
-///   "callback" and "is_equal" are needed.
+///   "callback" and "is_equal" are required.
 ///
 /// docs/hints.md gives the type, the default and the effect of each hint.
 ///
@@ -50,16 +50,20 @@ struct Editor
 ///     const std::unique_ptr<Editor> editor = factory.create("lineedit", hints);
 ///     editor->widget->setParent(form);
 ///
-/// A missing "reset_callback" throws boost::property_tree::ptree_bad_path. Other hints that
-/// are needed and missing are reported, and null is returned. A hint of a wrong type throws
+/// A missing "reset_callback" throws boost::property_tree::ptree_bad_path. Other required
+/// hints that are missing are reported, and null is returned. A hint of a wrong type throws
 /// boost::bad_any_cast, and an unknown kind std::out_of_range.
 ///
-/// The "callback" editor asks its function once, after control has returned to the event
+/// The "callback" editor calls its function once, after control has returned to the event
 /// loop. The caller fills the control before that. The function gets the widget and the value,
-/// and may run a dialog. If it returns true, the control reads the value that it left.
-/// "is_equal" becomes the predicate of a MultiEditValue, with the meaning that it has there.
-/// The widget is destroyed after that, whatever the result. If it is gone before, the function
-/// is not asked. It may be destroyed in the function too.
+/// and may run a dialog. It stores what the user has entered. The widget is destroyed after
+/// that. If the widget is gone before, the function is not called; it may be destroyed in the
+/// function too.
+///
+/// If the function returns true, the control reads the value as the function left it. The
+/// control is a MultiEditValue, which has read a value before and takes no second one: it
+/// varies if its predicate says so. That predicate is "is_equal", and a MultiEditValue takes
+/// true for "they differ". So give it vrn::any_differ.
 ///
 /// Copies share the validator factory and work without the first object.
 struct DefaultEditorFactory

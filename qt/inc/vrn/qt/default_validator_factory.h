@@ -12,10 +12,10 @@ namespace vrn::qt {
 /// - `int`, `unsigned int`, `unsigned short`: IntegerValidator. "optional", "minimum",
 ///   "maximum"; the limits have the type of the kind.
 /// - `double`: DoubleEditValidator. "precision", "optional", "minimum", "maximum".
-/// - NamedValueList: NamedValueListValidator. "entries" and "is_equal", both needed.
+/// - NamedValueList: NamedValueListValidator. "entries" and "is_equal", both required.
 /// - `bool`: NamedValueListValidator over "Yes" and "No", as they are translated at the first
 ///   use in the process.
-/// - ChainedValidator: one of other kinds, which all read the same hints.
+/// - ChainedValidator: tries validators of other kinds in turn. All read the same hints.
 ///   "chained_validators".
 ///
 /// docs/hints.md gives the type, the default and the effect of each hint.

@@ -20,9 +20,9 @@ struct EditorMetaData
     QWidget* widget = nullptr;
     boost::function<void(const boost::any&)> setValue;
     boost::function<void()> forceVaries;
-    /// False, and the argument stays, if the selection varies or the widget is gone.
-    /// Otherwise true; an empty value may then stand for a text that was refused as well as
-    /// for one that was cleared, and nothing here tells which.
+    /// Returns false and leaves the argument unchanged if the selection varies or the widget
+    /// is gone. Otherwise returns true. An empty value may then stand for a text that was
+    /// refused or for one that was cleared; the two cannot be told apart here.
     boost::function<bool(boost::any&)> getValue;
 };
 
@@ -55,8 +55,8 @@ using EditorCreator = boost::function<EditorMetaData(QWidget*, const Hints&)>;
 /// boost::property_tree::ptree_bad_path is thrown. A hint of a wrong type throws
 /// boost::bad_any_cast.
 ///
-/// docs/hints.md gives the type, the default and the effect of each hint. The branch
-/// "validator" is not read as DefaultEditorFactory reads it.
+/// docs/hints.md gives the type, the default and the effect of each hint. Below
+/// "validator", this function reads other keys than DefaultEditorFactory does.
 VRN_QT2_EXPORT EditorMetaData createEditorFromHints(QWidget* parent, const Hints& hints);
 
 /// Makes `creator` build the editors called `name`, instead of one registered before and
@@ -64,7 +64,7 @@ VRN_QT2_EXPORT EditorMetaData createEditorFromHints(QWidget* parent, const Hints
 /// boost::bad_function_call. The registration is for the whole process.
 VRN_QT2_EXPORT void registerEditor(const std::string& name, EditorCreator creator);
 
-/// Takes back registerEditor(). Editors that were built stay. A creator may do this while it
+/// Undoes registerEditor(). Editors that were built stay. A creator may do this while it
 /// runs.
 VRN_QT2_EXPORT void unregisterEditor(const std::string& name);
 

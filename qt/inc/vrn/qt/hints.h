@@ -30,14 +30,14 @@ namespace vrn::qt {
 ///     setTextHint(span, "validator.type", "string");
 ///     setHint<int>(span, "validator.max_length", 40);
 ///
-/// Nobody looks at unknown keys. docs/hints.md lists all keys, with their types.
+/// Unknown keys are ignored. docs/hints.md lists all keys, with their types.
 using Hints = boost::property_tree::basic_ptree<std::string, boost::any, std::less<std::string>>;
 
 /// Whether two values are equal, as vrn::any_equal does: "is_equal" and "equal_value_fn".
 using EqualHint = bool (*)(const boost::any&, const boost::any&);
 /// The text that a reset button shows for the text that was there: "default_fn".
 using DefaultTextHint = boost::function<QString(const QString&)>;
-/// As the function of a MultiEditLineEditWithResetButton: "reset_callback".
+/// The function of a MultiEditLineEditWithResetButton: "reset_callback".
 using ResetHint = std::function<void(int, boost::any&, boost::any&)>;
 /// Edits the value, in a dialog for example, and tells whether it has changed: "callback".
 using EditHint = std::function<bool(QWidget*, boost::any&)>;
@@ -47,7 +47,7 @@ namespace detail {
 VRN_QT2_EXPORT void reportWrongHintType(
     const std::string& path, const std::type_info& found, const std::type_info& asked);
 
-// A parameter of this type takes no part in the deduction of T.
+// A parameter of this type is excluded from the deduction of T.
 template <typename T>
 struct Exactly
 {
@@ -62,7 +62,7 @@ void setHint(Hints& hints, const std::string& path, const typename detail::Exact
 {
     static_assert(std::is_same_v<T, std::decay_t<T>>, "a hint is read as a plain value");
     static_assert(!std::is_convertible_v<T, const void*>,
-        "no hint is a text that ends with a zero character; see setTextHint()");
+        "no hint is a pointer to a text or another object; see setTextHint()");
     const auto node = hints.get_child_optional(path);
     (node ? *node : hints.put_child(path, Hints())).data() = value;
 }
@@ -124,8 +124,10 @@ T readHint(const Hints& hints, const std::string& path,
 template <typename T>
 const T& requireHint(const Hints& hints, const std::string& path)
 {
-    hints.get_child(path);
-    return *findHint<T>(hints, path);
+    if (const T* value = findHint<T>(hints, path))
+        return *value;
+    // Throws, because there is no such child.
+    return boost::any_cast<const T&>(hints.get_child(path).data());
 }
 
 } // namespace vrn::qt

@@ -100,7 +100,7 @@ protected:
 private:
     std::shared_ptr<Creators> first() const { return m_first ? m_first : m_creators; }
 
-    /// Those of the factory from which the creators were copied, for they may refer to them.
+    /// Those of the original factory. Copied creators may refer to them.
     std::shared_ptr<Creators> m_first;
 };
 

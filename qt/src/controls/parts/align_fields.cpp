@@ -96,14 +96,22 @@ private:
             if (!field)
                 continue;
             if (QWidget* caption = captionOf(field))
-                caption->setMinimumWidth(captionWidth);
+                setCaptionWidth(*caption, captionWidth);
             if (lineOf(field))
                 setLineHeight(field, lineHeight);
         }
+        m_captionWidth = captionWidth;
         m_lineHeight = lineHeight;
     }
 
-    // A control has the height of its edit, and takes no notice that the edit is to be higher.
+    // What the application, or another alignment, has made wider stays so.
+    void setCaptionWidth(QWidget& caption, int width) const
+    {
+        if (caption.minimumWidth() <= std::max(m_captionWidth, width))
+            caption.setMinimumWidth(width);
+    }
+
+    // A control has the height of its edit, but ignores the minimum height of its edit.
     // A field that the application has made higher stays so.
     void setLineHeight(QWidget* field, int height) const
     {
@@ -127,6 +135,7 @@ private:
     }
 
     std::vector<QPointer<QWidget>> m_fields;
+    int m_captionWidth = 0;
     int m_lineHeight = 0;
 };
 
