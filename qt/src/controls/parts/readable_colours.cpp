@@ -15,8 +15,8 @@ namespace vrn::qt::detail {
 namespace {
 
 constexpr std::array groups{QPalette::Active, QPalette::Inactive, QPalette::Disabled};
-constexpr std::array textRoles{QPalette::WindowText, QPalette::Text, QPalette::ButtonText,
-    QPalette::PlaceholderText};
+constexpr std::array textRoles{
+    QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::PlaceholderText};
 
 // Tells a palette that Qt has made for a style sheet, from the one that it got from us before.
 // It stands in a role with which nothing is painted.
@@ -335,6 +335,7 @@ void ReadableColours::makeReadable(QPalette& palette, QPalette::ColorGroup group
     const QColor ground = palette.color(group, groundRole);
 
     if (isSet(m_byStyle, groundRole)) {
+        // If a style sheet names both, neither can give way.
         for (const QPalette::ColorRole role : textRoles) {
             const bool isFixed = isSet(m_byStyle, role);
             if (!isFixed && !isReadable(palette.color(group, role), ground, group))
