@@ -335,6 +335,7 @@ void ReadableColours::makeReadable(QPalette& palette, QPalette::ColorGroup group
     const QColor ground = palette.color(group, groundRole);
 
     if (isSet(m_byStyle, groundRole)) {
+        // If a style sheet names both, neither can give way.
         for (const QPalette::ColorRole role : textRoles) {
             const bool isFixed = isSet(m_byStyle, role);
             if (!isFixed && !isReadable(palette.color(group, role), ground, group))

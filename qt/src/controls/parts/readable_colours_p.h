@@ -19,14 +19,17 @@ VRN_QT2_EXPORT QColor readableOn(const QColor& ground);
 /// Keeps the text of a widget readable beside a style sheet of the library, whatever palette
 /// the application has.
 ///
-/// These style sheets name the colour of the text or that of the ground, but not both. Where
-/// the style sheet names the text, the ground gives way if it has to; where it names the
-/// ground, the text does. The colours go through the palette of the widget, as those of style
-/// sheets do, and leave with the style sheet. The palettes of the application stay its own: it
-/// may set them on the widget or around it, before or after, and none is lost or comes back
-/// when it is out of date.
+/// These style sheets name the colour of the text or that of the ground, and Qt paints what
+/// they name. Where a style sheet names the text, the ground gives way if it has to, and where
+/// it names the ground, the text does. These colours go through the palette of the widget, and
+/// leave with the style sheet.
 ///
-/// A read-only line edit has the ground of its window, with or without a style sheet.
+/// The palettes of the application stay its own. It may set them on the widget or around it,
+/// before or after: none is lost, and none comes back when it is out of date. That is the
+/// larger part of the work here, because Qt keeps the palette from before a style sheet, and
+/// hands none down to a widget that has one.
+///
+/// A read-only line edit has the ground of its window, unless the application has chosen one.
 class VRN_QT2_EXPORT ReadableColours : public QObject
 {
 public:
