@@ -23,7 +23,8 @@ std::vector<Exclusion> allRows()
             "Qt goes on with the widget that an event or the focus is about."},
         {"* / *, before the event loop runs / " + around + " / deleteLater *", "controls.h",
             "The same, in main()."},
-        {"* / @(a box goes|a button goes|clear|setEditable*)* / " + around + " / @(call|throw)*",
+        {"* / @(a box goes|a button goes|clear|setEditable*)* / " + around
+                + " / @(call|throw|another language)*",
             "controls.h", "A part is half destroyed then."},
         {"*Toolbar / the user clicks the third button* / " + around + " / throw*", "controls.h",
             "Qt lets no exception pass through the dialog that is open."},

@@ -4,7 +4,7 @@
 
 #include <vrn/assert/smart_assert.h>
 
-#include <QWidgetList>
+#include <QWidget>
 
 #include <vector>
 

@@ -6,8 +6,8 @@
 // as in the widgets of Qt, this is not safe in
 //
 // - event filters and slots of QApplication::focusChanged(): these must not destroy a control
-//   or a part of it, and must neither call it nor throw while one of its parts is being
-//   destroyed or a dialog of it is open;
+//   or a part of it, and must neither call it, send it events nor throw while one of its parts
+//   is being destroyed or a dialog of it is open;
 // - slots of the widgets inside a control while the user works with them, such as
 //   QCheckBox::toggled(), and of those that the application has put there. The exception
 //   is the edit of a line edit.

@@ -162,8 +162,9 @@ void MultiEditLineEdit::forceVaries()
 {
     const detail::Alive alive(this, edit());
     m_varies = true;
-    m_variesText = getVariesString();
-    edit()->setText(m_variesText);
+    const QString text = getVariesString(); // QLineEdit reads it again after its signals.
+    m_variesText = text;
+    edit()->setText(text);
 }
 
 void MultiEditLineEdit::copyStateFrom(const MultiEditLineEdit& other)
