@@ -139,6 +139,8 @@ private:
         m_window->show();
         m_window->activateWindow();
         QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
+        // The layouts of the parts come last.
+        QCoreApplication::processEvents();
     }
 
     QScrollArea* page() const

@@ -13,14 +13,19 @@ void TabStop::add(QRadioButton* button)
     m_buttons.emplace_back(button);
     button->installEventFilter(this);
     vrn_connect(button, &QRadioButton::toggled, this, &TabStop::update);
+    vrn_connect(button, &QObject::destroyed, this, &TabStop::remove);
+}
+
+void TabStop::remove(const QObject* button)
+{
+    const auto isMeant = [button](const QObject* each) { return each == button; };
+    m_buttons.erase(std::remove_if(m_buttons.begin(), m_buttons.end(), isMeant), m_buttons.end());
 }
 
 void TabStop::update()
 {
     const QRadioButton* stop = buttonForTab();
     for (QRadioButton* button : m_buttons) {
-        if (!button)
-            continue;
         const int policy = button->focusPolicy();
         const bool stops = !stop || button == stop;
         button->setFocusPolicy(
@@ -31,15 +36,14 @@ void TabStop::update()
 // Null if Tab may go to any of them.
 QRadioButton* TabStop::buttonForTab() const
 {
-    const auto first = [this](auto isMeant) -> QRadioButton* {
-        const auto it = std::find_if(m_buttons.begin(), m_buttons.end(),
-            [&](const QRadioButton* button) { return button && isMeant(*button); });
-        return it == m_buttons.end() ? nullptr : it->data();
+    const auto first = [this](auto isMeant) {
+        const auto it = std::find_if(m_buttons.begin(), m_buttons.end(), isMeant);
+        return it == m_buttons.end() ? nullptr : *it;
     };
-    if (auto* focused = first([](const auto& button) { return button.hasFocus(); }))
+    if (auto* focused = first([](const QRadioButton* button) { return button->hasFocus(); }))
         return focused;
-    return first([](const auto& button) {
-        return button.isChecked() && button.isEnabled() && !button.isHidden();
+    return first([](const QRadioButton* button) {
+        return button->isChecked() && button->isEnabled() && !button->isHidden();
     });
 }
 
@@ -47,9 +51,7 @@ bool TabStop::eventFilter(QObject* watched, QEvent* event)
 {
     // A button that is being destroyed is only a QWidget here. It still loses the focus.
     if (!qobject_cast<QRadioButton*>(watched)) {
-        const auto isWatched = [watched](const auto& button) { return button == watched; };
-        m_buttons.erase(
-            std::remove_if(m_buttons.begin(), m_buttons.end(), isWatched), m_buttons.end());
+        remove(watched);
         return false;
     }
     switch (event->type()) {

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QObject>
-#include <QPointer>
 #include <QRadioButton>
 
 #include <vector>
@@ -28,8 +27,9 @@ protected:
 
 private:
     QRadioButton* buttonForTab() const;
+    void remove(const QObject* button);
 
-    std::vector<QPointer<QRadioButton>> m_buttons;
+    std::vector<QRadioButton*> m_buttons;
 };
 
 } // namespace vrn::qt::detail
