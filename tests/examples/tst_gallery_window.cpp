@@ -139,8 +139,8 @@ private:
         m_window->show();
         m_window->activateWindow();
         QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
-        // The layouts of the parts come last.
-        QCoreApplication::processEvents();
+        // Each layout is done after the one around it.
+        QTest::qWait(100);
     }
 
     QScrollArea* page() const
