@@ -2,6 +2,7 @@
 
 #include <vrn/base/any_predicates.h>
 #include <vrn/q/input_context.h>
+#include <vrn/qt/align_fields.h>
 #include <vrn/qt/chained_validator.h>
 #include <vrn/qt/layouters.h>
 #include <vrn/qt/multi_edit_radio_button_group.h>
@@ -21,6 +22,7 @@
 #include <QPushButton>
 #include <QRegularExpression>
 
+#include "value_label.h"
 #include "value_text.h"
 
 namespace gallery {
@@ -249,7 +251,17 @@ HintsPage::HintsPage(QWidget* parent)
     addByFirstDoor();
     addByFactory();
     addDialogRow();
-    setFocusProxy(m_rows.front().editor.widget);
+
+    const int character = fontMetrics().averageCharWidth();
+    m_grid->setColumnMinimumWidth(1, character * 60);
+    m_grid->setColumnMinimumWidth(2, character * 30);
+    m_grid->setColumnMinimumWidth(3, character * 22);
+    m_grid->setColumnStretch(2, 1);
+    m_grid->setRowStretch(m_grid->rowCount(), 1);
+    std::vector<QWidget*> editors;
+    for (const Row& row : m_rows)
+        editors.push_back(row.editor.widget);
+    alignFields(this, editors);
 }
 
 HintsPage::~HintsPage()
@@ -293,7 +305,8 @@ void HintsPage::addByFactory()
 
 void HintsPage::addDialogRow()
 {
-    auto* shown = new QLabel(valueText(m_remark));
+    auto* shown = new ValueLabel;
+    shown->setText(valueText(m_remark));
     auto* button = new QPushButton(tr("Ed&it..."));
     connect(button, &QPushButton::clicked, this, [this, shown] { editRemark(shown); });
     placeRow(tr("Remark"), QStringLiteral("callback"), button, shown);
@@ -339,7 +352,7 @@ void HintsPage::add(
 void HintsPage::addRow(const QString& name, const QString& description,
     const EditorMetaData& editor, const boost::any& value)
 {
-    const Row row = {editor, value, new QLabel};
+    const Row row = {editor, value, new ValueLabel};
     placeRow(name, description, editor.widget, row.shown);
     m_rows.push_back(row);
     editor.setValue(value);
@@ -357,11 +370,8 @@ void HintsPage::placeRow(
 {
     auto* caption = new QLabel(name);
     caption->setBuddy(editor);
-    auto* hints = new QLabel(fontMetrics().elidedText(
-        description, Qt::ElideRight, fontMetrics().averageCharWidth() * 60));
-    hints->setToolTip(description);
-    shown->setTextFormat(Qt::PlainText);
-    shown->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    auto* hints = new ValueLabel;
+    hints->setText(description);
     const int line = m_grid->rowCount();
     int column = 0;
     for (QWidget* widget : {static_cast<QWidget*>(caption), static_cast<QWidget*>(hints), editor,
