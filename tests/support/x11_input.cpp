@@ -35,7 +35,8 @@ QString xwininfo(quintptr window)
 
 void type(const QString& text)
 {
-    xdotool({QStringLiteral("type"), QStringLiteral("--delay"), QStringLiteral("5"), text});
+    xdotool({QStringLiteral("type"), QStringLiteral("--delay"), QStringLiteral("5"),
+        QStringLiteral("--"), text});
 }
 
 void press(const QStringList& keys)
