@@ -30,6 +30,7 @@ GalleryWindow::GalleryWindow(QWidget* parent)
     : QMainWindow(parent)
     , m_titles(new QListWidget)
     , m_stack(new QStackedWidget)
+    , m_listener(std::make_unique<QObject>())
 {
     setWindowTitle(tr("vrn_qt2 gallery"));
     QSize pageSize;
@@ -51,7 +52,7 @@ GalleryWindow::GalleryWindow(QWidget* parent)
     splitter->setSizes({titleWidth, pageSize.width()});
     setCentralWidget(splitter);
     showHelp();
-    connect(qApp, &QApplication::focusChanged, this,
+    connect(qApp, &QApplication::focusChanged, m_listener.get(),
         [this](QWidget* /*before*/, QWidget* now) { scrollTo(now); });
     // A page has no focus proxy, as Tab would skip what stands before it.
     m_titles->setFocus();

@@ -2,6 +2,8 @@
 
 #include <QMainWindow>
 
+#include <memory>
+
 class QListWidget;
 class QStackedWidget;
 
@@ -29,6 +31,9 @@ private:
 
     QListWidget* m_titles;
     QStackedWidget* m_stack;
+    // Receives the moves of the focus. It is the last member, so that it is destroyed first:
+    // the window is hidden while it is destroyed, and that moves the focus.
+    std::unique_ptr<QObject> m_listener;
 };
 
 } // namespace gallery

@@ -37,7 +37,7 @@ const std::vector<Entry>& entries()
         {"Span", all, "25 ft", "{1001, 7.62}"},
         {"Stress limit", all, "355 MPa", "{1092, 355000}"},
         {"Axial force", all, "-80", "{1101, -80}"},
-        {"Offset", all, "150 cm", "1.5"},
+        {"Offset", all, "1.5", "1.5"},
         {"Load factor", all, "1.2", "1.2"},
         {"Grade", {"Home"}, "", "235"},
         {"Support", {"Right"}, "", "2"},

@@ -9,6 +9,7 @@
 #include "gallery_application.h"
 #include "gallery_window.h"
 #include "page.h"
+#include "support/catching_application.h"
 #include "support/test_main.h"
 #include "support/test_object.h"
 
@@ -83,6 +84,8 @@ private Q_SLOTS:
 
     void anExceptionIsShownUntilTheUserActs()
     {
+        const vrn::test::ThroughQt throughQt;
+        m_window = std::make_unique<GalleryWindow>();
         auto* application = qobject_cast<GalleryApplication*>(qApp);
         connect(application, &GalleryApplication::exceptionCaught, m_window.get(),
             &GalleryWindow::showException);
