@@ -208,7 +208,7 @@ private Q_SLOTS:
         const HintList optionalDouble = lineEdit("double", {{"optional", true}});
         const HintList unknown = {{"editor", "spinbox"s}};
         const QString reset = "Reset to default.";
-        const QString longText(257, 'x');
+        const QString longText(257, 'n');
         const QString cut = "std::string \"" + longText.left(256) + "\" as \"";
         // clang-format off
         row("editor", none, "editor"s, boost::any("lineedit"s), boost::any(std::wstring(L"lineedit")), entered("ab"), "nothing", "std::wstring \"ab\" as \"ab\"");
@@ -239,7 +239,7 @@ private Q_SLOTS:
         row("type: unknown", lineEdit(), "validator.type"s, boost::any("unsigned int"s), boost::any(1), entered("12"), "std::wstring \"12\" as \"12\"", "nothing");
         row("type: a name of the other door", lineEdit(), "validator.type"s, boost::any("bool"s), boost::any(1), entered("12"), "std::wstring \"12\" as \"12\"", "nothing");
         row("unit", lineEdit("unit"), "validator.unit_id"s, boost::any(UnitId::GEO_LENGTH), boost::any(1001), entered("150 cm"), "empty as \"150 cm\"", "1.5 of unit 1001 as \"1.500 m\"");
-        row("length of a string", lineEdit("string"), "validator.max_length"s, boost::any(3), boost::any(std::size_t(3)), entered(longText), cut + longText.left(256) + '"', "std::string \"xxx\" as \"xxx\"");
+        row("length of a string", lineEdit("string"), "validator.max_length"s, boost::any(3), boost::any(std::size_t(3)), entered(longText), cut + longText.left(256) + '"', "std::string \"nnn\" as \"nnn\"");
         row("length of an optional string", lineEdit("string", {{"optional", true}}), "validator.max_length"s, boost::any(300), boost::any(300U), entered(longText), cut + longText.left(256) + '"', "std::string \"" + longText + "\" as \"" + longText + '"');
         row("default of an optional double", optionalDouble, "default_fn"s, boost::any(half), boost::any(std::function<QString(const QString&)>(half)), clicked("5"), "5", "2.5");
         row("default of a double is read without a button", lineEdit("double"), "default_fn"s, boost::any(half), boost::any(1), toolTip(), "no button", "no button");
