@@ -5,6 +5,7 @@
 #include <QComboBox>
 #include <QEvent>
 #include <QMouseEvent>
+#include <QWindow>
 
 #if QT_VERSION >= QT_VERSION_CHECK(6, 0, 0)
 #include <QEnterEvent>
@@ -27,6 +28,19 @@ constexpr auto adjustToMinimumContentsLength = QComboBox::AdjustToMinimumContent
 // By number, because the name is hidden: Qt 5.15 calls it deprecated.
 constexpr auto adjustToMinimumContentsLength = static_cast<QComboBox::SizeAdjustPolicy>(2);
 #endif
+
+/// Makes the window a tool tip for an X11 window manager, at the next change of its flags.
+/// Qt 5 does so by itself for WA_X11NetWmWindowTypeToolTip. Qt 6.4 loses that attribute on
+/// the way to the server, but its platform plugin still reads the type from this property.
+inline void announceAsToolTip(QWindow* window)
+{
+#if QT_VERSION >= QT_VERSION_CHECK(6, 0, 0)
+    constexpr int toolTip = 0x400;
+    window->setProperty("_q_xcb_wm_window_type", toolTip);
+#else
+    Q_UNUSED(window)
+#endif
+}
 
 /// Where on the screen the mouse is.
 inline QPoint globalPosition(const QMouseEvent& event)

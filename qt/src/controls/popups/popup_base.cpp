@@ -67,12 +67,10 @@ void PopupBase::showEvent(QShowEvent* event)
     // A window of size (0, 0) would still be a dot on the screen.
     setAttribute(Qt::WA_DontShowOnScreen, sizeHint().isEmpty());
     // Only on the window: the widget keeps the flags of its constructor.
-    if (QWindow* window = windowHandle())
+    if (QWindow* window = windowHandle()) {
+        compat::announceAsToolTip(window);
         window->setFlag(Qt::WindowDoesNotAcceptFocus);
-    // As a mere tool a popup gets a button in the task bar from some window managers, and
-    // the activation if it shows before the user has typed anything. With Qt 6 the window
-    // loses the type when its flags change, so this comes after them.
-    setAttribute(Qt::WA_X11NetWmWindowTypeToolTip);
+    }
     QWidget::showEvent(event);
 }
 
