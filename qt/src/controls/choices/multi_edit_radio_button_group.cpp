@@ -99,13 +99,14 @@ void MultiEditRadioButtonGroup::readValue(const boost::any& value)
 {
     if (m_state.varies())
         return;
-    const detail::Alive alive(this, buttonBox());
     if (m_state.isFresh()) {
+        const detail::Alive alive(this, buttonBox());
         setValue(value);
         if (alive)
             m_state.setRead();
         return;
     }
+    const detail::Alive alive(this);
     if (m_equalFn && m_equalFn(value, selectedValue()))
         return;
     if (!alive)
