@@ -26,8 +26,9 @@ using ValidatorPtr = std::unique_ptr<IValidator>;
 template <typename Control>
 EditorPtr editorOf(std::unique_ptr<Control> control)
 {
-    auto editor = std::make_unique<Editor>(Editor{control.get(), control.get()});
-    control.release();
+    auto editor = std::make_unique<Editor>();
+    editor->control = control.get();
+    editor->widget = control.release();
     return editor;
 }
 

@@ -235,6 +235,8 @@ void MultiEditCheckBoxGroup::_updateCheckAllBox()
     const detail::Alive alive(this);
     const std::deque<Box> boxes = this->boxes();
     const Muted muted(m_toggleAll);
+    // It is null only later: a slot of a box may destroy "All".
+    // cppcheck-suppress nullPointerRedundantCheck
     m_toggleAll->reset();
     for (const Box& box : boxes) {
         if (!alive || !m_toggleAll || m_toggleAll->dataVaries())

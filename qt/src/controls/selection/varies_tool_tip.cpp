@@ -12,7 +12,7 @@ namespace {
 constexpr int checkInterval = 100; // ms
 
 // The last one that has shown its text: all texts are the same.
-QPointer<VariesToolTip> g_shown;
+QPointer<VariesToolTip> lastShown;
 
 QString differText()
 {
@@ -57,7 +57,7 @@ bool VariesToolTip::eventFilter(QObject* watched, QEvent* event)
         return false;
     QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), differText(), widget);
     event->accept();
-    g_shown = this;
+    lastShown = this;
     m_whileShown.start(checkInterval, this);
     return true;
 }
@@ -65,7 +65,7 @@ bool VariesToolTip::eventFilter(QObject* watched, QEvent* event)
 // No signal says that a control does not vary any more.
 void VariesToolTip::timerEvent(QTimerEvent* /*event*/)
 {
-    const bool isShown = g_shown == this && QToolTip::isVisible()
+    const bool isShown = lastShown == this && QToolTip::isVisible()
         && QToolTip::text() == differText();
     if (isShown && dataVaries())
         return;
