@@ -10,6 +10,9 @@ namespace vrn::qt::detail {
 
 void TabStop::add(QRadioButton* button)
 {
+    // The application, or the style, may keep Tab from a button.
+    if ((button->focusPolicy() & Qt::TabFocus) == 0)
+        return;
     m_buttons.emplace_back(button);
     button->installEventFilter(this);
     vrn_connect(button, &QRadioButton::toggled, this, &TabStop::update);
@@ -27,6 +30,8 @@ void TabStop::update()
     const QRadioButton* stop = buttonForTab();
     for (QRadioButton* button : m_buttons) {
         const int policy = button->focusPolicy();
+        if (policy == Qt::NoFocus)
+            continue;
         const bool stops = !stop || button == stop;
         button->setFocusPolicy(
             static_cast<Qt::FocusPolicy>(stops ? policy | Qt::TabFocus : policy & ~Qt::TabFocus));

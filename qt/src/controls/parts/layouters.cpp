@@ -166,8 +166,11 @@ public:
     }
 };
 
+// A name would stand in for it.
 bool hasText(const QWidget* widget)
 {
+    if (qobject_cast<const QLabel*>(widget))
+        return true;
     const auto* button = qobject_cast<const QAbstractButton*>(widget);
     const auto* box = qobject_cast<const QGroupBox*>(widget);
     return (button && !button->text().isEmpty()) || (box && !box->title().isEmpty());
@@ -226,6 +229,7 @@ void PropertyGridLayouter::onFinish()
     std::vector<QWidget*> editors;
     std::copy_if(m_editors.begin(), m_editors.end(), std::back_inserter(editors),
         [](const QWidget* editor) { return editor; });
+    m_editors.clear();
     alignFields(m_layout, editors);
 }
 

@@ -22,7 +22,7 @@ constexpr std::array textRoles{
 // It stands in a role with which nothing is painted.
 constexpr QRgb mark = qRgb(1, 2, 3);
 
-// Not quite white, and black can be read on them.
+// Off-white grounds, on which black is readable.
 constexpr QRgb groundOfReadOnly = qRgb(239, 239, 239);
 constexpr QRgb groundOfDisabled = qRgb(200, 200, 200);
 
@@ -63,7 +63,7 @@ QPalette withAll(const QPalette& over, QPalette palette)
     return palette;
 }
 
-// What `palette` has otherwise than `other`, and nothing else.
+// The roles in which `palette` differs from `other`, and nothing else.
 QPalette difference(const QPalette& palette, const QPalette& other)
 {
     QPalette result;
@@ -74,8 +74,8 @@ QPalette difference(const QPalette& palette, const QPalette& other)
     return result;
 }
 
-// What is set around `widget` for all that is inside. Qt hands none of it down to a widget that
-// has a style sheet.
+// What the widgets around `widget` set for all that is inside. Qt hands none of it down to a
+// widget that has a style sheet.
 QPalette handedDown(const QWidget& widget)
 {
     const QWidget* parent = widget.isWindow() ? nullptr : widget.parentWidget();
@@ -84,7 +84,7 @@ QPalette handedDown(const QWidget& widget)
     return withAll(parent->palette(), handedDown(*parent));
 }
 
-// Whether the widget has a style sheet, be it that of a widget around it.
+// Whether the widget has a style sheet, its own or that of a widget around it.
 bool isStyled(const QWidget& widget)
 {
     const QWidget* parent = widget.parentWidget();
@@ -97,7 +97,8 @@ bool isMarked(const QPalette& palette)
     return palette.color(QPalette::Active, QPalette::NoRole) == QColor(mark);
 }
 
-// Of the Web Content Accessibility Guidelines: 1 for equal colours, 21 for black on white.
+// The contrast ratio of the Web Content Accessibility Guidelines: 1 for equal colours, 21 for
+// black on white.
 double contrast(const QColor& a, const QColor& b)
 {
     const auto linear = [](double part) {
