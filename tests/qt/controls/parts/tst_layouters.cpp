@@ -345,6 +345,8 @@ private Q_SLOTS:
         add(
             "a text of its own",
             [](QWidget* box) { return SimpleCheckBox::create("painted", box); }, "");
+        add(
+            "a label with a text", [](QWidget* box) { return new QLabel("S355", box); }, "");
     }
 
     void anEditorHasTheNameOfItsLabel()
