@@ -166,6 +166,7 @@ private:
     bool isEditable() const;
     QString written(const boost::any& value);
     const boost::any* valueOfRow() const;
+    void chooseTextColours();
 
     NamedValueList m_values;
     QPointer<VRN_QT4_ComboBox> m_combo;

@@ -26,6 +26,9 @@ constexpr QRgb mark = qRgb(1, 2, 3);
 constexpr QRgb groundOfReadOnly = qRgb(239, 239, 239);
 constexpr QRgb groundOfDisabled = qRgb(200, 200, 200);
 
+// From here on two grounds can be told apart.
+constexpr double differentGrounds = 1.1;
+
 template <typename Function>
 void forEachRole(Function function)
 {
@@ -112,6 +115,18 @@ double contrast(const QColor& a, const QColor& b)
     return (lighter + 0.05) / (darker + 0.05);
 }
 
+// The ground of a read-only edit: that of its window or, where edits have that anyway, one
+// that is slightly darker or lighter.
+QColor readOnlyGround(const QPalette& palette, QPalette::ColorGroup group, const QColor& ground)
+{
+    const QColor window = palette.color(group, QPalette::Window);
+    if (group == QPalette::Disabled || contrast(window, ground) >= differentGrounds)
+        return window;
+    QColor veil = readableOn(ground);
+    veil.setAlphaF(0.1);
+    return laidOver(veil, ground);
+}
+
 bool isReadable(const QColor& text, const QColor& ground, QPalette::ColorGroup group)
 {
     return contrast(text, ground) >= (group == QPalette::Disabled ? 2.5 : 4.5);
@@ -124,6 +139,15 @@ QColor readableOn(const QColor& ground)
     const QColor black(Qt::black);
     const QColor white(Qt::white);
     return contrast(black, ground) >= contrast(white, ground) ? black : white;
+}
+
+QColor laidOver(const QColor& colour, const QColor& ground)
+{
+    const auto mixed = [&](double upper, double lower) {
+        return lower + (upper - lower) * colour.alphaF();
+    };
+    return QColor::fromRgbF(mixed(colour.redF(), ground.redF()),
+        mixed(colour.greenF(), ground.greenF()), mixed(colour.blueF(), ground.blueF()));
 }
 
 ReadableColours::ReadableColours(QWidget* widget)
@@ -234,9 +258,11 @@ void ReadableColours::onPaletteChange()
             handOver();
     } else if (m_isStyling) {
         // From the time when the widget had no style sheet but the application's.
-        adopt();
+        if (!m_isOwnKnown)
+            adopt();
         handOver();
-    } else if (m_shown) {
+    } else if (m_shown && (isStyledByLibrary() || !isStyled(*m_widget))) {
+        // Otherwise it comes from a style sheet of the application that is about to rule.
         adopt();
         update();
     }
@@ -245,9 +271,11 @@ void ReadableColours::onPaletteChange()
 // From here on the palette of the widget is ours.
 void ReadableColours::take()
 {
-    if (m_shown || isMarked(m_widget->palette()))
+    if (m_isOurs)
         return;
+    m_isOurs = true;
     m_own = QPalette();
+    m_isOwnKnown = false;
     if (!isStyled(*m_widget))
         adopt();
 }
@@ -264,6 +292,7 @@ void ReadableColours::adopt()
             copy(source, own, role);
     });
     m_own = own;
+    m_isOwnKnown = true;
 }
 
 // Gives Qt the palette to start from when it makes one for a style sheet.
@@ -314,13 +343,26 @@ void ReadableColours::show()
 
 void ReadableColours::giveBack()
 {
-    if (!m_shown && !isMarked(m_widget->palette()))
+    if (!m_isOurs)
         return;
     m_shown.reset();
-    if (isStyled(*m_widget))
+    if (isStyled(*m_widget)) {
+        removeMark();
         return;
+    }
+    m_isOurs = false;
     m_widget->setAttribute(Qt::WA_StyleSheet, false); // Qt forgets it before the first show.
     setPalette(m_own);
+}
+
+// The application may copy the palette that its own style sheet leads to.
+void ReadableColours::removeMark()
+{
+    QPalette palette = m_widget->palette();
+    if (!isMarked(palette))
+        return;
+    copy(inherited(), palette, QPalette::NoRole);
+    setPalette(palette);
 }
 
 void ReadableColours::setPalette(const QPalette& palette)
@@ -347,7 +389,7 @@ void ReadableColours::makeReadable(QPalette& palette, QPalette::ColorGroup group
 
     std::vector<QColor> grounds;
     if (isReadOnly() && !isSet(m_own, groundRole))
-        grounds.push_back(palette.color(group, QPalette::Window));
+        grounds.push_back(readOnlyGround(palette, group, ground));
     grounds.push_back(ground);
     if (isSet(m_byStyle, textRole)) {
         if (group == QPalette::Disabled)

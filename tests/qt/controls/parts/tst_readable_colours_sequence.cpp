@@ -17,6 +17,7 @@ namespace {
 
 constexpr std::array groups{QPalette::Active, QPalette::Inactive, QPalette::Disabled};
 
+const QString theirs = "QLineEdit { selection-background-color: #00ff00; }";
 const QString whiteGround = "QLineEdit { border:0; background-color:white; }";
 
 QPalette theme(const QColor& window, const QColor& base, const QColor& text)
@@ -72,8 +73,8 @@ void setApplicationPalette(const QPalette& palette)
     QCoreApplication::processEvents();
 }
 
-// An edit with style sheets of the library, and a twin without, to which the application does
-// the same.
+// An edit with style sheets of the library or the application, and a twin without, to which
+// the application does the same otherwise.
 class StyledEdit : public vrn::test::Subject
 {
 public:
@@ -96,7 +97,7 @@ public:
     {
         return {"black", "red", "padding", "white ground", "no style", "read-only", "editable",
             "application's palette", "window's palette", "panel's palette", "own palette", "show",
-            "hide", "move", "paint", "disable", "enable"};
+            "hide", "move", "paint", "disable", "enable", "their style"};
     }
 
     QString perform(int action, unsigned argument) override
@@ -112,6 +113,8 @@ public:
             m_colours->setStyleSheet(whiteGround);
         else if (name == "no style")
             m_edit->setStyleSheet(QString());
+        else if (name == "their style" && hasLook())
+            m_edit->setStyleSheet(theirs);
         else if (name == "read-only" || name == "editable")
             m_edit->setReadOnly(name == "read-only");
         else if (name == "application's palette")
@@ -120,7 +123,7 @@ public:
             m_window.setPalette(anyTheme(argument));
         else if (name == "panel's palette")
             m_panels[argument / 4 % 2]->setPalette(anyTheme(argument));
-        else if (name == "own palette")
+        else if (name == "own palette" && m_edit->styleSheet() != theirs) // Qt would forget it.
             forBoth([&](QLineEdit* edit) { edit->setPalette(anyOwn(argument)); });
         else if (name == "show" || name == "hide")
             m_window.setVisible(name == "show");
@@ -128,7 +131,7 @@ public:
             moveTo(argument % 2);
         else if (name == "paint")
             forBoth([](QLineEdit* edit) { edit->grab(); });
-        else
+        else if (name == "disable" || name == "enable")
             forBoth([&](QLineEdit* edit) { edit->setEnabled(name == "enable"); });
         return difference();
     }
@@ -140,6 +143,9 @@ private:
         function(m_edit);
         function(m_twin);
     }
+
+    // Without one, Qt by itself leaves an outdated palette after a style sheet.
+    bool hasLook() const { return m_edit->isReadOnly() || !m_edit->styleSheet().isEmpty(); }
 
     void moveTo(unsigned panel)
     {
@@ -161,6 +167,10 @@ private:
         const QPalette palette = m_edit->palette();
         const QPalette plain = m_twin->palette();
         const QString sheet = m_edit->styleSheet();
+        if (palette.color(group, QPalette::NoRole) != QPalette().color(group, QPalette::NoRole))
+            return "a mark is left";
+        if (sheet == theirs)
+            return QString();
         const QColor text = palette.color(group, QPalette::Text);
         // Before it is shown for the first time, Qt does nothing for its style sheet.
         if (sheet.contains("color") && m_edit->testAttribute(Qt::WA_WState_Polished)) {
