@@ -77,12 +77,18 @@ QPalette difference(const QPalette& palette, const QPalette& other)
     return result;
 }
 
-// What the widgets around `widget` set for all that is inside. Qt hands none of it down to a
-// widget that has a style sheet.
+// Whether palettes pass through widgets that have a style sheet.
+bool arePropagated()
+{
+    return QCoreApplication::testAttribute(Qt::AA_UseStyleSheetPropagationInWidgetStyles);
+}
+
+// What the widgets around `widget` set for all that is inside. By default Qt hands none of it
+// down to a widget that has a style sheet.
 QPalette handedDown(const QWidget& widget)
 {
     const QWidget* parent = widget.isWindow() ? nullptr : widget.parentWidget();
-    if (!parent || parent->testAttribute(Qt::WA_StyleSheet))
+    if (!parent || (parent->testAttribute(Qt::WA_StyleSheet) && !arePropagated()))
         return QPalette();
     return withAll(parent->palette(), handedDown(*parent));
 }
@@ -312,7 +318,8 @@ void ReadableColours::restyle()
     const bool isNew = m_widget == m_styled && m_widget->styleSheet() != m_sheet;
     if (isNew || withoutStyle() != m_beforeStyle) {
         const QScopedValueRollback<bool> styling(m_isStyling, true);
-        if (!m_qtHasPalette)
+        // Where palettes are propagated, Qt restores none before it makes the next one.
+        if (!m_qtHasPalette || arePropagated())
             handOver();
         m_qtHasPalette = true;
         if (isNew)

@@ -1,5 +1,6 @@
 #include <QApplication>
 #include <QLineEdit>
+#include <QScopeGuard>
 #include <QVBoxLayout>
 
 #include "controls/parts/readable_colours_p.h"
@@ -42,6 +43,12 @@ QPalette anyTheme(unsigned argument)
     default:
         return theme(QColor(20, 30, 90), QColor(10, 20, 60), QColor(220, 230, 250));
     }
+}
+
+// Qt by itself then leaves an outdated palette to a widget that moves.
+bool arePropagated()
+{
+    return QCoreApplication::testAttribute(Qt::AA_UseStyleSheetPropagationInWidgetStyles);
 }
 
 // What an application sets on one edit. The black and white of the library are not among it.
@@ -127,7 +134,7 @@ public:
             forBoth([&](QLineEdit* edit) { edit->setPalette(anyOwn(argument)); });
         else if (name == "show" || name == "hide")
             m_window.setVisible(name == "show");
-        else if (name == "move")
+        else if (name == "move" && !arePropagated())
             moveTo(argument % 2);
         else if (name == "paint")
             forBoth([](QLineEdit* edit) { edit->grab(); });
@@ -213,8 +220,20 @@ class TestReadableColoursSequence : public vrn::test::TestObject
     Q_OBJECT
 
 private Q_SLOTS:
+    void palettesOfTheApplicationStayItsOwn_data()
+    {
+        QTest::addColumn<bool>("propagates");
+        QTest::newRow("as Qt does it by itself") << false;
+        QTest::newRow("where style sheets propagate as palettes do") << true;
+    }
+
     void palettesOfTheApplicationStayItsOwn()
     {
+        QFETCH(bool, propagates);
+        QCoreApplication::setAttribute(Qt::AA_UseStyleSheetPropagationInWidgetStyles, propagates);
+        const auto reset = qScopeGuard([] {
+            QCoreApplication::setAttribute(Qt::AA_UseStyleSheetPropagationInWidgetStyles, false);
+        });
         vrn::test::runRandomSequences(
             StyledEdit::actions(), [] { return std::make_unique<StyledEdit>(); });
     }
