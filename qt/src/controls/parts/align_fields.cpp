@@ -103,6 +103,7 @@ protected:
         case QEvent::HideToParent:
         case QEvent::LayoutRequest:
         case QEvent::Polish:
+        case QEvent::Show: // While the form is hidden, a layout tells of its first change only.
         case QEvent::ShowToParent:
         case QEvent::StyleChange:
             measureAgain(watched);

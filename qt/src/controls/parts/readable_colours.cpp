@@ -129,7 +129,7 @@ QColor readOnlyGround(const QPalette& palette, QPalette::ColorGroup group, const
     if (group == QPalette::Disabled || contrast(window, ground) >= differentGrounds)
         return window;
     QColor veil = readableOn(ground);
-    veil.setAlphaF(0.1);
+    veil.setAlpha(25);
     return laidOver(veil, ground);
 }
 
@@ -149,11 +149,11 @@ QColor readableOn(const QColor& ground)
 
 QColor laidOver(const QColor& colour, const QColor& ground)
 {
-    const auto mixed = [&](double upper, double lower) {
-        return lower + (upper - lower) * colour.alphaF();
+    const auto mixed = [&](int upper, int lower) {
+        return lower + (upper - lower) * colour.alpha() / 255;
     };
-    return QColor::fromRgbF(mixed(colour.redF(), ground.redF()),
-        mixed(colour.greenF(), ground.greenF()), mixed(colour.blueF(), ground.blueF()));
+    return {mixed(colour.red(), ground.red()), mixed(colour.green(), ground.green()),
+        mixed(colour.blue(), ground.blue())};
 }
 
 ReadableColours::ReadableColours(QWidget* widget)

@@ -210,6 +210,24 @@ private Q_SLOTS:
         QCOMPARE(placeOf(plain).height(), place.height());
     }
 
+    // As when a form is translated on a page that is not shown.
+    void aCaptionMayChangeWhileTheFormIsHidden()
+    {
+        QWidget* plain = createEdit(m_form.get(), "&Span");
+        QWidget* other = createEdit(m_form.get(), "&Width");
+        show({plain, other});
+        m_form->hide();
+        auto* caption = plain->findChild<QLabel*>();
+        for (const char* text : {"A longer caption", "A caption that is longer still"}) {
+            caption->setText(text);
+            QCoreApplication::sendPostedEvents();
+        }
+        m_form->show();
+        QCoreApplication::sendPostedEvents();
+        QVERIFY(lineOf(plain)->x() >= caption->sizeHint().width());
+        verifyAligned(plain, other);
+    }
+
     // In a form of hundreds of fields, the square of their number counts.
     void aFieldIsNotMeasuredForAnother()
     {

@@ -13,6 +13,7 @@
 #include <functional>
 
 using namespace vrn::test;
+using vrn::qt::detail::laidOver;
 using vrn::qt::detail::ReadableColours;
 using vrn::qt::detail::readableOn;
 
@@ -211,6 +212,20 @@ private Q_SLOTS:
     {
         QFETCH(QColor, ground);
         QTEST(readableOn(ground), "text");
+    }
+
+    void aColourIsLaidOverAnother_data()
+    {
+        columns<QColor, QColor>("colour", "seen");
+        row("opaque", QColor(10, 20, 30), QColor(10, 20, 30));
+        row("transparent", QColor(10, 20, 30, 0), QColor(200, 100, 0));
+        row("half-transparent", QColor(0, 100, 255, 51), QColor(160, 100, 51));
+    }
+
+    void aColourIsLaidOverAnother()
+    {
+        QFETCH(QColor, colour);
+        QTEST(laidOver(colour, QColor(200, 100, 0)), "seen");
     }
 };
 
