@@ -219,6 +219,12 @@ bool ReadableColours::isStyledByLibrary() const
     return m_styled && !m_sheet.isEmpty() && m_styled->styleSheet() == m_sheet;
 }
 
+// What its style sheet sets must not be taken for a palette that it sets.
+bool ReadableColours::isStyledByApplication() const
+{
+    return isStyled(*m_widget) && !isStyledByLibrary();
+}
+
 bool ReadableColours::isReadOnly() const
 {
     const auto* edit = qobject_cast<const QLineEdit*>(m_widget);
@@ -267,8 +273,7 @@ void ReadableColours::onPaletteChange()
         if (!m_isOwnKnown)
             adopt();
         handOver();
-    } else if (m_shown && (isStyledByLibrary() || !isStyled(*m_widget))) {
-        // Otherwise it comes from a style sheet of the application that is about to rule.
+    } else if (m_shown && !isStyledByApplication()) {
         adopt();
         update();
     }

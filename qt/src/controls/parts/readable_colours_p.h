@@ -50,6 +50,7 @@ public:
 
 private:
     bool isStyledByLibrary() const;
+    bool isStyledByApplication() const;
     bool isReadOnly() const;
     QPalette inherited() const;
     QPalette withoutStyle() const;

@@ -167,6 +167,28 @@ private Q_SLOTS:
         QCOMPARE(form.colour(QPalette::Base), QColor(35, 35, 35));
     }
 
+    // The application may copy the palette to another edit.
+    void aPaletteBesideAStyleSheetOfTheApplicationHasNoMark()
+    {
+        Form form;
+        form.colours->setStyleSheet(black);
+        form.edit->setStyleSheet("QLineEdit { margin: 1px; }");
+        QCOMPARE(form.colour(QPalette::NoRole), form.other->palette().color(QPalette::NoRole));
+        form.edit->setStyleSheet(QString());
+        QCOMPARE(form.colour(QPalette::Base), QColor(35, 35, 35));
+    }
+
+    void coloursOfTheApplicationsStyleSheetGoWithIt()
+    {
+        Form form;
+        form.edit->setReadOnly(true);
+        form.edit->setStyleSheet("QLineEdit { selection-background-color: #00ff00; }");
+        QCOMPARE(form.colour(QPalette::Highlight), QColor("#00ff00"));
+        form.edit->setStyleSheet(QString());
+        QCOMPARE(
+            form.colour(QPalette::Highlight), form.other->palette().color(QPalette::Highlight));
+    }
+
     void coloursOfTheApplicationsStyleSheetStay()
     {
         qApp->setStyleSheet("QLineEdit { selection-background-color: #00ff00; }");
