@@ -125,7 +125,7 @@ double contrast(const QColor& a, const QColor& b)
 // that is slightly darker or lighter.
 QColor readOnlyGround(const QPalette& palette, QPalette::ColorGroup group, const QColor& ground)
 {
-    const QColor window = palette.color(group, QPalette::Window);
+    const QColor& window = palette.color(group, QPalette::Window);
     if (group == QPalette::Disabled || contrast(window, ground) >= differentGrounds)
         return window;
     QColor veil = readableOn(ground);
