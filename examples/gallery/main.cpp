@@ -4,10 +4,10 @@
 #include <QTextStream>
 #include <QTimer>
 
-#include "dark_palette.h"
 #include "gallery_application.h"
 #include "gallery_window.h"
 #include "page.h"
+#include "palettes.h"
 
 using namespace gallery;
 
@@ -75,8 +75,8 @@ int main(int argc, char** argv)
     parser.process(application);
     if (parser.isSet(listOption))
         return listPages();
-    if (parser.isSet(darkOption))
-        QApplication::setPalette(darkPalette());
+    const QPalette palette = parser.isSet(darkOption) ? darkPalette() : QApplication::palette();
+    QApplication::setPalette(withReadableDisabledText(palette));
 
     GalleryWindow window;
     QObject::connect(

@@ -125,6 +125,7 @@ private Q_SLOTS:
         columns<QString, QString, QString>("property", "text", "value");
         row("a text and a value of its own", "Depth", "Auto", "\"\"");
         row("no value", "Cover", "", "(no value)");
+        row("a text of its own", "Load factor", "1.35", "1.35");
     }
 
     void theResetButtonsShowADefault()

@@ -177,10 +177,18 @@ std::shared_ptr<DefaultValidatorFactory> validatorFactory()
 
 EditorMetaData metaDataOf(QWidget* widget, MultiEditControlBase* control)
 {
-    return {widget, [control](const boost::any& value) { control->setValue(value); },
-        [control] { control->forceVaries(); },
-        [control](boost::any& value) {
-            if (control->dataVaries())
+    const QPointer<QWidget> alive = widget;
+    return {widget,
+        [=](const boost::any& value) {
+            if (alive)
+                control->setValue(value);
+        },
+        [=] {
+            if (alive)
+                control->forceVaries();
+        },
+        [=](boost::any& value) {
+            if (!alive || control->dataVaries())
                 return false;
             value = control->getCurrentValue();
             return true;

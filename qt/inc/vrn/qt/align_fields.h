@@ -11,7 +11,8 @@ namespace vrn::qt {
 
 /// Aligns `fields`, which form one column: their edits and lists get one height and one left
 /// edge, and captions that are part of them one width. The alignment follows changes of fonts
-/// and texts until `owner` is destroyed.
+/// and texts until `owner` is destroyed. A field that is hidden by itself does not count, and
+/// one whose height the application has limited keeps it.
 ///
 /// A PropertyGridLayouter does this in its form. Call it for a form of your own, once its
 /// fields are fully built:

@@ -33,7 +33,8 @@ namespace vrn::qt {
 /// Unknown keys are ignored. docs/hints.md lists all keys, with their types.
 using Hints = boost::property_tree::basic_ptree<std::string, boost::any, std::less<std::string>>;
 
-/// Whether two values are equal, as vrn::any_equal does: "is_equal" and "equal_value_fn".
+/// Whether two values are equal, as vrn::any_equal does: "is_equal" and "equal_value_fn". For
+/// the editor "callback" alone it says whether they differ, see DefaultEditorFactory.
 using EqualHint = bool (*)(const boost::any&, const boost::any&);
 /// The text that a reset button shows for the text that was there: "default_fn".
 using DefaultTextHint = boost::function<QString(const QString&)>;

@@ -91,8 +91,8 @@ Q_SIGNALS:
 public Q_SLOTS:
     /// Replaces all entries and shows the first one. Icons and colours are for the
     /// entries at the same positions; if a list is too short, the other entries have
-    /// none. The text on an opaque colour is black or white, whichever is easier to read.
-    /// The box is at least as wide as its contents need. Emits nothing.
+    /// none. The text on a colour is black or white, whichever is easier to read on what is
+    /// seen of the colour. The box is as wide as its contents need at least. Emits nothing.
     void setValues(const NamedValueList& values, const PixmapPtrList& pixmaps = PixmapPtrList(),
         const std::deque<QColor>& backgroundColors = std::deque<QColor>());
 
@@ -166,6 +166,7 @@ private:
     bool isEditable() const;
     QString written(const boost::any& value);
     const boost::any* valueOfRow() const;
+    void chooseTextColours();
 
     NamedValueList m_values;
     QPointer<VRN_QT4_ComboBox> m_combo;

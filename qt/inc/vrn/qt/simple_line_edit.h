@@ -46,7 +46,8 @@ class LineEditImpl;
 ///
 /// On a dark palette, where black and red cannot be read, the field has a white ground for as
 /// long as it has its style sheet with the colour. The ground goes through the palette of the
-/// edit; a palette that the application sets there, or around it, stays in force.
+/// edit; a palette that the application sets there, or around it, stays in force. A disabled
+/// field in which nothing was typed has the colours of the palette, as all other widgets.
 ///
 /// The value is computed from the text whenever it is asked for; numbers are in the C
 /// locale. What a validator throws passes through the control, which then counts its

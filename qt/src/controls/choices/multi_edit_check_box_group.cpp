@@ -7,6 +7,7 @@
 #include <QScopeGuard>
 
 #include "controls/parts/alive_p.h"
+#include "controls/selection/varies_tool_tip_p.h"
 
 #include <stdexcept>
 
@@ -85,6 +86,8 @@ MultiEditCheckBoxGroup::MultiEditCheckBoxGroup(QWidget* parent, ILayouter& layou
             check->setToolTip(tooltips[i]);
     }
     m_toggleAll = MultiEditCheckBox::create(tr("All"), parent);
+    // It varies if the boxes differ, and not the selected objects.
+    detail::VariesToolTip::removeFrom(m_toggleAll);
     addTo(m_toggleAll);
     vrn_connect(m_toggleAll.data(), &MultiEditCheckBox::valueChanged, this,
         &MultiEditCheckBoxGroup::onClickedToggleAll);

@@ -6,6 +6,7 @@
 #include <vrn/companion_qt/label.h>
 #include <vrn/qt/multi_edit_line_edit.h>
 
+#include <QAbstractItemView>
 #include <QEvent>
 #include <QHBoxLayout>
 #include <QIcon>
@@ -52,12 +53,16 @@ int rowOf(const NamedValueList& values, const NamedValueList::const_iterator& en
     return static_cast<int>(entry - values.begin());
 }
 
-// On a colour that covers the list, the colour of its text may not be readable.
-void setBackground(QComboBox& combo, int row, const QColor& colour)
+constexpr int opaque = 255;
+
+// On the colour of a row, the colour of the list's text may not be readable. What is seen of
+// a colour that is not opaque depends on the list, too.
+void chooseTextColour(QComboBox& combo, int row)
 {
-    combo.setItemData(row, colour, Qt::BackgroundRole);
-    if (colour.alpha() > 127)
-        combo.setItemData(row, detail::readableOn(colour), Qt::ForegroundRole);
+    QColor ground = combo.itemData(row, Qt::BackgroundRole).value<QColor>();
+    if (ground.alpha() < opaque)
+        ground = detail::laidOver(ground, combo.view()->palette().color(QPalette::Base));
+    combo.setItemData(row, detail::readableOn(ground), Qt::ForegroundRole);
 }
 
 } // namespace
@@ -144,8 +149,12 @@ void SimpleEnumBox::setValues(const NamedValueList& values, const PixmapPtrList&
             iconSize = iconSize.expandedTo(pixmaps[i]->size());
         }
         combo.insertItem(combo.count(), icon, m_values[i].first);
-        if (i < backgroundColors.size())
-            setBackground(combo, static_cast<int>(i), backgroundColors[i]);
+        if (i < backgroundColors.size()) {
+            combo.setItemData(static_cast<int>(i), backgroundColors[i], Qt::BackgroundRole);
+            chooseTextColour(combo, static_cast<int>(i));
+            if (backgroundColors[i].alpha() < opaque)
+                combo.view()->installEventFilter(this);
+        }
     }
     if (alive && !m_values.empty())
         combo.setCurrentIndex(0);
@@ -382,7 +391,21 @@ bool SimpleEnumBox::eventFilter(QObject* watched, QEvent* event)
         event->ignore();
         return true;
     }
+    const bool paletteMayBeNew = event->type() == QEvent::PaletteChange
+        || event->type() == QEvent::Show;
+    if (paletteMayBeNew && qobject_cast<QAbstractItemView*>(watched))
+        chooseTextColours();
     return QWidget::eventFilter(watched, event);
+}
+
+void SimpleEnumBox::chooseTextColours()
+{
+    const detail::Alive alive(this, m_combo);
+    for (int row = 0; alive && row < m_combo->count(); ++row) {
+        const QVariant colour = m_combo->itemData(row, Qt::BackgroundRole);
+        if (colour.isValid() && colour.value<QColor>().alpha() < opaque)
+            chooseTextColour(*m_combo, row);
+    }
 }
 
 void SimpleEnumBox::changeEvent(QEvent* event)

@@ -12,7 +12,8 @@ namespace vrn::qt::detail {
 /// Qt does this only after a button of the group has had the focus. Until then Tab goes to
 /// the first button, whichever is checked. While no button is checked that can take the
 /// focus, Tab enters at the first one and Shift+Tab at the last. While a button has the
-/// focus, the next Tab leaves the group.
+/// focus, the next Tab leaves the group. A button from which the style or the application
+/// keeps Tab is left alone.
 class TabStop : public QObject
 {
 public:
@@ -26,10 +27,17 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    QRadioButton* buttonForTab() const;
+    struct Button
+    {
+        QRadioButton* widget;
+        Qt::FocusPolicy policy; ///< If Tab may go to it.
+    };
+
+    static bool takesTab(const Button& button);
+    const QRadioButton* buttonForTab() const;
     void remove(const QObject* button);
 
-    std::vector<QRadioButton*> m_buttons;
+    std::vector<Button> m_buttons;
 };
 
 } // namespace vrn::qt::detail

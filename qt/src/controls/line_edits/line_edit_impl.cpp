@@ -194,6 +194,14 @@ void LineEditImpl::inputMethodEvent(QInputMethodEvent* event)
     QLineEdit::inputMethodEvent(event);
 }
 
+// Nothing else tells of margins that the application has set.
+void LineEditImpl::paintEvent(QPaintEvent* event)
+{
+    if (m_btn1 && textMargins() != m_margins)
+        makeRoomForButton();
+    QLineEdit::paintEvent(event);
+}
+
 void LineEditImpl::resizeEvent(QResizeEvent* event)
 {
     QLineEdit::resizeEvent(event);
@@ -280,11 +288,22 @@ void LineEditImpl::makeRoomForButton()
         margins -= isRightToLeft() ? QMargins(m_roomForButton, -risenByPadding, 0, 0)
                                    : QMargins(0, -risenByPadding, m_roomForButton, 0);
     }
-    if (textMargins() != m_margins)
-        m_ownMargins = textMargins();
+    m_ownMargins = ownMargins();
     m_margins = m_ownMargins + margins;
     setTextMargins(m_margins);
     setContentsMargins(0, isPadded() ? risenByMargin : 0, 0, 0);
+}
+
+// The application may set margins of its own, or change one side of those that it reads here.
+// So a side that is as it was set last still has the margin that the application gave it.
+QMargins LineEditImpl::ownMargins() const
+{
+    const QMargins now = textMargins();
+    const auto side = [&](int (QMargins::*of)() const) {
+        return (now.*of)() == (m_margins.*of)() ? (m_ownMargins.*of)() : (now.*of)();
+    };
+    return {side(&QMargins::left), side(&QMargins::top), side(&QMargins::right),
+        side(&QMargins::bottom)};
 }
 
 int LineEditImpl::frameWidth() const

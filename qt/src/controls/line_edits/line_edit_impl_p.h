@@ -58,6 +58,7 @@ protected:
     void changeEvent(QEvent* event) override;
     bool event(QEvent* event) override;
     void inputMethodEvent(QInputMethodEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
 
 private Q_SLOTS:
@@ -71,6 +72,7 @@ private:
     bool isPadded() const;
     QSize inFull(QSize hint) const;
     void makeRoomForButton();
+    QMargins ownMargins() const;
 
     ReadableColours* m_colours;
     PopupGroup* m_popups = nullptr;

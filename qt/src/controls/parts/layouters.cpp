@@ -4,6 +4,7 @@
 #include <vrn/qt/align_fields.h>
 
 #include <QAbstractButton>
+#include <QEvent>
 #include <QGroupBox>
 #include <QLabel>
 
@@ -152,7 +153,12 @@ namespace {
 class Caption : public QLabel
 {
 public:
-    using QLabel::QLabel;
+    Caption(const QString& text, QWidget* parent, QWidget* editor)
+        : QLabel(text, parent)
+    {
+        setBuddy(editor);
+        editor->installEventFilter(this);
+    }
 
     QSize sizeHint() const override
     {
@@ -164,10 +170,21 @@ public:
             return own;
         return own.expandedTo({0, std::max(editor->sizeHint().height(), editor->minimumHeight())});
     }
+
+    // A layout asks for a hint only once, unless it is told that there is another.
+    bool eventFilter(QObject* watched, QEvent* event) override
+    {
+        if (event->type() == QEvent::Resize)
+            updateGeometry();
+        return QLabel::eventFilter(watched, event);
+    }
 };
 
+// A name would stand in for it.
 bool hasText(const QWidget* widget)
 {
+    if (qobject_cast<const QLabel*>(widget))
+        return true;
     const auto* button = qobject_cast<const QAbstractButton*>(widget);
     const auto* box = qobject_cast<const QGroupBox*>(widget);
     return (button && !button->text().isEmpty()) || (box && !box->title().isEmpty());
@@ -207,8 +224,7 @@ void PropertyGridLayouter::onAdd(QWidget* widget, const QString& label)
 {
     if (!canAdd(m_layout, widget))
         return;
-    auto* caption = new Caption(label, m_parent);
-    caption->setBuddy(widget);
+    auto* caption = new Caption(label, m_parent, widget);
     giveName(widget, detail::withoutMnemonic(label));
     m_editors.emplace_back(widget);
     _add(caption);
@@ -226,6 +242,7 @@ void PropertyGridLayouter::onFinish()
     std::vector<QWidget*> editors;
     std::copy_if(m_editors.begin(), m_editors.end(), std::back_inserter(editors),
         [](const QWidget* editor) { return editor; });
+    m_editors.clear();
     alignFields(m_layout, editors);
 }
 

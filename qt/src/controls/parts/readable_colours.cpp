@@ -22,9 +22,12 @@ constexpr std::array textRoles{
 // It stands in a role with which nothing is painted.
 constexpr QRgb mark = qRgb(1, 2, 3);
 
-// Not quite white, and black can be read on them.
+// Off-white grounds, on which black is readable.
 constexpr QRgb groundOfReadOnly = qRgb(239, 239, 239);
 constexpr QRgb groundOfDisabled = qRgb(200, 200, 200);
+
+// From here on two grounds can be told apart.
+constexpr double differentGrounds = 1.1;
 
 template <typename Function>
 void forEachRole(Function function)
@@ -63,7 +66,7 @@ QPalette withAll(const QPalette& over, QPalette palette)
     return palette;
 }
 
-// What `palette` has otherwise than `other`, and nothing else.
+// The roles in which `palette` differs from `other`, and nothing else.
 QPalette difference(const QPalette& palette, const QPalette& other)
 {
     QPalette result;
@@ -74,17 +77,23 @@ QPalette difference(const QPalette& palette, const QPalette& other)
     return result;
 }
 
-// What is set around `widget` for all that is inside. Qt hands none of it down to a widget that
-// has a style sheet.
+// Whether palettes pass through widgets that have a style sheet.
+bool arePropagated()
+{
+    return QCoreApplication::testAttribute(Qt::AA_UseStyleSheetPropagationInWidgetStyles);
+}
+
+// What the widgets around `widget` set for all that is inside. By default Qt hands none of it
+// down to a widget that has a style sheet.
 QPalette handedDown(const QWidget& widget)
 {
     const QWidget* parent = widget.isWindow() ? nullptr : widget.parentWidget();
-    if (!parent || parent->testAttribute(Qt::WA_StyleSheet))
+    if (!parent || (parent->testAttribute(Qt::WA_StyleSheet) && !arePropagated()))
         return QPalette();
     return withAll(parent->palette(), handedDown(*parent));
 }
 
-// Whether the widget has a style sheet, be it that of a widget around it.
+// Whether the widget has a style sheet, its own or that of a widget around it.
 bool isStyled(const QWidget& widget)
 {
     const QWidget* parent = widget.parentWidget();
@@ -97,7 +106,8 @@ bool isMarked(const QPalette& palette)
     return palette.color(QPalette::Active, QPalette::NoRole) == QColor(mark);
 }
 
-// Of the Web Content Accessibility Guidelines: 1 for equal colours, 21 for black on white.
+// The contrast ratio of the Web Content Accessibility Guidelines: 1 for equal colours, 21 for
+// black on white.
 double contrast(const QColor& a, const QColor& b)
 {
     const auto linear = [](double part) {
@@ -109,6 +119,18 @@ double contrast(const QColor& a, const QColor& b)
     };
     const auto [darker, lighter] = std::minmax({luminance(a), luminance(b)});
     return (lighter + 0.05) / (darker + 0.05);
+}
+
+// The ground of a read-only edit: that of its window or, where edits have that anyway, one
+// that is slightly darker or lighter.
+QColor readOnlyGround(const QPalette& palette, QPalette::ColorGroup group, const QColor& ground)
+{
+    const QColor& window = palette.color(group, QPalette::Window);
+    if (group == QPalette::Disabled || contrast(window, ground) >= differentGrounds)
+        return window;
+    QColor veil = readableOn(ground);
+    veil.setAlpha(25);
+    return laidOver(veil, ground);
 }
 
 bool isReadable(const QColor& text, const QColor& ground, QPalette::ColorGroup group)
@@ -123,6 +145,15 @@ QColor readableOn(const QColor& ground)
     const QColor black(Qt::black);
     const QColor white(Qt::white);
     return contrast(black, ground) >= contrast(white, ground) ? black : white;
+}
+
+QColor laidOver(const QColor& colour, const QColor& ground)
+{
+    const auto mixed = [&](int upper, int lower) {
+        return lower + (upper - lower) * colour.alpha() / 255;
+    };
+    return {mixed(colour.red(), ground.red()), mixed(colour.green(), ground.green()),
+        mixed(colour.blue(), ground.blue())};
 }
 
 ReadableColours::ReadableColours(QWidget* widget)
@@ -188,6 +219,12 @@ bool ReadableColours::isStyledByLibrary() const
     return m_styled && !m_sheet.isEmpty() && m_styled->styleSheet() == m_sheet;
 }
 
+// What its style sheet sets must not be taken for a palette that it sets.
+bool ReadableColours::isStyledByApplication() const
+{
+    return isStyled(*m_widget) && !isStyledByLibrary();
+}
+
 bool ReadableColours::isReadOnly() const
 {
     const auto* edit = qobject_cast<const QLineEdit*>(m_widget);
@@ -233,9 +270,10 @@ void ReadableColours::onPaletteChange()
             handOver();
     } else if (m_isStyling) {
         // From the time when the widget had no style sheet but the application's.
-        adopt();
+        if (!m_isOwnKnown)
+            adopt();
         handOver();
-    } else if (m_shown) {
+    } else if (m_shown && !isStyledByApplication()) {
         adopt();
         update();
     }
@@ -244,9 +282,11 @@ void ReadableColours::onPaletteChange()
 // From here on the palette of the widget is ours.
 void ReadableColours::take()
 {
-    if (m_shown || isMarked(m_widget->palette()))
+    if (m_isOurs)
         return;
+    m_isOurs = true;
     m_own = QPalette();
+    m_isOwnKnown = false;
     if (!isStyled(*m_widget))
         adopt();
 }
@@ -263,6 +303,7 @@ void ReadableColours::adopt()
             copy(source, own, role);
     });
     m_own = own;
+    m_isOwnKnown = true;
 }
 
 // Gives Qt the palette to start from when it makes one for a style sheet.
@@ -282,7 +323,8 @@ void ReadableColours::restyle()
     const bool isNew = m_widget == m_styled && m_widget->styleSheet() != m_sheet;
     if (isNew || withoutStyle() != m_beforeStyle) {
         const QScopedValueRollback<bool> styling(m_isStyling, true);
-        if (!m_qtHasPalette)
+        // Where palettes are propagated, Qt restores none before it makes the next one.
+        if (!m_qtHasPalette || arePropagated())
             handOver();
         m_qtHasPalette = true;
         if (isNew)
@@ -313,13 +355,26 @@ void ReadableColours::show()
 
 void ReadableColours::giveBack()
 {
-    if (!m_shown && !isMarked(m_widget->palette()))
+    if (!m_isOurs)
         return;
     m_shown.reset();
-    if (isStyled(*m_widget))
+    if (isStyled(*m_widget)) {
+        removeMark();
         return;
+    }
+    m_isOurs = false;
     m_widget->setAttribute(Qt::WA_StyleSheet, false); // Qt forgets it before the first show.
     setPalette(m_own);
+}
+
+// The application may copy the palette that its own style sheet leads to.
+void ReadableColours::removeMark()
+{
+    QPalette palette = m_widget->palette();
+    if (!isMarked(palette))
+        return;
+    copy(inherited(), palette, QPalette::NoRole);
+    setPalette(palette);
 }
 
 void ReadableColours::setPalette(const QPalette& palette)
@@ -346,7 +401,7 @@ void ReadableColours::makeReadable(QPalette& palette, QPalette::ColorGroup group
 
     std::vector<QColor> grounds;
     if (isReadOnly() && !isSet(m_own, groundRole))
-        grounds.push_back(palette.color(group, QPalette::Window));
+        grounds.push_back(readOnlyGround(palette, group, ground));
     grounds.push_back(ground);
     if (isSet(m_byStyle, textRole)) {
         if (group == QPalette::Disabled)

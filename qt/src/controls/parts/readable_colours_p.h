@@ -16,6 +16,9 @@ namespace vrn::qt::detail {
 /// Black or white, whichever can be read better on `ground`.
 VRN_QT2_EXPORT QColor readableOn(const QColor& ground);
 
+/// What is seen of `colour`, which may be transparent, on `ground`, which is not.
+VRN_QT2_EXPORT QColor laidOver(const QColor& colour, const QColor& ground);
+
 /// Keeps the text of a widget readable beside a style sheet of the library, whatever palette
 /// the application has.
 ///
@@ -29,7 +32,8 @@ VRN_QT2_EXPORT QColor readableOn(const QColor& ground);
 /// larger part of the work here, because Qt keeps the palette from before a style sheet, and
 /// hands none down to a widget that has one.
 ///
-/// A read-only line edit has the ground of its window, unless the application has chosen one.
+/// A read-only line edit has the ground of its window, or one close by if editable ones have
+/// that, too. A ground that the application has set on it stays.
 class VRN_QT2_EXPORT ReadableColours : public QObject
 {
 public:
@@ -46,6 +50,7 @@ public:
 
 private:
     bool isStyledByLibrary() const;
+    bool isStyledByApplication() const;
     bool isReadOnly() const;
     QPalette inherited() const;
     QPalette withoutStyle() const;
@@ -57,6 +62,7 @@ private:
     void restyle();
     void show();
     void giveBack();
+    void removeMark();
     void setPalette(const QPalette& palette);
     void makeReadable(QPalette& palette, QPalette::ColorGroup group) const;
 
@@ -65,10 +71,12 @@ private:
     QString m_sheet;
     QPointer<QWidget> m_parent;
     QPalette m_own; ///< What the application has set on the widget itself.
+    bool m_isOwnKnown = false; ///< Not while a style sheet of the application hides it.
     QPalette m_beforeStyle; ///< From what Qt makes a palette for a style sheet.
     QPalette m_handedOver; ///< The same with the mark. Qt restores it.
     QPalette m_byStyle; ///< What style sheets have set.
-    std::optional<QPalette> m_shown; ///< None: the palette is the application's.
+    std::optional<QPalette> m_shown; ///< None while a style sheet of the application rules.
+    bool m_isOurs = false; ///< The palette of the widget, until it is given back.
     bool m_qtHasPalette = false; ///< The one handed over.
     bool m_isStyling = false;
     bool m_isSettingPalette = false;

@@ -36,6 +36,16 @@ VariesToolTip::VariesToolTip(QWidget* control)
     answerFor(control);
 }
 
+void VariesToolTip::removeFrom(const QWidget* control)
+{
+    for (QObject* child : control->children()) {
+        if (auto* toolTip = dynamic_cast<VariesToolTip*>(child)) {
+            delete toolTip;
+            return;
+        }
+    }
+}
+
 void VariesToolTip::answerFor(QWidget* part)
 {
     part->installEventFilter(this);

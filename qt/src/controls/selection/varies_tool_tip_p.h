@@ -17,6 +17,9 @@ class VariesToolTip : public QObject
 public:
     explicit VariesToolTip(QWidget* control);
 
+    /// Takes the one away that `control` has made for itself.
+    static void removeFrom(const QWidget* control);
+
     /// Also answers for `part`, which stands outside of the control.
     void answerFor(QWidget* part);
 

@@ -417,6 +417,68 @@ private Q_SLOTS:
         }
     }
 
+    void aButtonThatTabMustNotReachIsLeftAlone_data()
+    {
+        QTest::addColumn<bool>("isBefore");
+        QTest::addColumn<int>("policy");
+        row("from the start", true, int(Qt::ClickFocus));
+        row("without any focus from the start", true, int(Qt::NoFocus));
+        row("later", false, int(Qt::ClickFocus));
+        row("without any focus later", false, int(Qt::NoFocus));
+    }
+
+    void aButtonThatTabMustNotReachIsLeftAlone()
+    {
+        QFETCH(bool, isBefore);
+        QFETCH(int, policy);
+        const auto restricted = static_cast<Qt::FocusPolicy>(policy);
+        struct Restricting : public VBoxLayouter
+        {
+            void onAdd(QWidget* widget) override
+            {
+                if (qobject_cast<QRadioButton*>(widget)->text() == "S275")
+                    widget->setFocusPolicy(policy);
+                VBoxLayouter::onAdd(widget);
+            }
+            Qt::FocusPolicy policy = Qt::StrongFocus;
+        } layouter;
+        if (isBefore)
+            layouter.policy = restricted;
+        QWidget form;
+        Group* group = create(&form, threeGrades(), &layouter);
+        if (!isBefore)
+            buttonOf(*group, "S275")->setFocusPolicy(restricted);
+        for (const char* name : {"S235", "S275", "S355"}) {
+            buttonOf(*group, name)->setChecked(true);
+            QCOMPARE(buttonOf(*group, "S275")->focusPolicy(), restricted);
+        }
+        QVERIFY(buttonOf(*group, "S355")->focusPolicy() & Qt::TabFocus);
+        QVERIFY(!(buttonOf(*group, "S235")->focusPolicy() & Qt::TabFocus));
+        // It is checked, so Tab cannot enter there.
+        buttonOf(*group, "S275")->setChecked(true);
+        QVERIFY(buttonOf(*group, "S355")->focusPolicy() & Qt::TabFocus);
+        QVERIFY(buttonOf(*group, "S235")->focusPolicy() & Qt::TabFocus);
+    }
+
+    void aButtonForTabAloneGetsItBack()
+    {
+        struct TabOnly : public VBoxLayouter
+        {
+            void onAdd(QWidget* widget) override
+            {
+                widget->setFocusPolicy(Qt::TabFocus);
+                VBoxLayouter::onAdd(widget);
+            }
+        } layouter;
+        QWidget form;
+        Group* group = create(&form, threeGrades(), &layouter);
+        buttonOf(*group, "S235")->setChecked(true);
+        QCOMPARE(buttonOf(*group, "S275")->focusPolicy(), Qt::NoFocus);
+        buttonOf(*group, "S275")->setChecked(true);
+        QCOMPARE(buttonOf(*group, "S275")->focusPolicy(), Qt::TabFocus);
+        QCOMPARE(buttonOf(*group, "S235")->focusPolicy(), Qt::NoFocus);
+    }
+
     void aButtonMayGoWithTheFocus()
     {
         QWidget form;

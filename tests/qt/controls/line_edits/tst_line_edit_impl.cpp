@@ -67,6 +67,20 @@ void clickRow(HistoryPopup& popup, int row)
     QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, place.center());
 }
 
+// From where to where a text goes that is too long for the edit.
+QLine placeOfText(QLineEdit& edit)
+{
+    edit.setText(QString(100, '1'));
+    const auto cursor = [&] {
+        edit.grab(); // It scrolls there.
+        return edit.inputMethodQuery(Qt::ImCursorRectangle).toRect().center().x();
+    };
+    edit.home(false);
+    const int left = cursor();
+    edit.end(false);
+    return {left, 0, cursor(), 0};
+}
+
 } // namespace
 
 class TestLineEditImpl : public vrn::test::TestObject
@@ -239,6 +253,62 @@ private Q_SLOTS:
         QCOMPARE(button->size(), button->sizeHint());
         QCOMPARE(button->x(), rect.right() - frame - button->width());
         QCOMPARE(button->y(), (rect.bottom() + 1 - button->height()) / 2);
+    }
+
+    void marginsOfTheApplicationStay_data()
+    {
+        QTest::addColumn<bool>("isSetBefore");
+        QTest::addColumn<bool>("isTyped");
+        QTest::addColumn<int>("left");
+        QTest::addColumn<int>("right");
+        for (const bool isTyped : {false, true}) {
+            const char* key = isTyped ? ", in a field with a typed text" : "";
+            for (const bool isSetBefore : {false, true}) {
+                const char* when = isSetBefore ? "before" : "after";
+                QTest::addRow("on both sides, set %s the button%s", when, key)
+                    << isSetBefore << isTyped << 7 << 5;
+                QTest::addRow("on the left, set %s the button%s", when, key)
+                    << isSetBefore << isTyped << 7 << 0;
+                QTest::addRow("on the right, set %s the button%s", when, key)
+                    << isSetBefore << isTyped << 0 << 5;
+            }
+        }
+    }
+
+    void marginsOfTheApplicationStay()
+    {
+        QFETCH(bool, isSetBefore);
+        QFETCH(bool, isTyped);
+        QFETCH(int, left);
+        QFETCH(int, right);
+        const auto make = [&](QWidget& window, const QMargins& margins) {
+            auto* field = SimpleLineEdit::create(
+                &window, {}, new DigitsValidator, 0, ExpandHorizontal);
+            (new QVBoxLayout(&window))->addWidget(field);
+            if (isSetBefore)
+                field->edit()->setTextMargins(margins);
+            field->addButton([](const QString& text) { return text; }, QPixmap());
+            window.resize(200, 50);
+            window.show();
+            if (isTyped)
+                QTest::keyClicks(field->edit(), "12");
+            if (!isSetBefore)
+                field->edit()->setTextMargins(margins);
+            return field->edit();
+        };
+        QWidget plain;
+        QWidget window;
+        const QLine usual = placeOfText(*make(plain, {}));
+        QLineEdit* edit = make(window, {left, 0, right, 0});
+        QCOMPARE(placeOfText(*edit), QLine(usual.x1() + left, 0, usual.x2() - right, 0));
+
+        // As an application does that changes one side only.
+        QMargins changed = edit->textMargins();
+        changed.setLeft(11);
+        edit->setTextMargins(changed);
+        edit->grab();
+        QTest::keyClicks(edit, "x");
+        QCOMPARE(placeOfText(*edit), QLine(usual.x1() + 11, 0, usual.x2() - right, 0));
     }
 
     void aButtonThatComesLateIsInPlace()

@@ -178,6 +178,83 @@ private Q_SLOTS:
         QVERIFY(placeOf(plain).height() < 70);
     }
 
+    void aFixedHeightStays_data() { addFieldsWithoutCaption(); }
+    void aFixedHeightStays()
+    {
+        QFETCH(Make, make);
+        QWidget* plain = createEdit(m_form.get(), {});
+        QWidget* low = make(m_form.get(), {});
+        low->setFixedHeight(15);
+        show({plain, low});
+        QCOMPARE(low->height(), 15);
+        QVERIFY(placeOf(plain).height() > 15);
+    }
+
+    void aFieldThatIsHiddenCountsWhenItIsShown()
+    {
+        QWidget* plain = createEdit(m_form.get(), "&Span");
+        QWidget* other = createEdit(m_form.get(), "A much longer caption");
+        other->setFont(QFont("DejaVu Sans", 30));
+        other->hide();
+        show({plain, other});
+        const QRect place = placeOf(plain);
+        QVERIFY(place.left() < other->findChild<QLabel*>()->sizeHint().width());
+
+        other->show();
+        QCoreApplication::sendPostedEvents();
+        verifyAligned(plain, other);
+
+        other->hide();
+        QCoreApplication::sendPostedEvents();
+        QCOMPARE(placeOf(plain).topLeft().x(), place.x());
+        QCOMPARE(placeOf(plain).height(), place.height());
+    }
+
+    // As when a form is translated on a page that is not shown.
+    void aCaptionMayChangeWhileTheFormIsHidden()
+    {
+        QWidget* plain = createEdit(m_form.get(), "&Span");
+        QWidget* other = createEdit(m_form.get(), "&Width");
+        show({plain, other});
+        m_form->hide();
+        auto* caption = plain->findChild<QLabel*>();
+        for (const char* text : {"A longer caption", "A caption that is longer still"}) {
+            caption->setText(text);
+            QCoreApplication::sendPostedEvents();
+        }
+        m_form->show();
+        QCoreApplication::sendPostedEvents();
+        QVERIFY(lineOf(plain)->x() >= caption->sizeHint().width());
+        verifyAligned(plain, other);
+    }
+
+    // In a form of hundreds of fields, the square of their number counts.
+    void aFieldIsNotMeasuredForAnother()
+    {
+        struct Edit : public QLineEdit
+        {
+            using QLineEdit::QLineEdit;
+            QSize sizeHint() const override
+            {
+                ++timesAsked;
+                return QLineEdit::sizeHint();
+            }
+            mutable int timesAsked = 0;
+        };
+        auto* first = new Edit(m_form.get());
+        auto* other = new Edit(m_form.get());
+        show({first, other});
+        QCoreApplication::sendPostedEvents();
+        first->timesAsked = 0;
+        other->timesAsked = 0;
+        QFont font = other->font();
+        font.setItalic(true);
+        other->setFont(font);
+        QCoreApplication::sendPostedEvents();
+        QVERIFY(other->timesAsked > 0);
+        QCOMPARE(first->timesAsked, 0);
+    }
+
     void otherWidgetsStayAsTheyAre()
     {
         QWidget* plain = createEdit(m_form.get(), {});

@@ -285,6 +285,32 @@ private Q_SLOTS:
         QCOMPARE(last->width(), first->width());
     }
 
+    void aLabelStaysBesideAnEditorThatGrows_data()
+    {
+        columns<bool>("isShown");
+        row("in a window", true);
+        row("before it is shown", false);
+    }
+
+    void aLabelStaysBesideAnEditorThatGrows()
+    {
+        QFETCH(bool, isShown);
+        QWidget box;
+        PropertyGridLayouter layouter;
+        layouter.onCreate(&box);
+        auto* edit = new QLineEdit(&box);
+        layouter.onAdd(edit, "Steel");
+        layouter.onFinish();
+        box.resize(300, 300);
+        if (isShown)
+            box.show();
+        edit->setFont(QFont("DejaVu Sans", 40));
+        QCoreApplication::sendPostedEvents();
+        box.show();
+        QCoreApplication::sendPostedEvents();
+        QCOMPARE(box.findChild<QLabel*>()->geometry().center().y(), edit->geometry().center().y());
+    }
+
     void aListInTheLastRowTakesTheSpareRoom()
     {
         QWidget box;
@@ -345,6 +371,8 @@ private Q_SLOTS:
         add(
             "a text of its own",
             [](QWidget* box) { return SimpleCheckBox::create("painted", box); }, "");
+        add(
+            "a label with a text", [](QWidget* box) { return new QLabel("S355", box); }, "");
     }
 
     void anEditorHasTheNameOfItsLabel()

@@ -13,6 +13,7 @@
 #include <functional>
 
 using namespace vrn::test;
+using vrn::qt::detail::laidOver;
 using vrn::qt::detail::ReadableColours;
 using vrn::qt::detail::readableOn;
 
@@ -166,6 +167,28 @@ private Q_SLOTS:
         QCOMPARE(form.colour(QPalette::Base), QColor(35, 35, 35));
     }
 
+    // The application may copy the palette to another edit.
+    void aPaletteBesideAStyleSheetOfTheApplicationHasNoMark()
+    {
+        Form form;
+        form.colours->setStyleSheet(black);
+        form.edit->setStyleSheet("QLineEdit { margin: 1px; }");
+        QCOMPARE(form.colour(QPalette::NoRole), form.other->palette().color(QPalette::NoRole));
+        form.edit->setStyleSheet(QString());
+        QCOMPARE(form.colour(QPalette::Base), QColor(35, 35, 35));
+    }
+
+    void coloursOfTheApplicationsStyleSheetGoWithIt()
+    {
+        Form form;
+        form.edit->setReadOnly(true);
+        form.edit->setStyleSheet("QLineEdit { selection-background-color: #00ff00; }");
+        QCOMPARE(form.colour(QPalette::Highlight), QColor("#00ff00"));
+        form.edit->setStyleSheet(QString());
+        QCOMPARE(
+            form.colour(QPalette::Highlight), form.other->palette().color(QPalette::Highlight));
+    }
+
     void coloursOfTheApplicationsStyleSheetStay()
     {
         qApp->setStyleSheet("QLineEdit { selection-background-color: #00ff00; }");
@@ -211,6 +234,20 @@ private Q_SLOTS:
     {
         QFETCH(QColor, ground);
         QTEST(readableOn(ground), "text");
+    }
+
+    void aColourIsLaidOverAnother_data()
+    {
+        columns<QColor, QColor>("colour", "seen");
+        row("opaque", QColor(10, 20, 30), QColor(10, 20, 30));
+        row("transparent", QColor(10, 20, 30, 0), QColor(200, 100, 0));
+        row("half-transparent", QColor(0, 100, 255, 51), QColor(160, 100, 51));
+    }
+
+    void aColourIsLaidOverAnother()
+    {
+        QFETCH(QColor, colour);
+        QTEST(laidOver(colour, QColor(200, 100, 0)), "seen");
     }
 };
 

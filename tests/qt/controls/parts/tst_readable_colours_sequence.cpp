@@ -1,5 +1,6 @@
 #include <QApplication>
 #include <QLineEdit>
+#include <QScopeGuard>
 #include <QVBoxLayout>
 
 #include "controls/parts/readable_colours_p.h"
@@ -17,6 +18,7 @@ namespace {
 
 constexpr std::array groups{QPalette::Active, QPalette::Inactive, QPalette::Disabled};
 
+const QString theirs = "QLineEdit { selection-background-color: #00ff00; }";
 const QString whiteGround = "QLineEdit { border:0; background-color:white; }";
 
 QPalette theme(const QColor& window, const QColor& base, const QColor& text)
@@ -41,6 +43,12 @@ QPalette anyTheme(unsigned argument)
     default:
         return theme(QColor(20, 30, 90), QColor(10, 20, 60), QColor(220, 230, 250));
     }
+}
+
+// Qt by itself then leaves an outdated palette to a widget that moves.
+bool arePropagated()
+{
+    return QCoreApplication::testAttribute(Qt::AA_UseStyleSheetPropagationInWidgetStyles);
 }
 
 // What an application sets on one edit. The black and white of the library are not among it.
@@ -72,8 +80,8 @@ void setApplicationPalette(const QPalette& palette)
     QCoreApplication::processEvents();
 }
 
-// An edit with style sheets of the library, and a twin without, to which the application does
-// the same.
+// An edit with style sheets of the library or the application, and a twin without, to which
+// the application does the same otherwise.
 class StyledEdit : public vrn::test::Subject
 {
 public:
@@ -96,7 +104,7 @@ public:
     {
         return {"black", "red", "padding", "white ground", "no style", "read-only", "editable",
             "application's palette", "window's palette", "panel's palette", "own palette", "show",
-            "hide", "move", "paint", "disable", "enable"};
+            "hide", "move", "paint", "disable", "enable", "their style"};
     }
 
     QString perform(int action, unsigned argument) override
@@ -112,6 +120,8 @@ public:
             m_colours->setStyleSheet(whiteGround);
         else if (name == "no style")
             m_edit->setStyleSheet(QString());
+        else if (name == "their style" && hasLook())
+            m_edit->setStyleSheet(theirs);
         else if (name == "read-only" || name == "editable")
             m_edit->setReadOnly(name == "read-only");
         else if (name == "application's palette")
@@ -120,15 +130,15 @@ public:
             m_window.setPalette(anyTheme(argument));
         else if (name == "panel's palette")
             m_panels[argument / 4 % 2]->setPalette(anyTheme(argument));
-        else if (name == "own palette")
+        else if (name == "own palette" && m_edit->styleSheet() != theirs) // Qt would forget it.
             forBoth([&](QLineEdit* edit) { edit->setPalette(anyOwn(argument)); });
         else if (name == "show" || name == "hide")
             m_window.setVisible(name == "show");
-        else if (name == "move")
+        else if (name == "move" && !arePropagated())
             moveTo(argument % 2);
         else if (name == "paint")
             forBoth([](QLineEdit* edit) { edit->grab(); });
-        else
+        else if (name == "disable" || name == "enable")
             forBoth([&](QLineEdit* edit) { edit->setEnabled(name == "enable"); });
         return difference();
     }
@@ -140,6 +150,9 @@ private:
         function(m_edit);
         function(m_twin);
     }
+
+    // Without one, Qt by itself leaves an outdated palette after a style sheet.
+    bool hasLook() const { return m_edit->isReadOnly() || !m_edit->styleSheet().isEmpty(); }
 
     void moveTo(unsigned panel)
     {
@@ -161,6 +174,10 @@ private:
         const QPalette palette = m_edit->palette();
         const QPalette plain = m_twin->palette();
         const QString sheet = m_edit->styleSheet();
+        if (palette.color(group, QPalette::NoRole) != QPalette().color(group, QPalette::NoRole))
+            return "a mark is left";
+        if (sheet == theirs)
+            return QString();
         const QColor text = palette.color(group, QPalette::Text);
         // Before it is shown for the first time, Qt does nothing for its style sheet.
         if (sheet.contains("color") && m_edit->testAttribute(Qt::WA_WState_Polished)) {
@@ -203,8 +220,20 @@ class TestReadableColoursSequence : public vrn::test::TestObject
     Q_OBJECT
 
 private Q_SLOTS:
+    void palettesOfTheApplicationStayItsOwn_data()
+    {
+        QTest::addColumn<bool>("propagates");
+        QTest::newRow("as Qt does it by itself") << false;
+        QTest::newRow("where style sheets propagate as palettes do") << true;
+    }
+
     void palettesOfTheApplicationStayItsOwn()
     {
+        QFETCH(bool, propagates);
+        QCoreApplication::setAttribute(Qt::AA_UseStyleSheetPropagationInWidgetStyles, propagates);
+        const auto reset = qScopeGuard([] {
+            QCoreApplication::setAttribute(Qt::AA_UseStyleSheetPropagationInWidgetStyles, false);
+        });
         vrn::test::runRandomSequences(
             StyledEdit::actions(), [] { return std::make_unique<StyledEdit>(); });
     }

@@ -188,6 +188,20 @@ private Q_SLOTS:
         QCOMPARE(toolTipOver(button), QString("Usual steel"));
     }
 
+    // The boxes differ from each other. The objects need not.
+    void theBoxOfAllSaysNothingOfObjects()
+    {
+        VBoxLayouter layouter;
+        layouter.onCreate(m_form.get());
+        MultiEditCheckBoxGroup group(m_form.get(), layouter, {"top", "bottom"}, {});
+        m_form->show();
+        group.setValue(0, true);
+        group.setValue(1, false);
+        auto* all = m_form->findChildren<MultiEditCheckBox*>().constLast();
+        QVERIFY(all->dataVaries());
+        QCOMPARE(toolTipOver(all), QString());
+    }
+
     void oneControlLeavesTheTextOfAnother()
     {
         auto* one = MultiEditCheckBox::create("one", m_form.get());
