@@ -1,18 +1,23 @@
+#include <vrn/q/input_context.h>
 #include <vrn/qt/chained_validator.h>
 #include <vrn/qt/double_edit_validator.h>
 #include <vrn/qt/factories.h>
 #include <vrn/qt/integer_validator.h>
+#include <vrn/qt/multi_edit_enum_box.h>
 #include <vrn/qt/multi_edit_line_edit.h>
 #include <vrn/qt/named_value_list_validator.h>
 #include <vrn/qt/string_edit_validator.h>
+#include <vrn/qt/unit_validator.h>
 
 #include <vrn/base/any_predicates.h>
 
+#include <QLayout>
 #include <QWidget>
 
 #include <limits>
 #include <memory>
 #include <unordered_map>
+#include <vector>
 
 #include "comparison.h"
 
@@ -21,32 +26,113 @@ namespace {
 
 using namespace vrn::qt;
 
-constexpr int editors = 200;
+constexpr std::size_t editors = 200;
 constexpr int validators = 1000;
 
 // --- a form ------------------------------------------------------------------------------
 
-void makeFormFromHints(const Hints& hints)
+// One kind of editor: described, and made by hand.
+struct Kind
 {
-    QWidget form;
-    for (int i = 0; i < editors; ++i) {
-        if (!createEditorFromHints(&form, hints).widget)
-            qFatal("no editor was made");
-    }
+    Hints hints;
+    std::function<void(QWidget*)> make;
+};
+
+Hints lineEdit(const char* type)
+{
+    Hints hints;
+    setTextHint(hints, "editor", "lineedit");
+    setTextHint(hints, "validator.type", type);
+    return hints;
 }
 
-void makeFormByHand()
+void makeLineEdit(QWidget* form, IValidator* validator)
 {
-    QWidget form;
-    for (int i = 0; i < editors; ++i)
-        MultiEditLineEdit::create(&form, QString(), new DoubleEditValidator, 1, ExpandHorizontal);
+    MultiEditLineEdit::create(form, QString(), validator, 1, ExpandHorizontal);
+}
+
+std::vector<Kind> kindsOfForm()
+{
+    using Integers = std::numeric_limits<int>;
+    const NamedValueList grades = {{QStringLiteral("S235"), 235}, {QStringLiteral("S355"), 355}};
+    std::vector<Kind> kinds;
+    kinds.push_back({lineEdit("string"), [](QWidget* form) {
+                         auto* validator = new StringEditValidator(256);
+                         makeLineEdit(form, validator);
+                         validator->setStorageType(StringEditValidator::StorageTypeUtf8String);
+                     }});
+    kinds.push_back(
+        {lineEdit("double"), [](QWidget* form) { makeLineEdit(form, new DoubleEditValidator); }});
+    kinds.push_back(
+        {lineEdit("int"), [](QWidget* form) {
+             makeLineEdit(form, new IntegerValidator<int>(Integers::min(), Integers::max(), true));
+         }});
+    kinds.push_back({lineEdit("unit"), [](QWidget* form) {
+                         makeLineEdit(form,
+                             new UnitValidator(vrn::units::get_active_input_context(),
+                                 vrn::units::UnitId::GEO_LENGTH));
+                     }});
+    setHint<vrn::units::UnitId::UnitId>(
+        kinds.back().hints, "validator.unit_id", vrn::units::UnitId::GEO_LENGTH);
+    kinds.push_back({Hints(), [grades](QWidget* form) {
+                         auto* box = MultiEditEnumBox::create(
+                             form, QString(), &vrn::any_equal<int>);
+                         box->setValues(grades);
+                         box->layout()->setContentsMargins(0, 0, 0, 0);
+                     }});
+    setTextHint(kinds.back().hints, "editor", "enumbox");
+    setHint<NamedValueList>(kinds.back().hints, "values", grades);
+    setEqualHint(kinds.back().hints, "equal_value_fn", &vrn::any_equal<int>);
+    return kinds;
+}
+
+// The time to destroy the form counts on both sides.
+void addForm()
+{
+    const auto kinds = std::make_shared<std::vector<Kind>>(kindsOfForm());
+    add({"factory/form of 200 editors", "create() for each", 1.3,
+        [=] {
+            QWidget form;
+            for (std::size_t i = 0; i < editors; ++i) {
+                if (!createEditorFromHints(&form, (*kinds)[i % kinds->size()].hints).widget)
+                    qFatal("no editor was made");
+            }
+        },
+        [=] {
+            QWidget form;
+            for (std::size_t i = 0; i < editors; ++i)
+                (*kinds)[i % kinds->size()].make(&form);
+        }});
+}
+
+// The same from a factory, whose editors have no parent.
+void addFactoryForm()
+{
+    const auto factory = std::make_shared<DefaultEditorFactory>(
+        std::make_shared<DefaultValidatorFactory>());
+    Hints hints;
+    setHint<ValidatorKind>(hints, "validator.kind", kindOf<double>());
+    setHint<double>(hints, "validator.minimum", 0.0);
+    setHint<double>(hints, "validator.maximum", 1.0);
+    add({"factory/200 editors of a factory", "create() for each", 1.3,
+        [=] {
+            for (std::size_t i = 0; i < editors; ++i)
+                delete factory->create("lineedit", hints)->widget;
+        },
+        [=] {
+            for (std::size_t i = 0; i < editors; ++i) {
+                delete MultiEditLineEdit::create(
+                    nullptr, QString(), new DoubleEditValidator(0.0, 1.0), 0, ExpandHorizontal);
+            }
+        }});
 }
 
 // --- validators --------------------------------------------------------------------------
 
 using Direct = std::function<std::unique_ptr<IValidator>()>;
 
-// What the factory cannot do without: finding the kind, and each of its hints.
+// What the factory cannot do without: finding the kind, and each hint that it reads. The
+// bound is for the sum of these and the constructor.
 struct LookUps
 {
     std::unordered_map<ValidatorKind, int, boost::hash<ValidatorKind>> kinds;
@@ -165,12 +251,8 @@ void addListKinds()
 
 void addFactoryComparisons()
 {
-    Hints number;
-    setTextHint(number, "editor", "lineedit");
-    setTextHint(number, "validator.type", "double");
-    add({"factory/form of 200 editors", "create() for each", 1.3,
-        [=] { makeFormFromHints(number); }, &makeFormByHand});
-
+    addForm();
+    addFactoryForm();
     addTextKinds();
     addIntegerKind<int>("an int");
     addIntegerKind<unsigned int>("an unsigned int");
