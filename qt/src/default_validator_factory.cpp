@@ -95,44 +95,58 @@ ValidatorPtr makeYesNo(const Hints& /*hints*/)
     return validator;
 }
 
-// The nodes whose chains are being made on this thread, innermost first. A chain may also come
-// back to itself through a creator of the application.
+// The chains that are being made on this thread, innermost first. Through a creator of the
+// application a chain may come back to itself, and if that creator copies the hints or makes a
+// factory, only the number of chains shows it. The number is that of all chains since the
+// outermost one began, because a depth alone would not bound what makes two chains each time.
 class ChainInProgress
 {
 public:
-    explicit ChainInProgress(const Hints& node)
-        : m_node(&node)
+    ChainInProgress(const void* creators, const Hints& node)
+        : m_creators(creators)
+        , m_node(&node)
         , m_outer(std::exchange(innermost, this))
-    {}
-    ~ChainInProgress() { innermost = m_outer; }
+    {
+        ++begun;
+    }
+    ~ChainInProgress()
+    {
+        innermost = m_outer;
+        if (!innermost)
+            begun = 0;
+    }
     ChainInProgress(const ChainInProgress&) = delete;
     ChainInProgress& operator=(const ChainInProgress&) = delete;
 
-    static bool isOf(const Hints& node)
+    static bool isEndless(const void* creators, const Hints& node)
     {
+        constexpr int moreThanAnyTreeHas = 100;
         const ChainInProgress* chain = innermost;
-        while (chain && chain->m_node != &node)
+        while (chain && (chain->m_creators != creators || chain->m_node != &node))
             chain = chain->m_outer;
-        return chain != nullptr;
+        return chain || begun == moreThanAnyTreeHas;
     }
 
 private:
     static thread_local const ChainInProgress* innermost;
+    static thread_local int begun;
 
+    const void* m_creators;
     const Hints* m_node;
     const ChainInProgress* m_outer;
 };
 
 thread_local const ChainInProgress* ChainInProgress::innermost = nullptr;
+thread_local int ChainInProgress::begun = 0;
 
 template <typename Creators>
 ValidatorPtr makeChain(const Creators& creators, const Hints& hints)
 {
-    const bool namesItself = ChainInProgress::isOf(hints);
+    const bool namesItself = ChainInProgress::isEndless(&creators, hints);
     VRN_ASSERT_MESSAGE(!namesItself, "a chain is a link of itself");
     if (namesItself)
         return nullptr;
-    const ChainInProgress chain(hints);
+    const ChainInProgress chain(&creators, hints);
     std::deque<ValidatorPtr> links;
     for (const auto& kind : readHint<std::vector<ValidatorKind>>(hints, "chained_validators"))
         links.push_back(creators.create(kind, hints));
@@ -167,13 +181,8 @@ ValidatorPtr uniqueValidatorFromHints(
 {
     if (!factory)
         return nullptr;
-    const auto node = hints.get_child_optional("validator");
-    if (!node)
-        return nullptr;
-    const auto* kind = findHint<ValidatorKind>(*node, "kind");
-    if (!kind)
-        return nullptr;
-    return factory->create(*kind, *node);
+    const auto* kind = findHint<ValidatorKind>(hints, "validator.kind");
+    return kind ? factory->create(*kind, hints.get_child("validator")) : nullptr;
 }
 
 } // namespace detail
