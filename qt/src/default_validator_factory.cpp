@@ -20,10 +20,22 @@ namespace {
 
 using ValidatorPtr = std::unique_ptr<IValidator>;
 
+// Not literals: a string made for each look-up costs more than the look-up.
+namespace key {
+const std::string chainedValidators = "chained_validators";
+const std::string entries = "entries";
+const std::string isEqual = "is_equal";
+const std::string maxLength = "max_length";
+const std::string maximum = "maximum";
+const std::string minimum = "minimum";
+const std::string optional = "optional";
+const std::string precision = "precision";
+} // namespace key
+
 ValidatorPtr makeText(const Hints& hints)
 {
     auto validator = std::make_unique<StringEditValidator>(
-        readHint<int>(hints, "max_length", std::numeric_limits<int>::max()));
+        readHint<int>(hints, key::maxLength, std::numeric_limits<int>::max()));
     validator->setStorageType(StringEditValidator::StorageTypeUtf8String);
     return validator;
 }
@@ -51,11 +63,11 @@ ValidatorPtr makeInteger(const Hints& hints)
 {
     using Limits = std::numeric_limits<T>;
     auto validator = std::make_unique<IntegerValidator<T>>(Limits::min(), Limits::max(), true);
-    if (readHint<bool>(hints, "optional"))
+    if (readHint<bool>(hints, key::optional))
         validator->setEmptyValueAllowed(true);
-    if (const T* minimum = findHint<T>(hints, "minimum"))
+    if (const T* minimum = findHint<T>(hints, key::minimum))
         validator->setMinimum(*minimum);
-    if (const T* maximum = findHint<T>(hints, "maximum"))
+    if (const T* maximum = findHint<T>(hints, key::maximum))
         validator->setMaximum(*maximum);
     return validator;
 }
@@ -63,21 +75,21 @@ ValidatorPtr makeInteger(const Hints& hints)
 ValidatorPtr makeDouble(const Hints& hints)
 {
     auto validator = std::make_unique<DoubleEditValidator>();
-    if (const int* precision = findHint<int>(hints, "precision"))
+    if (const int* precision = findHint<int>(hints, key::precision))
         validator->setPrecision(*precision);
-    if (readHint<bool>(hints, "optional"))
+    if (readHint<bool>(hints, key::optional))
         validator->setEmptyValueAllowed(true);
-    if (const double* minimum = findHint<double>(hints, "minimum"))
+    if (const double* minimum = findHint<double>(hints, key::minimum))
         validator->setMinimum(*minimum);
-    if (const double* maximum = findHint<double>(hints, "maximum"))
+    if (const double* maximum = findHint<double>(hints, key::maximum))
         validator->setMaximum(*maximum);
     return validator;
 }
 
 ValidatorPtr makeNamedValues(const Hints& hints)
 {
-    const auto* nvl = findHint<NamedValueList>(hints, "entries");
-    const auto equal_fn = readHint<EqualHint>(hints, "is_equal");
+    const auto* nvl = findHint<NamedValueList>(hints, key::entries);
+    const auto equal_fn = readHint<EqualHint>(hints, key::isEqual);
     VRN_ASSERT(nvl && equal_fn);
     if (!nvl || !equal_fn)
         return nullptr;
@@ -148,8 +160,10 @@ ValidatorPtr makeChain(const Creators& creators, const Hints& hints)
         return nullptr;
     const ChainInProgress chain(&creators, hints);
     std::deque<ValidatorPtr> links;
-    for (const auto& kind : readHint<std::vector<ValidatorKind>>(hints, "chained_validators"))
-        links.push_back(creators.create(kind, hints));
+    if (const auto* kinds = findHint<std::vector<ValidatorKind>>(hints, key::chainedValidators)) {
+        for (const ValidatorKind& kind : *kinds)
+            links.push_back(creators.create(kind, hints));
+    }
     return std::make_unique<ChainedValidator>(std::move(links));
 }
 
