@@ -735,6 +735,25 @@ private Q_SLOTS:
         QVERIFY(editor->control->dataVaries());
     }
 
+    void yesOrNoVariesWithAnythingElse_data()
+    {
+        columns<boost::any, bool>("second", "varies");
+        row("the same", boost::any(true), false);
+        row("the other one", boost::any(false), true);
+        row("none", boost::any(), true);
+        row("a number", boost::any(1), true);
+        row("a text", boost::any("Yes"s), true);
+    }
+    void yesOrNoVariesWithAnythingElse()
+    {
+        QFETCH(boost::any, second);
+        const auto editor = DefaultEditorFactory(nullptr).create("yes_no", {});
+        const std::unique_ptr<QWidget> widget(editor->widget);
+        editor->control->readValue(true);
+        editor->control->readValue(second);
+        QTEST(editor->control->dataVaries(), "varies");
+    }
+
     // --- copies
 
     void copiesOutliveTheFirstFactory_data()
