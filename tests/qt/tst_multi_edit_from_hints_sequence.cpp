@@ -227,6 +227,7 @@ private:
     {
         m_hook.reset();
         m_form = std::make_unique<QWidget>();
+        QCoreApplication::sendPostedEvents(); // They would only become more.
         m_kind = &kinds()[argument % kinds().size()];
         m_editor = m_kind->make(m_form.get());
         m_widget = m_editor.widget;
