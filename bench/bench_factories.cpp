@@ -154,7 +154,10 @@ void addKind(
 {
     const auto factory = std::make_shared<DefaultValidatorFactory>();
     LookUps lookUps;
-    lookUps.kinds = {{kind, 0}, {kindOf<float>(), 1}};
+    // As many as the factory has.
+    lookUps.kinds = {{kindOf<std::string>(), 0}, {kindOf<int>(), 0}, {kindOf<unsigned int>(), 0},
+        {kindOf<unsigned short>(), 0}, {kindOf<double>(), 0}, {kindOf<std::string>("color"), 0},
+        {kindOf<NamedValueList>(), 0}, {kindOf<bool>(), 0}, {kindOf<ChainedValidator>(), 0}};
     for (const auto& [key, hint] : hints)
         lookUps.keys.push_back(key);
     add({"factory/validator for " + name, "the constructor and the look-ups", 1.5,

@@ -70,6 +70,8 @@ EditorPtr makeNamedValueList(const DefaultValidatorFactory* validators, const Hi
     if (!nvl || !equal_fn)
         return nullptr;
     auto box = makeEnumBox(equal_fn);
+    // For a combo box of the application's companion library. Ours has one setting for this
+    // and for the width of its text, which setValues() changes.
     box->setSizeAdjustPolicy(compat::adjustToMinimumContentsLength);
     if (readHint<bool>(hints, "editable"))
         box->setEditable(true, createValidatorFromHints(validators, hints));

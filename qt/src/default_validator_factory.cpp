@@ -20,10 +20,22 @@ namespace {
 
 using ValidatorPtr = std::unique_ptr<IValidator>;
 
+// Not literals: a string made for each look-up costs more than the look-up.
+namespace key {
+const std::string chainedValidators = "chained_validators";
+const std::string entries = "entries";
+const std::string isEqual = "is_equal";
+const std::string maxLength = "max_length";
+const std::string maximum = "maximum";
+const std::string minimum = "minimum";
+const std::string optional = "optional";
+const std::string precision = "precision";
+} // namespace key
+
 ValidatorPtr makeText(const Hints& hints)
 {
     auto validator = std::make_unique<StringEditValidator>(
-        readHint<int>(hints, "max_length", std::numeric_limits<int>::max()));
+        readHint<int>(hints, key::maxLength, std::numeric_limits<int>::max()));
     validator->setStorageType(StringEditValidator::StorageTypeUtf8String);
     return validator;
 }
@@ -51,11 +63,11 @@ ValidatorPtr makeInteger(const Hints& hints)
 {
     using Limits = std::numeric_limits<T>;
     auto validator = std::make_unique<IntegerValidator<T>>(Limits::min(), Limits::max(), true);
-    if (readHint<bool>(hints, "optional"))
+    if (readHint<bool>(hints, key::optional))
         validator->setEmptyValueAllowed(true);
-    if (const T* minimum = findHint<T>(hints, "minimum"))
+    if (const T* minimum = findHint<T>(hints, key::minimum))
         validator->setMinimum(*minimum);
-    if (const T* maximum = findHint<T>(hints, "maximum"))
+    if (const T* maximum = findHint<T>(hints, key::maximum))
         validator->setMaximum(*maximum);
     return validator;
 }
@@ -63,21 +75,21 @@ ValidatorPtr makeInteger(const Hints& hints)
 ValidatorPtr makeDouble(const Hints& hints)
 {
     auto validator = std::make_unique<DoubleEditValidator>();
-    if (const int* precision = findHint<int>(hints, "precision"))
+    if (const int* precision = findHint<int>(hints, key::precision))
         validator->setPrecision(*precision);
-    if (readHint<bool>(hints, "optional"))
+    if (readHint<bool>(hints, key::optional))
         validator->setEmptyValueAllowed(true);
-    if (const double* minimum = findHint<double>(hints, "minimum"))
+    if (const double* minimum = findHint<double>(hints, key::minimum))
         validator->setMinimum(*minimum);
-    if (const double* maximum = findHint<double>(hints, "maximum"))
+    if (const double* maximum = findHint<double>(hints, key::maximum))
         validator->setMaximum(*maximum);
     return validator;
 }
 
 ValidatorPtr makeNamedValues(const Hints& hints)
 {
-    const auto* nvl = findHint<NamedValueList>(hints, "entries");
-    const auto equal_fn = readHint<EqualHint>(hints, "is_equal");
+    const auto* nvl = findHint<NamedValueList>(hints, key::entries);
+    const auto equal_fn = readHint<EqualHint>(hints, key::isEqual);
     VRN_ASSERT(nvl && equal_fn);
     if (!nvl || !equal_fn)
         return nullptr;
@@ -95,47 +107,63 @@ ValidatorPtr makeYesNo(const Hints& /*hints*/)
     return validator;
 }
 
-// The nodes whose chains are being made on this thread, innermost first. A chain may also come
-// back to itself through a creator of the application.
+// The chains that are being made on this thread, innermost first. Through a creator of the
+// application a chain may come back to itself, and if that creator copies the hints or makes a
+// factory, only the number of chains shows it. The number is that of all chains since the
+// outermost one began, because a depth alone would not bound what makes two chains each time.
 class ChainInProgress
 {
 public:
-    explicit ChainInProgress(const Hints& node)
-        : m_node(&node)
+    ChainInProgress(const void* creators, const Hints& node)
+        : m_creators(creators)
+        , m_node(&node)
         , m_outer(std::exchange(innermost, this))
-    {}
-    ~ChainInProgress() { innermost = m_outer; }
+    {
+        ++begun;
+    }
+    ~ChainInProgress()
+    {
+        innermost = m_outer;
+        if (!innermost)
+            begun = 0;
+    }
     ChainInProgress(const ChainInProgress&) = delete;
     ChainInProgress& operator=(const ChainInProgress&) = delete;
 
-    static bool isOf(const Hints& node)
+    static bool isEndless(const void* creators, const Hints& node)
     {
+        constexpr int moreThanAnyTreeHas = 100;
         const ChainInProgress* chain = innermost;
-        while (chain && chain->m_node != &node)
+        while (chain && (chain->m_creators != creators || chain->m_node != &node))
             chain = chain->m_outer;
-        return chain != nullptr;
+        return chain || begun == moreThanAnyTreeHas;
     }
 
 private:
     static thread_local const ChainInProgress* innermost;
+    static thread_local int begun;
 
+    const void* m_creators;
     const Hints* m_node;
     const ChainInProgress* m_outer;
 };
 
 thread_local const ChainInProgress* ChainInProgress::innermost = nullptr;
+thread_local int ChainInProgress::begun = 0;
 
 template <typename Creators>
 ValidatorPtr makeChain(const Creators& creators, const Hints& hints)
 {
-    const bool namesItself = ChainInProgress::isOf(hints);
+    const bool namesItself = ChainInProgress::isEndless(&creators, hints);
     VRN_ASSERT_MESSAGE(!namesItself, "a chain is a link of itself");
     if (namesItself)
         return nullptr;
-    const ChainInProgress chain(hints);
+    const ChainInProgress chain(&creators, hints);
     std::deque<ValidatorPtr> links;
-    for (const auto& kind : readHint<std::vector<ValidatorKind>>(hints, "chained_validators"))
-        links.push_back(creators.create(kind, hints));
+    if (const auto* kinds = findHint<std::vector<ValidatorKind>>(hints, key::chainedValidators)) {
+        for (const ValidatorKind& kind : *kinds)
+            links.push_back(creators.create(kind, hints));
+    }
     return std::make_unique<ChainedValidator>(std::move(links));
 }
 
@@ -167,13 +195,8 @@ ValidatorPtr uniqueValidatorFromHints(
 {
     if (!factory)
         return nullptr;
-    const auto node = hints.get_child_optional("validator");
-    if (!node)
-        return nullptr;
-    const auto* kind = findHint<ValidatorKind>(*node, "kind");
-    if (!kind)
-        return nullptr;
-    return factory->create(*kind, *node);
+    const auto* kind = findHint<ValidatorKind>(hints, "validator.kind");
+    return kind ? factory->create(*kind, hints.get_child("validator")) : nullptr;
 }
 
 } // namespace detail

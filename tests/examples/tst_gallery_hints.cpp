@@ -14,6 +14,8 @@
 #include "support/modal_dialog.h"
 #include "support/table.h"
 
+#include <map>
+
 using namespace vrn::test;
 using vrn::qt::getVariesString;
 using vrn::qt::MultiEditLineEdit;
@@ -142,16 +144,54 @@ private Q_SLOTS:
     void theEditorsVary()
     {
         QCheckBox* differ = find<QCheckBox>("The objects differ");
-        const QString span = valueOf("Span");
+        std::map<QString, QString> values;
+        for (const Entry& entry : entries())
+            values[entry.property] = valueOf(entry.property);
         click(differ);
-        for (const Entry& entry : entries()) {
-            if (entry.property != QByteArray("Remark"))
-                QTRY_COMPARE(valueOf(entry.property), QString("(varies)"));
-        }
+        for (const Entry& entry : entries())
+            QTRY_COMPARE(valueOf(entry.property), QString("(varies)"));
         QCOMPARE(
             qobject_cast<MultiEditLineEdit*>(editorOf("Span"))->edit()->text(), getVariesString());
         click(differ);
-        QTRY_COMPARE(valueOf("Span"), span);
+        for (const Entry& entry : entries())
+            QTRY_COMPARE(valueOf(entry.property), values[entry.property]);
+    }
+
+    // The dialog opens without a text, and what it leaves alone goes on to vary.
+    void theDialogEndsTheVarying_data()
+    {
+        columns<QString, QString>("key", "value");
+        row("it is accepted", "Return", "\"roof\"");
+        row("it is cancelled", "Escape", "(varies)");
+    }
+
+    void theDialogEndsTheVarying()
+    {
+        QFETCH(QString, key);
+        click(find<QCheckBox>("The objects differ"));
+        QTRY_COMPARE(valueOf("Remark"), QString("(varies)"));
+        QString offered = "none";
+        const WhenOpen<QInputDialog> remark([&](QInputDialog& dialog) {
+            QTRY_VERIFY(dialog.isActiveWindow());
+            offered = dialog.textValue();
+            x11::type("roof");
+            x11::press({key});
+            QTRY_VERIFY(!dialog.isVisible());
+        });
+        click(editorOf("Remark"));
+        QTRY_COMPARE(offered, QString());
+        QTRY_VERIFY(!QApplication::activeModalWidget());
+        QTRY_COMPARE(editorOf("Remark")->findChildren<QWidget*>().size(), 1);
+        QTEST(valueOf("Remark"), "value");
+    }
+
+    void theHintsReadWhole()
+    {
+        for (const Entry& entry : entries()) {
+            const QWidget* hints = inRowOf(entry.property, 1);
+            QVERIFY2(
+                hints->size().boundedTo(hints->sizeHint()) == hints->sizeHint(), entry.property);
+        }
     }
 
 private:

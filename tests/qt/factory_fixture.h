@@ -5,6 +5,7 @@
 #include <vrn/units/i_converter.h>
 
 #include <boost/any.hpp>
+#include <boost/core/demangle.hpp>
 #include <boost/function.hpp>
 #include <boost/property_tree/exceptions.hpp>
 
@@ -116,6 +117,25 @@ protected:
                 return value;
         }
         return std::string();
+    }
+
+    /// What the last report says: the path, the type found and the type asked for.
+    QStringList wrongHint()
+    {
+        QStringList all;
+        for (const char* name : {"path", "found", "asked"})
+            all << QString::fromStdString(reported(name));
+        return all;
+    }
+
+    /// What it has to say of `found`, where the type of `right` is asked for.
+    static QStringList wrongHint(
+        const std::string& path, const boost::any& found, const boost::any& right)
+    {
+        QStringList all(QString::fromStdString(path));
+        for (const boost::any* hint : {&found, &right})
+            all << QString::fromStdString(boost::core::demangle(hint->type().name()));
+        return all;
     }
 };
 

@@ -1,4 +1,5 @@
 #include <vrn/base/any_predicates.h>
+#include <vrn/qt/chained_validator.h>
 #include <vrn/qt/default_editor_factory.h>
 #include <vrn/qt/double_edit_validator.h>
 #include <vrn/qt/multi_edit_enum_box.h>
@@ -17,6 +18,7 @@
 
 #include <QComboBox>
 #include <QDialog>
+#include <QHBoxLayout>
 #include <QLineEdit>
 #include <QPointer>
 #include <QSignalSpy>
@@ -328,7 +330,7 @@ private Q_SLOTS:
         row("lineedit: kind", line, none, "validator.kind"s, aKind, noKind, entered("12"), "empty as \"12\"", "int 12 as \"12\"");
         row("lineedit: an unknown kind", line, none, "validator.kind"s, kind<float>(), boost::any("float"s), entered("12"), "empty as \"12\"", unknownKey);
         row("lineedit: hints of the kind", line, HintList{{"validator.kind", aKind}}, "validator.maximum"s, boost::any(5), boost::any(5U), entered("12"), "int 12 as \"12\"", "int 5 as \"5\"");
-        row("lineedit: optional", line, HintList{{"validator.kind", kind<std::string>()}}, "validator.optional"s, boost::any(true), boost::any(1), className(), plain, withReset);
+        row("lineedit: optional", line, HintList{{"validator.kind", kind<double>()}}, "validator.optional"s, boost::any(true), boost::any(1), className(), plain, withReset);
         row("lineedit: not optional", line, none, "validator.optional"s, boost::any(false), boost::any(0), className(), plain, plain);
         row("lineedit: optional without a kind", line, none, "validator.optional"s, boost::any(true), boost::any("true"s), className(), plain, withReset);
         row("lineedit: optional is a hint of the kind too", line, HintList{{"validator.kind", aKind}}, "validator.optional"s, boost::any(true), boost::any(1), entered(""), "int 0 as \"0\"", "empty as \"\"");
@@ -377,13 +379,17 @@ private Q_SLOTS:
         expectReport(whenGiven);
         QCOMPARE(built(factory, name, hints, probe), whenGiven);
 
+        // A kind reads its hints first, and gets those below "validator" alone.
+        const QString ofKind = QStringLiteral("validator.");
+        const bool isReadByKind = key != "validator.kind" && QString(key.c_str()).startsWith(ofKind)
+            && hints.get_child_optional("validator.kind");
+        const std::string path = isReadByKind ? key.substr(std::size_t(ofKind.size())) : key;
         const boost::any noValue;
         for (const boost::any& other : {wrong, noValue}) {
             put(hints, key, other);
             expectWrongHint();
             QCOMPARE(built(factory, name, hints, probe), wrongType);
-            // The path may begin at the validator.
-            QVERIFY(QString::fromStdString(key).endsWith(reported("path").c_str()));
+            QCOMPARE(wrongHint(), wrongHint(path, other, given));
         }
     }
 
@@ -436,6 +442,55 @@ private Q_SLOTS:
         QTEST(built(factory, name, hintsOf(hints), probe), "result");
     }
 
+    // In the order in which the hints are read, the first wrong one is told of.
+    void theOrderOfReading_data()
+    {
+        columns<std::string, HintList, QString, std::string>("name", "hints", "result", "path");
+        const std::string line = "lineedit";
+        const std::string reset = "multi_edit_line_edit_with_reset_button";
+        const std::string list = "named_value_list";
+        const boost::any unknown = kind<float>();
+        const boost::any anInt = kind<int>();
+        const boost::any equal = equalHint(&vrn::any_equal<int>);
+        const boost::any wrong = short(0);
+        const std::string none;
+        // clang-format off
+        row("an unknown kind before a wrong validator.optional", line, HintList{{"validator.kind", unknown}, {"validator.optional", wrong}}, unknownKey, none);
+        row("an unknown kind before a wrong validator.optional of a unit", "unit"s, HintList{{"validator.kind", unknown}, {"validator.optional", wrong}}, unknownKey, none);
+        row("a wrong kind before a wrong validator.optional", line, HintList{{"validator.kind", wrong}, {"validator.optional", wrong}}, wrongType, "validator.kind"s);
+        row("a wrong hint of the kind before a wrong validator.optional", line, HintList{{"validator.kind", kind<std::string>()}, {"validator.max_length", wrong}, {"validator.optional", wrong}}, wrongType, "max_length"s);
+        row("a validator.optional that the kind does not read", line, HintList{{"validator.kind", kind<std::string>()}, {"validator.optional", wrong}}, wrongType, "validator.optional"s);
+        row("an unknown kind before a missing reset_callback", reset, HintList{{"validator.kind", unknown}}, unknownKey, none);
+        row("an unknown kind before a wrong reset_callback", reset, HintList{{"validator.kind", unknown}, {"reset_callback", wrong}}, unknownKey, none);
+        row("a wrong hint of the kind before a missing reset_callback", reset, HintList{{"validator.kind", anInt}, {"validator.minimum", wrong}}, wrongType, "minimum"s);
+        row("wrong entries before a wrong is_equal", list, HintList{{"entries", wrong}, {"is_equal", wrong}}, wrongType, "entries"s);
+        row("a wrong is_equal before missing entries", list, HintList{{"is_equal", wrong}}, wrongType, "is_equal"s);
+        row("wrong entries before a missing is_equal", list, HintList{{"entries", wrong}}, wrongType, "entries"s);
+        row("missing entries before a wrong editable", list, HintList{{"is_equal", equal}, {"editable", wrong}, {"pixmaps", wrong}}, "null", none);
+        row("a wrong editable before an unknown kind", list, steelBox({{"editable", wrong}, {"validator.kind", unknown}}), wrongType, "editable"s);
+        row("an unknown kind before wrong pixmaps", list, steelBox({{"editable", true}, {"validator.kind", unknown}, {"pixmaps", wrong}}), unknownKey, none);
+        row("a wrong hint of the kind before wrong pixmaps", list, steelBox({{"editable", true}, {"validator.kind", anInt}, {"validator.minimum", wrong}, {"pixmaps", wrong}}), wrongType, "minimum"s);
+        row("a wrong callback before a wrong is_equal", "callback"s, HintList{{"callback", wrong}, {"is_equal", wrong}}, wrongType, "callback"s);
+        row("a wrong is_equal before a missing callback", "callback"s, HintList{{"is_equal", wrong}}, wrongType, "is_equal"s);
+        row("a wrong callback before a missing is_equal", "callback"s, HintList{{"callback", wrong}}, wrongType, "callback"s);
+        row("a wrong is_equal before an empty callback", "callback"s, HintList{{"callback", editHint({})}, {"is_equal", wrong}}, wrongType, "is_equal"s);
+        // clang-format on
+    }
+    void theOrderOfReading()
+    {
+        QFETCH(std::string, name);
+        QFETCH(HintList, hints);
+        QFETCH(QString, result);
+        if (result == wrongType)
+            expectWrongHint();
+        else if (result == "null")
+            expectAssert("nvl && equal_fn");
+        QCOMPARE(
+            built(DefaultEditorFactory(validators()), name, hintsOf(hints), className()), result);
+        if (result == wrongType)
+            QTEST(reported("path"), "path");
+    }
+
     void optionalIsReadWithoutAValidatorFactory()
     {
         const DefaultEditorFactory factory(nullptr);
@@ -457,10 +512,41 @@ private Q_SLOTS:
                 "lineedit", hintsOf({{"validator.optional", isOptional}}));
             const std::unique_ptr<QWidget> widget(editor->widget);
             QCOMPARE(editor->widget->styleSheet(), QString());
+            QVERIFY(qobject_cast<QHBoxLayout*>(editor->widget->layout()));
             QVERIFY(editOf(*editor)->accessibleName().isEmpty());
             QCOMPARE(dynamic_cast<QWidget*>(editor->control), editor->widget);
             QCOMPARE(buttonOf(*editor) != nullptr, isOptional);
         }
+    }
+
+    // The chain gives 12 while the user types. Then the field shows what the chain writes.
+    void aChainHasTheBoundsOfWhatItWrites()
+    {
+        const Hints hints = hintsOf({{"validator.kind", kind<ChainedValidator>()},
+            {"validator.chained_validators", std::vector<ValidatorKind>({kindOf<int>()})},
+            {"validator.maximum", 5}});
+        QCOMPARE(built(DefaultEditorFactory(validators()), "lineedit", hints, entered("12")),
+            QString("int 5 as \"5\""));
+        QCOMPARE(built(DefaultEditorFactory(validators()), "lineedit", hints,
+                     [](const Editor& editor) {
+                         QTest::keyClicks(editOf(editor), "12");
+                         return given(editor);
+                     }),
+            QString("int 12"));
+    }
+
+    void theResetFunctionGetsTheIdAndTwoEmptyValues()
+    {
+        QString arguments;
+        const Hints hints = hintsOf({{"validator.kind", kind<int>()},
+            {"reset_callback", resetHint([&](int id, boost::any& shown, boost::any& reported) {
+                 arguments =
+                     QStringLiteral("%1, %2, %3").arg(id).arg(describe(shown), describe(reported));
+             })}});
+        QCOMPARE(built(DefaultEditorFactory(validators()), "multi_edit_line_edit_with_reset_button",
+                     hints, clicked()),
+            QString("empty as \"0\""));
+        QCOMPARE(arguments, QString("0, empty, empty"));
     }
 
     void theButtonOfAnOptionalLineEditClears_data()
@@ -477,6 +563,18 @@ private Q_SLOTS:
         QFETCH(HintList, hints);
         hints.emplace_back("validator.optional", true);
         QTEST(built(DefaultEditorFactory(validators()), name, hintsOf(hints), clicked()), "result");
+    }
+
+    // The kind does not read "optional".
+    void theButtonOfAnOptionalTextGivesNoValueToo()
+    {
+        expectAssert("value.type() == typeid(std::wstring) || value.type() == typeid(std::string)",
+            {"value.type().name()"});
+        QCOMPARE(
+            built(DefaultEditorFactory(validators()), "lineedit",
+                hintsOf({{"validator.kind", kind<std::string>()}, {"validator.optional", true}}),
+                clicked()),
+            QString("empty as \"\""));
     }
 
     void aLineEditWithoutAValidatorTakesText_data()
@@ -597,6 +695,27 @@ private Q_SLOTS:
             "result");
     }
 
+    // As setValues() leaves it: without icons a list adjusts to its contents.
+    void theSizeOfAList_data()
+    {
+        columns<std::string, HintList, int>("name", "hints", "policy");
+        const PixmapPtrList oneIcon = {boost::make_shared<QPixmap>(8, 8)};
+        row("named values", "named_value_list"s, steelBox(), int(QComboBox::AdjustToContents));
+        row("editable named values", "named_value_list"s, steelBox({{"editable", true}}),
+            int(QComboBox::AdjustToContents));
+        row("named values with icons", "named_value_list"s, steelBox({{"pixmaps", oneIcon}}),
+            int(QComboBox::AdjustToMinimumContentsLengthWithIcon));
+        row("yes or no", "yes_no"s, HintList(), int(QComboBox::AdjustToContents));
+    }
+    void theSizeOfAList()
+    {
+        QFETCH(std::string, name);
+        QFETCH(HintList, hints);
+        const auto editor = DefaultEditorFactory(validators()).create(name, hintsOf(hints));
+        const std::unique_ptr<QWidget> widget(editor->widget);
+        QTEST(int(listOf(*editor)->sizeAdjustPolicy()), "policy");
+    }
+
     void yesOrNo()
     {
         const auto editor = DefaultEditorFactory(nullptr).create("yes_no", {});
@@ -614,6 +733,25 @@ private Q_SLOTS:
         QVERIFY(!editor->control->dataVaries());
         editor->control->readValue(false);
         QVERIFY(editor->control->dataVaries());
+    }
+
+    void yesOrNoVariesWithAnythingElse_data()
+    {
+        columns<boost::any, bool>("second", "varies");
+        row("the same", boost::any(true), false);
+        row("the other one", boost::any(false), true);
+        row("none", boost::any(), true);
+        row("a number", boost::any(1), true);
+        row("a text", boost::any("Yes"s), true);
+    }
+    void yesOrNoVariesWithAnythingElse()
+    {
+        QFETCH(boost::any, second);
+        const auto editor = DefaultEditorFactory(nullptr).create("yes_no", {});
+        const std::unique_ptr<QWidget> widget(editor->widget);
+        editor->control->readValue(true);
+        editor->control->readValue(second);
+        QTEST(editor->control->dataVaries(), "varies");
     }
 
     // --- copies
@@ -643,7 +781,8 @@ private Q_SLOTS:
         DefaultEditorFactory copy = assigned ? other : moved ? std::move(*first) : *first;
         QVERIFY(copy.exists("of both"));
         QVERIFY(!copy.exists("replaced"));
-        QCOMPARE(first->exists("lineedit"), !moved);
+        QCOMPARE(built(*first, "lineedit", {}, className()),
+            moved ? unknownKey : QString("MultiEditLineEdit"));
         QCOMPARE(first->validators() == nullptr, moved);
         copy.add("of the copy", none);
         first->add("of the first", none);
@@ -663,6 +802,22 @@ private Q_SLOTS:
             QString("double 1 as \"1.000\""));
         copy = DefaultEditorFactory(nullptr);
         QVERIFY(shared.expired());
+    }
+
+    void assigningAFactoryToItselfChangesNothing()
+    {
+        DefaultEditorFactory factory(validators());
+        DefaultEditorFactory& same = factory;
+        for (const bool moved : {false, true}) {
+            if (moved)
+                factory = std::move(same);
+            else
+                factory = same;
+            QCOMPARE(built(factory, "lineedit", hintsOf({{"validator.kind", kind<int>()}}),
+                         entered("1")),
+                QString("int 1 as \"1\""));
+            QVERIFY(factory.validators());
+        }
     }
 
     // The sanitizers see whether the running creator outlives its entry.

@@ -12,8 +12,8 @@
 #include "support/test_main.h"
 
 #include <QComboBox>
+#include <QHBoxLayout>
 #include <QIcon>
-#include <QLayout>
 #include <QLineEdit>
 #include <QPointer>
 #include <QToolButton>
@@ -269,8 +269,37 @@ private Q_SLOTS:
             put(hints, key, other);
             expectWrongHint();
             QCOMPARE(built(hints, probe), wrongType);
-            QCOMPARE(reported("path"), key);
+            QCOMPARE(wrongHint(), wrongHint(key, other, given));
         }
+    }
+
+    // In the order in which the hints are read, the first wrong one is told of.
+    void theOrderOfReading_data()
+    {
+        columns<HintList, QString, std::string>("hints", "result", "path");
+        const boost::any wrong = short(0);
+        const std::string none;
+        const QString noEqual = "ptree_bad_path: No such node (equal_value_fn)";
+        // clang-format off
+        row("optional before the type", HintList{{"editor", "lineedit"s}, {"optional", wrong}, {"validator.type", wrong}}, wrongType, "optional"s);
+        row("optional before an unknown type", lineEdit("float", {{"optional", wrong}}), wrongType, "optional"s);
+        row("optional before the length", lineEdit("string", {{"optional", wrong}, {"validator.max_length", wrong}}), wrongType, "optional"s);
+        row("optional before a missing equality", enumBox({{"optional", wrong}}), wrongType, "optional"s);
+        row("a wrong equality before missing values", enumBox({{"equal_value_fn", wrong}}), wrongType, "equal_value_fn"s);
+        row("a wrong equality before wrong values", enumBox({{"equal_value_fn", wrong}, {"values", wrong}}), wrongType, "equal_value_fn"s);
+        row("a missing equality before wrong values", enumBox({{"values", wrong}}), noEqual, none);
+        row("wrong values before a null equality", enumBox({{"equal_value_fn", equalHint(nullptr)}, {"values", wrong}}), wrongType, "values"s);
+        // clang-format on
+    }
+    void theOrderOfReading()
+    {
+        QFETCH(HintList, hints);
+        QFETCH(QString, result);
+        if (result == wrongType)
+            expectWrongHint();
+        QCOMPARE(built(hintsOf(hints), widgetName()), result);
+        if (result == wrongType)
+            QTEST(reported("path"), "path");
     }
 
     void otherHintsAreNotRead_data()
@@ -326,6 +355,7 @@ private Q_SLOTS:
         QVERIFY(qobject_cast<MultiEditLineEdit*>(editor.widget));
         QCOMPARE(editor.widget->parentWidget(), &form);
         QCOMPARE(editor.widget->styleSheet(), QString("* { background-color:white; }"));
+        QVERIFY(qobject_cast<QHBoxLayout*>(editor.widget->layout()));
         QVERIFY(editOf(editor)->accessibleName().isEmpty());
 
         const std::unique_ptr<QWidget> alone(
@@ -414,6 +444,7 @@ private Q_SLOTS:
         QVERIFY(!listOf(editor)->isEditable());
         QCOMPARE(listOf(editor)->itemText(0), QString("S235"));
         QVERIFY(listOf(editor)->itemIcon(0).isNull());
+        QCOMPARE(listOf(editor)->sizeAdjustPolicy(), QComboBox::AdjustToContents);
 
         const std::unique_ptr<QWidget> alone(
             createEditorFromHints(nullptr, hintsOf(fullEnumBox())).widget);

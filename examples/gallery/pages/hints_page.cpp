@@ -6,15 +6,16 @@
 #include <vrn/qt/chained_validator.h>
 #include <vrn/qt/layouters.h>
 #include <vrn/qt/multi_edit_radio_button_group.h>
+#include <vrn/qt/multi_edit_value.h>
 #include <vrn/qt/named_value_list.h>
+#include <vrn/qt/optional_multi_edit_widget_base.h>
 #include <vrn/qt/unit_validator.h>
 
 #include <boost/core/demangle.hpp>
 
-#include <QAbstractButton>
 #include <QCheckBox>
 #include <QGridLayout>
-#include <QGroupBox>
+#include <QHBoxLayout>
 #include <QInputDialog>
 #include <QLabel>
 #include <QLineEdit>
@@ -31,6 +32,35 @@ namespace {
 using namespace vrn::qt;
 using Quantity = vrn::units::IConverter::quantity;
 namespace UnitId = vrn::units::UnitId;
+
+// A button that opens the dialog of a description. It keeps the value meanwhile.
+class DialogEditor
+    : public OptionalMultiEditWidgetBase
+    , public MultiEditValue
+{
+public:
+    DialogEditor(const DefaultEditorFactory& factory, const Hints& hints, QWidget* parent)
+        : OptionalMultiEditWidgetBase(parent)
+        , MultiEditValue(requireHint<EqualHint>(hints, "is_equal"))
+    {
+        auto* button = new QPushButton(QObject::tr("Ed&it..."));
+        setFocusProxy(button);
+        auto* layout = new QHBoxLayout(this);
+        layout->setContentsMargins(0, 0, 0, 0);
+        layout->addWidget(button);
+        connect(button, &QPushButton::clicked, this, [this, &factory, hints] {
+            const auto editor = factory.create("callback", hints);
+            editor->widget->setParent(this);
+            editor->control->readValue(getCurrentValue());
+        });
+    }
+
+    void store(const boost::any& value)
+    {
+        setValue(value);
+        Q_EMIT valueChanged();
+    }
+};
 
 // --- descriptions: what an application writes ------------------------------------------
 
@@ -157,6 +187,30 @@ Hints sectionDepth()
     return hints;
 }
 
+// Asks for a text, and stores it itself, because a control takes no second value.
+bool askForRemark(QWidget* widget, boost::any& value)
+{
+    const QPointer<DialogEditor> editor = dynamic_cast<DialogEditor*>(widget->parentWidget());
+    const auto* remark = boost::any_cast<std::string>(&value);
+    bool accepted = false;
+    const QString text = QInputDialog::getText(editor, QObject::tr("Remark"),
+        QObject::tr("Remark:"), QLineEdit::Normal,
+        remark ? QString::fromStdString(*remark) : QString(), &accepted);
+    if (!accepted || !editor)
+        return false;
+    value = text.toStdString();
+    editor->store(value);
+    return true;
+}
+
+Hints remark()
+{
+    Hints hints;
+    setEditHint(hints, "callback", &askForRemark);
+    setEqualHint(hints, "is_equal", &vrn::any_differ<std::string>);
+    return hints;
+}
+
 // --- what the application adds to the library ------------------------------------------
 
 std::unique_ptr<IValidator> makeQuantity(const Hints& hints)
@@ -207,37 +261,68 @@ EditorMetaData makeRadioButtons(QWidget* parent, const Hints& hints)
 
 // --- descriptions as text --------------------------------------------------------------
 
+QString kindText(const ValidatorKind& kind)
+{
+    if (kind.first == typeid(std::string))
+        return QString::fromStdString("std::string " + kind.second).trimmed();
+    if (kind.first == typeid(NamedValueList))
+        return QStringLiteral("NamedValueList");
+    return QString::fromStdString(boost::core::demangle(kind.first.name()))
+        .remove(QRegularExpression(QStringLiteral("[^ ]*::|<.*>")));
+}
+
 QString hintText(const boost::any& hint)
 {
-    if (const auto* kind = boost::any_cast<ValidatorKind>(&hint)) {
-        if (kind->first == typeid(std::string))
-            return QString::fromStdString("std::string " + kind->second).trimmed();
-        return QString::fromStdString(boost::core::demangle(kind->first.name()))
-            .remove(QRegularExpression(QStringLiteral("[^ ]*::|<.*>")));
+    const QString separator = QStringLiteral("\u00a0|\u00a0");
+    QStringList names;
+    if (const auto* kind = boost::any_cast<ValidatorKind>(&hint))
+        return kindText(*kind);
+    if (const auto* kinds = boost::any_cast<std::vector<ValidatorKind>>(&hint)) {
+        for (const ValidatorKind& kind : *kinds)
+            names += kindText(kind);
+        return names.join(separator);
     }
     if (const auto* entries = boost::any_cast<NamedValueList>(&hint)) {
-        QStringList names;
         for (const auto& entry : *entries)
             names += entry.first;
-        return names.join(QStringLiteral(" | "));
+        return names.join(separator);
     }
     if (const auto* kind = boost::any_cast<UnitId::UnitId>(&hint))
         return QString::number(*kind);
     if (typeText(hint) == QString::fromLatin1(hint.type().name()))
-        return QStringLiteral("…");
+        return QStringLiteral("function");
     return valueText(hint);
 }
 
-QStringList hintTexts(const Hints& hints, const QString& path = QString())
+// A line is not broken between a key and its value.
+QStringList hintTexts(const Hints& hints)
 {
     QStringList texts;
-    for (const auto& [key, child] : hints) {
-        const QString childPath = path + QString::fromStdString(key);
+    for (const auto& [path, child] : hints) {
+        const QString key = QString::fromStdString(path);
         if (!child.data().empty())
-            texts += childPath + QStringLiteral(" = ") + hintText(child.data());
-        texts += hintTexts(child, childPath + QLatin1Char('.'));
+            texts += key + QStringLiteral("\u00a0=\u00a0") + hintText(child.data());
+        if (!child.empty())
+            texts += key + QStringLiteral(" (%1)").arg(hintTexts(child).join(QStringLiteral(", ")));
     }
     return texts;
+}
+
+// Broken into lines of about the same width. A label that does this by itself asks for too
+// much height.
+QString inLines(const QStringList& texts)
+{
+    constexpr int longest = 64;
+    QString lines;
+    int length = 0;
+    for (const QString& word : texts.join(QStringLiteral(", ")).split(QLatin1Char(' '))) {
+        const bool fits = length + 1 + word.size() <= longest;
+        if (length > 0)
+            lines += fits ? QLatin1Char(' ') : QLatin1Char('\n');
+        lines += word;
+        length = (fits ? length + 1 : 0) + word.size();
+    }
+    return lines;
 }
 
 } // namespace
@@ -246,7 +331,6 @@ HintsPage::HintsPage(QWidget* parent)
     : QWidget(parent)
     , m_grid(new QGridLayout(this))
     , m_factory(validatorFactory())
-    , m_remark(std::string("north wing"))
 {
     auto* vary = new QCheckBox(tr("The objects &differ"));
     connect(vary, &QCheckBox::toggled, this, &HintsPage::letVary);
@@ -261,7 +345,6 @@ HintsPage::HintsPage(QWidget* parent)
     addDialogRow();
 
     const int character = fontMetrics().averageCharWidth();
-    m_grid->setColumnMinimumWidth(1, character * 60);
     m_grid->setColumnMinimumWidth(2, character * 30);
     m_grid->setColumnMinimumWidth(3, character * 22);
     m_grid->setColumnStretch(2, 1);
@@ -313,55 +396,38 @@ void HintsPage::addByFactory()
 
 void HintsPage::addDialogRow()
 {
-    auto* shown = new ValueLabel;
-    shown->setText(valueText(m_remark));
-    auto* button = new QPushButton(tr("Ed&it..."));
-    connect(button, &QPushButton::clicked, this, [this, shown] { editRemark(shown); });
-    placeRow(tr("Remark"), QStringLiteral("callback"), button, shown);
-}
-
-void HintsPage::editRemark(QLabel* shown)
-{
-    Hints hints;
-    setEqualHint(hints, "is_equal", &vrn::any_differ<std::string>);
-    setEditHint(
-        hints, "callback", [page = QPointer<HintsPage>(this), shown](QWidget*, boost::any& value) {
-            bool accepted = false;
-            const QString text = QInputDialog::getText(page, tr("Remark"), tr("Remark:"),
-                QLineEdit::Normal, QString::fromStdString(boost::any_cast<std::string>(value)),
-                &accepted);
-            if (!page || !accepted)
-                return false;
-            value = text.toStdString();
-            page->m_remark = value;
-            shown->setText(valueText(value));
-            return true;
-        });
-    const auto editor = m_factory.create("callback", hints);
-    editor->widget->setParent(this);
-    editor->control->readValue(m_remark);
+    const Hints hints = remark();
+    auto* editor = new DialogEditor(m_factory, hints, this);
+    addRow(tr("Remark"), QStringList(QStringLiteral("callback")) + hintTexts(hints),
+        metaDataOf(editor, editor), std::string("north wing"));
 }
 
 void HintsPage::add(const QString& name, const Hints& hints, const boost::any& value)
 {
-    addRow(name, hintTexts(hints).join(QStringLiteral(", ")), createEditorFromHints(this, hints),
-        value);
+    addRow(name, hintTexts(hints), createEditorFromHints(this, hints), value);
 }
 
 void HintsPage::add(
     const QString& name, const char* editor, const Hints& hints, const boost::any& value)
 {
     const auto made = m_factory.create(editor, hints);
-    const QStringList description = QStringList(QString::fromLatin1(editor)) + hintTexts(hints);
-    addRow(name, description.join(QStringLiteral(", ")), metaDataOf(made->widget, made->control),
-        value);
+    addRow(name, QStringList(QString::fromLatin1(editor)) + hintTexts(hints),
+        metaDataOf(made->widget, made->control), value);
 }
 
-void HintsPage::addRow(const QString& name, const QString& description,
+void HintsPage::addRow(const QString& name, const QStringList& description,
     const EditorMetaData& editor, const boost::any& value)
 {
+    auto* caption = new QLabel(name);
+    caption->setBuddy(editor.widget);
+    auto* hints = new QLabel(inLines(description));
+    hints->setTextFormat(Qt::PlainText);
     const Row row = {editor, value, new ValueLabel};
-    placeRow(name, description, editor.widget, row.shown);
+    const int line = m_grid->rowCount();
+    int column = 0;
+    for (QWidget* widget : {static_cast<QWidget*>(caption), static_cast<QWidget*>(hints),
+             editor.widget, static_cast<QWidget*>(row.shown)})
+        m_grid->addWidget(widget, line, column++);
     m_rows.push_back(row);
     editor.setValue(value);
     show(row);
@@ -371,20 +437,6 @@ void HintsPage::addRow(const QString& name, const QString& description,
     // signal says so.
     for (auto* edit : editor.widget->findChildren<QLineEdit*>())
         connect(edit, &QLineEdit::textEdited, this, [row] { show(row); });
-}
-
-void HintsPage::placeRow(
-    const QString& name, const QString& description, QWidget* editor, QLabel* shown)
-{
-    auto* caption = new QLabel(name);
-    caption->setBuddy(editor);
-    auto* hints = new ValueLabel;
-    hints->setText(description);
-    const int line = m_grid->rowCount();
-    int column = 0;
-    for (QWidget* widget : {static_cast<QWidget*>(caption), static_cast<QWidget*>(hints), editor,
-             static_cast<QWidget*>(shown)})
-        m_grid->addWidget(widget, line, column++);
 }
 
 void HintsPage::letVary(bool varies)

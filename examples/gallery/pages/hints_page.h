@@ -40,17 +40,14 @@ private:
     /// Makes the editor called `editor` with the factory.
     void add(const QString& name, const char* editor, const vrn::qt::Hints& hints,
         const boost::any& value);
-    void addRow(const QString& name, const QString& description,
+    void addRow(const QString& name, const QStringList& description,
         const vrn::qt::EditorMetaData& editor, const boost::any& value);
-    void placeRow(const QString& name, const QString& description, QWidget* editor, QLabel* shown);
 
     void letVary(bool varies);
-    void editRemark(QLabel* shown);
     static void show(const Row& row);
 
     QGridLayout* m_grid;
     vrn::qt::DefaultEditorFactory m_factory;
-    boost::any m_remark;
     std::vector<Row> m_rows;
     // Declared after the rows, because the hooks use them: a field that loses the focus
     // while the page is destroyed still emits its signal.

@@ -4,6 +4,7 @@
 #include "injection/scene.h"
 
 #include <vrn/qt/controls.h>
+#include <vrn/qt/factories.h>
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -368,6 +369,125 @@ void makeMultiEditValue(Scene& s)
     present(s, new ValueOwner(s.page));
 }
 
+// --- made from hints
+
+Hints lineEditHints()
+{
+    Hints hints;
+    setTextHint(hints, "editor", "lineedit");
+    setTextHint(hints, "validator.type", "double");
+    setHint<bool>(hints, "optional", true);
+    return hints;
+}
+
+// The button's function also uses the functions of its own editor, which may have gone.
+void makeLineEditFromHints(Scene& s)
+{
+    s.values[0] = 235.0;
+    s.values[1] = 355.0;
+    s.offer("the inner button's function");
+    const auto editor = std::make_shared<EditorMetaData>();
+    Hints hints = lineEditHints();
+    setDefaultTextHint(
+        hints, "default_fn", holdingSomething([weak = std::weak_ptr(editor)](const QString& text) {
+            scene().visit("the inner button's function");
+            if (const auto used = weak.lock()) {
+                boost::any value;
+                used->forceVaries();
+                used->getValue(value);
+                used->setValue(7.0);
+            }
+            return text + "7";
+        }));
+    *editor = createEditorFromHints(s.page, hints);
+    s.belongings.push_back(editor);
+    auto* field = present(s, static_cast<MultiEditLineEdit*>(editor->widget));
+    s.lay(field);
+    s.speak = [field] {
+        field->setValue(12.0);
+        field->onEditingFinished();
+        return true;
+    };
+    editor->setValue(12.0);
+}
+
+// A slot reads the value by the editor's function.
+void makeEnumBoxFromHints(Scene& s)
+{
+    Hints hints;
+    setTextHint(hints, "editor", "enumbox");
+    setHint<NamedValueList>(hints, "values", steels());
+    setEqualHint(hints, "equal_value_fn", &foreignEqual);
+    const EditorMetaData editor = createEditorFromHints(s.page, hints);
+    fill(s, present(s, static_cast<MultiEditEnumBox*>(editor.widget)));
+    s.offer("a hook on valueChanged");
+    s.belongings.push_back(
+        std::make_shared<OnValueChangedHook>(editor.widget, [getValue = editor.getValue] {
+            scene().visit("a hook on valueChanged");
+            boost::any value;
+            getValue(value);
+        }));
+}
+
+// With a kind of the application.
+std::unique_ptr<Editor> makeByFactory(const char* name, Hints hints)
+{
+    scene().offer("the creator of a kind");
+    auto validators = std::make_shared<DefaultValidatorFactory>();
+    validators->add<int>("foreign", [](const Hints&) {
+        auto validator = std::make_unique<ForeignValidator>();
+        scene().visit("the creator of a kind");
+        return validator;
+    });
+    setHint<ValidatorKind>(hints, "validator.kind", kindOf<int>("foreign"));
+    return DefaultEditorFactory(validators).create(name, hints);
+}
+
+void makeResetButtonByFactory(Scene& s)
+{
+    s.offer("the button's function");
+    Hints hints;
+    setResetHint(
+        hints, "reset_callback", holdingSomething([](int, boost::any& shown, boost::any& reported) {
+            scene().visit("the button's function");
+            shown = 1;
+            reported = 2;
+        }));
+    const auto editor = makeByFactory("multi_edit_line_edit_with_reset_button", hints);
+    furnish(s, present(s, static_cast<MultiEditLineEditWithResetButton*>(editor->widget)));
+}
+
+void makeEditableListByFactory(Scene& s)
+{
+    Hints hints;
+    setHint<NamedValueList>(hints, "entries", steels());
+    setEqualHint(hints, "is_equal", &foreignEqual);
+    setHint<bool>(hints, "editable", true);
+    const auto editor = makeByFactory("named_value_list", hints);
+    fill(s, present(s, static_cast<MultiEditEnumBox*>(editor->widget)));
+}
+
+// A button that edits a value in a dialog, by an editor of the callback kind.
+void makeDialogButtonByFactory(Scene& s)
+{
+    s.offer("the callback");
+    s.offer("the equality function");
+    auto* button = present(s, new QPushButton("Edit...", s.page));
+    s.lay(button);
+    QObject::connect(button, &QPushButton::clicked, button, [] {
+        Hints hints;
+        setEqualHint(hints, "is_equal", &foreignEqual);
+        setEditHint(hints, "callback", holdingSomething([](QWidget*, boost::any& value) {
+            scene().visit("the callback");
+            value = 7;
+            return true;
+        }));
+        const auto editor = DefaultEditorFactory(nullptr).create("callback", hints);
+        editor->widget->setParent(scene().page);
+        editor->control->readValue(5);
+    });
+}
+
 template <typename T>
 void makeReference(Scene& s)
 {
@@ -421,6 +541,11 @@ const std::vector<Control>& controls()
         {"a MultiEditFilePicker", &makeFilePicker},
         {"a Toolbar", &makeToolbar},
         {"a MultiEditValue", &makeMultiEditValue},
+        {"a hinted MultiEditLineEdit", &makeLineEditFromHints},
+        {"a hinted MultiEditEnumBox", &makeEnumBoxFromHints},
+        {"a factory's MultiEditLineEditWithResetButton", &makeResetButtonByFactory},
+        {"a factory's editable MultiEditEnumBox", &makeEditableListByFactory},
+        {"a button of a factory's MultiEditValue", &makeDialogButtonByFactory},
         {"Qt's QLineEdit", &makeReference<QLineEdit>, true},
         {"Qt's QLineEdit in a widget", &makeReferenceInWidget<QLineEdit>, true},
         {"Qt's QCheckBox", &makeReference<QCheckBox>, true},

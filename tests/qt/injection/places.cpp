@@ -38,6 +38,8 @@ const char* const callbacks[] = {
     "the layouter's onAdd",
     "the layouter's onFinish",
     "a hook on valueChanged",
+    "the creator of a kind",
+    "the callback",
     "while its dialog is open",
 };
 

@@ -65,7 +65,9 @@ struct Editor
 /// varies if its predicate says so. That predicate is "is_equal", and a MultiEditValue takes
 /// true for "they differ". So give it vrn::any_differ.
 ///
-/// Copies share the validator factory and work without the first object.
+/// Copies share the validator factory, and so does a factory that was moved to: it makes the
+/// same editors, with the same validators. A factory that was moved from knows no names and
+/// has no validator factory. None of them needs the first object.
 struct DefaultEditorFactory
 {
     using Creator = std::function<std::unique_ptr<Editor>(const Hints&)>;

@@ -32,7 +32,9 @@ namespace vrn::qt {
 /// created by a copy. So kinds that are added to a copy cannot be links; and a factory that
 /// was moved to finds no links, because the first one is empty. Make the factory where it
 /// stays, by std::make_shared for example. The first factory need not outlive its copies.
-/// A chain that names itself as a link is reported, and that link is left out.
+/// A chain that names itself as a link is reported, and that link is left out. Chains that
+/// come back to themselves in another way, such as with a copy of the hints in a creator of
+/// the application, end after a hundred.
 struct VRN_QT2_EXPORT DefaultValidatorFactory : public ValidatorFactory<ValidatorKind, Hints>
 {
     DefaultValidatorFactory();

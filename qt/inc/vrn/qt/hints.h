@@ -45,6 +45,16 @@ using EditHint = std::function<bool(QWidget*, boost::any&)>;
 
 namespace detail {
 
+VRN_QT2_EXPORT const boost::any* findHintAtPath(const Hints& hints, const std::string& path);
+
+/// Null if there is no such node.
+inline const boost::any* findAnyHint(const Hints& hints, const std::string& path)
+{
+    // Most paths are one key, and no key that a path has made contains a dot.
+    const auto child = hints.find(path);
+    return child != hints.not_found() ? &child->second.data() : findHintAtPath(hints, path);
+}
+
 VRN_QT2_EXPORT void reportWrongHintType(
     const std::string& path, const std::type_info& found, const std::type_info& asked);
 
@@ -102,12 +112,12 @@ inline void setEditHint(Hints& hints, const std::string& path, const EditHint& f
 template <typename T>
 const T* findHint(const Hints& hints, const std::string& path)
 {
-    const auto node = hints.get_child_optional(path);
-    if (!node)
+    const boost::any* hint = detail::findAnyHint(hints, path);
+    if (!hint)
         return nullptr;
-    if (const T* value = boost::any_cast<T>(&node->data()))
+    if (const T* value = boost::any_cast<T>(hint))
         return value;
-    detail::reportWrongHintType(path, node->data().type(), typeid(T));
+    detail::reportWrongHintType(path, hint->type(), typeid(T));
     throw boost::bad_any_cast();
 }
 

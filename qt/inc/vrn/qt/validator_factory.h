@@ -90,8 +90,7 @@ public:
     /// with "invalid unordered_map<K, T> key", and an empty creator std::bad_function_call.
     std::unique_ptr<IValidator> create(const Key& key, const Hints& hints) const
     {
-        const auto running = m_creators;
-        return running->create(key, hints);
+        return m_creators->create(key, hints);
     }
 
     bool exists(const Key& key) const { return m_creators->exists(key); }
