@@ -3,6 +3,7 @@
 #include <vrn/base/any_predicates.h>
 #include <vrn/qt/cell_data.h>
 #include <vrn/qt/combo_item_delegate.h>
+#include <vrn/qt/double_edit_validator.h>
 #include <vrn/qt/integer_validator.h>
 #include <vrn/qt/multi_edit_enum_box.h>
 
