@@ -522,7 +522,7 @@ private Q_SLOTS:
     void anEmptyCallbackMakesNoButton()
     {
         Cell cell;
-        const LineEditItemDelegate delegate(cell.validator, nullptr, nullptr);
+        const LineEditItemDelegate delegate(cell.validator, {}, nullptr);
         const auto* editor = delegate.createEditor(&cell.parent, {}, cell.index());
         QVERIFY(!editor->findChild<QToolButton*>());
     }
