@@ -47,7 +47,7 @@ public:
     std::optional<QString> write(int column, const boost::any& value) const
     {
         const IValidator::pointer validator = of(column);
-        if (!validator)
+        if (!validator || !m_view)
             return {};
         const QString text = value.empty() ? QString() : validator->reformat(value, userLocale);
         return m_view ? std::make_optional(text) : std::nullopt;
