@@ -13,7 +13,8 @@ using namespace vrn::test;
 namespace {
 
 using Make = std::function<QAbstractItemDelegate*(QObject*)>;
-using Install = std::function<void(QTableView&, QAbstractItemDelegate*)>;
+// The second delegate is for the other cells, one of which opens after Tab.
+using Install = std::function<void(QTableView&, QAbstractItemDelegate*, QAbstractItemDelegate*)>;
 
 struct Editing;
 using Action = std::function<void(Editing&)>;
@@ -33,27 +34,31 @@ QAbstractItemDelegate* editableLists(QObject* parent)
     return new ComboItemDelegate(parent, &fillWithSteels, &vrn::any_equal<int>, wholeNumbers());
 }
 
-void forAll(QTableView& view, QAbstractItemDelegate* delegate)
+void forAll(QTableView& view, QAbstractItemDelegate* delegate, QAbstractItemDelegate* /*others*/)
 {
     view.setItemDelegate(delegate);
 }
 
-void forTheColumn(QTableView& view, QAbstractItemDelegate* delegate)
+void forTheColumn(QTableView& view, QAbstractItemDelegate* delegate, QAbstractItemDelegate* others)
 {
+    view.setItemDelegate(others);
     view.setItemDelegateForColumn(1, delegate);
 }
 
-void forTheCell(QTableView& view, QAbstractItemDelegate* delegate)
+void forTheCell(QTableView& view, QAbstractItemDelegate* delegate, QAbstractItemDelegate* others)
 {
     auto* forward = new ForwardDelegate(view);
     forward->setItemDelegateForCell(1, 1, delegate);
+    forward->setItemDelegate(others);
     view.setItemDelegate(forward);
 }
 
-void forTheCellOfTheColumn(QTableView& view, QAbstractItemDelegate* delegate)
+void forTheCellOfTheColumn(
+    QTableView& view, QAbstractItemDelegate* delegate, QAbstractItemDelegate* others)
 {
     auto* forward = new ForwardDelegate(view);
     forward->setItemDelegateForCell(1, 1, delegate);
+    view.setItemDelegate(others);
     view.setItemDelegateForColumn(1, forward);
 }
 
@@ -63,7 +68,7 @@ struct Editing
     Editing(const Make& make, const Install& install)
         : delegate(make(nullptr))
     {
-        install(*table.view, delegate);
+        install(*table.view, delegate, make(table.view));
         table.show();
         editor = table.open(1, 1);
         QVERIFY(editor);
