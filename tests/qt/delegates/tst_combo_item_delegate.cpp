@@ -166,10 +166,13 @@ void clickItem(MultiEditEnumBox& box, int row)
     list.showPopup();
     // A list takes no click in the moment after it has opened.
     QTest::qSleep(QApplication::doubleClickInterval() + 50);
-    const QModelIndex item = list.model()->index(row, 0);
-    QTest::mouseMove(list.view()->viewport(), list.view()->visualRect(item).center());
-    QTest::mouseClick(
-        list.view()->viewport(), Qt::LeftButton, {}, list.view()->visualRect(item).center());
+    QWidget& items = *list.view()->viewport();
+    const int y = list.view()->visualRect(list.model()->index(row, 0)).center().y();
+    const QPoint place(items.width() / 2, y);
+    QMouseEvent move(QEvent::MouseMove, place, items.mapToGlobal(place), Qt::NoButton, Qt::NoButton,
+        Qt::NoModifier);
+    QCoreApplication::sendEvent(&items, &move);
+    QTest::mouseClick(&items, Qt::LeftButton, {}, place);
 }
 
 } // namespace
@@ -309,8 +312,8 @@ private Q_SLOTS:
     void aMouseReleaseElsewhereArmsNothing()
     {
         Cell cell;
-        QMouseEvent event(QEvent::MouseButtonRelease, QPointF(1, 1), Qt::LeftButton, Qt::LeftButton,
-            Qt::NoModifier);
+        QMouseEvent event(QEvent::MouseButtonRelease, QPointF(1, 1), QPointF(1, 1), QPointF(1, 1),
+            Qt::LeftButton, Qt::LeftButton, Qt::NoModifier);
         QVERIFY(!cell.delegate->eventFilter(&cell.parent, &event));
         QVERIFY(!cell.delegate->eventFilter(nullptr, &event));
         QCOMPARE(cell.parent.dynamicPropertyNames(), QList<QByteArray>());
