@@ -63,11 +63,11 @@ void paint(const QAbstractItemDelegate& delegate, const QModelIndex& index, QSty
 // A delegate whose function is told in `act`.
 struct Buttons
 {
-    explicit Buttons(QObject* parent = nullptr)
+    explicit Buttons(QObject* owner = nullptr)
     {
         model.setData(model.index(0, 0), "Delete", Qt::DisplayRole);
         delegate = std::make_unique<ButtonItemDelegate>(
-            [this](QAbstractItemModel* its, const QModelIndex& index) { act(its, index); }, parent);
+            [this](QAbstractItemModel* its, const QModelIndex& index) { act(its, index); }, owner);
     }
 
     QModelIndex index(int column = 0) const { return model.index(0, column); }
