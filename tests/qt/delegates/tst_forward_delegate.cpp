@@ -86,10 +86,10 @@ struct Table
     QStringList calls;
     CellModel model{6, 4};
     QTableView view;
-    Recording cell{"cell", calls};
-    Recording row{"row", calls};
-    Recording column{"column", calls};
-    Recording all{"all", calls};
+    Recording ofCell{"cell", calls};
+    Recording ofRow{"row", calls};
+    Recording ofColumn{"column", calls};
+    Recording ofAll{"all", calls};
     ForwardDelegate* forward;
 };
 
@@ -118,50 +118,50 @@ private Q_SLOTS:
         columns<Act, QStringList>("set", "governs");
         const Act none = [](Table&) {};
         row("nobody at first", none, QStringList{"", "", "", ""});
-        row("the one for all", Act([](Table& t) { t.forward->setItemDelegate(&t.all); }),
+        row("the one for all", Act([](Table& t) { t.forward->setItemDelegate(&t.ofAll); }),
             QStringList{"all", "all", "all", "all"});
         row("the column before all", Act([](Table& t) {
-            t.forward->setItemDelegate(&t.all);
-            t.forward->setItemDelegateForColumn(1, &t.column);
+            t.forward->setItemDelegate(&t.ofAll);
+            t.forward->setItemDelegateForColumn(1, &t.ofColumn);
         }),
             QStringList{"all", "column", "all", "all"});
         row("the row before the column", Act([](Table& t) {
-            t.forward->setItemDelegateForColumn(1, &t.column);
-            t.forward->setItemDelegateForRow(1, &t.row);
+            t.forward->setItemDelegateForColumn(1, &t.ofColumn);
+            t.forward->setItemDelegateForRow(1, &t.ofRow);
         }),
             QStringList{"", "row", "", ""});
         row("the cell before the row", Act([](Table& t) {
-            t.forward->setItemDelegateForRow(2, &t.row);
-            t.forward->setItemDelegateForCell(2, 2, &t.cell);
+            t.forward->setItemDelegateForRow(2, &t.ofRow);
+            t.forward->setItemDelegateForCell(2, 2, &t.ofCell);
         }),
             QStringList{"", "", "cell", ""});
         row("the row if that of the cell is null", Act([](Table& t) {
-            t.forward->setItemDelegateForRow(2, &t.row);
-            t.forward->setItemDelegateForCell(2, 2, &t.cell);
+            t.forward->setItemDelegateForRow(2, &t.ofRow);
+            t.forward->setItemDelegateForCell(2, 2, &t.ofCell);
             t.forward->setItemDelegateForCell(2, 2, nullptr);
         }),
             QStringList{"", "", "row", ""});
         row("the column if that of the row is null", Act([](Table& t) {
-            t.forward->setItemDelegateForColumn(2, &t.column);
-            t.forward->setItemDelegateForRow(2, &t.row);
+            t.forward->setItemDelegateForColumn(2, &t.ofColumn);
+            t.forward->setItemDelegateForRow(2, &t.ofRow);
             t.forward->setItemDelegateForRow(2, nullptr);
         }),
             QStringList{"", "", "column", ""});
         row("the one for all if that of the column is null", Act([](Table& t) {
-            t.forward->setItemDelegate(&t.all);
-            t.forward->setItemDelegateForColumn(2, &t.column);
+            t.forward->setItemDelegate(&t.ofAll);
+            t.forward->setItemDelegateForColumn(2, &t.ofColumn);
             t.forward->setItemDelegateForColumn(2, nullptr);
         }),
             QStringList{"all", "all", "all", "all"});
         row("nobody if all are null", Act([](Table& t) {
-            t.forward->setItemDelegate(&t.all);
+            t.forward->setItemDelegate(&t.ofAll);
             t.forward->setItemDelegate(nullptr);
         }),
             QStringList{"", "", "", ""});
         row("the row if that of the cell was destroyed", Act([](Table& t) {
             Recording gone("gone", t.calls);
             t.forward->setItemDelegateForCell(1, 1, &gone);
-            t.forward->setItemDelegateForRow(1, &t.row);
+            t.forward->setItemDelegateForRow(1, &t.ofRow);
         }),
             QStringList{"", "row", "", ""});
         row("nobody if the one for all was destroyed", Act([](Table& t) {
@@ -184,7 +184,7 @@ private Q_SLOTS:
     void everyCallIsHandedOn()
     {
         Table table;
-        table.forward->setItemDelegate(&table.all);
+        table.forward->setItemDelegate(&table.ofAll);
         const QModelIndex index = table.model.index(1, 1);
         QWidget parent;
         QImage image(10, 10, QImage::Format_RGB32);
@@ -234,6 +234,7 @@ private Q_SLOTS:
 
         QStyleOptionViewItem option;
         option.rect = QRect(5, 6, 70, 30);
+        option.state = QStyle::State_Enabled;
         table.forward->updateEditorGeometry(edit, option, index);
         QVERIFY(option.rect.intersects(edit->geometry()));
 
@@ -247,37 +248,37 @@ private Q_SLOTS:
     {
         columns<Act, int>("set", "times");
         row("of no slot", Act([](Table&) {}), 0);
-        row("of all", Act([](Table& t) { t.forward->setItemDelegate(&t.cell); }), 1);
-        row("of a column", Act([](Table& t) { t.forward->setItemDelegateForColumn(1, &t.cell); }),
+        row("of all", Act([](Table& t) { t.forward->setItemDelegate(&t.ofCell); }), 1);
+        row("of a column", Act([](Table& t) { t.forward->setItemDelegateForColumn(1, &t.ofCell); }),
             1);
-        row("of a row", Act([](Table& t) { t.forward->setItemDelegateForRow(1, &t.cell); }), 1);
-        row("of a cell", Act([](Table& t) { t.forward->setItemDelegateForCell(1, 1, &t.cell); }),
+        row("of a row", Act([](Table& t) { t.forward->setItemDelegateForRow(1, &t.ofCell); }), 1);
+        row("of a cell", Act([](Table& t) { t.forward->setItemDelegateForCell(1, 1, &t.ofCell); }),
             1);
         row("of two cells", Act([](Table& t) {
-            t.forward->setItemDelegateForCell(1, 1, &t.cell);
-            t.forward->setItemDelegateForCell(2, 1, &t.cell);
+            t.forward->setItemDelegateForCell(1, 1, &t.ofCell);
+            t.forward->setItemDelegateForCell(2, 1, &t.ofCell);
         }),
             2);
         row("of a cell twice", Act([](Table& t) {
-            t.forward->setItemDelegateForCell(1, 1, &t.cell);
-            t.forward->setItemDelegateForCell(1, 1, &t.cell);
+            t.forward->setItemDelegateForCell(1, 1, &t.ofCell);
+            t.forward->setItemDelegateForCell(1, 1, &t.ofCell);
         }),
             1);
         row("of two cells, one of which got another", Act([](Table& t) {
-            t.forward->setItemDelegateForCell(1, 1, &t.cell);
-            t.forward->setItemDelegateForCell(2, 1, &t.cell);
-            t.forward->setItemDelegateForCell(2, 1, &t.row);
+            t.forward->setItemDelegateForCell(1, 1, &t.ofCell);
+            t.forward->setItemDelegateForCell(2, 1, &t.ofCell);
+            t.forward->setItemDelegateForCell(2, 1, &t.ofRow);
         }),
             0);
         row("of a cell and a row, which has none any more", Act([](Table& t) {
-            t.forward->setItemDelegateForCell(1, 1, &t.cell);
-            t.forward->setItemDelegateForRow(1, &t.cell);
+            t.forward->setItemDelegateForCell(1, 1, &t.ofCell);
+            t.forward->setItemDelegateForRow(1, &t.ofCell);
             t.forward->setItemDelegateForRow(1, nullptr);
         }),
             0);
         row("of a cell with another one before", Act([](Table& t) {
-            t.forward->setItemDelegateForCell(1, 1, &t.row);
-            t.forward->setItemDelegateForCell(1, 1, &t.cell);
+            t.forward->setItemDelegateForCell(1, 1, &t.ofRow);
+            t.forward->setItemDelegateForCell(1, 1, &t.ofCell);
         }),
             1);
     }
@@ -293,9 +294,9 @@ private Q_SLOTS:
         table.view.setItemDelegate(nullptr); // It would not know the editor.
         const DelegateSignals emitted(*table.forward);
         QSignalSpy sizes(table.forward, &QAbstractItemDelegate::sizeHintChanged);
-        Q_EMIT table.cell.commitData(&editor);
-        Q_EMIT table.cell.closeEditor(&editor, QAbstractItemDelegate::EditNextItem);
-        Q_EMIT table.cell.sizeHintChanged(table.model.index(1, 1));
+        Q_EMIT table.ofCell.commitData(&editor);
+        Q_EMIT table.ofCell.closeEditor(&editor, QAbstractItemDelegate::EditNextItem);
+        Q_EMIT table.ofCell.sizeHintChanged(table.model.index(1, 1));
         QStringList expected;
         for (int i = 0; i < times; ++i)
             expected << "commit editor";
@@ -344,9 +345,9 @@ private Q_SLOTS:
         QFETCH(int, count);
         QFETCH(QStringList, governs);
         Table table;
-        table.forward->setItemDelegateForRow(2, &table.row);
-        table.forward->setItemDelegateForCell(3, 0, &table.cell);
-        table.forward->setItemDelegateForColumn(0, &table.column);
+        table.forward->setItemDelegateForRow(2, &table.ofRow);
+        table.forward->setItemDelegateForCell(3, 0, &table.ofCell);
+        table.forward->setItemDelegateForColumn(0, &table.ofColumn);
         table.model.insertRows(first, count);
         for (int row = 0; row < governs.size(); ++row)
             QCOMPARE(table.governs(row, 0), governs[row]);
@@ -371,8 +372,8 @@ private Q_SLOTS:
     {
         QFETCH(Act, change);
         Table table;
-        table.forward->setItemDelegateForRow(1, &table.row);
-        table.forward->setItemDelegateForCell(2, 2, &table.cell);
+        table.forward->setItemDelegateForRow(1, &table.ofRow);
+        table.forward->setItemDelegateForCell(2, 2, &table.ofCell);
         change(table);
         QCOMPARE(table.governs(1, 0), QString("row"));
         QCOMPARE(table.governs(2, 2), QString("cell"));
@@ -381,11 +382,11 @@ private Q_SLOTS:
     void theSignalsOfMovedDelegatesArePassedOn()
     {
         Table table;
-        table.forward->setItemDelegateForRow(1, &table.row);
+        table.forward->setItemDelegateForRow(1, &table.ofRow);
         table.model.insertRow(0);
         table.view.setItemDelegate(nullptr);
         const DelegateSignals emitted(*table.forward);
-        Q_EMIT table.row.commitData(nullptr);
+        Q_EMIT table.ofRow.commitData(nullptr);
         QCOMPARE(emitted.list, QStringList("commit null"));
     }
 
@@ -396,7 +397,7 @@ private Q_SLOTS:
         CellModel model(4, 2);
         tree.setModel(&model);
         ForwardDelegate forward(tree);
-        forward.setItemDelegateForRow(1, &table.row);
+        forward.setItemDelegateForRow(1, &table.ofRow);
         model.item(3)->appendRow(new QStandardItem("below"));
         static_cast<void>(forward.sizeHint({}, model.index(1, 0)));
         QCOMPARE(table.calls, QStringList());
@@ -473,7 +474,7 @@ private Q_SLOTS:
     {
         Table table;
         auto* second = new ForwardDelegate(table.view);
-        second->setItemDelegateForColumn(1, &table.column);
+        second->setItemDelegateForColumn(1, &table.ofColumn);
         table.forward->setItemDelegateForRow(1, second);
         QCOMPARE(table.governs(1, 1), QString("column"));
         QCOMPARE(table.governs(1, 2), QString());
@@ -482,9 +483,9 @@ private Q_SLOTS:
     void negativeNumbersAreOfNoCell()
     {
         Table table;
-        table.forward->setItemDelegateForRow(-1, &table.row);
-        table.forward->setItemDelegateForColumn(-1, &table.column);
-        table.forward->setItemDelegateForCell(-1, -1, &table.cell);
+        table.forward->setItemDelegateForRow(-1, &table.ofRow);
+        table.forward->setItemDelegateForColumn(-1, &table.ofColumn);
+        table.forward->setItemDelegateForCell(-1, -1, &table.ofCell);
         QCOMPARE(table.governs(0, 0), QString());
         table.model.insertRow(0);
         QCOMPARE(table.governs(0, 0), QString());
