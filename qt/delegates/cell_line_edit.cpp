@@ -6,14 +6,10 @@
 
 namespace vrn::qt::detail {
 
-CellLineEdit::CellLineEdit(QObject* delegate, const QModelIndex& index, QWidget* parent)
+CellLineEdit::CellLineEdit(const QModelIndex& index, QWidget* parent)
     : LineEditImpl(optionBorderless, parent)
     , m_tenure(new EditorTenure(*this, index))
-    , m_delegate(delegate)
-{
-    installEventFilter(m_delegate);
-    installEventFilter(this);
-}
+{}
 
 CellLineEdit::~CellLineEdit()
 {
@@ -48,12 +44,9 @@ bool CellLineEdit::eventFilter(QObject* watched, QEvent* event)
         // A view installs its delegate after an editor is made, and again after each commit.
         installEventFilter(this);
         return false;
-    case QEvent::Hide:
-        if (isLeft()) {
+    case QEvent::Hide: // Comes before the focus is lost.
+        if (isLeft())
             installEventFilter(this);
-            // It may be about to get the event that has made another delegate close the editor.
-            removeEventFilter(m_delegate);
-        }
         return false;
     case QEvent::FocusOut:
         return isLeft() && (this->event(event), true);

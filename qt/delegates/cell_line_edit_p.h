@@ -1,7 +1,5 @@
 #pragma once
 
-#include <QPointer>
-
 #include "controls/line_edits/line_edit_impl_p.h"
 
 class QModelIndex;
@@ -18,7 +16,7 @@ class EditorTenure;
 class CellLineEdit : public LineEditImpl
 {
 public:
-    CellLineEdit(QObject* delegate, const QModelIndex& index, QWidget* parent);
+    CellLineEdit(const QModelIndex& index, QWidget* parent);
     ~CellLineEdit() override;
 
 protected:
@@ -29,7 +27,6 @@ private:
     bool isLeft() const;
 
     EditorTenure* m_tenure;
-    QPointer<QObject> m_delegate;
     bool m_isBeingDestroyed = false;
 };
 

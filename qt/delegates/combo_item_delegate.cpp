@@ -224,8 +224,10 @@ void ComboItemDelegate::setModelData(
             self->m_written = nullptr;
     });
     detail::writeFrom(box, [&] {
+        if (showsNothing(*box) && valueOf(cell).empty())
+            return;
         const boost::any value = box->getSelectedValue();
-        if (value.empty() || (showsNothing(*box) && valueOf(cell).empty()))
+        if (value.empty())
             return;
         const QString display = box->getNameForValue(value);
         bool ok = model->setData(cell, display, DisplayRole);

@@ -62,7 +62,9 @@ QWidget* LineEditItemDelegate::createEditor(
     if (!hasValue(index))
         return nullptr;
     auto* self = const_cast<LineEditItemDelegate*>(this);
-    auto* edit = new detail::CellLineEdit(self, index, parent);
+    auto* edit = new detail::CellLineEdit(index, parent);
+    edit->installEventFilter(self);
+    edit->installEventFilter(edit); // The last one comes first.
     if (m_callback)
         edit->addButton(m_callback, QPixmap());
     vrn_connect(
@@ -114,6 +116,13 @@ void LineEditItemDelegate::updateEditorGeometry(
     QWidget* editor, const QStyleOptionViewItem& option, const QModelIndex& /*index*/) const
 {
     editor->setGeometry(option.rect);
+}
+
+// Another delegate, which handed the call on, may have closed the editor at this very event.
+bool LineEditItemDelegate::eventFilter(QObject* object, QEvent* event)
+{
+    const auto* tenure = detail::EditorTenure::of(object);
+    return (!tenure || !tenure->isOver()) && QItemDelegate::eventFilter(object, event);
 }
 
 void LineEditItemDelegate::commitAndCloseEditor()

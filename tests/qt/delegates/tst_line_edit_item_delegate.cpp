@@ -7,6 +7,7 @@
 
 #include "controls/line_edits/line_edit_impl_p.h"
 #include "my_line_edit_p.h"
+#include "qt/delegates/delegate_signals.h"
 #include "qt/delegates/table_fixture.h"
 #include "support/catching_application.h"
 #include "support/table.h"
@@ -120,31 +121,6 @@ struct Cell
     RecordingModel model;
     boost::shared_ptr<RecordingValidator> validator = boost::make_shared<RecordingValidator>();
     std::unique_ptr<LineEditItemDelegate> delegate;
-};
-
-QString name(const QObject* object)
-{
-    return object ? object->objectName() : QStringLiteral("null");
-}
-
-// The commitData() and closeEditor() of a delegate, in their order.
-class Signals
-{
-public:
-    explicit Signals(const QAbstractItemDelegate& delegate)
-    {
-        QObject::connect(&delegate, &QAbstractItemDelegate::commitData, &m_context,
-            [this](const QWidget* editor) { list << "commit " + name(editor); });
-        QObject::connect(&delegate, &QAbstractItemDelegate::closeEditor, &m_context,
-            [this](const QWidget* editor, QAbstractItemDelegate::EndEditHint hint) {
-                list << QString("close %1 %2").arg(name(editor)).arg(int(hint));
-            });
-    }
-
-    QStringList list;
-
-private:
-    QObject m_context;
 };
 
 // Of an object that is no widget.
@@ -415,7 +391,7 @@ private Q_SLOTS:
         QFETCH(Qt::Key, key);
         QFETCH(QStringList, signals);
         Cell cell;
-        const Signals emitted(*cell.delegate);
+        const DelegateSignals emitted(*cell.delegate);
         auto* edit = cell.open();
         cell.parent.show();
         QTest::keyClick(edit, key);
@@ -427,7 +403,7 @@ private Q_SLOTS:
     void anySignalCanEndAnEdit()
     {
         Cell cell;
-        const Signals emitted(*cell.delegate);
+        const DelegateSignals emitted(*cell.delegate);
         SourceWidget widget;
         widget.setObjectName("a widget");
         connect(&widget, SIGNAL(finished()), cell.delegate.get(), SLOT(commitAndCloseEditor()));
@@ -438,7 +414,7 @@ private Q_SLOTS:
     void aSignalOfNoWidgetNamesNoEditor()
     {
         Cell cell;
-        const Signals emitted(*cell.delegate);
+        const DelegateSignals emitted(*cell.delegate);
         Source source;
         connect(&source, SIGNAL(finished()), cell.delegate.get(), SLOT(commitAndCloseEditor()));
         Q_EMIT source.finished();
@@ -448,7 +424,7 @@ private Q_SLOTS:
     void anEditCanBeCommittedAndStayOpen()
     {
         Cell cell;
-        const Signals emitted(*cell.delegate);
+        const DelegateSignals emitted(*cell.delegate);
         SourceWidget widget;
         widget.setObjectName("a widget");
         connect(&widget, SIGNAL(finished()), cell.delegate.get(), SLOT(commitOnly()));
@@ -469,7 +445,7 @@ private Q_SLOTS:
     {
         QFETCH(QString, slot);
         Cell cell;
-        const Signals emitted(*cell.delegate);
+        const DelegateSignals emitted(*cell.delegate);
         QPointer<SourceWidget> widget(new SourceWidget);
         connect(
             cell.delegate.get(), &QAbstractItemDelegate::commitData, this, [&] { delete widget; });
@@ -482,7 +458,7 @@ private Q_SLOTS:
     void theDelegateMayGoInASignal()
     {
         Cell cell;
-        const Signals emitted(*cell.delegate);
+        const DelegateSignals emitted(*cell.delegate);
         connect(cell.delegate.get(), &QAbstractItemDelegate::commitData, this,
             [&] { cell.delegate.reset(); });
         auto* edit = cell.open();
@@ -494,7 +470,7 @@ private Q_SLOTS:
     void aCallbackMakesAButtonInEveryEditor()
     {
         Cell cell;
-        const Signals emitted(*cell.delegate);
+        const DelegateSignals emitted(*cell.delegate);
         QStringList given;
         LineEditItemDelegate delegate(
             cell.validator,

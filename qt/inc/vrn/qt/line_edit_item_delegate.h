@@ -67,6 +67,8 @@ public:
         QWidget* editor, QAbstractItemModel* model, const QModelIndex& index) const override;
     void updateEditorGeometry(QWidget* editor, const QStyleOptionViewItem& option,
         const QModelIndex& index) const override;
+    /// That of QItemDelegate, until the view lets go of the editor.
+    bool eventFilter(QObject* object, QEvent* event) override;
 
 private Q_SLOTS:
     /// For a signal of an editor.
