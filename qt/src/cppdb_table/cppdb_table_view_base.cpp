@@ -37,10 +37,11 @@ constexpr unsigned long userLocale = 1UL << ValidationFlagUserLocale;
 class ColumnValidators
 {
 public:
-    ColumnValidators(
-        const Alive& view, boost::function<boost::shared_ptr<IValidator>(int)> getColumnValidator)
+    ColumnValidators(const Alive& view,
+        boost::function<boost::shared_ptr<IValidator>(int)> getColumnValidator, int columnCount)
         : m_view(view)
         , m_getColumnValidator(std::move(getColumnValidator))
+        , m_columnCount(columnCount)
     {}
 
     /// The text of `value`, empty for an empty one; unset if the column has no validator.
@@ -59,7 +60,9 @@ public:
         const IValidator::pointer validator = of(column);
         if (!m_view)
             return {};
-        VRN_ASSERT(validator)("column", column);
+        // The user may paste more columns than there are.
+        if (column < m_columnCount)
+            VRN_ASSERT(validator)("column", column);
         boost::any value;
         if (!validator || !validator->validate(text, value, noFlags))
             return {};
@@ -78,6 +81,7 @@ private:
 
     const Alive& m_view;
     const boost::function<boost::shared_ptr<IValidator>(int)> m_getColumnValidator;
+    const int m_columnCount;
 };
 
 /// The rows and columns from the first to the last one.
@@ -317,12 +321,14 @@ void CppDbTableViewBase::clearCells()
 
 void CppDbTableViewBase::copy() const
 {
-    const Alive alive(this);
-    const ColumnValidators validators(alive, m_getColumnValidator);
     const QModelIndexList selected = selectedCells();
+    if (selected.isEmpty())
+        return;
+    const Alive alive(this);
+    const ColumnValidators validators(alive, m_getColumnValidator, model()->columnCount());
     if (selected.size() == 1)
         copyCell(selected.first(), validators);
-    else if (!selected.isEmpty())
+    else
         copyBlock(alive, selected, validators);
 }
 
@@ -332,20 +338,20 @@ void CppDbTableViewBase::paste()
     const QModelIndexList selected = selectedCells();
     if (!content || !content->hasText() || selected.isEmpty())
         return;
-    const Alive alive(this);
-    const ColumnValidators validators(alive, m_getColumnValidator);
     const QString text = content->text();
     QByteArray block = text.toUtf8();
     dropLastCharacter(block);
-    if (!block.contains('\t') && !block.contains('\n')) {
-        // The whole text, with a final line break.
-        writeCells(alive, model(), selected,
-            [&](int, int column) { return validators.read(column, text); });
-    } else if (selected.size() == 1) {
-        pasteAt(selected.first(), block);
-    } else {
-        pasteOver(alive, model(), selected, viewOf(block), validators);
-    }
+    const bool isBlock = block.contains('\t') || block.contains('\n');
+    if (isBlock && selected.size() == 1)
+        return pasteAt(selected.first(), block);
+
+    const Alive alive(this);
+    const ColumnValidators validators(alive, m_getColumnValidator, model()->columnCount());
+    if (isBlock)
+        return pasteOver(alive, model(), selected, viewOf(block), validators);
+    // The text is pasted with its final line break.
+    writeCells(
+        alive, model(), selected, [&](int, int column) { return validators.read(column, text); });
 }
 
 void CppDbTableViewBase::pasteAt(const QModelIndex& corner, const QByteArray& block)
@@ -354,8 +360,8 @@ void CppDbTableViewBase::pasteAt(const QModelIndex& corner, const QByteArray& bl
     if (!m_model)
         return;
     const Alive alive(this);
-    const ColumnValidators validators(alive, m_getColumnValidator);
     const QPointer<QAbstractItemModel> model = m_model;
+    const ColumnValidators validators(alive, m_getColumnValidator, model->columnCount());
     const int left = corner.column();
 
     // The first cells of the rows that are written. The write of one row may move the others.
