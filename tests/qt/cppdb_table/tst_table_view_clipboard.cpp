@@ -97,22 +97,25 @@ private Q_SLOTS:
         QTRY_COMPARE(table.model.content(), content);
     }
 
-    // X11 passes a long text in pieces.
+    // X11 passes half a mebi in pieces.
     void aLongTextGoesToAnotherProgramAndBack()
     {
-        const int rows = 50000;
-        ShownTable table("nt", QString(" | 34.5,'beam'").repeated(rows).mid(3));
+        const int rows = 500;
+        const QString letters(1000, 'x');
+        const QString content = QString(" | 34.5,'%1'").arg(letters).repeated(rows).mid(3);
+        const QString text = QString("34.500\t%1\n").arg(letters).repeated(rows);
+        ShownTable table("nt", content);
         QVERIFY(table.show());
         table.view.selectAll();
         pressCopy(table.view);
-        const QString text = QString("34.500\tbeam\n").repeated(rows);
-        QCOMPARE(x11::readClipboard(), text);
+        QVERIFY(x11::readClipboard() == text);
         pressDelete(table.view);
+        QVERIFY(table.model.content() != content);
         x11::writeClipboard(text);
         QTRY_VERIFY(!QApplication::clipboard()->ownsClipboard());
         select(table.view, "0,0");
         pressPaste(table.view);
-        QCOMPARE(table.model.content(), QString(" | 34.5,'beam'").repeated(rows).mid(3));
+        QVERIFY(table.model.content() == content);
     }
 };
 
