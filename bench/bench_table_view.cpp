@@ -141,13 +141,14 @@ public:
     Texts()
     {
         std::mt19937 random(1); // NOLINT(cert-msc51-cpp): the same in each run
+        std::vector<int> eighths(pastedRows * pastedColumns);
+        std::iota(eighths.begin(), eighths.end(), 0);
         for (Block& block : m_blocks) {
-            for (int i = 0; i < pastedRows * pastedColumns; ++i)
-                block.cells.push_back(QString::number(0.125 * i, 'f', 3));
-            std::shuffle(block.cells.begin(), block.cells.end(), random);
-            for (int i = 0; i < pastedRows * pastedColumns; ++i) {
-                block.text += block.cells[std::size_t(i)];
-                block.text += QLatin1Char((i + 1) % pastedColumns == 0 ? '\n' : '\t');
+            std::shuffle(eighths.begin(), eighths.end(), random);
+            for (const int eighth : eighths) {
+                block.cells.push_back(QString::number(0.125 * eighth, 'f', 3));
+                block.text += block.cells.back();
+                block.text += QLatin1Char(block.cells.size() % pastedColumns == 0 ? '\n' : '\t');
             }
         }
     }

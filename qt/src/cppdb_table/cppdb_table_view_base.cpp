@@ -163,9 +163,9 @@ void copyBlock(
     std::vector<Cell<boost::any>> cells;
     cells.reserve(static_cast<std::size_t>(indexes.size()));
     for (const QModelIndex& index : indexes) {
-        const boost::optional<boost::any> value = valueOf(index);
+        boost::optional<boost::any> value = valueOf(index);
         if (value)
-            cells.push_back({*value, index.row(), index.column()});
+            cells.push_back({std::move(*value), index.row(), index.column()});
     }
     const Bounds bounds(indexes);
 
@@ -210,17 +210,32 @@ std::string_view viewOf(const QByteArray& text)
     return {text.constData(), static_cast<std::size_t>(text.size())};
 }
 
-/// Takes the first piece off `rest`, which is unset after the last one.
-std::string_view takePiece(std::optional<std::string_view>& rest, char separator)
+/// The pieces of a text one after the other: one more than it has separators.
+class Pieces
 {
-    const std::size_t end = rest->find(separator);
-    const std::string_view piece = rest->substr(0, end);
-    if (end == std::string_view::npos)
-        rest.reset();
-    else
-        rest->remove_prefix(end + 1);
-    return piece;
-}
+public:
+    Pieces(std::string_view text, char separator)
+        : m_rest(text)
+        , m_separator(separator)
+    {}
+
+    bool hasNext() const { return m_hasNext; }
+
+    std::string_view next()
+    {
+        const std::size_t end = m_rest.find(m_separator);
+        const std::string_view piece = m_rest.substr(0, end);
+        m_hasNext = end != std::string_view::npos;
+        if (m_hasNext)
+            m_rest.remove_prefix(end + 1);
+        return piece;
+    }
+
+private:
+    std::string_view m_rest;
+    char m_separator;
+    bool m_hasNext = true;
+};
 
 /// Writes the line and the piece of it that belong to each cell, from the upper left corner on.
 void pasteOver(const Alive& view, QAbstractItemModel* model, const QModelIndexList& indexes,
@@ -231,12 +246,12 @@ void pasteOver(const Alive& view, QAbstractItemModel* model, const QModelIndexLi
     const auto height = static_cast<std::size_t>(bounds.bottom - bounds.top + 1);
     const auto width = static_cast<std::size_t>(bounds.right - bounds.left + 1);
     std::vector<std::vector<std::string_view>> grid;
-    std::optional lines = block;
-    while (lines && grid.size() < height) {
-        std::optional pieces = takePiece(lines, '\n');
+    Pieces lines(block, '\n');
+    while (lines.hasNext() && grid.size() < height) {
+        Pieces pieces(lines.next(), '\t');
         auto& row = grid.emplace_back();
-        while (pieces && row.size() < width)
-            row.push_back(takePiece(pieces, '\t'));
+        while (pieces.hasNext() && row.size() < width)
+            row.push_back(pieces.next());
     }
 
     writeCells(view, model, indexes, [&](int row, int column) -> boost::optional<boost::any> {
@@ -254,9 +269,9 @@ void pasteOver(const Alive& view, QAbstractItemModel* model, const QModelIndexLi
 NewRow readLine(std::string_view line, int left, int end, const ColumnValidators& validators)
 {
     NewRow values;
-    std::optional pieces = line;
-    for (int column = left; pieces && column < end; ++column)
-        values.push_back(validators.read(column, takePiece(pieces, '\t')));
+    Pieces pieces(line, '\t');
+    for (int column = left; pieces.hasNext() && column < end; ++column)
+        values.push_back(validators.read(column, pieces.next()));
     return values;
 }
 
@@ -371,9 +386,9 @@ void CppDbTableViewBase::pasteAt(const QModelIndex& corner, const QByteArray& bl
     for (int row = corner.row(); row < end; ++row)
         firstCells.emplace_back(model, model->index(row, left));
 
-    std::optional lines = viewOf(block);
-    for (int row = corner.row(); lines; ++row) {
-        const std::string_view line = takePiece(lines, '\n');
+    Pieces lines(viewOf(block), '\n');
+    for (int row = corner.row(); lines.hasNext(); ++row) {
+        const std::string_view line = lines.next();
         // The handler may have made several rows at once.
         if (firstCells.empty() && row < model->rowCount())
             firstCells.emplace_back(model, model->index(row, left));
