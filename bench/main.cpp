@@ -14,6 +14,7 @@ void addFactoryComparisons();
 void addLineEditComparisons();
 void addMultiEditComparisons();
 void addPropertyPageComparisons();
+void addTableViewComparisons();
 void addUnitComparisons();
 void addValidatorComparisons();
 } // namespace bench
@@ -36,6 +37,7 @@ int main(int argc, char** argv)
     bench::addEnumBoxComparisons();
     bench::addFactoryComparisons();
     bench::addPropertyPageComparisons();
+    bench::addTableViewComparisons();
     bench::addUnitComparisons();
     return bench::run(argc > 1 ? argv[1] : "") ? EXIT_SUCCESS : EXIT_FAILURE;
 }

@@ -37,10 +37,11 @@ constexpr unsigned long userLocale = 1UL << ValidationFlagUserLocale;
 class ColumnValidators
 {
 public:
-    ColumnValidators(
-        const Alive& view, boost::function<boost::shared_ptr<IValidator>(int)> getColumnValidator)
+    ColumnValidators(const Alive& view,
+        boost::function<boost::shared_ptr<IValidator>(int)> getColumnValidator, int columnCount)
         : m_view(view)
         , m_getColumnValidator(std::move(getColumnValidator))
+        , m_columnCount(columnCount)
     {}
 
     /// The text of `value`, empty for an empty one; unset if the column has no validator.
@@ -59,7 +60,9 @@ public:
         const IValidator::pointer validator = of(column);
         if (!m_view)
             return {};
-        VRN_ASSERT(validator)("column", column);
+        // The user may paste more columns than there are.
+        if (column < m_columnCount)
+            VRN_ASSERT(validator)("column", column);
         boost::any value;
         if (!validator || !validator->validate(text, value, noFlags))
             return {};
@@ -78,6 +81,7 @@ private:
 
     const Alive& m_view;
     const boost::function<boost::shared_ptr<IValidator>(int)> m_getColumnValidator;
+    const int m_columnCount;
 };
 
 /// The rows and columns from the first to the last one.
@@ -159,9 +163,9 @@ void copyBlock(
     std::vector<Cell<boost::any>> cells;
     cells.reserve(static_cast<std::size_t>(indexes.size()));
     for (const QModelIndex& index : indexes) {
-        const boost::optional<boost::any> value = valueOf(index);
+        boost::optional<boost::any> value = valueOf(index);
         if (value)
-            cells.push_back({*value, index.row(), index.column()});
+            cells.push_back({std::move(*value), index.row(), index.column()});
     }
     const Bounds bounds(indexes);
 
@@ -206,17 +210,32 @@ std::string_view viewOf(const QByteArray& text)
     return {text.constData(), static_cast<std::size_t>(text.size())};
 }
 
-/// Takes the first piece off `rest`, which is unset after the last one.
-std::string_view takePiece(std::optional<std::string_view>& rest, char separator)
+/// The pieces of a text one after the other: one more than it has separators.
+class Pieces
 {
-    const std::size_t end = rest->find(separator);
-    const std::string_view piece = rest->substr(0, end);
-    if (end == std::string_view::npos)
-        rest.reset();
-    else
-        rest->remove_prefix(end + 1);
-    return piece;
-}
+public:
+    Pieces(std::string_view text, char separator)
+        : m_rest(text)
+        , m_separator(separator)
+    {}
+
+    bool hasNext() const { return m_hasNext; }
+
+    std::string_view next()
+    {
+        const std::size_t end = m_rest.find(m_separator);
+        const std::string_view piece = m_rest.substr(0, end);
+        m_hasNext = end != std::string_view::npos;
+        if (m_hasNext)
+            m_rest.remove_prefix(end + 1);
+        return piece;
+    }
+
+private:
+    std::string_view m_rest;
+    char m_separator;
+    bool m_hasNext = true;
+};
 
 /// Writes the line and the piece of it that belong to each cell, from the upper left corner on.
 void pasteOver(const Alive& view, QAbstractItemModel* model, const QModelIndexList& indexes,
@@ -227,12 +246,12 @@ void pasteOver(const Alive& view, QAbstractItemModel* model, const QModelIndexLi
     const auto height = static_cast<std::size_t>(bounds.bottom - bounds.top + 1);
     const auto width = static_cast<std::size_t>(bounds.right - bounds.left + 1);
     std::vector<std::vector<std::string_view>> grid;
-    std::optional lines = block;
-    while (lines && grid.size() < height) {
-        std::optional pieces = takePiece(lines, '\n');
+    Pieces lines(block, '\n');
+    while (lines.hasNext() && grid.size() < height) {
+        Pieces pieces(lines.next(), '\t');
         auto& row = grid.emplace_back();
-        while (pieces && row.size() < width)
-            row.push_back(takePiece(pieces, '\t'));
+        while (pieces.hasNext() && row.size() < width)
+            row.push_back(pieces.next());
     }
 
     writeCells(view, model, indexes, [&](int row, int column) -> boost::optional<boost::any> {
@@ -250,9 +269,9 @@ void pasteOver(const Alive& view, QAbstractItemModel* model, const QModelIndexLi
 NewRow readLine(std::string_view line, int left, int end, const ColumnValidators& validators)
 {
     NewRow values;
-    std::optional pieces = line;
-    for (int column = left; pieces && column < end; ++column)
-        values.push_back(validators.read(column, takePiece(pieces, '\t')));
+    Pieces pieces(line, '\t');
+    for (int column = left; pieces.hasNext() && column < end; ++column)
+        values.push_back(validators.read(column, pieces.next()));
     return values;
 }
 
@@ -317,12 +336,14 @@ void CppDbTableViewBase::clearCells()
 
 void CppDbTableViewBase::copy() const
 {
-    const Alive alive(this);
-    const ColumnValidators validators(alive, m_getColumnValidator);
     const QModelIndexList selected = selectedCells();
+    if (selected.isEmpty())
+        return;
+    const Alive alive(this);
+    const ColumnValidators validators(alive, m_getColumnValidator, model()->columnCount());
     if (selected.size() == 1)
         copyCell(selected.first(), validators);
-    else if (!selected.isEmpty())
+    else
         copyBlock(alive, selected, validators);
 }
 
@@ -332,20 +353,20 @@ void CppDbTableViewBase::paste()
     const QModelIndexList selected = selectedCells();
     if (!content || !content->hasText() || selected.isEmpty())
         return;
-    const Alive alive(this);
-    const ColumnValidators validators(alive, m_getColumnValidator);
     const QString text = content->text();
     QByteArray block = text.toUtf8();
     dropLastCharacter(block);
-    if (!block.contains('\t') && !block.contains('\n')) {
-        // The whole text, with a final line break.
-        writeCells(alive, model(), selected,
-            [&](int, int column) { return validators.read(column, text); });
-    } else if (selected.size() == 1) {
-        pasteAt(selected.first(), block);
-    } else {
-        pasteOver(alive, model(), selected, viewOf(block), validators);
-    }
+    const bool isBlock = block.contains('\t') || block.contains('\n');
+    if (isBlock && selected.size() == 1)
+        return pasteAt(selected.first(), block);
+
+    const Alive alive(this);
+    const ColumnValidators validators(alive, m_getColumnValidator, model()->columnCount());
+    if (isBlock)
+        return pasteOver(alive, model(), selected, viewOf(block), validators);
+    // The text is pasted with its final line break.
+    writeCells(
+        alive, model(), selected, [&](int, int column) { return validators.read(column, text); });
 }
 
 void CppDbTableViewBase::pasteAt(const QModelIndex& corner, const QByteArray& block)
@@ -354,8 +375,8 @@ void CppDbTableViewBase::pasteAt(const QModelIndex& corner, const QByteArray& bl
     if (!m_model)
         return;
     const Alive alive(this);
-    const ColumnValidators validators(alive, m_getColumnValidator);
     const QPointer<QAbstractItemModel> model = m_model;
+    const ColumnValidators validators(alive, m_getColumnValidator, model->columnCount());
     const int left = corner.column();
 
     // The first cells of the rows that are written. The write of one row may move the others.
@@ -365,9 +386,9 @@ void CppDbTableViewBase::pasteAt(const QModelIndex& corner, const QByteArray& bl
     for (int row = corner.row(); row < end; ++row)
         firstCells.emplace_back(model, model->index(row, left));
 
-    std::optional lines = viewOf(block);
-    for (int row = corner.row(); lines; ++row) {
-        const std::string_view line = takePiece(lines, '\n');
+    Pieces lines(viewOf(block), '\n');
+    for (int row = corner.row(); lines.hasNext(); ++row) {
+        const std::string_view line = lines.next();
         // The handler may have made several rows at once.
         if (firstCells.empty() && row < model->rowCount())
             firstCells.emplace_back(model, model->index(row, left));

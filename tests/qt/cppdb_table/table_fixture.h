@@ -54,14 +54,15 @@ private:
     }
 };
 
-/// A validator by its letter: n for numbers of three decimals, or none; t for texts; w for
-/// whole numbers; "-" for no validator.
+/// A validator by its letter: n for numbers of three decimals and d for two, or none; t for
+/// texts; w for whole numbers; "-" for no validator.
 inline boost::shared_ptr<ColumnValidator> makeValidator(QChar kind)
 {
     using namespace vrn::qt;
     switch (kind.toLatin1()) {
-    case 'n': {
-        auto* number = new DoubleEditValidator(3, -1e9, 1e9, true);
+    case 'n':
+    case 'd': {
+        auto* number = new DoubleEditValidator(kind == 'n' ? 3 : 2, -1e9, 1e9, true);
         number->setEmptyValueAllowed(true);
         return boost::make_shared<ColumnValidator>(number);
     }

@@ -280,6 +280,8 @@ private Q_SLOTS:
             "1.0,'a' | 7.0,'b' | 'new','new' | 'new','new'");
         row("past the last column, too", "x\tx\ty\nz\tw\tv\n", "1,1",
             QStringList{"1: 'z','w',refused"}, "1.0,'a' | 2.0,'x' | 'new','new'");
+        row("unset past the last column that has a validator", "7\nz\t\t\t\tv\n", "1,1",
+            QStringList{"1: 'z','',refused,refused,refused"}, "1.0,'a' | 2.0,'7' | 'new','new'");
         row("an empty line is one empty cell", "7\n\n", "1,0", QStringList{"0: -"},
             "1.0,'a' | 7.0,'b' | 'new','new'");
     }

@@ -82,9 +82,10 @@ public:
     /// either: call setModel().
     ///
     /// `getColumnValidator` is called for each cell. A column without a validator, a null
-    /// pointer, is not copied. Pasting into it is reported and skipped. A line with a new row is
-    /// read to its end, also past the last column of the model. If the function is empty,
-    /// keyPressEvent() throws `boost::bad_function_call`.
+    /// pointer, is not copied; pasting into it is reported and skipped. A line for a new row is
+    /// read to its end, so the function is called for columns past the last one, too; there
+    /// a null pointer is fine. If the function is empty, keyPressEvent() throws
+    /// `boost::bad_function_call`.
     CppDbTableViewBase(QAbstractItemModel* model,
         boost::function<boost::shared_ptr<IValidator>(int)> getColumnValidator, QWidget* parent);
     ~CppDbTableViewBase() override;
