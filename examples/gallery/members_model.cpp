@@ -55,9 +55,9 @@ boost::any valueOf(const Member& member, int column)
     }
     switch (column) {
     case MembersModel::Name:
-        return anyOf(member.name);
+        return member.name;
     case MembersModel::Material:
-        return anyOf(member.material);
+        return member.material;
     default:
         return anyOf(member.isActive);
     }
@@ -71,6 +71,15 @@ bool assign(boost::optional<T>& field, const boost::any& value)
     if (!typed && !value.empty())
         return false;
     field = typed ? boost::make_optional(*typed) : boost::none;
+    return true;
+}
+
+bool assignName(std::wstring& name, const boost::any& value)
+{
+    boost::optional<std::wstring> text;
+    if (!assign(text, value))
+        return false;
+    name = text.value_or(std::wstring());
     return true;
 }
 
@@ -89,9 +98,12 @@ bool assign(Member& member, int column, const boost::any& value)
         return assign(member.*quantity->field, quantity->kind, value);
     switch (column) {
     case MembersModel::Name:
-        return assign(member.name, value);
+        return assignName(member.name, value);
     case MembersModel::Material:
-        return assign(member.material, value);
+        if (value.type() != typeid(int))
+            return false;
+        member.material = boost::any_cast<int>(value);
+        return true;
     case MembersModel::Active:
         return assign(member.isActive, value);
     default:
@@ -115,6 +127,7 @@ MembersModel::MembersModel(std::vector<Member> members, QObject* parent)
     m_validators[Name] = boost::make_shared<StringEditValidator>(longestName);
     m_validators[Material] = namesOf(materials(), &vrn::any_equal<int>);
     m_validators[Active] = namesOf({{tr("yes"), true}, {tr("no"), false}}, &vrn::any_equal<bool>);
+    m_validators[Duplicate] = boost::make_shared<ForwardValidator>(nullptr);
     for (const QuantityColumn& each : quantityColumns)
         m_validators[each.column] = boost::make_shared<ForwardValidator>(nullptr);
     setUnitSystem(0);
@@ -132,7 +145,7 @@ std::vector<Member> MembersModel::building(int count)
     members.reserve(static_cast<std::size_t>(count));
     for (int i = 0; i < count; ++i) {
         Member member = kinds[static_cast<std::size_t>(i) % kinds.size()];
-        *member.name += L" " + std::to_wstring(i + 1);
+        member.name += L" " + std::to_wstring(i + 1);
         *member.length += 0.05 * (i % 7);
         members.push_back(std::move(member));
     }
@@ -148,8 +161,8 @@ const NamedValueList& MembersModel::materials()
 
 const IValidator::pointer& MembersModel::validator(int column) const
 {
-    static const IValidator::pointer none;
-    return column >= 0 && column < columns ? m_validators[static_cast<std::size_t>(column)] : none;
+    const bool hasValues = column >= 0 && column < Duplicate;
+    return m_validators[static_cast<std::size_t>(hasValues ? column : Duplicate)];
 }
 
 void MembersModel::setUnitSystem(int system)

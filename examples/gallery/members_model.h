@@ -16,7 +16,7 @@
 namespace gallery {
 
 /// The members of a structure, one a row, as typed values. A field without a value has been
-/// cleared.
+/// cleared. A name becomes an empty text then, and a material stays.
 ///
 /// The texts of the cells follow from the values: the validator of a column writes them, in the
 /// units of the system that is set.
@@ -39,8 +39,8 @@ public:
 
     struct Member
     {
-        boost::optional<std::wstring> name;
-        boost::optional<int> material; ///< A value of materials().
+        std::wstring name;
+        int material = 235; ///< A value of materials().
         boost::optional<double> area; ///< m2
         boost::optional<double> length; ///< m
         boost::optional<double> load; ///< kN/m
@@ -53,7 +53,8 @@ public:
     static std::vector<Member> building(int count);
     static const vrn::qt::NamedValueList& materials();
 
-    /// The validator of a column; null for the button. It stays the same if the units change.
+    /// The validator of a column, which stays the same if the units change. That of the buttons,
+    /// and of columns that do not exist, refuses every text.
     const vrn::qt::IValidator::pointer& validator(int column) const;
     void setUnitSystem(int system);
 
