@@ -141,7 +141,7 @@ bool ComboItemDelegate::takeEnter(QObject* object, QWidget* editor, QEvent* even
     const QPointer<QWidget> box(editor);
     object->event(event);
     event->accept();
-    if (self && box && !EditorTenure::of(box)->isOver())
+    if (self && box && !EditorTenure::isOver(box))
         commitAndClose(box);
     return true;
 }
@@ -151,7 +151,8 @@ void ComboItemDelegate::commitAndClose(QWidget* editor)
     const QPointer<ComboItemDelegate> self(this);
     const QPointer<QWidget> box(editor);
     Q_EMIT commitData(box);
-    if (self && box)
+    // A row that is filtered out by its new value has taken the editor along.
+    if (self && box && !EditorTenure::isOver(box))
         Q_EMIT closeEditor(box, SubmitModelCache);
 }
 
