@@ -9,6 +9,7 @@
 #include "comparison.h"
 
 namespace bench {
+void addDelegateComparisons();
 void addEnumBoxComparisons();
 void addFactoryComparisons();
 void addLineEditComparisons();
@@ -35,6 +36,7 @@ int main(int argc, char** argv)
     bench::addLineEditComparisons();
     bench::addMultiEditComparisons();
     bench::addEnumBoxComparisons();
+    bench::addDelegateComparisons();
     bench::addFactoryComparisons();
     bench::addPropertyPageComparisons();
     bench::addTableViewComparisons();

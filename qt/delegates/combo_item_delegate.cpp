@@ -40,15 +40,19 @@ QComboBox* listOf(MultiEditEnumBox& box)
     return qobject_cast<QComboBox*>(endOfFocusProxies(&box));
 }
 
-void makePart(QWidget& part, QWidget& editor)
+void makePart(QWidget& part, QWidget& editor, QObject* delegate)
 {
+    part.installEventFilter(delegate);
     part.setProperty(editorProperty, QVariant::fromValue<QWidget*>(&editor));
-    // The part may outlive the editor by a turn of the event loop.
-    vrn_connect(&editor, &QObject::destroyed, &part,
-        [&part] { part.setProperty(editorProperty, QVariant()); });
+    // The part may have the focus then, and it may outlive the editor by a turn of the event
+    // loop.
+    vrn_connect(&editor, &QObject::destroyed, &part, [&part, filter = QPointer<QObject>(delegate)] {
+        part.removeEventFilter(filter);
+        part.setProperty(editorProperty, QVariant());
+    });
 }
 
-void makePartsOfChildren(QObject& filter, const QWidget& parent, QWidget& editor)
+void makePartsOfChildren(const QWidget& parent, QWidget& editor, QObject* delegate)
 {
     const QWidget* proxy = endOfFocusProxies(&editor);
     for (QObject* child : parent.children()) {
@@ -56,11 +60,10 @@ void makePartsOfChildren(QObject& filter, const QWidget& parent, QWidget& editor
         if (!part)
             continue;
         if (part != proxy) {
-            part->installEventFilter(&filter);
-            makePart(*part, editor);
+            makePart(*part, editor, delegate);
             part->setProperty(onlyFocusOutProperty, true);
         }
-        makePartsOfChildren(filter, *part, editor);
+        makePartsOfChildren(*part, editor, delegate);
     }
 }
 
@@ -138,7 +141,7 @@ bool ComboItemDelegate::takeEnter(QObject* object, QWidget* editor, QEvent* even
     const QPointer<QWidget> box(editor);
     object->event(event);
     event->accept();
-    if (self && box && !EditorTenure::of(box)->isOver())
+    if (self && box && !EditorTenure::isOver(box))
         commitAndClose(box);
     return true;
 }
@@ -148,7 +151,8 @@ void ComboItemDelegate::commitAndClose(QWidget* editor)
     const QPointer<ComboItemDelegate> self(this);
     const QPointer<QWidget> box(editor);
     Q_EMIT commitData(box);
-    if (self && box)
+    // A row that is filtered out by its new value has taken the editor along.
+    if (self && box && !EditorTenure::isOver(box))
         Q_EMIT closeEditor(box, SubmitModelCache);
 }
 
@@ -181,10 +185,8 @@ QWidget* ComboItemDelegate::createEditor(
     auto* self = const_cast<ComboItemDelegate*>(this);
     new EditorTenure(*box, index);
     box->installEventFilter(self);
-    QWidget* proxy = endOfFocusProxies(box);
-    proxy->installEventFilter(self);
-    makePart(*proxy, *box);
-    makePartsOfChildren(*self, *box, *box);
+    makePart(*endOfFocusProxies(box), *box, self);
+    makePartsOfChildren(*box, *box, self);
     vrn_connect(
         box, &SimpleEnumBox::activated, box, [box, delegate = QPointer<ComboItemDelegate>(self)] {
             if (delegate && !box->property(armedProperty).isNull())

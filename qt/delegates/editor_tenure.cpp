@@ -20,6 +20,12 @@ const EditorTenure* EditorTenure::of(const QObject* editor)
                   : nullptr;
 }
 
+bool EditorTenure::isOver(const QObject* editor)
+{
+    const EditorTenure* tenure = of(editor);
+    return tenure && tenure->isOver();
+}
+
 // Views show an editor only when they have taken it into their books.
 bool EditorTenure::eventFilter(QObject* watched, QEvent* event)
 {

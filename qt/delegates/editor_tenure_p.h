@@ -23,6 +23,8 @@ public:
 
     /// That of an editor; null if it has none.
     static const EditorTenure* of(const QObject* editor);
+    /// Whether a view has let go of an editor. False without a tenure.
+    static bool isOver(const QObject* editor);
 
     /// Whether a view has shown the editor.
     bool hasBegun() const { return m_hasBegun; }

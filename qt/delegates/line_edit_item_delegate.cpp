@@ -121,8 +121,7 @@ void LineEditItemDelegate::updateEditorGeometry(
 // Another delegate, which handed the call on, may have closed the editor at this very event.
 bool LineEditItemDelegate::eventFilter(QObject* object, QEvent* event)
 {
-    const auto* tenure = detail::EditorTenure::of(object);
-    return (!tenure || !tenure->isOver()) && QItemDelegate::eventFilter(object, event);
+    return !detail::EditorTenure::isOver(object) && QItemDelegate::eventFilter(object, event);
 }
 
 void LineEditItemDelegate::commitAndCloseEditor()
@@ -131,7 +130,8 @@ void LineEditItemDelegate::commitAndCloseEditor()
     const QPointer<LineEditItemDelegate> self(this);
     auto* editor = qobject_cast<QWidget*>(source.data());
     Q_EMIT commitData(editor);
-    if (self && (source || !editor))
+    // A row that is filtered out by its new value has taken the editor along.
+    if (self && (source || !editor) && !detail::EditorTenure::isOver(source))
         Q_EMIT closeEditor(editor, NoHint);
 }
 

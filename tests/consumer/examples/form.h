@@ -7,6 +7,7 @@
 #include <vrn/base/any_predicates.h>
 #include <vrn/q/input_context.h>
 #include <vrn/qt/controls.h>
+#include <vrn/qt/delegates.h>
 #include <vrn/qt/factories.h>
 #include <vrn/qt/validators.h>
 #include <vrn/units/units.h>
@@ -21,6 +22,8 @@
 #include <QListWidget>
 #include <QPointer>
 #include <QSignalBlocker>
+#include <QStandardItemModel>
+#include <QTableView>
 
 #include <cmath>
 #include <functional>

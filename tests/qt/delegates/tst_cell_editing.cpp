@@ -334,6 +334,31 @@ private Q_SLOTS:
         QVERIFY(!editing.editor);
     }
 
+    // After Enter. For Tab and a lost focus, a delegate of Qt tells its view to close what that
+    // has let go of.
+    void theRowIsFilteredOutByItsNewValue_data()
+    {
+        rows({{"with Enter", press(Qt::Key_Return), "int 275"}});
+    }
+
+    void theRowIsFilteredOutByItsNewValue()
+    {
+        QFETCH(Make, make);
+        QFETCH(Install, install);
+        QFETCH(Action, action);
+        QFETCH(QString, written);
+        Editing editing(make, install);
+        CellModel& model = *editing.table.model;
+        connect(&model, &QAbstractItemModel::dataChanged, &model, [&] {
+            if (describe(editing.table.value(1, 1)) == written)
+                editing.table.view->model()->removeRow(1);
+        });
+        action(editing);
+        settle();
+        QCOMPARE(model.rowCount(), 3);
+        QVERIFY(!editing.editor);
+    }
+
     void itGoesOn_data()
     {
         const QString written = "int 275";
