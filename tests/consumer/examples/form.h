@@ -8,6 +8,7 @@
 #include <vrn/q/input_context.h>
 #include <vrn/qt/controls.h>
 #include <vrn/qt/factories.h>
+#include <vrn/qt/table_view.h>
 #include <vrn/qt/validators.h>
 #include <vrn/units/units.h>
 
@@ -21,7 +22,9 @@
 #include <QListWidget>
 #include <QPointer>
 #include <QSignalBlocker>
+#include <QStandardItemModel>
 
+#include <array>
 #include <cmath>
 #include <functional>
 #include <memory>
