@@ -215,7 +215,7 @@ void addTableViewComparisons()
                 copy(*small);
         }});
     addPaste("table view/paste 10000 x 10 numbers", "validate() and setData()", 2.0, false);
-    addPaste("table view/paste them into a sorted proxy", "the same into the proxy", 1.0, true);
+    addPaste("table view/paste them into a sorted proxy", "the same into the proxy", 1.1, true);
 }
 
 } // namespace bench

@@ -278,9 +278,9 @@ NewRow readLine(std::string_view line, int left, int end, const ColumnValidators
 /// Writes `values` to the cells from `first` on, for as long as the view lives.
 void writeRow(const Alive& view, const SteadyIndex& first, const NewRow& values)
 {
+    const QPersistentModelIndex start = first.get();
     int offset = 0;
     for (const boost::optional<boost::any>& value : values) {
-        const QModelIndex start = first.get();
         if (!view || !start.isValid())
             return;
         const QModelIndex index = start.sibling(start.row(), start.column() + offset++);

@@ -9,6 +9,7 @@
 #include <vrn/qt/controls.h>
 #include <vrn/qt/delegates.h>
 #include <vrn/qt/factories.h>
+#include <vrn/qt/table_view.h>
 #include <vrn/qt/validators.h>
 #include <vrn/units/units.h>
 
@@ -25,6 +26,7 @@
 #include <QStandardItemModel>
 #include <QTableView>
 
+#include <array>
 #include <cmath>
 #include <functional>
 #include <memory>
