@@ -9,11 +9,13 @@
 #include "comparison.h"
 
 namespace bench {
+void addDelegateComparisons();
 void addEnumBoxComparisons();
 void addFactoryComparisons();
 void addLineEditComparisons();
 void addMultiEditComparisons();
 void addPropertyPageComparisons();
+void addTableViewComparisons();
 void addUnitComparisons();
 void addValidatorComparisons();
 } // namespace bench
@@ -34,8 +36,10 @@ int main(int argc, char** argv)
     bench::addLineEditComparisons();
     bench::addMultiEditComparisons();
     bench::addEnumBoxComparisons();
+    bench::addDelegateComparisons();
     bench::addFactoryComparisons();
     bench::addPropertyPageComparisons();
+    bench::addTableViewComparisons();
     bench::addUnitComparisons();
     return bench::run(argc > 1 ? argv[1] : "") ? EXIT_SUCCESS : EXIT_FAILURE;
 }

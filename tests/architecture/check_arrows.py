@@ -5,8 +5,8 @@ Each line of the table names a room, a folder or a single file, and the rooms th
 may use. "qt/*" stands for all rooms in qt/. The rules:
 
 - A room uses only what its line names, and a line names only rooms further down.
-- A private header, one in a folder "src", is seen by its own library alone. The
-  library is the folder that holds "src".
+- A private header is seen by its own library alone. A library is a folder that holds
+  "inc", and what lies elsewhere in it is private.
 - No two classes include each other, also not through others. A header and the source
   of the same name are one class, and a public header lies in the room of its source.
 
@@ -53,14 +53,21 @@ class Tree:
         # Where includes are looked for.
         self.tops = sorted({match[1] for file in self.files
                             if (match := re.match(r"(.*?/(?:inc|src))/", file))})
-        self.sources = {(file.split("/src/")[0], pathlib.PurePath(file).stem): file
-                        for file in self.files if "/src/" in file and file.endswith(".cpp")}
+        self.libraries = sorted({file.split("/inc/")[0] for file in self.files
+                                 if "/inc/" in file}, key=len, reverse=True)
+        self.sources = {(self.library_of(file), pathlib.PurePath(file).stem): file
+                        for file in self.files if file.endswith(".cpp")}
+
+    def library_of(self, file):
+        return next((name for name in self.libraries if file.startswith(name + "/")), None)
 
     def class_of(self, file):
         """The path that a header and its source share."""
         path = pathlib.PurePath(file)
         stem = path.stem[:-2] if path.stem.endswith("_p") else path.stem
-        source = self.sources.get((file.split("/inc/")[0], stem), file)
+        source = file
+        if "/inc/" in file:
+            source = self.sources.get((self.library_of(file), stem), file)
         return pathlib.PurePath(source).with_name(stem).as_posix()
 
     def room_of(self, file):
@@ -105,8 +112,8 @@ class Tree:
 
     def error(self, file, target):
         """What is wrong with the arrow from the one file to the other, if anything."""
-        library, private, _ = target.rpartition("/src/")
-        if private and not file.startswith(library + "/"):
+        library = self.library_of(target)
+        if library and "/inc/" not in target and self.library_of(file) != library:
             return f"{target} is private to {library}"
         user, used = self.room_of(file), self.room_of(target)
         if used != user and used not in self.rooms[user]:

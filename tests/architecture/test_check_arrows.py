@@ -11,6 +11,7 @@ script = pathlib.Path(__file__).with_name("check_arrows.py")
 table = """
 app                 lib/*
 lib/inc/lib/all.h   lib/src/*
+lib/beside          lib/src/high lib/inc
 lib/src             lib/src/*
 lib/src/high        lib/src/low lib/inc
 lib/src/low         lib/inc     # Not the other way round.
@@ -21,7 +22,10 @@ lib/inc
 tree = {
     "app/main.cpp": ["<lib/high.h>", '"main_window.h"', "<vector>", "<lib/lib_export.h>"],
     "app/main_window.h": ["<lib/types.h>"],
+    "lib/beside/beside.cpp": ["<lib/beside.h>", '"beside_p.h"', '"high/helper_p.h"'],
+    "lib/beside/beside_p.h": ["<lib/high.h>"],
     "lib/inc/lib/all.h": ["<lib/high.h>"],
+    "lib/inc/lib/beside.h": ["<lib/types.h>"],
     "lib/inc/lib/high.h": ["<lib/types.h>"],
     "lib/inc/lib/types.h": [],
     "lib/src/high/high.cpp": ["<lib/high.h>", '"low/low_p.h"', '"high/helper_p.h"'],
@@ -51,6 +55,12 @@ includes = {
     "a private header, from a program that is built with the folder": (
         {"app/main.cpp": ['"high/helper_p.h"']},
         "app/main.cpp:1: lib/src/high/helper_p.h is private to lib"),
+    "a public header whose source is in a room beside src": (
+        {"lib/src/low/low.cpp": ["<lib/beside.h>"]},
+        "lib/src/low/low.cpp:1: lib/src/low may not use lib/beside (lib/inc/lib/beside.h)"),
+    "a private header of a room beside src, from a program": (
+        {"app/main.cpp": ['"../lib/beside/beside_p.h"']},
+        "app/main.cpp:1: lib/beside/beside_p.h is private to lib"),
     "the class that a helper is made for": (
         {"lib/src/high/helper_p.h": ["<lib/high.h>"]},
         "include each other: lib/src/high/helper, lib/src/high/high"),

@@ -2,6 +2,7 @@
 #include <vrn/qt/controls.h>
 #include <vrn/qt/factories.h>
 #include <vrn/qt/layouters.h>
+#include <vrn/qt/table_view.h>
 #include <vrn/qt/validators.h>
 #include <vrn/units/units.h>
 
@@ -10,9 +11,12 @@
 #include <boost/regex.hpp>
 #include <boost/throw_exception.hpp>
 
+#include <QClipboard>
 #include <QFile>
+#include <QKeyEvent>
 #include <QLineEdit>
 #include <QScopeGuard>
+#include <QStandardItemModel>
 #include <QTemporaryDir>
 #include <QToolButton>
 
@@ -161,6 +165,26 @@ void pickBeyondALoop()
     QMetaObject::invokeMethod(&picker, "onPick");
 }
 
+/// What Ctrl and `key` do to `rows` selected cells of a table, with a block of two lines on the
+/// clipboard.
+Code pressInTable(int key, int rows, const IValidator::pointer& validator)
+{
+    return [=] {
+        QStandardItemModel model(rows, 1);
+        model.setData(
+            model.index(0, 0), QVariant::fromValue<boost::any>(std::string("x")), EditRole);
+        boost::function<IValidator::pointer(int)> getColumnValidator;
+        if (validator)
+            getColumnValidator = [=](int) { return validator; };
+        detail::CppDbTableViewBase view(&model, getColumnValidator, nullptr);
+        view.setModel(&model);
+        view.selectAll();
+        QApplication::clipboard()->setText("1\n2\n");
+        QKeyEvent event(QEvent::KeyPress, key, Qt::ControlModifier);
+        view.keyPressEvent(&event);
+    };
+}
+
 void hookWithoutAFunction()
 {
     const std::unique_ptr<SimpleLineEdit> field(
@@ -252,6 +276,13 @@ const QMap<QString, QList<Code>>& cases()
         {"MultiEditFilePicker that picks a folder for a file: its button is clicked, and the file "
          "system does not tell whether the folder exists",
             {&pickBeyondALoop}},
+        {"CppDbTableViewBase: a block is pasted on several cells, and there is a row of them for "
+         "which it has no line",
+            {pressInTable(Qt::Key_V, 3, boost::make_shared<StringEditValidator>(9))}},
+        {"CppDbTableViewBase: cells are copied or pasted, and the function that gives the "
+         "validators is empty",
+            {pressInTable(Qt::Key_C, 1, nullptr), pressInTable(Qt::Key_C, 2, nullptr),
+                pressInTable(Qt::Key_V, 1, nullptr), pressInTable(Qt::Key_V, 2, nullptr)}},
         {"MultiEditCheckBoxGroup: it is given an index past the end",
             {withGroupOfTwo([](auto& group) { group.getValue(2); }),
                 withGroupOfTwo([](auto& group) { group.setValue(2, true); }),

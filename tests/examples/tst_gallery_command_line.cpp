@@ -20,7 +20,8 @@ private Q_SLOTS:
                     "enum-boxes\tEnum boxes\n"
                     "groups\tGroups\n"
                     "files-and-toolbars\tFiles and toolbars\n"
-                    "hints\tHints\n"));
+                    "hints\tHints\n"
+                    "tables\tTables\n"));
     }
 
     void screenshotSavesThePageAndQuits()

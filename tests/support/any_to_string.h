@@ -1,5 +1,7 @@
 #pragma once
 
+#include <vrn/qt/cell_data.h>
+
 #include <boost/any.hpp>
 
 #include <QTest>
@@ -23,5 +25,3 @@ bool operator==(const any& left, const any& right);
 char* toString(const any& value);
 
 } // namespace boost
-
-Q_DECLARE_METATYPE(boost::any)

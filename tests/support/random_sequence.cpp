@@ -91,12 +91,12 @@ QString findDifference(
     return {};
 }
 
-void runRandomSequences(const QStringList& actions, const MakeSubject& makeSubject)
+void runRandomSequences(const QStringList& actions, const MakeSubject& makeSubject, int steps)
 {
     bool isGiven = false;
     const int given = qEnvironmentVariableIntValue("VRN_RANDOM_STEPS", &isGiven);
     const QString difference = findDifference(
-        actions, makeSubject, randomSeed(), isGiven ? given : 100000);
+        actions, makeSubject, randomSeed(), isGiven ? given : steps);
     QVERIFY2(difference.isEmpty(), qPrintable(difference));
 }
 

@@ -26,9 +26,9 @@ public:
 /// the first difference the test fails with the shortest sequence found that
 /// shows one: steps that can be left out are left out.
 ///
-/// There are 100,000 steps, or as many as VRN_RANDOM_STEPS says.
-void runRandomSequences(
-    const QStringList& actions, const std::function<std::unique_ptr<Subject>()>& makeSubject);
+/// There are `steps` steps, or as many as VRN_RANDOM_STEPS says.
+void runRandomSequences(const QStringList& actions,
+    const std::function<std::unique_ptr<Subject>()>& makeSubject, int steps = 100000);
 
 /// The same, with the failure returned instead: empty if there is none.
 QString findDifference(const QStringList& actions,

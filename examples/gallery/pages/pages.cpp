@@ -7,6 +7,7 @@
 #include "pages/line_edits_page.h"
 #include "pages/multi_edit_page.h"
 #include "pages/quantities_page.h"
+#include "pages/tables_page.h"
 
 namespace gallery {
 namespace {
@@ -30,6 +31,7 @@ const std::vector<Page>& pages()
         {QStringLiteral("files-and-toolbars"), QStringLiteral("Files and toolbars"),
             &make<FilesAndToolbarsPage>},
         {QStringLiteral("hints"), QStringLiteral("Hints"), &make<HintsPage>},
+        {QStringLiteral("tables"), QStringLiteral("Tables"), &make<TablesPage>},
     };
     return all;
 }

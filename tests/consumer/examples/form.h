@@ -7,7 +7,9 @@
 #include <vrn/base/any_predicates.h>
 #include <vrn/q/input_context.h>
 #include <vrn/qt/controls.h>
+#include <vrn/qt/delegates.h>
 #include <vrn/qt/factories.h>
+#include <vrn/qt/table_view.h>
 #include <vrn/qt/validators.h>
 #include <vrn/units/units.h>
 
@@ -21,7 +23,10 @@
 #include <QListWidget>
 #include <QPointer>
 #include <QSignalBlocker>
+#include <QStandardItemModel>
+#include <QTableView>
 
+#include <array>
 #include <cmath>
 #include <functional>
 #include <memory>

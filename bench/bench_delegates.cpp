@@ -1,0 +1,182 @@
+#include <vrn/qt/delegates.h>
+#include <vrn/qt/double_edit_validator.h>
+
+#include <boost/make_shared.hpp>
+
+#include <QAbstractTableModel>
+#include <QApplication>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QScrollBar>
+#include <QTableView>
+
+#include <memory>
+
+#include "comparison.h"
+
+namespace bench {
+namespace {
+
+using namespace vrn::qt;
+
+constexpr int pages = 50;
+
+// Each cell has a number of its own.
+class Numbers : public QAbstractTableModel
+{
+public:
+    Numbers(int rows, int columns)
+        : m_rows(rows)
+        , m_columns(columns)
+    {}
+
+    int rowCount(const QModelIndex& parent) const override { return parent.isValid() ? 0 : m_rows; }
+
+    int columnCount(const QModelIndex& parent) const override
+    {
+        return parent.isValid() ? 0 : m_columns;
+    }
+
+    QVariant data(const QModelIndex& index, int role) const override
+    {
+        const double number = index.row() + 0.125 * index.column();
+        if (role == Qt::DisplayRole)
+            return QString::number(number, 'f', 3);
+        if (role == vrn::qt::EditRole)
+            return QVariant::fromValue<boost::any>(number);
+        return {};
+    }
+
+    Qt::ItemFlags flags(const QModelIndex& index) const override
+    {
+        return QAbstractTableModel::flags(index) | Qt::ItemIsEditable;
+    }
+
+private:
+    int m_rows;
+    int m_columns;
+};
+
+boost::shared_ptr<IValidator> numbers()
+{
+    return boost::make_shared<DoubleEditValidator>(3, 0.0, 1e6, false);
+}
+
+// A table of which every cell can be seen, or as many as fit.
+struct Table
+{
+    Table(int rows, int columns)
+        : model(rows, columns)
+    {
+        view.setModel(&model);
+        for (int column = 0; column < columns; ++column)
+            view.setColumnWidth(column, 80);
+        view.resize(1200, 900);
+    }
+
+    void show()
+    {
+        view.show();
+        view.activateWindow();
+        view.setFocus();
+        QCoreApplication::processEvents();
+    }
+
+    Numbers model;
+    QTableView view;
+};
+
+void deleteEditors()
+{
+    QCoreApplication::processEvents();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
+
+void editThousandCells(Table& table)
+{
+    table.view.setFocus();
+    for (int row = 0; row < 100; ++row) {
+        for (int column = 0; column < 10; ++column) {
+            const QModelIndex index = table.model.index(row % 25, column);
+            table.view.setCurrentIndex(index);
+            table.view.edit(index);
+            QCoreApplication::processEvents();
+            QWidget* editor = table.view.indexWidget(index);
+            if (!editor || !editor->hasFocus())
+                qFatal("no cell is being edited");
+            QKeyEvent escape(QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier);
+            QCoreApplication::sendEvent(editor, &escape);
+            deleteEditors();
+        }
+    }
+}
+
+// The editors that the delegate makes, without a view around them.
+void makeThousandEditors(const Table& table, const QAbstractItemDelegate& delegate, QWidget& window)
+{
+    const QModelIndex index = table.model.index(0, 0);
+    QStyleOptionViewItem option;
+    option.rect = QRect(80, 30, 80, 30);
+    for (int i = 0; i < 1000; ++i) {
+        QWidget* editor = delegate.createEditor(&window, option, index);
+        delegate.updateEditorGeometry(editor, option, index);
+        delegate.setEditorData(editor, index);
+        editor->show();
+        editor->setFocus();
+        QCoreApplication::processEvents();
+        if (!editor->hasFocus())
+            qFatal("the edit has no focus");
+        window.setFocus();
+        editor->deleteLater();
+        deleteEditors();
+    }
+}
+
+void scrollPages(Table& table)
+{
+    QScrollBar& bar = *table.view.verticalScrollBar();
+    const int step = bar.maximum() / pages;
+    for (int page = 0; page < pages; ++page) {
+        bar.setValue(page * step);
+        table.view.viewport()->repaint();
+    }
+}
+
+} // namespace
+
+void addDelegateComparisons()
+{
+    const auto edited = std::make_shared<Table>(25, 10);
+    auto* lineEdits = new LineEditItemDelegate(numbers(), &edited->view);
+    edited->view.setItemDelegate(lineEdits);
+    const auto bare = std::make_shared<QWidget>();
+    bare->resize(1200, 900);
+    bare->setFocusPolicy(Qt::StrongFocus);
+    add({"delegates/1000 cells edited", "the same editors outside of a table", 1.5,
+        [edited] {
+            edited->show();
+            editThousandCells(*edited);
+        },
+        [edited, bare, lineEdits] {
+            bare->show();
+            bare->activateWindow();
+            QCoreApplication::processEvents();
+            makeThousandEditors(*edited, *lineEdits, *bare);
+        }});
+
+    const auto forwarded = std::make_shared<Table>(100'000, 7);
+    auto* forward = new ForwardDelegate(forwarded->view);
+    forward->setItemDelegate(new LineEditItemDelegate(numbers(), &forwarded->view));
+    forward->setItemDelegateForColumn(1, new CheckboxItemDelegate(&forwarded->view));
+    forward->setItemDelegateForRow(2, new LineEditItemDelegate(numbers(), &forwarded->view));
+    forward->setItemDelegateForCell(3, 3, new LineEditItemDelegate(numbers(), &forwarded->view));
+    forwarded->view.setItemDelegate(forward);
+    const auto plain = std::make_shared<Table>(100'000, 7);
+    plain->view.setItemDelegate(new QItemDelegate(&plain->view));
+    forwarded->show();
+    plain->show();
+    add({"delegates/50 pages of 100000 rows", "QItemDelegate", 1.5,
+        [forwarded] { scrollPages(*forwarded); }, [plain] { scrollPages(*plain); }});
+}
+
+} // namespace bench

@@ -1,0 +1,33 @@
+#pragma once
+
+#include "controls/line_edits/line_edit_impl_p.h"
+
+class QModelIndex;
+
+namespace vrn::qt::detail {
+
+class EditorTenure;
+
+/// The editor of a LineEditItemDelegate.
+///
+/// It is the first of its own event filters, before those of delegates: these would commit a
+/// second time after Enter, when the edit has finished by itself, and would go on with an edit
+/// that the view has let go of. From then on it emits nothing, and keys go nowhere.
+class CellLineEdit : public LineEditImpl
+{
+public:
+    CellLineEdit(const QModelIndex& index, QWidget* parent);
+    ~CellLineEdit() override;
+
+protected:
+    bool event(QEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    bool isLeft() const;
+
+    EditorTenure* m_tenure;
+    bool m_isBeingDestroyed = false;
+};
+
+} // namespace vrn::qt::detail

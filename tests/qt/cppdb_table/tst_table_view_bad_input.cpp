@@ -1,0 +1,108 @@
+#include <vrn/qt/cppdb_table_view_base.h>
+
+#include "support/hostile_texts.h"
+#include "support/keystroke_time.h"
+#include "support/table.h"
+#include "support/test_main.h"
+#include "support/test_object.h"
+#include "table_fixture.h"
+
+#include <stdexcept>
+#include <utility>
+#include <vector>
+
+using namespace vrn::test;
+
+namespace {
+
+constexpr int lots = 50 * 1024 * 1024;
+
+QString lotsOf(const QString& text)
+{
+    return text.repeated(lots / int(text.size()));
+}
+
+/// Where a text is pasted in a table of three rows.
+void addSelections(
+    const QByteArray& name, const QString& text, const std::vector<const char*>& selections)
+{
+    for (const char* selected : selections)
+        QTest::addRow("%s on %s", name.constData(), selected) << text << selected;
+}
+
+} // namespace
+
+/// What the clipboard may hold. What each text gives is tested in tst_table_view_paste.
+class TestTableViewBadInput : public TestObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void aHostileTextIsPastedOrRefused_data()
+    {
+        columns<QString, QString>("text", "selected");
+        const std::vector<const char*> selections = {"0,0", "0,1", "2,2", "0,0:2,2"};
+        for (const auto& [name, text] : hostileTexts()) {
+            addSelections(name, text, selections);
+            addSelections(
+                name + " as a cell of a block", "1\t" + text + "\n" + text + "\t2\n", selections);
+        }
+    }
+    void aHostileTextIsPastedOrRefused()
+    {
+        QFETCH(QString, text);
+        QFETCH(QString, selected);
+        Table table("ntw", "1.0,'a',1 | 2.0,'b',2 | 3.0,'c',3");
+        select(table.view, selected);
+        setClipboard(text);
+        verifyTakesAtMost(timeLimitMs(500), "the paste", [&] {
+            try {
+                pressPaste(table.view);
+            } catch (const std::out_of_range&) {
+                // The block has two or three lines.
+            }
+        });
+        verifyTakesAtMost(timeLimitMs(500), "the copy", [&] { pressCopy(table.view); });
+    }
+
+    void lotsOfTextArePastedInTime_data()
+    {
+        columns<QString, QString>("text", "selected");
+        const std::pair<const char*, QString> texts[] = {
+            {"a text", lotsOf("x")},
+            {"a number", lotsOf("7")},
+            {"lines", lotsOf("7\n")},
+            {"lines of cells", lotsOf("7\tx\t9\n")},
+            {"cells of one line", lotsOf("7\t")},
+            {"cells of two lines", lotsOf("7\t").replace(lots / 2, 1, '\n')},
+            {"tabs", lotsOf("\t")},
+            {"line breaks", lotsOf("\n")},
+            {"letters of three bytes", lotsOf(QString::fromUtf8("→\n"))},
+        };
+        for (const auto& [name, text] : texts)
+            addSelections(name, text, {"0,1", "1,0:2,1"});
+    }
+    void lotsOfTextArePastedInTime()
+    {
+        QFETCH(QString, text);
+        QFETCH(QString, selected);
+        Table table("ntw", "1.0,'a',1 | 2.0,'b',2 | 3.0,'c',3");
+        int rowsToMake = 100;
+        table.view.setCreateNewRowHandler([&](int, const auto&) {
+            if (rowsToMake-- > 0)
+                table.model.append("4.0,'d',4");
+        });
+        select(table.view, selected);
+        setClipboard(text);
+        verifyTakesAtMost(timeLimitMs(2000), "the paste", [&] {
+            try {
+                pressPaste(table.view);
+            } catch (const std::out_of_range&) {
+                // There is but one line.
+            }
+        });
+    }
+};
+
+VRN_TEST(TestTableViewBadInput)
+#include "tst_table_view_bad_input.moc"

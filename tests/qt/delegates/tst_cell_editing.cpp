@@ -1,0 +1,413 @@
+#include <vrn/qt/delegates.h>
+
+#include <QScrollBar>
+
+#include "qt/delegates/table_fixture.h"
+#include "support/table.h"
+#include "support/test_main.h"
+#include "support/test_object.h"
+
+using namespace vrn::qt;
+using namespace vrn::test;
+
+namespace {
+
+using Make = std::function<QAbstractItemDelegate*(QObject*)>;
+// The second delegate is for the other cells, one of which opens after Tab.
+using Install = std::function<void(QTableView&, QAbstractItemDelegate*, QAbstractItemDelegate*)>;
+
+struct Editing;
+using Action = std::function<void(Editing&)>;
+
+QAbstractItemDelegate* lineEdits(QObject* parent)
+{
+    return new LineEditItemDelegate(wholeNumbers(), parent);
+}
+
+QAbstractItemDelegate* lists(QObject* parent)
+{
+    return new ComboItemDelegate(parent, &fillWithSteels, &vrn::any_equal<int>, nullptr);
+}
+
+QAbstractItemDelegate* editableLists(QObject* parent)
+{
+    return new ComboItemDelegate(parent, &fillWithSteels, &vrn::any_equal<int>, wholeNumbers());
+}
+
+void forAll(QTableView& view, QAbstractItemDelegate* delegate, QAbstractItemDelegate* /*others*/)
+{
+    view.setItemDelegate(delegate);
+}
+
+void forTheColumn(QTableView& view, QAbstractItemDelegate* delegate, QAbstractItemDelegate* others)
+{
+    view.setItemDelegate(others);
+    view.setItemDelegateForColumn(1, delegate);
+}
+
+void forTheCell(QTableView& view, QAbstractItemDelegate* delegate, QAbstractItemDelegate* others)
+{
+    auto* forward = new ForwardDelegate(view);
+    forward->setItemDelegateForCell(1, 1, delegate);
+    forward->setItemDelegate(others);
+    view.setItemDelegate(forward);
+}
+
+void forTheCellOfTheColumn(
+    QTableView& view, QAbstractItemDelegate* delegate, QAbstractItemDelegate* others)
+{
+    auto* forward = new ForwardDelegate(view);
+    forward->setItemDelegateForCell(1, 1, delegate);
+    view.setItemDelegate(others);
+    view.setItemDelegateForColumn(1, forward);
+}
+
+// The cell (1, 1) of 235 is being edited, and the editor already shows 275.
+struct Editing
+{
+    Editing(const Make& make, const Install& install)
+        : delegate(make(nullptr))
+    {
+        install(*table.view, delegate, make(table.view));
+        table.show();
+        editor = table.open(1, 1);
+        QVERIFY(editor);
+        QVERIFY(editor->isVisible());
+        QVERIFY(editor->hasFocus());
+        if (qobject_cast<QLineEdit*>(editor))
+            QTest::keyClicks(focus(), "275");
+        else
+            QTest::keyClick(focus(), Qt::Key_Down);
+    }
+    ~Editing() { delete delegate; }
+
+    static QWidget* focus() { return QApplication::focusWidget(); }
+
+    TableWindow table;
+    QPointer<QAbstractItemDelegate> delegate;
+    QPointer<QWidget> editor;
+};
+
+Action press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
+{
+    return [=](Editing& editing) { QTest::keyClick(editing.focus(), key, modifiers); };
+}
+
+Action after(const Action& first, const Action& second)
+{
+    return [=](Editing& editing) {
+        first(editing);
+        second(editing);
+    };
+}
+
+void runEventLoop(Editing& /*editing*/)
+{
+    settle();
+}
+
+void moveFocus(Editing& editing)
+{
+    editing.table.elsewhere->setFocus();
+}
+
+void clickElsewhere(Editing& editing)
+{
+    const QRect cell = editing.table.view->visualRect(editing.table.index(2, 2));
+    QTest::mouseClick(editing.table.view->viewport(), Qt::LeftButton, {}, cell.center());
+}
+
+void scrollAway(Editing& editing)
+{
+    editing.table.view->scrollToBottom();
+}
+
+void removeItsRow(Editing& editing)
+{
+    editing.table.model->removeRow(1);
+}
+
+void removeItsColumn(Editing& editing)
+{
+    editing.table.model->removeColumn(1);
+}
+
+void insertARowAbove(Editing& editing)
+{
+    editing.table.model->insertRow(0);
+}
+
+void removeTheRowAbove(Editing& editing)
+{
+    editing.table.model->removeRow(0);
+}
+
+void resetTheModel(Editing& editing)
+{
+    editing.table.model->clear();
+}
+
+void deleteTheModel(Editing& editing)
+{
+    editing.table.owned.reset();
+}
+
+void deleteTheView(Editing& editing)
+{
+    delete editing.table.view;
+}
+
+// With another delegate in its place: without one, a view of Qt does not get far.
+void deleteTheDelegate(Editing& editing)
+{
+    QTableView& view = *editing.table.view;
+    if (view.itemDelegate() == editing.delegate)
+        view.setItemDelegate(new QStyledItemDelegate(&view));
+    if (view.itemDelegateForColumn(1) == editing.delegate)
+        view.setItemDelegateForColumn(1, nullptr);
+    delete editing.delegate;
+}
+
+void deleteTheEditor(Editing& editing)
+{
+    delete editing.editor;
+}
+
+void replaceTheModel(Editing& editing)
+{
+    editing.table.view->setModel(nullptr);
+}
+
+void hideTheRow(Editing& editing)
+{
+    editing.table.view->hideRow(1);
+}
+
+void hideTheView(Editing& editing)
+{
+    editing.table.view->hide();
+}
+
+void disableTheView(Editing& editing)
+{
+    editing.table.view->setEnabled(false);
+}
+
+void hideTheWindow(Editing& editing)
+{
+    editing.table.window.hide();
+}
+
+} // namespace
+
+Q_DECLARE_METATYPE(Make)
+Q_DECLARE_METATYPE(Install)
+Q_DECLARE_METATYPE(Action)
+
+class TestCellEditing : public TestObject
+{
+    Q_OBJECT
+
+    // Each action with each delegate in each place.
+    static void rows(const std::vector<std::tuple<QByteArray, Action, QString>>& actions)
+    {
+        columns<Make, Install, Action, QString>("make", "install", "action", "written");
+        const std::vector<std::pair<QByteArray, Make>> makers = {
+            {"line edit", lineEdits}, {"list", lists}, {"editable list", editableLists}};
+        const std::vector<std::pair<QByteArray, Install>> places = {{"of the view", forAll},
+            {"of the column", forTheColumn}, {"of the cell", forTheCell},
+            {"of a cell of the column", forTheCellOfTheColumn}};
+        for (const auto& [name, action, written] : actions) {
+            for (const auto& [maker, make] : makers) {
+                for (const auto& [place, install] : places)
+                    row(name + ": " + maker + ' ' + place, make, install, action, written);
+            }
+        }
+    }
+
+private Q_SLOTS:
+    // "Qt warns" is what a test without an expected warning fails by.
+    void theUserEndsIt_data()
+    {
+        const QString written = "int 275";
+        const QString kept = "int 235";
+        rows({
+            {"Enter writes", press(Qt::Key_Enter), written},
+            {"Return writes", press(Qt::Key_Return), written},
+            {"Tab writes", press(Qt::Key_Tab), written},
+            {"Shift+Tab writes", press(Qt::Key_Backtab, Qt::ShiftModifier), written},
+            {"Escape does not write", press(Qt::Key_Escape), kept},
+            {"a lost focus writes", moveFocus, written},
+            {"a click into another cell writes", clickElsewhere, written},
+            {"Enter and then a lost focus", after(press(Qt::Key_Return), moveFocus), written},
+            {"a lost focus and then Enter", after(moveFocus, press(Qt::Key_Return)), written},
+            {"Enter twice", after(press(Qt::Key_Return), press(Qt::Key_Return)), written},
+            {"Escape twice", after(press(Qt::Key_Escape), press(Qt::Key_Escape)), kept},
+            {"Escape and then Enter", after(press(Qt::Key_Escape), press(Qt::Key_Return)), kept},
+            {"Tab and then Escape", after(press(Qt::Key_Tab), press(Qt::Key_Escape)), written},
+            {"Tab and then Tab", after(press(Qt::Key_Tab), press(Qt::Key_Tab)), written},
+            {"Enter and then its row is removed", after(press(Qt::Key_Return), removeTheRowAbove),
+                "elsewhere"},
+        });
+    }
+
+    void theUserEndsIt()
+    {
+        QFETCH(Make, make);
+        QFETCH(Install, install);
+        QFETCH(Action, action);
+        QFETCH(QString, written);
+        Editing editing(make, install);
+        action(editing);
+        settle();
+        const int row = written == "elsewhere" ? 0 : 1;
+        const QString value = describe(editing.table.value(row, 1));
+        QCOMPARE(value, written == "elsewhere" ? QString("int 275") : written);
+        QVERIFY(!editing.editor);
+    }
+
+    void theProgramEndsIt_data()
+    {
+        const QString any;
+        const QString kept = "int 235";
+        rows({
+            {"its row is removed", removeItsRow, any},
+            {"its column is removed", removeItsColumn, any},
+            {"a row is removed above", removeTheRowAbove, any},
+            {"a row is removed above, and then Enter",
+                after(removeTheRowAbove, press(Qt::Key_Return)), any},
+            {"the model is reset", resetTheModel, any},
+            {"the view has no model any more", replaceTheModel, any},
+            {"the view is destroyed", deleteTheView, kept},
+            {"the editor is destroyed", deleteTheEditor, kept},
+            {"the row is hidden", hideTheRow, any},
+            {"the view is hidden", hideTheView, any},
+            {"the view is disabled", disableTheView, any},
+            {"the window is hidden", hideTheWindow, any},
+            {"its row is removed after Enter was pressed",
+                after(press(Qt::Key_Return), removeItsRow), any},
+            {"the view is destroyed after Enter was pressed",
+                after(press(Qt::Key_Return), deleteTheView), any},
+            {"the model is reset after a lost focus", after(moveFocus, resetTheModel), any},
+        });
+    }
+
+    void theProgramEndsIt()
+    {
+        QFETCH(Make, make);
+        QFETCH(Install, install);
+        QFETCH(Action, action);
+        QFETCH(QString, written);
+        Editing editing(make, install);
+        action(editing);
+        settle();
+        if (!written.isEmpty())
+            QCOMPARE(describe(editing.table.value(1, 1)), written);
+    }
+
+    void theModelIsDestroyed_data()
+    {
+        const QString any;
+        rows({
+            {"at once", deleteTheModel, any},
+            {"and then Enter", after(deleteTheModel, press(Qt::Key_Return)), any},
+            {"and then Tab", after(deleteTheModel, press(Qt::Key_Tab)), any},
+            {"and then Escape", after(deleteTheModel, press(Qt::Key_Escape)), any},
+            {"and then a lost focus", after(deleteTheModel, moveFocus), any},
+            {"and then the view is", after(deleteTheModel, deleteTheView), "no view"},
+        });
+    }
+
+    void theModelIsDestroyed()
+    {
+        QFETCH(Make, make);
+        QFETCH(Install, install);
+        QFETCH(Action, action);
+        QFETCH(QString, written);
+        Editing editing(make, install);
+        // A table of Qt says so once for itself and for each header, also without an editor.
+        for (int view = 0; written.isEmpty() && view < 3; ++view)
+            expectWarning("QItemSelectionModel: Selecting when no model has been set will result "
+                          "in a no-op.");
+        action(editing);
+        settle();
+        QVERIFY(!editing.editor);
+    }
+
+    // After Enter. For Tab and a lost focus, a delegate of Qt tells its view to close what that
+    // has let go of.
+    void theRowIsFilteredOutByItsNewValue_data()
+    {
+        rows({{"with Enter", press(Qt::Key_Return), "int 275"}});
+    }
+
+    void theRowIsFilteredOutByItsNewValue()
+    {
+        QFETCH(Make, make);
+        QFETCH(Install, install);
+        QFETCH(Action, action);
+        QFETCH(QString, written);
+        Editing editing(make, install);
+        CellModel& model = *editing.table.model;
+        connect(&model, &QAbstractItemModel::dataChanged, &model, [&] {
+            if (describe(editing.table.value(1, 1)) == written)
+                editing.table.view->model()->removeRow(1);
+        });
+        action(editing);
+        settle();
+        QCOMPARE(model.rowCount(), 3);
+        QVERIFY(!editing.editor);
+    }
+
+    void itGoesOn_data()
+    {
+        const QString written = "int 275";
+        rows({
+            {"a row is inserted above", after(insertARowAbove, press(Qt::Key_Return)), "2"},
+            {"the table is scrolled", after(scrollAway, press(Qt::Key_Return)), "1"},
+            {"the event loop runs", after(runEventLoop, press(Qt::Key_Return)), "1"},
+        });
+    }
+
+    void itGoesOn()
+    {
+        QFETCH(Make, make);
+        QFETCH(Install, install);
+        QFETCH(Action, action);
+        QFETCH(QString, written);
+        Editing editing(make, install);
+        action(editing);
+        settle();
+        QCOMPARE(describe(editing.table.value(written.toInt(), 1)), QString("int 275"));
+        QVERIFY(!editing.editor);
+    }
+
+    // Another one may write for it.
+    void theDelegateIsDestroyed_data()
+    {
+        const QString any;
+        rows({
+            {"and then Enter", after(deleteTheDelegate, press(Qt::Key_Return)), any},
+            {"and then Tab", after(deleteTheDelegate, press(Qt::Key_Tab)), any},
+            {"and then Escape", after(deleteTheDelegate, press(Qt::Key_Escape)), any},
+            {"and then a lost focus", after(deleteTheDelegate, moveFocus), any},
+            {"and then its row is removed", after(deleteTheDelegate, removeItsRow), any},
+            {"and then the model is reset", after(deleteTheDelegate, resetTheModel), any},
+            {"and then the view is destroyed", after(deleteTheDelegate, deleteTheView), any},
+        });
+    }
+
+    void theDelegateIsDestroyed()
+    {
+        QFETCH(Make, make);
+        QFETCH(Install, install);
+        QFETCH(Action, action);
+        Editing editing(make, install);
+        action(editing);
+        settle();
+    }
+};
+
+VRN_TEST(TestCellEditing)
+
+#include "tst_cell_editing.moc"
