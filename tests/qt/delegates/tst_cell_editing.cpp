@@ -157,15 +157,26 @@ void deleteTheView(Editing& editing)
     delete editing.table.view;
 }
 
-// With another delegate in its place: without one, a view of Qt does not get far.
-void deleteTheDelegate(Editing& editing)
+// Without a delegate, a view of Qt does not get far.
+void putAnotherInItsPlace(Editing& editing)
 {
     QTableView& view = *editing.table.view;
     if (view.itemDelegate() == editing.delegate)
         view.setItemDelegate(new QStyledItemDelegate(&view));
     if (view.itemDelegateForColumn(1) == editing.delegate)
         view.setItemDelegateForColumn(1, nullptr);
+}
+
+void deleteTheDelegate(Editing& editing)
+{
+    putAnotherInItsPlace(editing);
     delete editing.delegate;
+}
+
+void deleteTheDelegateLater(Editing& editing)
+{
+    putAnotherInItsPlace(editing);
+    editing.delegate->deleteLater();
 }
 
 void deleteTheEditor(Editing& editing)
@@ -208,18 +219,24 @@ class TestCellEditing : public TestObject
 {
     Q_OBJECT
 
+    static std::vector<std::pair<QByteArray, Make>> makers()
+    {
+        return {{"line edit", lineEdits}, {"list", lists}, {"editable list", editableLists}};
+    }
+
+    static std::vector<std::pair<QByteArray, Install>> places()
+    {
+        return {{"of the view", forAll}, {"of the column", forTheColumn},
+            {"of the cell", forTheCell}, {"of a cell of the column", forTheCellOfTheColumn}};
+    }
+
     // Each action with each delegate in each place.
     static void rows(const std::vector<std::tuple<QByteArray, Action, QString>>& actions)
     {
         columns<Make, Install, Action, QString>("make", "install", "action", "written");
-        const std::vector<std::pair<QByteArray, Make>> makers = {
-            {"line edit", lineEdits}, {"list", lists}, {"editable list", editableLists}};
-        const std::vector<std::pair<QByteArray, Install>> places = {{"of the view", forAll},
-            {"of the column", forTheColumn}, {"of the cell", forTheCell},
-            {"of a cell of the column", forTheCellOfTheColumn}};
         for (const auto& [name, action, written] : actions) {
-            for (const auto& [maker, make] : makers) {
-                for (const auto& [place, install] : places)
+            for (const auto& [maker, make] : makers()) {
+                for (const auto& [place, install] : places())
                     row(name + ": " + maker + ' ' + place, make, install, action, written);
             }
         }
@@ -357,6 +374,66 @@ private Q_SLOTS:
         settle();
         QCOMPARE(model.rowCount(), 3);
         QVERIFY(!editing.editor);
+    }
+
+    // In a slot of the model, while the view commits.
+    void whatTheApplicationMayDoInACommit_data()
+    {
+        using Keys = std::vector<std::pair<QByteArray, Action>>;
+        const Keys ends = {{"Enter", press(Qt::Key_Return)}, {"Tab", press(Qt::Key_Tab)},
+            {"a lost focus", moveFocus}};
+        columns<Make, Install, Action, Action, bool>(
+            "make", "install", "action", "deed", "isClosedTwice");
+        const std::vector<std::pair<QByteArray, Action>> deeds = {
+            {"deleteLater of the view", [](Editing& e) { e.table.view->deleteLater(); }},
+            {"deleteLater of the delegate", deleteTheDelegateLater},
+            {"deleteLater of the editor", [](Editing& e) { e.editor->deleteLater(); }},
+            {"move the focus", moveFocus},
+            {"change the current cell",
+                [](Editing& e) { e.table.view->setCurrentIndex(e.table.index(3, 2)); }},
+            {"write another cell", [](Editing& e) { e.table.model->put(0, 0, 1, "1"); }},
+            {"insert a row", insertARowAbove},
+            {"run the event loop", [](Editing&) { QCoreApplication::processEvents(); }},
+        };
+        for (const auto& [end, action] : ends) {
+            for (const auto& [name, deed] : deeds) {
+                // This ends the edit, and a delegate of Qt then does so again.
+                const bool isClosedTwice = (name == "change the current cell" && end != "Enter")
+                    || (name == "move the focus" && end == "Tab");
+                for (const auto& [maker, make] : makers()) {
+                    for (const auto& [place, install] : places())
+                        row(end + ", " + name + ": " + maker + ' ' + place, make, install, action,
+                            deed, isClosedTwice);
+                }
+            }
+        }
+    }
+
+    void whatTheApplicationMayDoInACommit()
+    {
+        QFETCH(Make, make);
+        QFETCH(Install, install);
+        QFETCH(Action, action);
+        QFETCH(Action, deed);
+        QFETCH(bool, isClosedTwice);
+        Editing editing(make, install);
+        bool isDone = false;
+        connect(editing.table.model, &QAbstractItemModel::dataChanged, editing.table.model, [&] {
+            if (!std::exchange(isDone, true))
+                deed(editing);
+        });
+#if QT_VERSION >= QT_VERSION_CHECK(6, 0, 0)
+        if (isClosedTwice)
+            expectWarning("QAbstractItemView::closeEditor called with an editor that does not "
+                          "belong to this view");
+#else
+        Q_UNUSED(isClosedTwice);
+#endif
+        action(editing);
+        settle();
+        QVERIFY(isDone);
+        // A view does not listen to a delegate that it has given up.
+        QVERIFY(!editing.editor || !editing.delegate);
     }
 
     void itGoesOn_data()

@@ -11,8 +11,10 @@ namespace vrn::qt {
 /// The value is a `boost::any` in a QVariant, under a role of the library's own. So a model
 /// can also answer Qt's edit role as it likes:
 ///
-///     const auto value = index.data(vrn::qt::EditRole).value<boost::any>();
-///     model->setData(index, QVariant::fromValue<boost::any>(12.5), vrn::qt::EditRole);
+///     auto* model = new QStandardItemModel(3, 2, form);
+///     const QModelIndex index = model->index(0, 1);
+///     model->setData(index, QVariant::fromValue<boost::any>(12.5), EditRole);
+///     const auto value = index.data(EditRole).value<boost::any>();
 ///
 /// A cell whose variant cannot be converted to a `boost::any` has no value. A `boost::any`
 /// that is empty is a value: the delegates edit it.
