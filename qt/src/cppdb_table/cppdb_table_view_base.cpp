@@ -243,14 +243,14 @@ void pasteOver(const Alive& view, QAbstractItemModel* model, const QModelIndexLi
 {
     // No more of the block is split than the cells can take.
     const Bounds bounds(indexes);
-    const auto height = static_cast<std::size_t>(bounds.bottom - bounds.top + 1);
-    const auto width = static_cast<std::size_t>(bounds.right - bounds.left + 1);
+    const auto lastLine = static_cast<std::size_t>(bounds.bottom - bounds.top);
+    const auto lastPiece = static_cast<std::size_t>(bounds.right - bounds.left);
     std::vector<std::vector<std::string_view>> grid;
     Pieces lines(block, '\n');
-    while (lines.hasNext() && grid.size() < height) {
+    while (lines.hasNext() && grid.size() <= lastLine) {
         Pieces pieces(lines.next(), '\t');
         auto& row = grid.emplace_back();
-        while (pieces.hasNext() && row.size() < width)
+        while (pieces.hasNext() && row.size() <= lastPiece)
             row.push_back(pieces.next());
     }
 
@@ -387,7 +387,7 @@ void CppDbTableViewBase::pasteAt(const QModelIndex& corner, const QByteArray& bl
         firstCells.emplace_back(model, model->index(row, left));
 
     Pieces lines(viewOf(block), '\n');
-    for (int row = corner.row(); lines.hasNext(); ++row) {
+    for (int row = corner.row(); alive && model && lines.hasNext(); ++row) {
         const std::string_view line = lines.next();
         // The handler may have made several rows at once.
         if (firstCells.empty() && row < model->rowCount())
@@ -397,8 +397,6 @@ void CppDbTableViewBase::pasteAt(const QModelIndex& corner, const QByteArray& bl
             const NewRow values = readLine(line, left, model->columnCount(), validators);
             writeRow(alive, firstCells.front(), values);
             firstCells.pop_front();
-            if (!alive || !model)
-                return;
             continue;
         }
         // A copy: it may replace itself.
@@ -406,10 +404,9 @@ void CppDbTableViewBase::pasteAt(const QModelIndex& corner, const QByteArray& bl
         if (!createNewRow)
             return;
         const NewRow values = readLine(line, left, std::numeric_limits<int>::max(), validators);
-        if (!alive)
-            return;
-        createNewRow(left, values);
-        if (!alive || !model || model->rowCount() <= row)
+        if (alive)
+            createNewRow(left, values);
+        if (model && model->rowCount() <= row)
             return;
     }
 }

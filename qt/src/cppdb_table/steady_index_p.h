@@ -22,7 +22,7 @@ public:
     QModelIndex get() const;
 
     /// Null once it has been destroyed.
-    QAbstractItemModel* model() const { return m_model; }
+    QAbstractItemModel* model() const { return m_model.data(); }
 
 private:
     QPointer<QAbstractItemModel> m_model;

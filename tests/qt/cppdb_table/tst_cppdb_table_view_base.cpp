@@ -83,7 +83,7 @@ private Q_SLOTS:
         TypedModel model("1.0");
         boost::function<IValidator::pointer(int)> getColumnValidator;
         if (hasFunction)
-            getColumnValidator = [](int) { return makeValidator('n'); };
+            getColumnValidator = Columns("n");
         if (!hasModel)
             expectAssert("m_model");
         if (!hasFunction)
