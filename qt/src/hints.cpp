@@ -8,8 +8,6 @@ namespace vrn::qt::detail {
 
 const boost::any* findHintAtPath(const Hints& hints, const std::string& path)
 {
-    if (!path.empty() && path.find('.') == std::string::npos)
-        return nullptr; // A missing key. To take a path apart would cost much more.
     const auto node = hints.get_child_optional(path);
     return node ? &node->data() : nullptr;
 }

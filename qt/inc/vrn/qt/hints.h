@@ -8,6 +8,7 @@
 
 #include <QString>
 
+#include <algorithm>
 #include <functional>
 #include <string>
 #include <type_traits>
@@ -50,9 +51,11 @@ VRN_QT2_EXPORT const boost::any* findHintAtPath(const Hints& hints, const std::s
 /// Null if there is no such node.
 inline const boost::any* findAnyHint(const Hints& hints, const std::string& path)
 {
-    // Most paths are one key, and no key that a path has made contains a dot.
+    // Most paths are one key, and to take a path apart costs much more than to look for a dot.
+    if (path.empty() || std::find(path.begin(), path.end(), '.') != path.end())
+        return findHintAtPath(hints, path);
     const auto child = hints.find(path);
-    return child != hints.not_found() ? &child->second.data() : findHintAtPath(hints, path);
+    return child != hints.not_found() ? &child->second.data() : nullptr;
 }
 
 VRN_QT2_EXPORT void reportWrongHintType(
