@@ -49,7 +49,10 @@ bool CellLineEdit::eventFilter(QObject* watched, QEvent* event)
             installEventFilter(this);
         return false;
     case QEvent::FocusOut:
-        return isLeft() && (this->event(event), true);
+        if (!isLeft())
+            return false;
+        this->event(event);
+        return true;
     case QEvent::KeyPress:
         if (isLeft())
             return true;

@@ -14,6 +14,7 @@
 
 #include "editor_tenure_p.h"
 
+#include <memory>
 #include <utility>
 
 namespace vrn::qt {
@@ -174,10 +175,12 @@ QWidget* ComboItemDelegate::createEditor(
     auto* box = MultiEditEnumBox::create(parent, QString(), m_anyEq);
     if (!box)
         return nullptr;
+    std::unique_ptr<QWidget> owner(box); // Until the callback has returned, which may throw.
     if (m_validator)
         box->setEditable(true, m_validator);
     if (const auto fill = m_fill)
         fill(*box, index);
+    static_cast<void>(owner.release());
     // The list is made when it is first asked for. Its parts are parts of the editor, too.
     if (const QComboBox* list = listOf(*box))
         list->view();

@@ -208,6 +208,15 @@ private Q_SLOTS:
         QCOMPARE(rowsOf(cell.open()), QStringList());
     }
 
+    void aFillCallbackThatThrowsLeavesNoBox()
+    {
+        Cell cell(
+            {}, [](MultiEditEnumBox&, const QModelIndex&) { throw std::runtime_error("no list"); });
+        QVERIFY_EXCEPTION_THROWN(
+            cell.delegate->createEditor(&cell.parent, {}, cell.index()), std::runtime_error);
+        QVERIFY(cell.parent.children().isEmpty());
+    }
+
     void aValidatorMakesTheBoxEditable()
     {
         QVERIFY(!listOf(Cell().open()).isEditable());

@@ -28,8 +28,8 @@ namespace vrn::qt {
 /// or accepts without a value, is dropped without a word, and the cell stays as it is.
 ///
 /// Enter, Tab and a lost focus write the text and close the editor; Escape only closes it. The
-/// editor takes Enter itself, before any event filter that is older than the key. Once the view
-/// has let go of the editor, the delegate hears no more of it.
+/// editor gets Enter before the event filters of delegates do. Once the view has let go of the
+/// editor, it emits nothing, and the delegate takes no more events of it.
 ///
 /// A cell without a value has no editor and is a white block. An empty value is edited: the
 /// validator is asked to write it.
