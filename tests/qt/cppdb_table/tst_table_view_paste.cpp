@@ -323,22 +323,25 @@ private Q_SLOTS:
 
     void whatTheHandlerDoesToTheRows_data()
     {
-        columns<QString, QString>("deed", "content");
-        row("it appends none: the paste ends", "nothing", "1.0 | 7.0");
-        row("it appends two: the next line has a row already", "two",
+        columns<QString, int, QString>("deed", "calls", "content");
+        row("it appends none: the paste ends", "nothing", 1, "1.0 | 7.0");
+        row("it appends two: the next line has a row already", "two", 2,
             "1.0 | 7.0 | 0.5 | 9.0 | 0.5 | 0.5");
-        row("it removes a row: the paste ends", "remove", "7.0");
-        row("it appends one and resets the model: the paste goes on", "reset",
+        row("it removes a row: the paste ends", "remove", 1, "7.0");
+        row("it appends one and resets the model: the paste goes on", "reset", 3,
             "1.0 | 7.0 | 0.5 | 0.5 | 0.5");
-        row("it puts the row at the beginning: the paste goes on", "prepend",
+        row("it puts the row at the beginning: the paste goes on", "prepend", 3,
             "0.5 | 0.5 | 0.5 | 1.0 | 7.0");
     }
     void whatTheHandlerDoesToTheRows()
     {
         QFETCH(QString, deed);
+        QFETCH(int, calls);
         QFETCH(QString, content);
+        int called = 0;
         Table table("n", "1.0 | 2.0");
         table.view.setCreateNewRowHandler([&](int, const NewRow&) {
+            ++called;
             if (deed == "remove")
                 table.model.remove(0);
             else if (deed == "prepend")
@@ -353,6 +356,7 @@ private Q_SLOTS:
         select(table.view, "1,0");
         setClipboard("7\n8\n9\n6\n");
         pressPaste(table.view);
+        QCOMPARE(called, calls);
         QCOMPARE(table.model.content(), content);
     }
 

@@ -41,8 +41,9 @@ namespace vrn::qt::detail {
 ///
 /// **On the clipboard**, rows end in "\n" and their cells are separated by "\t". A single cell
 /// is its bare text. Numbers are written in the user's locale, for other programs, but read in
-/// the C locale: with a decimal comma, what was copied is refused when it is pasted. A tab or
-/// line break in a value is not escaped.
+/// the C locale: with a decimal comma, what was copied is refused when it is pasted, except
+/// that a comma before exactly three digits is taken for one between thousands. A tab or line
+/// break in a value is not escaped.
 ///
 /// **Clear** stores an empty `boost::any` in each selected cell.
 ///
