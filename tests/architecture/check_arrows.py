@@ -53,8 +53,11 @@ class Tree:
         # Where includes are looked for.
         self.tops = sorted({match[1] for file in self.files
                             if (match := re.match(r"(.*?/(?:inc|src))/", file))})
-        self.sources = {(file.split("/src/")[0], pathlib.PurePath(file).stem): file
-                        for file in self.files if "/src/" in file and file.endswith(".cpp")}
+        # The libraries, each a folder with public headers, and the sources in it.
+        libraries = {file.split("/inc/")[0] for file in self.files if "/inc/" in file}
+        self.sources = {(library, pathlib.PurePath(file).stem): file
+                        for file in self.files if file.endswith(".cpp")
+                        for library in libraries if file.startswith(library + "/")}
 
     def class_of(self, file):
         """The path that a header and its source share."""
