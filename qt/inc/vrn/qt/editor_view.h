@@ -31,8 +31,9 @@ class Layer;
 ///     view->setCenter(QPointF(50.0, 25.0), true);
 ///
 /// The view starts with a GraphicsScene of its own, which has no index and the rectangle from
-/// (-200, -200) to (400, 400). Another one can be set, also none. The scroll bars are off, but
-/// they do the panning, so the scene's rectangle limits what can be seen.
+/// (-200, -200) to (400, 400). Another one can be set, also none; setCenter() comes after that,
+/// since Qt forgets the center. The scroll bars are off, but they do the panning, so the scene's
+/// rectangle limits what can be seen.
 ///
 /// The center is the view's own record of the scene point that it is kept on. It is not
 /// limited to the scene, but what the view shows is: at the edge of the scene they differ.
