@@ -91,7 +91,7 @@ public:
         m_view.fitInView(m_view.sceneRect(), Qt::KeepAspectRatio);
         m_view.windowHandle()->installEventFilter(new NoMouse(&m_view));
 #if QT_VERSION >= QT_VERSION_CHECK(6, 0, 0)
-        QEnterEvent event(QPointF(), QPointF(), QPointF());
+        QEnterEvent event{QPointF(), QPointF(), QPointF()};
 #else
         QEvent event(QEvent::Enter);
 #endif

@@ -12,8 +12,10 @@ namespace {
 QColor red(double lightness)
 {
     const QColor base(255, 0, 0, 255);
-    return QColor::fromHslF(
-        base.hslHueF(), base.hslSaturationF(), base.lightnessF() * lightness, base.alphaF());
+    // Qt 5 has doubles here, Qt 6 has floats.
+    using Part = decltype(base.lightnessF());
+    return QColor::fromHslF(base.hslHueF(), base.hslSaturationF(),
+        static_cast<Part>(base.lightnessF() * lightness), base.alphaF());
 }
 
 } // namespace

@@ -24,13 +24,13 @@ QTransform toScreen(QPainter& painter)
 
 bool Layer::isOnScreen(const QPainter& painter, const QWidget& viewport)
 {
-    const QBackingStore* store = viewport.backingStore();
+    QBackingStore* store = viewport.backingStore();
     const QPaintEngine* engine = painter.paintEngine();
-    if (!store || !engine || engine->type() != QPaintEngine::Raster)
+    // A store without a size has not been painted yet, and must not be asked for its device.
+    if (!store || store->size().isEmpty() || !engine || engine->type() != QPaintEngine::Raster)
         return false;
     const QPaintDevice* device = engine->paintDevice();
-    return device == const_cast<QBackingStore*>(store)->paintDevice()
-        && device->devType() == QInternal::Image;
+    return device && device->devType() == QInternal::Image && device == store->paintDevice();
 }
 
 bool Layer::covers(const QRegion& region) const

@@ -1,5 +1,6 @@
 #include "page.h"
 
+#include "pages/editor2d_page.h"
 #include "pages/enum_boxes_page.h"
 #include "pages/files_and_toolbars_page.h"
 #include "pages/groups_page.h"
@@ -30,6 +31,7 @@ const std::vector<Page>& pages()
         {QStringLiteral("files-and-toolbars"), QStringLiteral("Files and toolbars"),
             &make<FilesAndToolbarsPage>},
         {QStringLiteral("hints"), QStringLiteral("Hints"), &make<HintsPage>},
+        {QStringLiteral("editor2d"), QStringLiteral("2D editor"), &make<Editor2dPage>},
     };
     return all;
 }

@@ -73,7 +73,7 @@ inline void turnWheel(
 inline void enter(QWidget& view)
 {
 #if QT_VERSION >= QT_VERSION_CHECK(6, 0, 0)
-    QEnterEvent event(QPointF(), QPointF(), QPointF());
+    QEnterEvent event{QPointF(), QPointF(), QPointF()};
 #else
     QEvent event(QEvent::Enter);
 #endif

@@ -115,6 +115,8 @@ struct Window
         const QImage onScreen = shown();
         const QImage expected = painted();
         const QRect rect = pixels(onScreen);
+        if (onScreen.copy(rect) == expected.copy(rect))
+            return {};
         for (int y = rect.top(); y <= rect.bottom(); ++y) {
             for (int x = rect.left(); x <= rect.right(); ++x) {
                 const QRgb a = onScreen.pixel(x, y);
@@ -268,7 +270,7 @@ private Q_SLOTS:
     {
         const QString difference = findDifference(
             ViewAndPainting::actions(), [] { return std::make_unique<ViewAndPainting>(); },
-            randomSeed(), 1000);
+            randomSeed(), 600);
         QVERIFY2(difference.isEmpty(), qPrintable(difference));
     }
 

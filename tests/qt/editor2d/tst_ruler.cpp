@@ -143,7 +143,8 @@ private Q_SLOTS:
         QFETCH(double, distance);
         QFETCH(double, count);
         const Ticks ticks = listOf(majorTicks(0.0, high, 0.5));
-        QVERIFY(ticks.size() <= count && ticks.size() > 0.9 * count);
+        const auto size = double(ticks.size());
+        QVERIFY(size <= count && size > 0.9 * count);
         if (distance > 0.0)
             QCOMPARE(ticks[1], distance);
     }

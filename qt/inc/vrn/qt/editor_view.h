@@ -27,7 +27,8 @@ class Layer;
 ///     view->setParent(form);
 ///     view->setRulers(true, true);
 ///     view->scene()->addRect(0.0, 0.0, 100.0, 50.0);
-///     view->centerChanged.connect([](const QPointF& center) { qDebug() << center; });
+///     view->centerChanged.connect(
+///         [=](const QPointF& center) { form->setWindowTitle(QString::number(center.x())); });
 ///     view->setCenter(QPointF(50.0, 25.0), true);
 ///
 /// The view starts with a GraphicsScene of its own, which has no index and the rectangle from
