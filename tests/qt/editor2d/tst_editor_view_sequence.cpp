@@ -49,6 +49,8 @@ public:
             view->show();
         }
         QCoreApplication::processEvents();
+        // The mouse may be there.
+        leave(m_view);
         m_scene = m_view.scene();
         // Only what the mask says is taken.
         m_follower.linkViewSettingsTo(&m_view, 1 | 8);
