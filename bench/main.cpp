@@ -10,6 +10,7 @@
 
 namespace bench {
 void addDelegateComparisons();
+void addEditor2dComparisons();
 void addEnumBoxComparisons();
 void addFactoryComparisons();
 void addLineEditComparisons();
@@ -41,5 +42,6 @@ int main(int argc, char** argv)
     bench::addPropertyPageComparisons();
     bench::addTableViewComparisons();
     bench::addUnitComparisons();
+    bench::addEditor2dComparisons();
     return bench::run(argc > 1 ? argv[1] : "") ? EXIT_SUCCESS : EXIT_FAILURE;
 }

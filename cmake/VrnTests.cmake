@@ -25,18 +25,19 @@ function(vrn_add_test_program program)
     target_link_libraries(${program} PRIVATE vrn_test_support ${arg_LIBRARIES})
 endfunction()
 
-# vrn_add_test(<name> [X11] [WINDOW_MANAGERS <manager>...] [PROGRAM <program>]
-#              [SOURCES <file>...] [LIBRARIES <target>...] [ENVIRONMENT <NAME=value>...])
+# vrn_add_test(<name> [X11] [WINDOW_MANAGERS <manager>...] [SCALES <factor>...]
+#              [PROGRAM <program>] [SOURCES <file>...] [LIBRARIES <target>...] [ENVIRONMENT <NAME=value>...])
 #
 # The test class in <name>.cpp, which the test <name> runs in a process of its own. It is
 # a part of PROGRAM, which the target <name> builds; without one it is a program by itself.
 # SOURCES and LIBRARIES are added to the program.
 #
-# It runs offscreen; with X11 it runs on an X server of its own under a window manager and
-# has the ctest label "x11". The window manager is openbox; with WINDOW_MANAGERS there is a
-# test <name>_<manager> for each of them.
+# It runs offscreen; with SCALES there is a test <name>_<factor> for each scale of the screen.
+# With X11 it runs on an X server of its own under a window manager and has the ctest label
+# "x11". The window manager is openbox; with WINDOW_MANAGERS there is a test <name>_<manager>
+# for each of them.
 function(vrn_add_test name)
-    cmake_parse_arguments(arg "X11" "PROGRAM" "WINDOW_MANAGERS;SOURCES;LIBRARIES;ENVIRONMENT" ${ARGN})
+    cmake_parse_arguments(arg "X11" "PROGRAM" "WINDOW_MANAGERS;SCALES;SOURCES;LIBRARIES;ENVIRONMENT" ${ARGN})
     if(arg_PROGRAM)
         add_custom_target(${name} DEPENDS ${arg_PROGRAM})
     else()
@@ -45,7 +46,13 @@ function(vrn_add_test name)
     endif()
     target_sources(${arg_PROGRAM} PRIVATE ${name}.cpp ${arg_SOURCES})
     target_link_libraries(${arg_PROGRAM} PRIVATE ${arg_LIBRARIES})
-    if(NOT arg_X11)
+    if(arg_SCALES)
+        foreach(scale IN LISTS arg_SCALES)
+            add_test(NAME ${name}_${scale} COMMAND ${arg_PROGRAM} ${name})
+            _vrn_set_test_properties(${name}_${scale} "QT_QPA_PLATFORM=offscreen"
+                "QT_SCALE_FACTOR=${scale}" ${arg_ENVIRONMENT})
+        endforeach()
+    elseif(NOT arg_X11)
         add_test(NAME ${name} COMMAND ${arg_PROGRAM} ${name})
         _vrn_set_test_properties(${name} "QT_QPA_PLATFORM=offscreen" ${arg_ENVIRONMENT})
     elseif(NOT arg_WINDOW_MANAGERS)

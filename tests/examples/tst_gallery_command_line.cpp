@@ -21,7 +21,8 @@ private Q_SLOTS:
                     "groups\tGroups\n"
                     "files-and-toolbars\tFiles and toolbars\n"
                     "hints\tHints\n"
-                    "tables\tTables\n"));
+                    "tables\tTables\n"
+                    "editor2d\t2D editor\n"));
     }
 
     void screenshotSavesThePageAndQuits()

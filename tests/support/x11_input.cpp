@@ -57,10 +57,21 @@ void moveMouse(const QPoint& position)
         QString::number(position.y())});
 }
 
-void turnWheel(const QPoint& position)
+void pressButton(int button)
 {
-    xdotool({QStringLiteral("mousemove"), QString::number(position.x()),
-        QString::number(position.y()), QStringLiteral("click"), QStringLiteral("5")});
+    xdotool({QStringLiteral("mousedown"), QString::number(button)});
+}
+
+void releaseButton(int button)
+{
+    xdotool({QStringLiteral("mouseup"), QString::number(button)});
+}
+
+void turnWheel(const QPoint& position, bool isAway)
+{
+    xdotool(
+        {QStringLiteral("mousemove"), QString::number(position.x()), QString::number(position.y()),
+            QStringLiteral("click"), isAway ? QStringLiteral("4") : QStringLiteral("5")});
 }
 
 quintptr activeWindow()

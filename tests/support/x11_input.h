@@ -23,8 +23,13 @@ void click(const QPoint& position);
 /// Moves the mouse to a position of the screen.
 void moveMouse(const QPoint& position);
 
-/// Turns the wheel by one notch towards the user at a position of the screen.
-void turnWheel(const QPoint& position);
+/// Presses or releases a button where the mouse is: 1 is the left one, 3 the right one.
+void pressButton(int button);
+void releaseButton(int button);
+
+/// Turns the wheel by one notch towards the user, or away from them, at a position of the
+/// screen.
+void turnWheel(const QPoint& position, bool isAway = false);
 
 /// The window that the window manager calls active; 0 for none.
 quintptr activeWindow();

@@ -1,5 +1,6 @@
 #include "page.h"
 
+#include "pages/editor2d_page.h"
 #include "pages/enum_boxes_page.h"
 #include "pages/files_and_toolbars_page.h"
 #include "pages/groups_page.h"
@@ -32,6 +33,7 @@ const std::vector<Page>& pages()
             &make<FilesAndToolbarsPage>},
         {QStringLiteral("hints"), QStringLiteral("Hints"), &make<HintsPage>},
         {QStringLiteral("tables"), QStringLiteral("Tables"), &make<TablesPage>},
+        {QStringLiteral("editor2d"), QStringLiteral("2D editor"), &make<Editor2dPage>},
     };
     return all;
 }
