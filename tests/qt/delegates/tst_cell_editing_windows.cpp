@@ -71,7 +71,9 @@ struct Editing
     QComboBox& openList() const
     {
         auto& list = *editor->findChild<QComboBox*>();
-        QTest::qWait(50); // The event loop lays the editor out.
+        // The event loop lays the editor out, and not at once.
+        QTest::qWait(200);
+        static_cast<void>(QTest::qWaitFor([&] { return list.width() == editor->width(); }));
         // The arrow is on the right.
         x11::click(onScreen(list, QPoint(list.width() - 8, list.height() / 2)));
         const auto isOpen = [&] { return list.view()->isVisible(); };
@@ -87,7 +89,8 @@ struct Editing
         const int y = list.view()->visualRect(list.model()->index(row, 0)).center().y();
         const QPoint place = onScreen(items, QPoint(items.width() / 2, y));
         x11::moveMouse(place - QPoint(2, 0));
-        QTest::qWait(50);
+        const auto isReached = [&] { return list.view()->currentIndex().row() == row; };
+        static_cast<void>(QTest::qWaitFor(isReached));
         x11::click(place);
     }
 
