@@ -20,7 +20,8 @@ private Q_SLOTS:
                     "enum-boxes\tEnum boxes\n"
                     "groups\tGroups\n"
                     "files-and-toolbars\tFiles and toolbars\n"
-                    "hints\tHints\n"));
+                    "hints\tHints\n"
+                    "editor2d\t2D editor\n"));
     }
 
     void screenshotSavesThePageAndQuits()
