@@ -66,8 +66,13 @@ GalleryWindow::GalleryWindow(QWidget* parent)
 void GalleryWindow::scrollTo(QWidget* widget)
 {
     auto* area = qobject_cast<QScrollArea*>(m_stack->currentWidget());
-    if (area && area->isAncestorOf(widget))
-        area->ensureWidgetVisible(widget);
+    if (!area || !area->isAncestorOf(widget))
+        return;
+    // All of it: QScrollArea::ensureWidgetVisible() is content with the text cursor, and takes
+    // the corner of a graphics view for one.
+    const QRect place(widget->mapTo(area->widget(), QPoint()), widget->size());
+    const QSize half = place.size().boundedTo(area->viewport()->size()) / 2;
+    area->ensureVisible(place.center().x(), place.center().y(), half.width(), half.height());
 }
 
 bool GalleryWindow::showPage(const QString& name)

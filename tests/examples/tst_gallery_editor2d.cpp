@@ -2,6 +2,7 @@
 
 #include <QCheckBox>
 #include <QGraphicsPolygonItem>
+#include <QLabel>
 
 #include "gallery_page_test.h"
 

@@ -1,3 +1,5 @@
+#include <vrn/qt/grip_item.h>
+
 #include <QCursor>
 #include <QPaintEngine>
 #include <QPainter>
@@ -560,6 +562,33 @@ private Q_SLOTS:
                 f.draw();
         }
         f.view.repaint();
+    }
+
+    // What the guide to printing says. The item stands beyond the edge, but reaches over it.
+    void aPrintNeedsAMarginForItemsAtTheEdge_data()
+    {
+        columns<int, bool>("margin", "isPrinted");
+        row("without a margin it is left out", 0, false);
+        row("with a margin it is there", 16, true);
+    }
+    void aPrintNeedsAMarginForItemsAtTheEdge()
+    {
+        QFETCH(int, margin);
+        QFETCH(bool, isPrinted);
+        Fixture f;
+        auto* grip = new vrn::qt::ed2d::GripItem;
+        grip->m_size = 16.0;
+        f.view.scene()->addItem(grip);
+        // Zoomed out, the grip is larger in the scene than Qt takes it to be.
+        showFrom(f.view, QPointF(0.0, 0.0), 0.25);
+        grip->setPos(-16.0, 400.0);
+        QImage image(400, 300, QImage::Format_RGB32);
+        const QRect pixels = image.rect().adjusted(-margin, -margin, margin, margin);
+        QPainter painter(&image);
+        f.view.render(&painter, pixels, pixels);
+        painter.end();
+        QCOMPARE(image.pixelColor(1, 97) == QColor(255, 0, 0), isPrinted);
+        QCOMPARE(f.view.viewport()->grab().toImage().pixelColor(1, 97), QColor(255, 0, 0));
     }
 
     void theSettersAskForNoRepaint()
