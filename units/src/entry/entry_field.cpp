@@ -229,6 +229,8 @@ EntryField::EntryField(const Context& context, UnitId::UnitId kind)
     const FieldUnit* const wanted = m_shown ? m_shown : &m_units.front();
     m_wanted = wanted->kind;
     add_spellings();
+    for (FieldUnit& unit : m_units)
+        unit.is_plain = unit.is_written && find(unit_key(unit.symbol)) == &unit;
     add_usual_units();
 }
 
@@ -357,7 +359,7 @@ const FieldUnit* EntryField::find_symbol(std::wstring_view symbol) const noexcep
     if (symbol.empty())
         return m_reads_bare_numbers ? m_shown : nullptr;
     for (const FieldUnit& unit : m_units) {
-        if (unit.is_written && unit.symbol == symbol)
+        if (unit.is_plain && unit.symbol == symbol)
             return &unit;
     }
     return nullptr;

@@ -20,6 +20,7 @@ struct FieldUnit
     double factor = 1.0;
     std::wstring symbol; ///< Empty if nobody can type it.
     bool is_written = false; ///< Context::parse() reads the symbol as this unit.
+    bool is_plain = false; ///< So does the field: no other unit takes the symbol.
     const char* kind = ""; ///< What it measures: "a length".
 };
 

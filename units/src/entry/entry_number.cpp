@@ -404,7 +404,7 @@ private:
         const std::size_t end = m_text.after_digits(denominator);
         // Otherwise the slash is left to be a sign of division.
         if (m_is_divisor || !m_number.is_whole || !is_end_of_fraction(end)
-            || begins_another_number(end))
+            || begins_another_number(end) || place_of_power(end) > 0)
             return true;
         const double numerator = m_number.value;
         if (!take_denominator(denominator, numerator))
@@ -437,7 +437,7 @@ private:
             return !is_digit(after);
         if (next == L'e' || next == L'E')
             return !is_digit(after) && after != L'-' && after != L'+';
-        return !begins_power(place) && !place_of_power(place) && find_fraction(next) == nullptr;
+        return !begins_power(place) && find_fraction(next) == nullptr;
     }
 
     /// Whether digits come after blanks there, as in the denominator "1 1/2".

@@ -74,7 +74,9 @@ bool EntryParser::read_operator()
     if (is_product) {
         level().product_sign = next;
     } else {
-        if (next == L'-' && is_mixed_number_with_hyphen(m_place))
+        const Operand& left = level().product;
+        if (next == L'-' && left.is_whole && !left.unit
+            && fail_mixed_number_with_hyphen(left.begin, left.end))
             return false;
         if (!close_product())
             return false;
@@ -265,6 +267,8 @@ EntryParser::Inches EntryParser::read_bare_inches(
     const bool ends = next >= m_text.size() || std::wstring_view(L"+-*/)").find(character) < 5;
     if (!ends || (has_hyphen && !has_mark))
         return Inches::None;
+    if (inches.is_whole && fail_mixed_number_with_hyphen(inches.begin, inches.end))
+        return Inches::Failed;
     const bool is_clear = inches.value < inches_per_foot && inches.is_proper
         && !inches.is_power_product && character != L'*' && character != L'/';
     if (!is_clear) {
@@ -410,22 +414,23 @@ bool EntryParser::is_dash_at_end() const
         && !first.product.unit;
 }
 
-/// "3-1/2" is three and a half in the United States, and two and a half elsewhere.
-bool EntryParser::is_mixed_number_with_hyphen(std::size_t place)
+/// "3-1/2" is three and a half in the United States, and two and a half elsewhere. Returns
+/// false if no hyphen and fraction come after the whole number.
+bool EntryParser::fail_mixed_number_with_hyphen(std::size_t whole, std::size_t end)
 {
-    const Operand& whole = level().product;
-    const std::size_t begin = m_text.after_blanks(place + 1);
-    if (!whole.is_whole || whole.unit || !m_text.is_digit_at(begin))
+    const std::size_t hyphen = m_text.after_blanks(end);
+    const std::size_t begin = m_text.after_blanks(hyphen + 1);
+    if (m_text.at(hyphen) != L'-' || !m_text.is_digit_at(begin))
         return false;
     EntryNumber fraction;
     EntryFailure ignored;
     if (!read_number(m_text, begin, false, m_signs, m_field, fraction, ignored)
         || !fraction.is_fraction || !fraction.is_proper)
         return false;
-    const std::wstring left = m_text.written(whole.begin, whole.end);
+    const std::wstring left = m_text.written(whole, end);
     const std::wstring right = m_text.written(fraction.begin, fraction.end);
     m_failure.reason.suggestions = {left + L" " + right, left + L" - (" + right + L")"};
-    fail(EntryProblem::TwoReadings, whole.begin, fraction.end);
+    fail(EntryProblem::TwoReadings, whole, fraction.end);
     return true;
 }
 
@@ -483,8 +488,12 @@ bool EntryParser::fail_unit(const Operand& operand, const UnitKeys& keys, std::s
     if (fail_quotient(operand, end))
         return false;
     EntryReason& reason = m_failure.reason;
-    if (m_text.is_end(end)) {
-        for (const FieldUnit* const unit : m_field.find_longer(key))
+    // "kN/" is the beginning of "kN/m", too.
+    const std::size_t slash = m_text.after_blanks(end);
+    const bool has_slash = m_text.at(slash) == L'/';
+    if (m_text.is_end(has_slash ? slash + 1 : end)) {
+        const std::wstring beginning = std::wstring(key) + (has_slash ? L"/" : L"");
+        for (const FieldUnit* const unit : m_field.find_longer(beginning))
             reason.suggestions.push_back(unit->symbol);
         if (!reason.suggestions.empty())
             return fail_unfinished(EntryProblem::UnitUnfinished, place, end);

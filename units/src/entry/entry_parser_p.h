@@ -96,7 +96,7 @@ private:
     bool divide(Operand& left, const Operand& right);
     bool add(Operand& left, const Operand& right, wchar_t sign);
     bool is_dash_at_end() const;
-    bool is_mixed_number_with_hyphen(std::size_t place);
+    bool fail_mixed_number_with_hyphen(std::size_t whole, std::size_t end);
 
     bool fail(EntryProblem problem, std::size_t place, std::size_t end = 0);
     bool fail_unfinished(EntryProblem problem, std::size_t place, std::size_t end = 0);
