@@ -74,10 +74,6 @@ bool EntryParser::read_operator()
     if (is_product) {
         level().product_sign = next;
     } else {
-        const Operand& left = level().product;
-        if (next == L'-' && left.is_whole && !left.unit
-            && fail_mixed_number_with_hyphen(left.begin, left.end))
-            return false;
         if (!close_product())
             return false;
         level().sum_sign = next;
@@ -97,7 +93,10 @@ bool EntryParser::read_quantity(Operand& operand)
     operand.is_whole = number.is_whole;
     operand.is_power_product = number.is_power_product;
     m_place = number.end;
-    return read_unit(operand);
+    if (!read_unit(operand))
+        return false;
+    return operand.unit || !number.is_whole
+        || !fail_mixed_number_with_hyphen(number.begin, number.end);
 }
 
 /// The unit after a number or after brackets, if there is one.
@@ -114,7 +113,7 @@ bool EntryParser::read_unit(Operand& operand)
     const bool is_read = next == L'\'' || next == L'"' ? read_mark(operand) : read_word(operand);
     if (!is_read)
         return false;
-    operand.has_own_unit = operand.unit != nullptr;
+    operand.has_own_unit = operand.unit && !operand.is_joined;
     if (!operand.unit)
         m_place = operand.end;
     operand.end = m_place;
@@ -191,16 +190,16 @@ bool EntryParser::close_bracket()
     operand.has_own_unit = false;
     operand.is_whole = false;
     operand.is_power_product = false;
+    operand.is_joined = false;
     m_levels.pop_back();
     ++m_place;
     operand.end = m_place;
     m_completion.is_possible = false;
     if (!operand.unit) {
-        const double value = operand.value;
         if (!read_unit(operand))
             return false;
         // Feet in brackets are not joined with inches.
-        if (operand.unit == m_field.foot() && operand.value != value)
+        if (operand.is_joined)
             return fail(EntryProblem::SignMissing, operand.end_of_number);
     }
     return take_operand(operand);
@@ -253,10 +252,7 @@ EntryParser::Inches EntryParser::read_inches(Operand& feet, bool has_mark)
         fail(EntryProblem::TwoReadings, feet.begin, end);
         return Inches::Failed;
     }
-    feet.value += inches.value * metres_per_inch / metres_per_foot;
-    m_place = end;
-    m_completion.is_possible = false;
-    return Inches::Joined;
+    return join_inches(feet, inches, end);
 }
 
 /// "5'6" needs no mark of inches.
@@ -275,8 +271,25 @@ EntryParser::Inches EntryParser::read_bare_inches(
         fail_wanting(EntryProblem::UnitMissing, inches.begin, inches.end);
         return Inches::Failed;
     }
+    return join_inches(feet, inches, inches.end);
+}
+
+/// The inches end at `end`. "2*10^3' 6''" may be a product of feet and inches.
+EntryParser::Inches EntryParser::join_inches(
+    Operand& feet, const EntryNumber& inches, std::size_t end)
+{
+    if (feet.is_power_product) {
+        const std::size_t power = m_text.plain().find(L'*', feet.begin);
+        m_failure.reason.suggestions = {L"(" + m_text.written(feet.begin, feet.end_of_number)
+                + L") " + m_text.written(feet.end_of_number, end),
+            m_text.written(feet.begin, power + 1) + L" ("
+                + m_text.written(m_text.after_blanks(power + 1), end) + L")"};
+        fail(EntryProblem::TwoReadings, feet.begin, end);
+        return Inches::Failed;
+    }
     feet.value += inches.value * metres_per_inch / metres_per_foot;
-    m_place = inches.end;
+    feet.is_joined = true;
+    m_place = end;
     m_completion.is_possible = false;
     return Inches::Joined;
 }

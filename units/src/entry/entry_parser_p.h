@@ -49,6 +49,7 @@ private:
         std::size_t end = 0;
         std::size_t end_of_number = 0; ///< If the unit stands right after it.
         bool has_own_unit = false; ///< The unit stands right after it: not in "(2 m)".
+        bool is_joined = false; ///< Feet and inches.
         bool is_whole = false; ///< See EntryNumber.
         bool is_power_product = false;
     };
@@ -87,6 +88,7 @@ private:
     Inches read_inches(Operand& feet, bool has_mark);
     Inches read_bare_inches(
         Operand& feet, const EntryNumber& inches, std::size_t next, bool has_hyphen, bool has_mark);
+    Inches join_inches(Operand& feet, const EntryNumber& inches, std::size_t end);
     std::size_t end_of_inch(std::size_t place) const;
     std::size_t count_apostrophes(std::size_t place) const;
 
