@@ -14,6 +14,7 @@ using namespace vrn::units;
 using vrn::test::columns;
 using vrn::test::ReferenceEntryReader;
 using vrn::test::row;
+using vrn::test::unitId;
 
 namespace {
 
@@ -183,7 +184,7 @@ std::size_t textCount()
 } // namespace
 
 /// No text has two readings: the reader gives the only meaning that the reference finds, or
-/// it refuses.
+/// it refuses. What it gives in plain form, Context::parse() reads as the same.
 ///
 /// VRN_RANDOM_TEXTS in the environment sets the number of random texts in each row.
 class TestEntryAgreement : public vrn::test::TestObject
@@ -236,14 +237,19 @@ private Q_SLOTS:
             ? std::vector<std::wstring>{L"m", L"m", L"cm", L"mm", L"ft", L"in", L"'", L"''"}
             : kind == UnitId::LOAD_POINT ? std::vector<std::wstring>{L"kN", L"N"}
                                          : std::vector<std::wstring>{L"1/m", L"/m", L"1/km"};
-        const EntryReader reader(Context(), vrn::test::unitId(kind));
+        const Context context;
+        const EntryReader reader(context, unitId(kind));
         Generator generator(vrn::test::randomSeed(), units);
         std::size_t complete = 0;
         for (std::size_t i = 0; i < textCount(); ++i) {
             const std::wstring text = generator.next();
             const Entry entry = reader.read(text);
+            QVERIFY2(entry.reason.place <= text.size(), qPrintable(QString::fromStdWString(text)));
             if (entry.state != EntryState::Complete)
                 continue;
+            const auto parsed = context.parse(entry.text, unitId(kind), std::locale::classic());
+            QVERIFY2(parsed && *parsed == entry.quantity,
+                qPrintable(QString::fromStdWString(text + L" is not " + entry.text)));
             ++complete;
             const std::vector<double> meanings = reference.read(text);
             const bool agrees = !meanings.empty()

@@ -106,7 +106,8 @@ std::wstring number_text(double value)
     char* const end = std::to_chars(digits.data(), digits.data() + digits.size(), value,
         is_fixed ? std::chars_format::fixed : std::chars_format::scientific)
                           .ptr;
-    return {digits.data(), end};
+    // Context::parse() takes a plus for the beginning of a unit.
+    return {digits.data(), std::remove(digits.data(), end, '+')};
 }
 
 /// "m^-2" for "1/m2"; empty for a symbol that is not one over a word.

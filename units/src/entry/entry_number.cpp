@@ -157,7 +157,13 @@ private:
 
     bool is_metric_length_next() const
     {
-        const UnitKeys keys(m_text.plain(), m_text.after_blanks(m_place));
+        std::size_t place = m_text.after_blanks(m_place);
+        // A fraction may stand between.
+        if (find_fraction(m_text.at(place)) != nullptr)
+            place = m_text.after_blanks(place + 1);
+        else if (const std::size_t denominator = denominator_after(m_text.after_digits(place)))
+            place = m_text.after_blanks(m_text.after_digits(denominator));
+        const UnitKeys keys(m_text.plain(), place);
         if (keys.ends().empty())
             return false;
         const FieldUnit* const unit = m_field.find(keys.key(keys.ends().back()));
