@@ -4,14 +4,9 @@
 
 #include <locale>
 #include <memory>
-#include <stdexcept>
 #include <string>
 
 #include "comparison.h"
-
-#ifdef VRN_BENCH_UDUNITS2
-#include <udunits2.h>
-#endif
 
 namespace bench {
 namespace {

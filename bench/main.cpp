@@ -9,6 +9,7 @@
 #include "comparison.h"
 
 namespace bench {
+void addEntryComparisons();
 void addEnumBoxComparisons();
 void addFactoryComparisons();
 void addLineEditComparisons();
@@ -37,5 +38,6 @@ int main(int argc, char** argv)
     bench::addFactoryComparisons();
     bench::addPropertyPageComparisons();
     bench::addUnitComparisons();
+    bench::addEntryComparisons();
     return bench::run(argc > 1 ? argv[1] : "") ? EXIT_SUCCESS : EXIT_FAILURE;
 }

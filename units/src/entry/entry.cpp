@@ -99,12 +99,6 @@ public:
     using detail::EntryField::EntryField;
 };
 
-NumberSigns number_signs(const std::locale& locale)
-{
-    const auto& punctuation = std::use_facet<std::numpunct<wchar_t>>(locale);
-    return {punctuation.decimal_point(), punctuation.thousands_sep()};
-}
-
 EntryReader::EntryReader()
     : m_field(std::make_shared<const Field>())
 {}

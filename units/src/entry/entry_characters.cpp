@@ -61,7 +61,7 @@ wchar_t plain_character(wchar_t character)
 {
     if (character >= first_wide && character <= last_wide)
         character = static_cast<wchar_t>(character - first_wide + first_ascii);
-    if (character > L' ' && character < first_after_ascii && character != L'`')
+    if (character >= L' ' && character < first_after_ascii && character != L'`')
         return character;
     for (const Replacement& replacement : replacements) {
         if (replacement.characters.find(character) != std::wstring_view::npos)
@@ -79,6 +79,8 @@ EntryCharacters plain_characters(std::wstring_view text)
 
 int superscript_digit(wchar_t character)
 {
+    if (character < first_after_ascii)
+        return -1;
     const std::size_t digit = superscripts.find(character);
     return digit != std::wstring_view::npos ? static_cast<int>(digit) : -1;
 }

@@ -2,7 +2,8 @@
 
 #include "entry/entry_field_p.h"
 
-#include <vrn/units/entry.h>
+#include <vrn/units/entry_reason.h>
+#include <vrn/units/number_signs.h>
 
 namespace vrn::units::detail {
 

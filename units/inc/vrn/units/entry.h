@@ -1,9 +1,9 @@
 #pragma once
 
 #include <vrn/units/context.h>
+#include <vrn/units/entry_reason.h>
+#include <vrn/units/number_signs.h>
 
-#include <cstddef>
-#include <locale>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -27,69 +27,12 @@
 namespace vrn::units {
 inline namespace v1 {
 
-/// How a language writes numbers.
-struct NumberSigns
-{
-    /// The decimal sign. The point is one in any case.
-    wchar_t decimal = L'.';
-    /// Stands between groups of three digits. Blanks and apostrophes do so in any case.
-    wchar_t group = L',';
-};
-
-/// The signs of a locale.
-VRN_UNITS_EXPORT NumberSigns number_signs(const std::locale& locale);
-
 enum class EntryState
 {
     Complete, ///< It is a quantity.
     Unfinished, ///< It is not one yet, but more at its end may make it one.
     Refused
 };
-
-/// Why a text is not a quantity. The values of EntryReason that the sentence needs are
-/// named with each.
-enum class EntryProblem
-{
-    None,
-    NothingThere,
-    TooLong,
-    TooDeep, ///< Too many brackets inside one another.
-    StrangeCharacter, ///< `word`
-    NumberMissing, ///< There should be a number at the place.
-    NumberUnfinished, ///< `word`
-    NumberMalformed, ///< `word`
-    NumberTooLarge, ///< This may also be what a sum comes to.
-    BlankBetweenDigits, ///< `word`
-    CommaNotDecimal, ///< `word`; `suggestions` has the number with a point.
-    TwoReadings, ///< `word`; `suggestions` has both.
-    SignMissing, ///< Between two quantities, of which the second begins at the place.
-    UnitMissing, ///< `word`, `units`
-    UnitUnfinished, ///< `word`; `suggestions` has the units that begin so.
-    UnitUnknown, ///< `word`, `wanted`, `units`; `suggestions` has similar units, best first.
-    UnitOfAnotherKind, ///< `word`, `kind_of_word`, `wanted`, `units`
-    UnitsOfTwoKinds, ///< `word`, `kind_of_word`, `wanted`: the kind before the word.
-    UnitsMultiplied, ///< `word`, `wanted`: the kinds of both.
-    UnitsDivided, ///< As with UnitsMultiplied.
-    DivisionByZero,
-    BracketNotClosed, ///< The place is that of the bracket.
-    BracketNotOpened
-};
-
-/// A problem as data, for a sentence in any language. Texts are as the user wrote them, and
-/// units as Context::parse() reads them.
-struct EntryReason
-{
-    EntryProblem problem = EntryProblem::None;
-    std::size_t place = 0; ///< In characters from 0; at most the length of the text.
-    std::wstring word; ///< What stands there.
-    const char* kind_of_word = ""; ///< What `word` measures, in English: "a force".
-    const char* wanted = ""; ///< What is wanted, in English: "a length".
-    std::vector<std::wstring> units; ///< Those of the kind that are usual; the shown one first.
-    std::vector<std::wstring> suggestions; ///< At most three, but all of UnitUnfinished.
-};
-
-/// The reason as a sentence in English, without a capital letter and a full stop.
-VRN_UNITS_EXPORT std::wstring sentence(const EntryReason& reason);
 
 /// What a text was read as.
 struct Entry

@@ -1,4 +1,4 @@
-#include <vrn/units/entry.h>
+#include <vrn/units/entry_reason.h>
 
 #include <string>
 
