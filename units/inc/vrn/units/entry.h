@@ -12,18 +12,20 @@
 /// Reads quantities as engineers write them: all of a text counts, and a text that would
 /// have to be guessed is refused with the reason. Context::parse() reads the longest
 /// beginning that makes sense. What is read and what is refused is listed in
-/// docs/entry.md. The grammar, in which blanks may stand between any two symbols:
-///
-///     sum      = product { ("+" | "-") product }
-///     product  = factor { ("*" | "/") factor }
-///     factor   = [ "+" | "-" ] ( quantity | "(" sum ")" [ unit ] )
-///     quantity = number [ unit ] | number foot [ "-" ] number [ inch ]
-///     number   = whole [ fraction ] | decimal [ exponent ] | fraction
-///     fraction = digits "/" digits, or one character such as "½"
-///     exponent = ("e" | "E") digits | "*" power; a power such as "10^3" is a number, too
-///
-/// A number and its unit bind first, then feet and inches, then the sign. A unit is one of
-/// the kind, in any spelling of units/src/entry/unit_spellings.cpp.
+/// docs/entry.md.
+//
+// The grammar, in which blanks may stand between any two symbols:
+//
+//     sum      = product { ("+" | "-") product }
+//     product  = factor { ("*" | "/") factor }
+//     factor   = [ "+" | "-" ] ( quantity | "(" sum ")" [ unit ] )
+//     quantity = number [ unit ] | number foot [ "-" ] number [ inch ]
+//     number   = whole [ fraction ] | decimal [ exponent ] | fraction
+//     fraction = digits "/" digits, or one character such as "½"
+//     exponent = ("e" | "E") digits | "*" power; a power such as "10^3" is a number, too
+//
+// A number and its unit bind first, then feet and inches, then the sign. A unit is one of
+// the kind, in any spelling of units/src/entry/unit_spellings.cpp.
 namespace vrn::units {
 inline namespace v1 {
 
@@ -55,7 +57,8 @@ struct Entry
 ///     const EntryReader reader(Context(), UnitId::GEO_LENGTH);
 ///     const Entry entry = reader.read(L"3 m + 20 cm");
 ///     // entry.quantity.value is 3.2, and entry.text is L"3.2 m"
-///     reader.read(L"12 kN").reason.problem; // EntryProblem::UnitOfAnotherKind
+///     const Entry other = reader.read(L"12 kN");
+///     // other.reason.problem is EntryProblem::UnitOfAnotherKind
 ///
 /// To make one takes longer than to read a text. It keeps what it needs of the context, so
 /// it does not see later changes of that. Copies share it. Any thread may read.
