@@ -107,6 +107,10 @@ EntryReader::EntryReader(const Context& context, UnitId::UnitId kind)
     : m_field(std::make_shared<const Field>(context, kind))
 {}
 
+EntryReader::~EntryReader() = default;
+EntryReader::EntryReader(const EntryReader& other) = default;
+EntryReader& EntryReader::operator=(const EntryReader& other) = default;
+
 Entry EntryReader::read(std::wstring_view text, NumberSigns signs) const
 {
     if (const auto plain = read_plain(*m_field, text)) {

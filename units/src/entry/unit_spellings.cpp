@@ -15,36 +15,33 @@ struct Spellings
 // Powers and "s" for "sec" need no line: "m²", "m^2" and "m2" have the same key.
 //
 // The sources: SI is the SI brochure with ISO 80000-1 (unit names, products with a dot or
-// a blank, brackets below the line); 80000 is ISO 80000-3 to -5; JIS is the squared letters
-// of JIS X 0213; US is US customary usage; AISC is the usage of its manual of steel
-// construction; DE is usage in Germany and Switzerland; CAT is the catalogue itself, with
-// product signs between the parts of a symbol.
+// a blank, brackets below the line); 80000 is ISO 80000-3 to -5; US is US customary usage;
+// AISC is the usage of its manual of steel construction; DE is usage in Germany and Switzerland;
+// CAT is the catalogue itself, with product signs between the parts of a symbol.
 //
 // clang-format off
 constexpr Spellings table[] = {
     // Lengths
-    {"km", L"kilometre kilometres kilometer kilometers \u339e"}, // SI, US, JIS
+    {"km", L"kilometre kilometres kilometer kilometers"}, // SI, US
     {"m", L"metre metres meter meters"}, // SI, US
     {"dm", L"decimetre decimetres decimeter decimeters"}, // SI, US
-    {"cm", L"centimetre centimetres centimeter centimeters \u339d"}, // SI, US, JIS
-    {"mm", L"millimetre millimetres millimeter millimeters \u339c"}, // SI, US, JIS
+    {"cm", L"centimetre centimetres centimeter centimeters"}, // SI, US
+    {"mm", L"millimetre millimetres millimeter millimeters"}, // SI, US
     {"mi", L"mile miles"}, // US
     {"yd", L"yds yard yards"}, // US
     {"ft", L"foot feet"}, // US
     {"in", L"inch inches"}, // US
     // Areas
-    {"km2", L"\u33a2 sq*km"}, // JIS, US
-    {"m2", L"\u33a1 sq*m sqm qm"}, // JIS, US, DE
-    {"cm2", L"\u33a0 sq*cm sqcm qcm"}, // JIS, US, DE
-    {"mm2", L"\u339f sq*mm sqmm qmm"}, // JIS, US, DE
+    {"km2", L"sq*km"}, // US
+    {"m2", L"sq*m sqm qm"}, // US, DE
+    {"cm2", L"sq*cm sqcm qcm"}, // US, DE
+    {"mm2", L"sq*mm sqmm qmm"}, // US, DE
     {"yd2", L"sq*yd sqyd sy"}, // US
     {"ft2", L"sq*ft sqft sf"}, // US, AISC
     {"in2", L"sq*in sqin"}, // US, AISC
     // Volumes
-    {"km3", L"\u33a6"}, // JIS
-    {"m3", L"\u33a5 cu*m cbm"}, // JIS, US, DE
-    {"cm3", L"\u33a4 cc ccm"}, // JIS, US, DE
-    {"mm3", L"\u33a3"}, // JIS
+    {"m3", L"cu*m cbm"}, // US, DE
+    {"cm3", L"cc ccm"}, // US, DE
     {"l", L"L litre litres liter liters"}, // SI, US
     {"yd3", L"cu*yd cuyd cy"}, // US
     {"ft3", L"cu*ft cuft cf"}, // US
@@ -55,7 +52,7 @@ constexpr Spellings table[] = {
     {"1/mile", L"/mi"}, // US
     // Masses
     {"g", L"gram grams gramme grammes"}, // SI, US
-    {"kg", L"kilogram kilograms \u338f"}, // SI, JIS
+    {"kg", L"kilogram kilograms"}, // SI
     {"t", L"to tonne tonnes"}, // DE, SI
     {"ton", L"tons short*ton short*tons"}, // US
     {"Oz", L"oz ounce ounces"}, // US
@@ -81,8 +78,6 @@ constexpr Spellings table[] = {
     {"lb/ft", L"lbs/ft lbf/ft plf lb/lf"}, // US
     {"kip/ft", L"kips/ft k/ft klf k/lf"}, // AISC
     // Pressures and stresses
-    {"kPa", L"\u33aa"}, // JIS
-    {"MPa", L"\u33ab"}, // JIS
     {"psi", L"lb/in2 lbs/in2 lbf/in2 lb/sq*in"}, // US
     {"ksi", L"kip/in2 kips/in2 k/in2 k/sq*in"}, // AISC
     {"psf", L"lb/ft2 lbs/ft2 lbf/ft2 lb/sq*ft lb/sf"}, // US
@@ -191,8 +186,8 @@ constexpr Spellings table[] = {
     {"k-sec/ft", L"kip*sec/ft kips*sec/ft"}, // AISC
     {"k-in-sec", L"kip*in*sec kips*in*sec"}, // AISC
     // Temperatures
-    {"\u00b0C", L"C degC deg*C \u00b0*C \u2103 celsius"}, // SI, JIS
-    {"\u00b0F", L"F degF deg*F \u00b0*F \u2109 fahrenheit"}, // US, JIS
+    {"\u00b0C", L"C degC deg*C \u00b0*C celsius"}, // SI
+    {"\u00b0F", L"F degF deg*F \u00b0*F fahrenheit"}, // US
     {"K", L"kelvin kelvins"}, // SI
     {"1/K", L"/\u00b0C /C /degC"}, // SI: a difference of 1 K is one of 1 °C
     {"1/\u00b0F", L"/F /degF"}, // US
@@ -212,6 +207,48 @@ constexpr Spellings table[] = {
     {"kJ/K/m3", L"kJ/(m3*K) kJ/(m3K) kJ/m3/K kJ/m3K kJ/(K*m3)"}, // SI
 };
 // clang-format on
+
+/// Units in one character, of which JIS X 0213 has most.
+struct SquaredUnit
+{
+    wchar_t character;
+    const wchar_t* letters;
+};
+
+constexpr SquaredUnit squared_units[] = {
+    {L'\u2103', L"\u00b0C"},
+    {L'\u2109', L"\u00b0F"},
+    {L'\u2113', L"l"},
+    {L'\u338f', L"kg"},
+    {L'\u339c', L"mm"},
+    {L'\u339d', L"cm"},
+    {L'\u339e', L"km"},
+    {L'\u339f', L"mm2"},
+    {L'\u33a0', L"cm2"},
+    {L'\u33a1', L"m2"},
+    {L'\u33a2', L"km2"},
+    {L'\u33a3', L"mm3"},
+    {L'\u33a4', L"cm3"},
+    {L'\u33a5', L"m3"},
+    {L'\u33a6', L"km3"},
+    {L'\u33a9', L"Pa"},
+    {L'\u33aa', L"kPa"},
+    {L'\u33ab', L"MPa"},
+    {L'\u33be', L"kW"},
+    {L'\u33bf', L"MW"},
+};
+
+/// What the character stands for; empty if it is itself.
+std::wstring_view letters_of(wchar_t character)
+{
+    if (character < squared_units[0].character)
+        return {};
+    for (const SquaredUnit& each : squared_units) {
+        if (each.character == character)
+            return each.letters;
+    }
+    return {};
+}
 
 using Keys = std::unordered_map<std::string, std::vector<std::wstring>>;
 
@@ -300,8 +337,12 @@ void UnitKeys::read_word()
 {
     do {
         const std::size_t begin = m_place;
-        while (is_letter(at(m_place)))
-            m_key.push_back(m_text[m_place++]);
+        for (; is_letter(at(m_place)); ++m_place) {
+            const std::wstring_view letters = letters_of(m_text[m_place]);
+            if (letters.empty())
+                m_key.push_back(m_text[m_place]);
+            m_key.insert(m_key.end(), letters.begin(), letters.end());
+        }
         if (m_place == begin + 1 && (m_text[begin] == L's' || m_text[begin] == L'S'))
             m_key.insert(m_key.end(), {L'e', L'c'});
         // A point ends an abbreviation, but before a word it is a product sign.

@@ -72,6 +72,11 @@ public:
     /// A field of `kind`, a unit set or a unit. Throws what Context::parse() throws for an
     /// id that is not known.
     EntryReader(const Context& context, UnitId::UnitId kind);
+    ~EntryReader();
+
+    // These serve moves as well, so that no reader is ever without its field.
+    EntryReader(const EntryReader& other);
+    EntryReader& operator=(const EntryReader& other);
 
     Entry read(std::wstring_view text, NumberSigns signs = {}) const;
 
