@@ -12,7 +12,8 @@
 #include <cstdio>
 #include <cstdlib>
 #include <locale>
-#include <memory>
+#include <map>
+#include <utility>
 #include <vector>
 
 using namespace vrn::units;
@@ -30,27 +31,32 @@ struct Field
     EntryReader reader;
 };
 
-/// Every unit and kind in one of the systems; those of most use come first.
-const Field& fieldOf(std::uint8_t system, std::uint8_t choice)
+/// The kinds, those of most use first.
+const std::vector<UnitId::UnitId>& kinds()
 {
-    static const std::vector<Field> fields = [] {
-        std::vector<UnitId::UnitId> kinds = {UnitId::GEO_LENGTH, UnitId::LOAD_POINT,
+    static const std::vector<UnitId::UnitId> all = [] {
+        std::vector<UnitId::UnitId> found = {UnitId::GEO_LENGTH, UnitId::LOAD_POINT,
             UnitId::LOAD_LINE, UnitId::LOAD_AREA, UnitId::LOAD_MOMENT, UnitId::GEO_CURVATURE,
             UnitId::REINF_AREA_G, UnitId::GEO_AREA, UnitId::REINF_CRACKW, UnitId::METRE,
             UnitId::MAT_ELSUP_M3};
         for (const UnitSetRow& row : list_unit_sets())
-            kinds.push_back(static_cast<UnitId::UnitId>(row.id));
-        std::vector<Field> made;
-        for (const UnitId::UnitId kind : kinds) {
-            for (std::int32_t i = 0; i < systems; ++i) {
-                const Context context(i);
-                made.push_back({kind, context, EntryReader(context, kind)});
-            }
-        }
-        return made;
+            found.push_back(static_cast<UnitId::UnitId>(row.id));
+        return found;
     }();
-    const std::size_t place = static_cast<std::size_t>(choice) * systems + system % systems;
-    return fields[place % fields.size()];
+    return all;
+}
+
+/// It takes time to make one, so each is made once.
+const Field& fieldOf(std::int32_t system, std::size_t kind)
+{
+    static std::map<std::pair<std::int32_t, std::size_t>, Field> fields;
+    const std::pair key(system, kind);
+    const auto known = fields.find(key);
+    if (known != fields.end())
+        return known->second;
+    const Context context(system);
+    const UnitId::UnitId id = kinds()[kind];
+    return fields.emplace(key, Field{id, context, EntryReader(context, id)}).first->second;
 }
 
 void require(bool holds, const char* what, const std::wstring& text)
@@ -100,7 +106,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 {
     if (size < choices)
         return 0;
-    const Field& field = fieldOf(data[0] >> 4U, data[1]);
+    const Field& field = fieldOf((data[0] >> 4U) % systems, data[1] % kinds().size());
     const NumberSigns signs = (data[0] & 1U) != 0 ? NumberSigns{L',', L'.'} : NumberSigns();
     const char* const bytes = reinterpret_cast<const char*>(data);
     std::wstring text = boost::locale::conv::utf_to_utf<wchar_t>(bytes + choices, bytes + size);
