@@ -205,8 +205,8 @@ private Q_SLOTS:
         reads("a unit that does not exist", "5 furlong", UnitId::GEO_LENGTH);
 
         const auto enters = [&row](const char* name, const char* text, UnitId::UnitId id) {
+            const EntryReader reader(Context(), id);
             row(name, [=](const std::locale& locale) {
-                const EntryReader reader(Context(), id);
                 const std::wstring wide = QString::fromUtf8(text).toStdWString();
                 const Entry entry = reader.read(wide, number_signs(locale));
                 std::wstring answer = entry.text + sentence(entry.reason);
@@ -215,6 +215,9 @@ private Q_SLOTS:
                 return answer;
             });
         };
+        row("a reader of entries", [](const std::locale&) {
+            return EntryReader(Context(), UnitId::GEO_LENGTH).read(L"3 m + 20 cm").text;
+        });
         enters("a plain entry", "12.5 kN/m2", UnitId::LOAD_AREA);
         enters("an entry with many digits", "1234567890123456789012345678901234567890.5 m",
             UnitId::GEO_LENGTH);
