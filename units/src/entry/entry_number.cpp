@@ -161,7 +161,9 @@ private:
         // A fraction may stand between.
         if (find_fraction(m_text.at(place)) != nullptr)
             place = m_text.after_blanks(place + 1);
-        else if (const std::size_t denominator = denominator_after(m_text.after_digits(place)))
+        const std::size_t slash = m_text.after_digits(place);
+        const std::size_t denominator = slash > place ? denominator_after(slash) : 0;
+        if (denominator > 0)
             place = m_text.after_blanks(m_text.after_digits(denominator));
         const UnitKeys keys(m_text.plain(), place);
         if (keys.ends().empty())
