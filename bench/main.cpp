@@ -11,6 +11,7 @@
 namespace bench {
 void addDelegateComparisons();
 void addEditor2dComparisons();
+void addEntryComparisons();
 void addEnumBoxComparisons();
 void addFactoryComparisons();
 void addLineEditComparisons();
@@ -43,5 +44,6 @@ int main(int argc, char** argv)
     bench::addTableViewComparisons();
     bench::addUnitComparisons();
     bench::addEditor2dComparisons();
+    bench::addEntryComparisons();
     return bench::run(argc > 1 ? argv[1] : "") ? EXIT_SUCCESS : EXIT_FAILURE;
 }

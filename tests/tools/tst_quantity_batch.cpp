@@ -53,6 +53,17 @@ private Q_SLOTS:
         row("show a refused text", "show\tGEO_LENGTH\t5 mmm", "none");
         row("show a text beyond ASCII", "show\t5\t12 °", "ok\t12.00 °");
 
+        row("entry", "entry\tGEO_LENGTH\t5' 6\"", "ok\t1001\t1.6764000000000001");
+        row("entry for a unit", "entry\t16\t1 m + 1 cm", "ok\t16\t1010");
+        row("entry of a text beyond ASCII", "entry\tGEO_AREA\t3 m²", "ok\t1002\t3");
+        row("entry of a refused text", "entry\tGEO_LENGTH\t12 kN",
+            "none\t3\tkN is a force; a length is wanted: m, cm, mm, ft, in");
+        row("entry of a text that is not finished", "entry\tLOAD_POINT\t12 k",
+            "none\t3\t… kN, kip");
+        row("entry of a refused text with a backslash", "entry\t1001\t1 \\\\",
+            "none\t2\t\"\\\\\" does not belong here");
+        row("entry for an unknown id", "entry\t5000\t1 m", "error\tInvalid unit id.");
+
         row("an escaped tab is a blank", "parse\t1001\t1\\tm", "ok\t1001\t1");
         row("an escaped null character is none", "parse\t1001\t1\\0m", "none");
         row("an escaped backslash is none", "parse\t1001\t1\\\\m", "none");

@@ -44,6 +44,9 @@ private Q_SLOTS:
         row("parse a name that is not an identifier", {"parse", "TIME/FREQU.", "1 min"}, "1291\t60");
         row("parse in a system", {"parse", "GEO_LENGTH", "12", "--system", "6"}, "1001\t0.012");
 
+        row("an entry", {"entry", "GEO_LENGTH", "3 m + 20 cm"}, "1001\t3.2000000000000002");
+        row("an entry in a system", {"entry", "GEO_LENGTH", "12,5", "--system", "6", "--locale", "de_DE"}, "1001\t0.012500000000000001");
+
         row("format", {"format", "GEO_LENGTH", "1.5"}, "1.500 m");
         row("format in a system", {"format", "GEO_LENGTH", "0.3048", "--system", "8"}, "1.00 ft");
         row("the system before the command", {"--system", "8", "format", "1001", "0.3048"}, "1.00 ft");

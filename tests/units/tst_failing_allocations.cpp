@@ -141,6 +141,7 @@ bool usesEverything()
     const auto weight = context.parse(L"2 kN/m3", UnitId::NOM_WEIGHT, classic);
     const auto pressure = context.parse(L"1 1/2 kN/m2", UnitId::LOAD_AREA, classic);
     return context.format(*length, classic) == L"1.50 ft" && weight->value == 2.0
+        && read_entry(L"3 mn", context, UnitId::GEO_LENGTH).reason.suggestions.size() == 3
         && pressure->value == 1.5 && context.unit_provider().get_all_ids().size() == 534;
 }
 
@@ -202,6 +203,30 @@ private Q_SLOTS:
             "1 aaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaa",
             UnitId::GEO_LENGTH);
         reads("a unit that does not exist", "5 furlong", UnitId::GEO_LENGTH);
+
+        const auto enters = [&row](const char* name, const char* text, UnitId::UnitId id) {
+            const EntryReader reader(Context(), id);
+            row(name, [=](const std::locale& locale) {
+                const std::wstring wide = QString::fromUtf8(text).toStdWString();
+                const Entry entry = reader.read(wide, number_signs(locale));
+                std::wstring answer = entry.text + sentence(entry.reason);
+                for (const std::wstring& each : reader.completions(wide))
+                    answer += each;
+                return answer;
+            });
+        };
+        row("a reader of entries", [](const std::locale&) {
+            return EntryReader(Context(), UnitId::GEO_LENGTH).read(L"3 m + 20 cm").text;
+        });
+        enters("a plain entry", "12.5 kN/m2", UnitId::LOAD_AREA);
+        enters("an entry with many digits", "1234567890123456789012345678901234567890.5 m",
+            UnitId::GEO_LENGTH);
+        enters("a sum", "3 m + 2 × (5' 6\") / 4", UnitId::GEO_LENGTH);
+        enters("deep brackets", "(((((1 m)))))", UnitId::GEO_LENGTH);
+        enters("an entry with two readings", "6 kN/2 m", UnitId::LOAD_POINT);
+        enters("a unit of another kind", "12 kN", UnitId::GEO_LENGTH);
+        enters("a slip", "12 mn", UnitId::GEO_LENGTH);
+        enters("an unfinished entry", "12 k", UnitId::LOAD_POINT);
 
         writes("fixed", 1234567.5, 13, 3, 0);
         writes("fixed with very many digits", 1e300, 13, 500, 0);

@@ -41,6 +41,17 @@ std::string answer_parse(const Translator& translator, const Request& request)
     return "ok\t" + std::to_string(quantity->unit_id) + '\t' + exact_text(quantity->value);
 }
 
+std::string answer_entry(const Translator& translator, const Request& request)
+{
+    const units::Entry entry = translator.entry(unescape(request.text), request.kind);
+    if (entry.state != units::EntryState::Complete) {
+        return std::string(refusal) + '\t' + std::to_string(entry.reason.place) + '\t'
+            + escape(Translator::sentence(entry.reason));
+    }
+    return "ok\t" + std::to_string(entry.quantity.unit_id) + '\t'
+        + exact_text(entry.quantity.value);
+}
+
 std::string answer_format(const Translator& translator, const Request& request)
 {
     const auto value = read_double(request.text);
@@ -66,6 +77,8 @@ try {
         return answer_format(translator, request);
     if (request.command == "show")
         return answer_show(translator, request);
+    if (request.command == "entry")
+        return answer_entry(translator, request);
     throw UsageError("there is no command \"" + std::string(request.command) + '"');
 } catch (const std::exception& error) {
     return "error\t" + escape(error.what());

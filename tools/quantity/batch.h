@@ -13,9 +13,11 @@ class Translator;
 ///     parse<TAB>KIND<TAB>TEXT      ok<TAB>unit id<TAB>value
 ///     format<TAB>KIND<TAB>VALUE    ok<TAB>text
 ///     show<TAB>KIND<TAB>TEXT       ok<TAB>text
+///     entry<TAB>KIND<TAB>TEXT      ok<TAB>unit id<TAB>value
 ///
-/// Texts are escaped; see escape.h. The answer to a text that is refused is "none". The
-/// answer to anything that throws, a malformed line included, is "error<TAB>message".
+/// Texts are escaped; see escape.h. The answer to a text that is refused is "none", and to
+/// an entry "none<TAB>place<TAB>reason", with the place in characters from 0. The answer to
+/// anything that throws, a malformed line included, is "error<TAB>message".
 std::string answer(const Translator& translator, std::string_view line);
 
 /// Answers each line of the file descriptor `input`. All answers are written before it

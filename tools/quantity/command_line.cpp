@@ -49,6 +49,7 @@ public:
         add_parse();
         add_format();
         add_show();
+        add_entry();
         add_list();
         add_batch();
     }
@@ -141,6 +142,24 @@ private:
             const auto shown = translator().show(m_text, find_kind(m_kind));
             return shown ? print(*shown) : refuse(m_text, "the kind " + m_kind);
         });
+        add_settings(app);
+        add_kind(app);
+        add_text(app);
+    }
+
+    void add_entry()
+    {
+        auto& app = add_command(
+            "entry", "Print the id and the value of a quantity as engineers write it", [this] {
+                const auto entry = translator().entry(m_text, find_kind(m_kind));
+                if (entry.state == units::EntryState::Complete) {
+                    return print(std::to_string(entry.quantity.unit_id) + '\t'
+                        + exact_text(entry.quantity.value));
+                }
+                complain('"' + m_text + "\", character " + std::to_string(entry.reason.place) + ": "
+                    + Translator::sentence(entry.reason));
+                return static_cast<int>(ExitRefused);
+            });
         add_settings(app);
         add_kind(app);
         add_text(app);

@@ -57,6 +57,16 @@ std::optional<Translator::Quantity> Translator::parse(const std::string& text, U
     return *quantity;
 }
 
+units::Entry Translator::entry(const std::string& text, UnitId kind) const
+{
+    return units::read_entry(to_wide(text), m_context, kind, units::number_signs(m_locale));
+}
+
+std::string Translator::sentence(const units::EntryReason& reason)
+{
+    return to_utf8(units::sentence(reason));
+}
+
 std::string Translator::format(Quantity quantity) const
 {
     return to_utf8(m_context.format(quantity, m_locale));

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <vrn/units/context.h>
+#include <vrn/units/entry.h>
 
 #include <locale>
 #include <optional>
@@ -22,6 +22,8 @@ public:
     Translator(units::Context context, const std::locale& locale);
 
     std::optional<Quantity> parse(const std::string& text, UnitId kind) const;
+    /// Reads the text as an entry, which says why it is refused.
+    units::Entry entry(const std::string& text, UnitId kind) const;
     std::string format(Quantity quantity) const;
     /// Reads the text and writes it in the display unit.
     std::optional<std::string> show(const std::string& text, UnitId kind) const;
@@ -32,6 +34,8 @@ public:
     /// such as the "W" beside "kW" and the "W" beside "MW".
     std::optional<std::string> convert(
         const std::string& text, const std::vector<UnitId>& units) const;
+
+    static std::string sentence(const units::EntryReason& reason);
 
 private:
     std::optional<Quantity> parse_by_kind(const std::string& text, UnitId kind, UnitId unit) const;

@@ -82,7 +82,7 @@ def fragments_source(fragments):
         functions.append(
             f'\nstruct Example{number} final : Form\n{{\n    void run() override\n    {{\n'
             f'#line {fragment.line} "{fragment.path}"\n{body}    }}\n}};\n'
-            f'static const Entry<Example{number}> entry{number}("{fragment.place()}");\n')
+            f'static const ExampleEntry<Example{number}> entry{number}("{fragment.place()}");\n')
     return '#include "form.h"\n' + "".join(sorted(includes)) + "".join(functions)
 
 

@@ -103,9 +103,9 @@ struct Example
 std::vector<Example>& examples();
 
 template <typename Function>
-struct Entry
+struct ExampleEntry
 {
-    explicit Entry(const char* place)
+    explicit ExampleEntry(const char* place)
     {
         examples().push_back(
             {place, []() -> std::unique_ptr<Form> { return std::make_unique<Function>(); }});

@@ -9,4 +9,5 @@
 
 #include <vrn/units/catalogue.h>
 #include <vrn/units/context.h>
+#include <vrn/units/entry.h>
 #include <vrn/units/unknown_unit.h>
