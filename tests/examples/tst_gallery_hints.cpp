@@ -105,7 +105,7 @@ private Q_SLOTS:
         columns<QString, QString>("property", "text");
         row("a colour with a letter", "Colour", "#11223F");
         row("a colour with a digit too many", "Colour", "#1122334");
-        row("a camber that is no number", "Camber", "perhaps");
+        row("a camber that is not a number", "Camber", "perhaps");
         row("a span in a unit of another kind", "Span", "3 kN");
     }
 

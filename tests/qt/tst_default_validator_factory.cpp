@@ -252,7 +252,7 @@ private Q_SLOTS:
         const QString longText(100000, 'x');
         row("a text without a limit", kind<std::string>(), HintList(), longText,
             "std::string \"" + longText + "\" as \"" + longText + "\"");
-        row("a negative length is no limit", kind<std::string>(), HintList{{"max_length", -1}},
+        row("a negative length does not limit", kind<std::string>(), HintList{{"max_length", -1}},
             "abcdef", "std::string \"abcdef\" as \"abcdef\"");
         row("a number within its range", kind<double>(), decimals, "1.5", "double 1.5 as \"1.5\"");
         row("a number below it", kind<double>(), decimals, "-1", "double 1 as \"1.0\"");

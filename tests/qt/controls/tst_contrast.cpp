@@ -61,7 +61,7 @@ QPalette darkPalette()
     return palette;
 }
 
-// A window with one control, which has not the focus, so that there is no cursor in it.
+// A window with one control, which does not have the focus, so that it shows no cursor.
 struct Screen : Form
 {
     MultiEditLineEdit* addField(unsigned int options = 0)

@@ -30,8 +30,8 @@ void addKeys()
     key("Backspace with Ctrl clears", Qt::Key_Backspace, ctrl, "clear");
     key("Backspace with Shift clears", Qt::Key_Backspace, shift, "clear");
     key("Backspace with Alt clears", Qt::Key_Backspace, Qt::AltModifier, "clear");
-    row("a released Backspace is no command", int(QEvent::KeyRelease), int(Qt::Key_Backspace), none,
-        "nothing");
+    row("a released Backspace is not a command", int(QEvent::KeyRelease), int(Qt::Key_Backspace),
+        none, "nothing");
     row("a Delete that is released is one", int(QEvent::KeyRelease), int(Qt::Key_Delete), none,
         "clear");
     key("Ctrl+X cuts", Qt::Key_X, ctrl, "cut");
@@ -40,10 +40,10 @@ void addKeys()
     key("Ctrl+Insert copies", Qt::Key_Insert, ctrl, "copy");
     key("Ctrl+V pastes", Qt::Key_V, ctrl, "paste");
     key("Shift+Insert pastes", Qt::Key_Insert, shift, "paste");
-    key("Ctrl+Delete is no command", Qt::Key_Delete, ctrl, "nothing");
-    key("X alone is no command", Qt::Key_X, none, "nothing");
-    key("Insert alone is no command", Qt::Key_Insert, none, "nothing");
-    key("Escape is no command", Qt::Key_Escape, none, "nothing");
+    key("Ctrl+Delete is not a command", Qt::Key_Delete, ctrl, "nothing");
+    key("X alone is not a command", Qt::Key_X, none, "nothing");
+    key("Insert alone is not a command", Qt::Key_Insert, none, "nothing");
+    key("Escape is not a command", Qt::Key_Escape, none, "nothing");
 }
 
 void sendKey(CppDbTableViewBase& view)

@@ -81,7 +81,7 @@ private Q_SLOTS:
         QCOMPARE(table.model.writes, QStringList());
     }
 
-    // What is no text in UTF-16 has no place in UTF-8.
+    // What is not a text in UTF-16 has no place in UTF-8.
     void halfACharacterIsLeftOutOfABlock()
     {
         Table table("t", "'' | 'b'");

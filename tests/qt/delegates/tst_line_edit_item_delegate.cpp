@@ -123,7 +123,7 @@ struct Cell
     std::unique_ptr<LineEditItemDelegate> delegate;
 };
 
-// Of an object that is no widget.
+// Of an object that is not a widget.
 class Source : public QObject
 {
     Q_OBJECT

@@ -97,7 +97,7 @@ private Q_SLOTS:
         row("no number below", noNumber, 1.0, 1.0, Ticks{});
         row("no number above", 1.0, noNumber, 1.0, Ticks{});
         row("an infinite step", -1.0, 1.0, inf, Ticks{});
-        row("a step that is no number", -1.0, 1.0, noNumber, Ticks{});
+        row("a step that is not a number", -1.0, 1.0, noNumber, Ticks{});
         row("a step of zero", -1.0, 1.0, 0.0, Ticks{});
     }
     void majorTicksAreMultiplesOfTheStep()

@@ -344,7 +344,7 @@ void makeToolbar(Scene& s)
     toolbar->addWidget(new QLineEdit);
 }
 
-// A MultiEditValue is no object; its owner is.
+// A MultiEditValue is not a QObject; its owner is.
 class ValueOwner
     : public QObject
     , public MultiEditValue

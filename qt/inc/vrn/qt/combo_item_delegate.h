@@ -71,7 +71,7 @@ public:
     /// Null without a function to compare values, which is reported.
     QWidget* createEditor(QWidget* parent, const QStyleOptionViewItem& option,
         const QModelIndex& index) const override;
-    /// An editor that is no MultiEditEnumBox is reported, and nothing happens.
+    /// An editor that is not a MultiEditEnumBox is reported, and nothing happens.
     void setEditorData(QWidget* editor, const QModelIndex& index) const override;
     void setModelData(
         QWidget* editor, QAbstractItemModel* model, const QModelIndex& index) const override;

@@ -65,8 +65,8 @@ namespace vrn::qt::detail {
 ///
 /// All indexes and numbers are those of the view's model, which may be a proxy. A block that
 /// is pasted on one cell goes to the model of the constructor, so give both the same one. Cells
-/// stay the same if the write of one of them sorts the rows anew. Cells that are removed
-/// by then are skipped, and after a reset of the model all of them.
+/// stay the same if the write of one of them sorts the rows anew. Cells that have been removed
+/// meanwhile are skipped, and after a reset of the model all of them.
 ///
 /// `delete` and `deleteLater` of the control, its parent or its window are safe in any
 /// slot of its signals and in any function that it calls, also from a dialog there. The rest of

@@ -39,15 +39,15 @@ class Layer;
 /// The center is the view's own record of the scene point that it is kept on. It is not
 /// limited to the scene, but what the view shows is: at the edge of the scene they differ.
 ///
-/// The signals are fired synchronously, and carry the state that the view has by then. If a
-/// slot makes its own signal fire, and that a hundred times within each other, it is reported,
-/// and nothing more is fired until the first slot has returned.
+/// The signals are fired synchronously, and carry the state that the view then has. A slot that
+/// makes its own signal fire again is stopped after a hundred calls within each other: this is
+/// reported, and nothing more is fired until the first slot has returned.
 ///
 /// The setters of what is drawn ask for no repaint. The next repaint, or the next move of the
 /// mouse with cross hairs or cursor, shows what they have changed.
 ///
 /// A mouse move with cross hairs or cursor repaints only what is below them; the rest comes
-/// from a layer, a picture of background and scene that every full repaint leaves behind.
+/// from a layer, a picture of background and scene that every full repaint keeps.
 /// There is no layer
 /// - while a rubber band is up;
 /// - in another viewportUpdateMode() than FullViewportUpdate, with optimizationFlags(), and in

@@ -32,7 +32,7 @@ struct VRN_QT2_EXPORT GripItem : public EditorItem
     /// The diameter in pixels. It is set before the grip is in a scene, or by a derived class
     /// that calls prepareGeometryChange().
     double m_size = 8.0;
-    /// Drawn as large as under the mouse. Whoever changes it calls update().
+    /// Drawn as large as under the mouse. After a change, call update().
     bool m_emphasised = false;
 };
 
