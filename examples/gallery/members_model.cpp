@@ -175,7 +175,7 @@ void MembersModel::setUnitSystem(int system)
             ->setValidator(validator);
     }
     if (!m_members.empty())
-        Q_EMIT dataChanged(index(0, 0), index(rowCount() - 1, columns - 1));
+        Q_EMIT dataChanged(index(0, 0), index(rowCount() - 1, ColumnCount - 1));
 }
 
 void MembersModel::append(int firstColumn, const std::deque<boost::optional<boost::any>>& values)
@@ -207,7 +207,7 @@ int MembersModel::rowCount(const QModelIndex& parent) const
 
 int MembersModel::columnCount(const QModelIndex& parent) const
 {
-    return parent.isValid() ? 0 : columns;
+    return parent.isValid() ? 0 : ColumnCount;
 }
 
 QString MembersModel::text(const QModelIndex& index) const

@@ -34,7 +34,7 @@ public:
         Load,
         Active,
         Duplicate, ///< A button.
-        columns
+        ColumnCount
     };
 
     struct Member
@@ -75,7 +75,7 @@ private:
     QString text(const QModelIndex& index) const;
 
     std::vector<Member> m_members;
-    std::array<vrn::qt::IValidator::pointer, columns> m_validators;
+    std::array<vrn::qt::IValidator::pointer, ColumnCount> m_validators;
 };
 
 } // namespace gallery

@@ -65,7 +65,7 @@ MembersTable::MembersTable(MembersModel* model, QWidget* parent)
     });
 
     const int character = fontMetrics().averageCharWidth();
-    for (int column = 0; column < MembersModel::columns; ++column)
+    for (int column = 0; column < MembersModel::ColumnCount; ++column)
         setColumnWidth(column, character * (column == MembersModel::Name ? 24 : 15));
     verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 10);
 }

@@ -103,7 +103,7 @@ public:
         const QString name = actions().at(action);
         const int rows = m_model.rowCount();
         const int row = static_cast<int>(argument % unsigned(rows));
-        const int column = static_cast<int>((argument / 16U) % MembersModel::columns);
+        const int column = static_cast<int>((argument / 16U) % MembersModel::ColumnCount);
         if (name == "select")
             goTo(m_model.index(row, column));
         else if (name == "extend")
