@@ -11,9 +11,9 @@
 #include <QKeyEvent>
 #include <QMimeData>
 
+#include "common/steady_index_p.h"
 #include "controls/parts/alive_p.h"
 #include "controls/parts/no_flags_p.h"
-#include "cppdb_table/steady_index_p.h"
 
 #include <algorithm>
 #include <limits>

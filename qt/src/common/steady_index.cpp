@@ -1,4 +1,4 @@
-#include "cppdb_table/steady_index_p.h"
+#include "common/steady_index_p.h"
 
 #include <QAbstractProxyModel>
 
@@ -17,12 +17,19 @@ QModelIndex toSource(const QModelIndex& index)
     return toSource(source);
 }
 
+// In the highest of the models from `model` down that shows it.
 QModelIndex fromSource(const QAbstractItemModel* model, const QModelIndex& source)
 {
     if (source.model() == model)
         return source;
     const auto* const proxy = qobject_cast<const QAbstractProxyModel*>(model);
-    return proxy ? proxy->mapFromSource(fromSource(proxy->sourceModel(), source)) : QModelIndex();
+    if (!proxy)
+        return {};
+    const QModelIndex below = fromSource(proxy->sourceModel(), source);
+    if (!below.isValid() || below.model() != proxy->sourceModel())
+        return below;
+    const QModelIndex index = proxy->mapFromSource(below);
+    return index.isValid() ? index : below;
 }
 
 } // namespace
@@ -34,7 +41,16 @@ SteadyIndex::SteadyIndex(QAbstractItemModel* model, const QModelIndex& index)
 
 QModelIndex SteadyIndex::get() const
 {
-    return m_source.isValid() ? fromSource(m_model, m_source) : QModelIndex();
+    const QModelIndex index = fromSource(m_model, m_source);
+    return index.model() == m_model ? index : QModelIndex();
+}
+
+bool SteadyIndex::setData(const QVariant& value, int role) const
+{
+    const QModelIndex index = fromSource(m_model, m_source);
+    // An index is of a const model, but the application has given us a model to write to.
+    auto* const model = const_cast<QAbstractItemModel*>(index.model());
+    return model && model->setData(index, value, role);
 }
 
 } // namespace vrn::qt::detail

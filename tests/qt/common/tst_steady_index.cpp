@@ -1,13 +1,15 @@
-#include "cppdb_table/steady_index_p.h"
+#include "common/steady_index_p.h"
 
+#include <QAbstractItemModelTester>
 #include <QIdentityProxyModel>
 #include <QSortFilterProxyModel>
 
+#include "qt/cppdb_table/typed_model.h"
 #include "support/table.h"
 #include "support/test_main.h"
 #include "support/test_object.h"
-#include "table_fixture.h"
 
+#include <functional>
 #include <memory>
 
 using namespace vrn::test;
@@ -134,6 +136,34 @@ private Q_SLOTS:
         QCOMPARE(index.get().row(), row);
         if (row >= 0)
             QCOMPARE(index.get().model(), &proxies.above);
+    }
+
+    void itIsWrittenWhereItIsShown_data()
+    {
+        columns<Deed, QString, bool>("deed", "content", "isWritten");
+        const Deed nothing = [](Proxies&) {};
+        row("in the model above all", nothing, "'b' | 'c' | 'a'", true);
+        row("below a proxy that filters it out",
+            Deed([](Proxies& p) { p.above.setFilterFixedString("a"); }), "'b' | 'c' | 'a'", true);
+        row("below both", Deed([](Proxies& p) { p.below->setFilterFixedString("a"); }),
+            "'b' | 'c' | 'a'", true);
+        row("nowhere after it was removed", Deed([](Proxies& p) { p.model->remove(0); }),
+            "'c' | 'a'", false);
+        row("nowhere after a proxy has lost its source",
+            Deed([](Proxies& p) { p.above.setSourceModel(nullptr); }), "'b' | 'c' | 'a'", false);
+    }
+
+    void itIsWrittenWhereItIsShown()
+    {
+        QFETCH(Deed, deed);
+        QFETCH(QString, content);
+        QFETCH(bool, isWritten);
+        Proxies proxies;
+        const SteadyIndex index(&proxies.above, proxies.above.index(1, 0));
+        deed(proxies);
+        const QVariant value = TypedModel::cellOf("'d'");
+        QCOMPARE(index.setData(value, vrn::qt::EditRole), isWritten);
+        QCOMPARE(proxies.model->content(), isWritten ? content.replace("'b'", "'d'") : content);
     }
 
     void itEndsWithItsModel()

@@ -21,6 +21,10 @@ public:
     /// been reset or destroyed.
     QModelIndex get() const;
 
+    /// Writes to the cell, in the highest model that still shows it: a proxy may have filtered
+    /// it out. False if there is no such model, or if that refuses.
+    bool setData(const QVariant& value, int role) const;
+
     /// Null once it has been destroyed.
     QAbstractItemModel* model() const { return m_model.data(); }
 
