@@ -12,6 +12,7 @@
 #include <utility>
 
 namespace vrn::qt {
+
 ButtonItemDelegate::ButtonItemDelegate(
     boost::function<void(QAbstractItemModel*, const QModelIndex&)> editFn, QObject* parent)
     : QItemDelegate(parent)

@@ -1,14 +1,18 @@
 #include "cell_line_edit_p.h"
 
+#include <QPixmap>
+#include <QPointer>
+#include <QScopeGuard>
 #include <QSignalBlocker>
 
 #include "editor_tenure_p.h"
 
 namespace vrn::qt::detail {
 
-CellLineEdit::CellLineEdit(const QModelIndex& index, QWidget* parent)
+CellLineEdit::CellLineEdit(
+    const QModelIndex& index, QAbstractItemDelegate& delegate, QWidget* parent)
     : LineEditImpl(optionBorderless, parent)
-    , m_tenure(new EditorTenure(*this, index))
+    , m_tenure(new EditorTenure(*this, index, delegate))
 {}
 
 CellLineEdit::~CellLineEdit()
@@ -26,9 +30,28 @@ bool CellLineEdit::isLeft() const
     return m_isBeingDestroyed || m_tenure->isOver();
 }
 
+void CellLineEdit::addCallback(const boost::function<QString(const QString&)>& callback)
+{
+    addButton(
+        [this, callback](const QString& text) {
+            const auto fn = callback; // It may destroy the editor.
+            const QPointer<CellLineEdit> self(this);
+            m_isAsking = true;
+            const auto done = qScopeGuard([&self] {
+                if (!self)
+                    return;
+                self->m_isAsking = false;
+                if (!self->isLeft())
+                    self->setFocus();
+            });
+            return fn(text);
+        },
+        QPixmap());
+}
+
 bool CellLineEdit::event(QEvent* event)
 {
-    if (event->type() != QEvent::FocusOut || !isLeft())
+    if (event->type() != QEvent::FocusOut || !isSilent())
         return LineEditImpl::event(event);
     const QSignalBlocker blocker(this);
     return LineEditImpl::event(event);
@@ -40,24 +63,29 @@ bool CellLineEdit::eventFilter(QObject* watched, QEvent* event)
         return LineEditImpl::eventFilter(watched, event);
     switch (event->type()) {
     case QEvent::Show:
-    case QEvent::ShortcutOverride: // Comes before each key.
         // A view installs its delegate after an editor is made, and again after each commit.
         installEventFilter(this);
         return false;
+    case QEvent::ShortcutOverride: // Comes before each key.
+        installEventFilter(this);
+        return m_tenure->takeEvent(event);
     case QEvent::Hide: // Comes before the focus is lost.
         if (isLeft())
             installEventFilter(this);
         return false;
     case QEvent::FocusOut:
-        if (!isLeft())
+        if (!isSilent())
+            m_tenure->takeEvent(event);
+        if (!isSilent())
             return false;
+        tellPopups(event);
         this->event(event);
         return true;
     case QEvent::KeyPress:
         if (isLeft())
             return true;
         if (!isEnter(*event))
-            return false;
+            return m_tenure->takeEvent(event);
         this->event(event);
         event->accept();
         return true;

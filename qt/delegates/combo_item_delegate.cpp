@@ -12,9 +12,9 @@
 #include <QScopeGuard>
 #include <QTimer>
 
+#include "common/steady_index_p.h"
 #include "editor_tenure_p.h"
 
-#include <memory>
 #include <utility>
 
 namespace vrn::qt {
@@ -116,7 +116,7 @@ bool ComboItemDelegate::eventFilter(QObject* object, QEvent* event)
         || !object->property(onlyFocusOutProperty).toBool();
     QObject* told = isEditor ? editor : object;
 
-    if (const EditorTenure* tenure = EditorTenure::of(editor)) {
+    if (EditorTenure* tenure = EditorTenure::of(editor)) {
         // A view reports what it is told in the name of a widget that is not its editor: of a
         // part, or of an editor that it has let go of or that is being destroyed.
         if (tenure->isOver() || !qobject_cast<MultiEditEnumBox*>(editor))
@@ -130,6 +130,8 @@ bool ComboItemDelegate::eventFilter(QObject* object, QEvent* event)
             object->installEventFilter(this);
         if (isEditor && detail::isEnter(*event))
             return takeEnter(object, static_cast<QWidget*>(editor), event);
+        if (isEditor)
+            return tenure->takeEvent(event);
     }
     return QItemDelegate::eventFilter(told, event);
 }
@@ -172,29 +174,33 @@ QSize ComboItemDelegate::sizeHint(
 QWidget* ComboItemDelegate::createEditor(
     QWidget* parent, const QStyleOptionViewItem& /*option*/, const QModelIndex& index) const
 {
-    auto* box = MultiEditEnumBox::create(parent, QString(), m_anyEq);
+    auto* self = const_cast<ComboItemDelegate*>(this);
+    const QPointer<ComboItemDelegate> delegate(self);
+    const QPersistentModelIndex cell(index);
+    const QPointer<MultiEditEnumBox> box(MultiEditEnumBox::create(parent, QString(), m_anyEq));
     if (!box)
         return nullptr;
-    std::unique_ptr<QWidget> owner(box); // Until the callback has returned, which may throw.
+    // The callback may throw, and it may destroy the delegate or the box.
+    auto unmade = qScopeGuard([&box] { delete box; });
     if (m_validator)
         box->setEditable(true, m_validator);
     if (const auto fill = m_fill)
         fill(*box, index);
-    static_cast<void>(owner.release());
+    if (!delegate || !box)
+        return nullptr;
+    unmade.dismiss();
     // The list is made when it is first asked for. Its parts are parts of the editor, too.
     if (const QComboBox* list = listOf(*box))
         list->view();
 
-    auto* self = const_cast<ComboItemDelegate*>(this);
-    new EditorTenure(*box, index);
+    new EditorTenure(*box, cell, *self);
     box->installEventFilter(self);
     makePart(*endOfFocusProxies(box), *box, self);
     makePartsOfChildren(*box, *box, self);
-    vrn_connect(
-        box, &SimpleEnumBox::activated, box, [box, delegate = QPointer<ComboItemDelegate>(self)] {
-            if (delegate && !box->property(armedProperty).isNull())
-                delegate->commitAndClose(box);
-        });
+    vrn_connect(box.data(), &SimpleEnumBox::activated, box.data(), [box = box.data(), delegate] {
+        if (delegate && !box->property(armedProperty).isNull())
+            delegate->commitAndClose(box);
+    });
     return box;
 }
 
@@ -208,7 +214,7 @@ void ComboItemDelegate::setEditorData(QWidget* editor, const QModelIndex& index)
     const boost::any value = valueOf(index);
     VRN_ASSERT(!value.empty());
     if (!value.empty())
-        box->readValue(value);
+        detail::readInto(box, [&] { box->readValue(value); });
     else if (QComboBox* list = listOf(*box))
         list->setCurrentIndex(-1);
 }
@@ -216,30 +222,34 @@ void ComboItemDelegate::setEditorData(QWidget* editor, const QModelIndex& index)
 void ComboItemDelegate::setModelData(
     QWidget* editor, QAbstractItemModel* model, const QModelIndex& index) const
 {
-    auto* box = qobject_cast<MultiEditEnumBox*>(editor);
+    const QPointer<MultiEditEnumBox> box(qobject_cast<MultiEditEnumBox*>(editor));
     VRN_ASSERT(box);
     if (!box || box->dataVaries())
         return;
-    // The first role may move the row, as behind a sorted proxy.
-    const QPersistentModelIndex cell(index);
+    // The first role may move the row, as behind a sorted proxy, or filter it out.
+    const detail::SteadyIndex cell(model, index);
+    const bool isEmpty = valueOf(index).empty();
     const QPointer<const ComboItemDelegate> self(this);
     m_written = box;
     const auto done = qScopeGuard([&] {
         if (self)
             self->m_written = nullptr;
     });
+    // A validator may destroy the box and the model.
     detail::writeFrom(box, [&] {
-        if (showsNothing(*box) && valueOf(cell).empty())
+        if (isEmpty && showsNothing(*box))
             return;
         const boost::any value = box->getSelectedValue();
-        if (value.empty())
+        if (value.empty() || !box)
             return;
         const QString display = box->getNameForValue(value);
-        bool ok = model->setData(cell, display, DisplayRole);
+        if (!cell.model())
+            return;
+        bool ok = cell.setData(display, DisplayRole);
         VRN_ASSERT_MESSAGE(ok, "model->setData( index, display, qt::DisplayRole )");
-        ok = model->setData(cell, display, ToolTipRole);
+        ok = cell.setData(display, ToolTipRole);
         VRN_ASSERT_MESSAGE(ok, "model->setData( index, display, qt::ToolTipRole )");
-        ok = model->setData(cell, QVariant::fromValue(value), EditRole);
+        ok = cell.setData(QVariant::fromValue(value), EditRole);
         VRN_ASSERT_MESSAGE(
             ok, "model->setData( index, QVariant::fromValue<any>(editData), qt::EditRole )");
     });

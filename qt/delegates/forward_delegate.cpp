@@ -6,6 +6,7 @@
 #include <QAbstractItemView>
 
 #include <algorithm>
+#include <limits>
 
 namespace vrn::qt {
 
@@ -39,8 +40,11 @@ private:
         Delegates shifted;
         for (const auto& [key, delegate] : delegates) {
             auto moved = key;
-            if (int& row = rowOf(moved); row >= first)
+            if (int& row = rowOf(moved); row >= first) {
+                if (row > std::numeric_limits<int>::max() - count)
+                    continue; // No model has that row.
                 row += count;
+            }
             shifted.emplace(moved, delegate);
         }
         delegates = std::move(shifted);

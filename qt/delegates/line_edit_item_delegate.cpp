@@ -7,7 +7,6 @@
 #include <QBrush>
 #include <QCoreApplication>
 #include <QPainter>
-#include <QPixmap>
 #include <QPointer>
 
 #include "cell_line_edit_p.h"
@@ -62,11 +61,11 @@ QWidget* LineEditItemDelegate::createEditor(
     if (!hasValue(index))
         return nullptr;
     auto* self = const_cast<LineEditItemDelegate*>(this);
-    auto* edit = new detail::CellLineEdit(index, parent);
+    auto* edit = new detail::CellLineEdit(index, *self, parent);
     edit->installEventFilter(self);
     edit->installEventFilter(edit); // The last one comes first.
     if (m_callback)
-        edit->addButton(m_callback, QPixmap());
+        edit->addCallback(m_callback);
     vrn_connect(
         edit, &QLineEdit::editingFinished, self, &LineEditItemDelegate::commitAndCloseEditor);
     return edit;
@@ -80,13 +79,15 @@ void LineEditItemDelegate::setEditorData(QWidget* editor, const QModelIndex& ind
         return;
     const auto validator = m_validator; // It may destroy the delegate.
     const QPointer<QWidget> target(editor);
-    const QString text = validator->reformat(value, noFlags);
-    auto* edit = qobject_cast<LineEditImpl*>(target.data());
-    VRN_ASSERT(edit);
-    if (!edit)
-        return;
-    edit->setText(text);
-    edit->selectAll();
+    detail::readInto(editor, [&] {
+        const QString text = validator->reformat(value, noFlags);
+        auto* edit = qobject_cast<LineEditImpl*>(target.data());
+        VRN_ASSERT(edit);
+        if (!edit)
+            return;
+        edit->setText(text);
+        edit->selectAll();
+    });
 }
 
 void LineEditItemDelegate::setModelData(
@@ -100,15 +101,18 @@ void LineEditItemDelegate::setModelData(
     if (!m_validator)
         return;
     const auto validator = m_validator; // As in setEditorData().
-    const QPersistentModelIndex cell(index); // As in setEditorData().
+    const QPersistentModelIndex cell(index);
+    const QPointer<QAbstractItemModel> target(model);
     detail::writeFrom(edit, [&] {
         boost::any value;
         if (!validator->validate(edit->text(), value, noFlags) || value.empty())
             return;
         const QString display = validator->reformatForDisplay(value, noFlags);
-        model->setItemData(cell,
-            {{DisplayRole, display}, {ToolTipRole, display},
-                {EditRole, QVariant::fromValue(value)}});
+        if (target) {
+            target->setItemData(cell,
+                {{DisplayRole, display}, {ToolTipRole, display},
+                    {EditRole, QVariant::fromValue(value)}});
+        }
     });
 }
 
@@ -118,10 +122,10 @@ void LineEditItemDelegate::updateEditorGeometry(
     editor->setGeometry(option.rect);
 }
 
-// Another delegate, which handed the call on, may have closed the editor at this very event.
+// The editors that this class makes have seen to their events before.
 bool LineEditItemDelegate::eventFilter(QObject* object, QEvent* event)
 {
-    return !detail::EditorTenure::isOver(object) && QItemDelegate::eventFilter(object, event);
+    return !detail::EditorTenure::of(object) && QItemDelegate::eventFilter(object, event);
 }
 
 void LineEditItemDelegate::commitAndCloseEditor()

@@ -11,10 +11,27 @@
 #include "support/test_main.h"
 #include "support/test_object.h"
 
+#include <limits>
+
 using namespace vrn::qt;
 using namespace vrn::test;
 
 namespace {
+
+QString address(const void* object)
+{
+    return QString::number(quintptr(object), 16);
+}
+
+QString cellOf(const QModelIndex& index)
+{
+    return QString("%1,%2").arg(index.row()).arg(index.column());
+}
+
+QString rectOf(const QStyleOptionViewItem& option)
+{
+    return QString("at %1,%2").arg(option.rect.x()).arg(option.rect.y());
+}
 
 // Writes its name and what it is asked into `calls`.
 class Recording : public QAbstractItemDelegate
@@ -25,43 +42,76 @@ public:
         , m_calls(calls)
     {}
 
-    void paint(QPainter*, const QStyleOptionViewItem&, const QModelIndex&) const override
+    void paint(QPainter* painter, const QStyleOptionViewItem& option,
+        const QModelIndex& index) const override
     {
-        note("paint");
+        note("paint", {address(painter), rectOf(option), cellOf(index)});
     }
-    QSize sizeHint(const QStyleOptionViewItem&, const QModelIndex&) const override
+    QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override
     {
-        note("sizeHint");
+        note("sizeHint", {rectOf(option), cellOf(index)});
         return {12, 34};
     }
-    QWidget* createEditor(
-        QWidget* parent, const QStyleOptionViewItem&, const QModelIndex&) const override
+    QWidget* createEditor(QWidget* parent, const QStyleOptionViewItem& option,
+        const QModelIndex& index) const override
     {
-        note("createEditor");
+        note("createEditor", {address(parent), rectOf(option), cellOf(index)});
         return parent;
     }
-    void setEditorData(QWidget*, const QModelIndex&) const override { note("setEditorData"); }
-    void setModelData(QWidget*, QAbstractItemModel*, const QModelIndex&) const override
+    void setEditorData(QWidget* editor, const QModelIndex& index) const override
     {
-        note("setModelData");
+        note("setEditorData", {address(editor), cellOf(index)});
     }
-    void updateEditorGeometry(
-        QWidget*, const QStyleOptionViewItem&, const QModelIndex&) const override
+    void setModelData(
+        QWidget* editor, QAbstractItemModel* model, const QModelIndex& index) const override
     {
-        note("updateEditorGeometry");
+        note("setModelData", {address(editor), address(model), cellOf(index)});
     }
-    bool editorEvent(
-        QEvent*, QAbstractItemModel*, const QStyleOptionViewItem&, const QModelIndex&) override
+    void updateEditorGeometry(QWidget* editor, const QStyleOptionViewItem& option,
+        const QModelIndex& index) const override
     {
-        note("editorEvent");
+        note("updateEditorGeometry", {address(editor), rectOf(option), cellOf(index)});
+    }
+    bool editorEvent(QEvent* event, QAbstractItemModel* model, const QStyleOptionViewItem& option,
+        const QModelIndex& index) override
+    {
+        note("editorEvent", {address(event), address(model), rectOf(option), cellOf(index)});
         return true;
     }
 
 private:
-    void note(const QString& call) const { m_calls << m_name + ": " + call; }
+    void note(const QString& call, const QStringList& arguments) const
+    {
+        m_calls << m_name + ": " + call + ' ' + arguments.join(' ');
+    }
 
     QString m_name;
     QStringList& m_calls;
+};
+
+// It can do what the models of Qt cannot.
+class ChangingModel : public QAbstractTableModel
+{
+public:
+    int rowCount(const QModelIndex& parent = {}) const override { return parent.isValid() ? 0 : 6; }
+    int columnCount(const QModelIndex& parent = {}) const override
+    {
+        return parent.isValid() ? 0 : 4;
+    }
+    QVariant data(const QModelIndex&, int) const override { return {}; }
+    void moveARow()
+    {
+        beginMoveRows({}, 0, 0, {}, 6);
+        endMoveRows();
+    }
+    void reset()
+    {
+        beginResetModel();
+        endResetModel();
+    }
+
+private:
+    QAbstractItemModelTester m_tester{this, QAbstractItemModelTester::FailureReportingMode::QtTest};
 };
 
 // A table with the delegate under test, and four to choose from.
@@ -94,10 +144,12 @@ struct Table
 };
 
 using Act = std::function<void(Table&)>;
+using Change = void (ChangingModel::*)();
 
 } // namespace
 
 Q_DECLARE_METATYPE(Act)
+Q_DECLARE_METATYPE(Change)
 
 class TestForwardDelegate : public TestObject
 {
@@ -185,22 +237,31 @@ private Q_SLOTS:
     {
         Table table;
         table.forward->setItemDelegate(&table.ofAll);
-        const QModelIndex index = table.model.index(1, 1);
+        const QModelIndex index = table.model.index(1, 2);
         QWidget parent;
+        QWidget editor;
         QImage image(10, 10, QImage::Format_RGB32);
         QPainter painter(&image);
         QEvent event(QEvent::User);
-        table.forward->paint(&painter, {}, index);
-        QCOMPARE(table.forward->sizeHint({}, index), QSize(12, 34));
-        QCOMPARE(table.forward->createEditor(&parent, {}, index), &parent);
-        table.forward->setEditorData(&parent, index);
-        table.forward->setModelData(&parent, &table.model, index);
-        table.forward->updateEditorGeometry(&parent, {}, index);
+        QStyleOptionViewItem option;
+        option.rect = QRect(3, 4, 5, 6);
+        table.forward->paint(&painter, option, index);
+        QCOMPARE(table.forward->sizeHint(option, index), QSize(12, 34));
+        QCOMPARE(table.forward->createEditor(&parent, option, index), &parent);
+        table.forward->setEditorData(&editor, index);
+        table.forward->setModelData(&editor, &table.model, index);
+        table.forward->updateEditorGeometry(&editor, option, index);
         QVERIFY(static_cast<QAbstractItemDelegate*>(table.forward)
-                    ->editorEvent(&event, &table.model, {}, index));
+                    ->editorEvent(&event, &table.model, option, index));
+        const QString its = address(&editor);
+        const QString where = " at 3,4 1,2";
         QCOMPARE(table.calls,
-            QStringList({"all: paint", "all: sizeHint", "all: createEditor", "all: setEditorData",
-                "all: setModelData", "all: updateEditorGeometry", "all: editorEvent"}));
+            QStringList({"all: paint " + address(&painter) + where, "all: sizeHint" + where,
+                "all: createEditor " + address(&parent) + where,
+                "all: setEditorData " + its + " 1,2",
+                "all: setModelData " + its + ' ' + address(&table.model) + " 1,2",
+                "all: updateEditorGeometry " + its + where,
+                "all: editorEvent " + address(&event) + ' ' + address(&table.model) + where}));
     }
 
     void withoutADelegateItIsOneOfQt()
@@ -330,7 +391,7 @@ private Q_SLOTS:
     void insertedRowsMoveRowsAndCells_data()
     {
         columns<int, int, QStringList>("first", "count", "governs");
-        // The row 2 has a delegate, and so has the cell (3, 3). The column 0 has one, too.
+        // The row 2 has a delegate, and so has the cell (3, 0). The column 0 has one, too.
         row("above", 0, 1, QStringList{"column", "column", "column", "row", "cell"});
         row("two of them", 1, 2, QStringList{"column", "column", "column", "column", "row"});
         row("at the row", 2, 1, QStringList{"column", "column", "column", "row", "cell"});
@@ -379,6 +440,25 @@ private Q_SLOTS:
         QCOMPARE(table.governs(2, 2), QString("cell"));
     }
 
+    void neitherAMoveNorAResetMovesThem_data()
+    {
+        columns<Change>("change");
+        row("a moved row", Change(&ChangingModel::moveARow));
+        row("a reset", Change(&ChangingModel::reset));
+    }
+
+    void neitherAMoveNorAResetMovesThem()
+    {
+        QFETCH(Change, change);
+        ChangingModel model;
+        Table table(&model);
+        table.forward->setItemDelegateForRow(1, &table.ofRow);
+        table.forward->setItemDelegateForCell(2, 2, &table.ofCell);
+        (model.*change)();
+        QCOMPARE(table.governs(1, 0), QString("row"));
+        QCOMPARE(table.governs(2, 2), QString("cell"));
+    }
+
     void theSignalsOfMovedDelegatesArePassedOn()
     {
         Table table;
@@ -402,7 +482,7 @@ private Q_SLOTS:
         static_cast<void>(forward.sizeHint({}, model.index(1, 0)));
         QCOMPARE(table.calls, QStringList());
         static_cast<void>(forward.sizeHint({}, model.index(2, 0)));
-        QCOMPARE(table.calls, QStringList("row: sizeHint"));
+        QCOMPARE(table.calls, QStringList("row: sizeHint at 0,0 2,0"));
     }
 
     void aModelThatComesLaterIsNotFollowed()
@@ -416,7 +496,7 @@ private Q_SLOTS:
         view.setModel(&model);
         model.insertRow(0);
         static_cast<void>(forward.sizeHint({}, model.index(1, 0)));
-        QCOMPARE(calls, QStringList("row: sizeHint"));
+        QCOMPARE(calls, QStringList("row: sizeHint at 0,0 1,0"));
     }
 
     void theModelMayOutliveIt()
@@ -478,6 +558,19 @@ private Q_SLOTS:
         table.forward->setItemDelegateForRow(1, second);
         QCOMPARE(table.governs(1, 1), QString("column"));
         QCOMPARE(table.governs(1, 2), QString());
+    }
+
+    // Row numbers have an end, which they must not go past.
+    void rowsAreInsertedAboveTheLastNumber()
+    {
+        Table table;
+        const int last = std::numeric_limits<int>::max();
+        table.forward->setItemDelegateForRow(last, &table.ofRow);
+        table.forward->setItemDelegateForCell(last, 0, &table.ofCell);
+        table.forward->setItemDelegateForRow(last - 2, &table.ofRow);
+        table.model.insertRows(0, 3);
+        for (int row = 0; row < table.model.rowCount(); ++row)
+            QCOMPARE(table.governs(row, 0), QString());
     }
 
     void negativeNumbersAreOfNoCell()

@@ -1,8 +1,10 @@
 #include <vrn/qt/delegates.h>
 
+#include <QDialog>
 #include <QImage>
 #include <QPainter>
 #include <QSignalSpy>
+#include <QTimer>
 #include <QToolButton>
 
 #include "controls/line_edits/line_edit_impl_p.h"
@@ -15,6 +17,9 @@
 #include "support/test_object.h"
 
 #include <bitset>
+#include <functional>
+#include <memory>
+#include <utility>
 
 using namespace vrn::qt;
 using namespace vrn::test;
@@ -30,6 +35,8 @@ struct RecordingValidator : public IValidator
     bool validate(const QString& text, boost::any& value, const std::bitset<32>& flags) override
     {
         note("validate " + text, flags);
+        if (destroy)
+            std::exchange(destroy, nullptr)();
         if (text == "throw")
             throw std::runtime_error("unknown");
         if (text == "no") {
@@ -51,6 +58,8 @@ struct RecordingValidator : public IValidator
     QString reformat(const boost::any& value, const std::bitset<32>& flags) override
     {
         note("reformat " + describe(value), flags);
+        if (cannotWrite)
+            throw std::runtime_error("not to be written");
         return value.empty() ? QStringLiteral("nothing") : boost::any_cast<QString>(value);
     }
 
@@ -66,6 +75,8 @@ struct RecordingValidator : public IValidator
     }
 
     QStringList calls;
+    bool cannotWrite = false;
+    std::function<void()> destroy;
 };
 
 // Writes what is written to it into `calls`.
@@ -97,6 +108,9 @@ public:
 
     QStringList calls;
     bool refuses = false;
+
+private:
+    QAbstractItemModelTester m_tester{this, QAbstractItemModelTester::FailureReportingMode::QtTest};
 };
 
 // A delegate, and an editor of it without a view.
@@ -196,8 +210,8 @@ private Q_SLOTS:
 
     void aCellWithoutAValueIsAWhiteBlock()
     {
-        QStandardItemModel model(1, 1);
-        model.setData(model.index(0, 0), "text", Qt::DisplayRole);
+        CellModel model(1, 1);
+        model.setData(model.index(0, 0), QVariant(), EditRole);
         const LineEditItemDelegate delegate(nullptr);
         const QImage image = painted(delegate, model.index(0, 0));
         const QRect block(6, 6, 27, 17);
@@ -220,7 +234,7 @@ private Q_SLOTS:
     void aCellWithAValueIsPaintedAsByQt()
     {
         QFETCH(boost::any, value);
-        QStandardItemModel model(1, 1);
+        CellModel model(1, 1);
         model.setData(model.index(0, 0), "2 m", Qt::DisplayRole);
         model.setData(model.index(0, 0), cellValue(value), EditRole);
         const LineEditItemDelegate delegate(nullptr);
@@ -230,7 +244,7 @@ private Q_SLOTS:
 
     void theSizeOfACellIsThatOfQt()
     {
-        QStandardItemModel model(1, 1);
+        CellModel model(1, 1);
         model.setData(model.index(0, 0), "2 m", Qt::DisplayRole);
         const LineEditItemDelegate delegate(nullptr);
         QCOMPARE(delegate.sizeHint({}, model.index(0, 0)),
@@ -318,7 +332,7 @@ private Q_SLOTS:
         QCOMPARE(cell.model.calls, written);
     }
 
-    // 50 is accepted on the way to 500 or 5, and so it is written.
+    // validate() accepts 50, since the user could still delete the 5 or the 0.
     void aValueIsNotBroughtIntoItsRange()
     {
         Cell cell(40);
@@ -455,14 +469,22 @@ private Q_SLOTS:
         QCOMPARE(emitted.list, QStringList("commit "));
     }
 
+    void theDelegateMayGoInASignal_data()
+    {
+        columns<Qt::Key>("key");
+        row("Return", Qt::Key_Return);
+        row("Tab", Qt::Key_Tab);
+    }
+
     void theDelegateMayGoInASignal()
     {
+        QFETCH(Qt::Key, key);
         Cell cell;
         const DelegateSignals emitted(*cell.delegate);
         connect(cell.delegate.get(), &QAbstractItemDelegate::commitData, this,
             [&] { cell.delegate.reset(); });
         auto* edit = cell.open();
-        QTest::keyClick(edit, Qt::Key_Return);
+        QTest::keyClick(edit, key);
         QVERIFY(!cell.delegate);
         QCOMPARE(emitted.list, QStringList("commit the editor"));
     }
@@ -531,7 +553,6 @@ private Q_SLOTS:
         LineEditItemDelegate delegate(boost::make_shared<RecordingValidator>(), nullptr);
         table.view->setItemDelegate(&delegate);
         table.show();
-        table.model->put(1, 2, QVariant(), "");
         table.model->setData(table.index(1, 2), QVariant(), EditRole);
 
         QVERIFY(table.open(1, 1));
@@ -547,6 +568,142 @@ private Q_SLOTS:
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
         settle();
         QCOMPARE(table.value(2, 2), boost::any(QString("3")));
+    }
+
+    void aValueThatCannotBeWrittenHasNoEditor_data()
+    {
+        columns<Qt::Key>("key");
+        row("by itself", Qt::Key_unknown);
+        row("with Return", Qt::Key_Return);
+        row("with Tab", Qt::Key_Tab);
+        row("with Escape", Qt::Key_Escape);
+        row("with a lost focus", Qt::Key_F6);
+    }
+
+    // However its editor is closed.
+    void aValueThatCannotBeWrittenHasNoEditor()
+    {
+        QFETCH(Qt::Key, key);
+        auto& application = CatchingApplication::instance();
+        application.caught.clear();
+        TableWindow table;
+        table.model->put(1, 1, QString("2"), "2");
+        table.model->put(1, 0, QString("2"), "2");
+        table.model->setData(table.index(1, 2), QVariant(), EditRole);
+        const auto validator = boost::make_shared<RecordingValidator>();
+        LineEditItemDelegate delegate(validator, nullptr);
+        table.view->setItemDelegate(&delegate);
+        table.show();
+        validator->cannotWrite = true;
+        table.view->setCurrentIndex(table.index(1, 1));
+        table.view->edit(table.index(1, 1));
+        const QPointer<QWidget> editor(table.view->indexWidget(table.index(1, 1)));
+        QVERIFY(editor);
+        if (key == Qt::Key_F6)
+            table.elsewhere->setFocus();
+        else if (key != Qt::Key_unknown)
+            QTest::keyClick(editor, key);
+        settle();
+        QVERIFY(!editor);
+        QVERIFY(!table.view->viewport()->findChild<LineEditImpl*>());
+        QCOMPARE(application.caught, std::vector<std::string>{"not to be written"});
+        QCOMPARE(table.value(1, 1), boost::any(QString("2")));
+
+        validator->cannotWrite = false;
+        QVERIFY(table.open(1, 1));
+        QTest::keyClicks(QApplication::focusWidget(), "3");
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+        settle();
+        QCOMPARE(table.value(1, 1), boost::any(QString("3")));
+    }
+
+    void whatAValidatorThrowsWhenItWritesPassesThroughACall()
+    {
+        Cell cell;
+        auto* edit = cell.open();
+        cell.validator->cannotWrite = true;
+        QVERIFY_EXCEPTION_THROWN(
+            cell.delegate->setEditorData(edit, cell.index()), std::runtime_error);
+    }
+
+    void theValidatorMayDestroyWhileItIsAsked_data()
+    {
+        columns<QString>("what");
+        row("the model", "model");
+        row("the delegate", "delegate");
+    }
+
+    void theValidatorMayDestroyWhileItIsAsked()
+    {
+        QFETCH(QString, what);
+        Cell cell;
+        auto model = std::make_unique<CellModel>(1, 1);
+        auto* edit = cell.open();
+        edit->setText("3");
+        cell.validator->destroy = [&] {
+            if (what == "model")
+                model.reset();
+            else
+                cell.delegate.reset();
+        };
+        cell.delegate->setModelData(edit, model.get(), model->index(0, 0));
+        QCOMPARE(!model, what == "model");
+        QCOMPARE(!cell.delegate, what == "delegate");
+        if (model)
+            QCOMPARE(valueAt(model->index(0, 0)), boost::any(QString("3")));
+    }
+
+    void aDialogOfTheButtonDoesNotEndTheEdit_data()
+    {
+        columns<bool, bool>("isForwarded", "throws");
+        row("of a delegate of the view", false, false);
+        row("of a delegate of the cell", true, false);
+        row("when the function throws", false, true);
+    }
+
+    void aDialogOfTheButtonDoesNotEndTheEdit()
+    {
+        QFETCH(bool, isForwarded);
+        QFETCH(bool, throws);
+        auto& application = CatchingApplication::instance();
+        application.caught.clear();
+        TableWindow table;
+        const auto ask = [&](const QString& text) {
+            QDialog dialog(&table.window);
+            QLineEdit field(&dialog);
+            QTimer::singleShot(0, &dialog, [&] {
+                dialog.activateWindow();
+                field.setFocus();
+                static_cast<void>(QTest::qWaitFor([&] { return field.hasFocus(); }));
+                dialog.accept();
+            });
+            dialog.exec();
+            if (throws)
+                throw std::runtime_error("no answer");
+            return text + "5";
+        };
+        LineEditItemDelegate delegate(wholeNumbers(), ask, nullptr);
+        auto* forward = new ForwardDelegate(*table.view);
+        forward->setItemDelegateForCell(1, 1, &delegate);
+        table.view->setItemDelegate(
+            isForwarded ? static_cast<QAbstractItemDelegate*>(forward) : &delegate);
+        table.show();
+        const QPointer<QLineEdit> edit(qobject_cast<QLineEdit*>(table.open(1, 1)));
+        QTest::keyClicks(edit, "27");
+        QTest::mouseClick(edit->findChild<QToolButton*>(), Qt::LeftButton);
+        settle();
+        QVERIFY(edit);
+        QCOMPARE(application.caught.size(), std::size_t(throws ? 1 : 0));
+        QCOMPARE(edit->text(), QString(throws ? "27" : "275"));
+        if (!throws)
+            QCOMPARE(edit->selectedText(), QString("275"));
+        QCOMPARE(describe(table.value(1, 1)), QString("int 235"));
+        table.window.activateWindow(); // What a window manager does.
+        QTRY_VERIFY(edit->hasFocus());
+        table.elsewhere->setFocus();
+        settle();
+        QVERIFY(!edit);
+        QCOMPARE(describe(table.value(1, 1)), QString(throws ? "int 27" : "int 275"));
     }
 
     // Of an editor that stays, the delegate hears again and again.

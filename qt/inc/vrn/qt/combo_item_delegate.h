@@ -31,8 +31,9 @@ class MultiEditEnumBox;
 ///
 /// The name of the value, the same text as the tool tip, and the value itself go to the model
 /// in three calls of setData(), in this order. One that fails is reported, and the next follows.
-/// A box that varies writes nothing, and neither does one without a value. A pick ends that the
-/// box varies only after it has closed the editor, so it writes nothing either.
+/// A box that varies writes nothing, and neither does one without a value. A pick in a varying
+/// box closes the editor before the box stops varying, so it writes nothing either. If a proxy
+/// filters the row out because of a role that was written, the rest goes to its source.
 ///
 /// A cell with an empty value is reported when the editor opens. The box shows no item then, and
 /// writes nothing unless the user chooses one.
@@ -50,7 +51,9 @@ class MultiEditEnumBox;
 /// - "vrn_property_delegate_combobox_commit_on_activate", which the box itself has in the turn
 ///   of the event loop in which the mouse was released over it.
 ///
-/// `deleteLater` and `delete` are safe where they are with a LineEditItemDelegate.
+/// Exceptions reach the application as those of a LineEditItemDelegate do, and `deleteLater` and
+/// `delete` are safe where they are with that one. The fill callback may also destroy the
+/// delegate or the box: no editor opens then.
 class VRN_QT2_EXPORT ComboItemDelegate : public QItemDelegate
 {
     Q_OBJECT

@@ -35,8 +35,9 @@ class ForwardDelegateModelMediator;
 /// many cells to a column, a row or all cells.
 ///
 /// If rows are inserted into the model that the view had when this was constructed, delegates
-/// of rows and cells move along. Nothing else moves them: neither removed or moved rows, nor
-/// columns. Rows that are inserted below another row of a tree count like those at the top.
+/// of rows and cells move along; past the largest number they are dropped. Nothing else moves
+/// them: neither removed or moved rows, nor columns. Rows that are inserted below another row of
+/// a tree count like those at the top.
 class VRN_QT2_EXPORT ForwardDelegate : public QStyledItemDelegate
 {
 public:

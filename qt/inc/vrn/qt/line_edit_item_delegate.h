@@ -34,13 +34,18 @@ namespace vrn::qt {
 /// A cell without a value has no editor and is a white block. An empty value is edited: the
 /// validator is asked to write it.
 ///
+/// The function of a button may open a dialog. While it runs, a lost focus does not end the edit,
+/// and the editor gets the focus back afterwards.
+///
 /// What the validator throws while the view commits its text reaches the application from the
-/// event loop, after the view has finished. The cell stays as it is.
+/// event loop, after the view has finished. The cell stays as it is. An editor whose value the
+/// validator throws at is closed from the event loop too, and writes nothing: its text is not
+/// that of the cell.
 ///
 /// `deleteLater` of the view, the model, the delegate and the editor is safe at any time, and so
-/// is `delete` while an editor is open. Excluded is `delete` of the view or the editor in slots
-/// of the model or the delegate while a text is being written, and of the delegate in slots of
-/// its own signals after Tab, Escape or a lost focus: Qt goes on with them.
+/// is `delete` while an editor is open. In slots of the model or the delegate, and in functions
+/// of the validator, `delete` of the view or the editor is excluded while a view reads or writes
+/// the cell, and that of the model in its own slots: Qt goes on with them.
 class VRN_QT2_EXPORT LineEditItemDelegate : public QItemDelegate
 {
     Q_OBJECT

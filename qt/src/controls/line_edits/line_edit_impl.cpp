@@ -165,17 +165,21 @@ bool LineEditImpl::event(QEvent* event)
         buildPopups();
     // A combo box has the focus in place of its edit.
     const bool isInComboBox = focusProxy() != nullptr;
-    if (buildsPopups || (focusChanges && m_popups && isInComboBox)) {
-        // The popups do not get this event as event filters: they were built too late, or a
-        // combo box hands it straight to the edit. The group comes first, so that the popups
-        // are in place when they show.
-        m_popups->eventFilter(this, event);
-        if (m_hintPopup)
-            m_hintPopup->eventFilter(this, event);
-        if (m_historyPopup)
-            m_historyPopup->eventFilter(this, event);
-    }
+    // The popups were built too late for this event, or a combo box hands it straight to the edit.
+    if (buildsPopups || (focusChanges && isInComboBox))
+        tellPopups(event);
     return QLineEdit::event(event);
+}
+
+// The group comes first, so that the popups are in place when they show.
+void LineEditImpl::tellPopups(QEvent* event)
+{
+    if (m_popups)
+        m_popups->eventFilter(this, event);
+    if (m_hintPopup)
+        m_hintPopup->eventFilter(this, event);
+    if (m_historyPopup)
+        m_historyPopup->eventFilter(this, event);
 }
 
 // For each character of a long text, QLineEdit copies the part that fits. If the text is cut

@@ -60,6 +60,8 @@ protected:
     void inputMethodEvent(QInputMethodEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
+    /// Gives the popups an event that they do not get as event filters.
+    void tellPopups(QEvent* event);
 
 private Q_SLOTS:
     void onHistoryItemSelected(const QString& text);
