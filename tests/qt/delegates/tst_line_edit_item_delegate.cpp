@@ -19,6 +19,7 @@
 #include <bitset>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <utility>
 
 using namespace vrn::qt;
@@ -665,6 +666,9 @@ private Q_SLOTS:
     {
         QFETCH(bool, isForwarded);
         QFETCH(bool, throws);
+        std::optional<ThroughQt> throughQt;
+        if (throws)
+            throughQt.emplace();
         auto& application = CatchingApplication::instance();
         application.caught.clear();
         TableWindow table;
