@@ -34,8 +34,7 @@ void CellLineEdit::addCallback(const boost::function<QString(const QString&)>& c
 {
     addButton(
         [this, callback](const QString& text) {
-            const auto fn = callback; // It may destroy the editor.
-            const QPointer<CellLineEdit> self(this);
+            const QPointer<CellLineEdit> self(this); // The function may destroy it.
             m_isAsking = true;
             const auto done = qScopeGuard([&self] {
                 if (!self)
@@ -44,7 +43,7 @@ void CellLineEdit::addCallback(const boost::function<QString(const QString&)>& c
                 if (!self->isLeft())
                     self->setFocus();
             });
-            return fn(text);
+            return callback(text);
         },
         QPixmap());
 }
