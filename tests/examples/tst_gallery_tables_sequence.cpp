@@ -633,9 +633,17 @@ private:
         m_rules.open(to / MembersModel::ColumnCount, to % MembersModel::ColumnCount);
     }
 
+    // Not after each step: the other events that are posted make this slow.
+    void deleteClosedEditors() const
+    {
+        const int open = m_rules.editor ? 1 : 0;
+        if (m_table.viewport()->children().size() > open)
+            QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
+
     QString difference()
     {
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        deleteClosedEditors();
         if (!m_difference.isEmpty())
             return m_difference;
         if (m_model.rowCount() != static_cast<int>(m_rules.rows.size()))
