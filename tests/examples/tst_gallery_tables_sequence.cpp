@@ -16,6 +16,7 @@
 #include "support/test_main.h"
 #include "support/test_object.h"
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <memory>
