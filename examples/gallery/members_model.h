@@ -58,8 +58,9 @@ public:
     const vrn::qt::IValidator::pointer& validator(int column) const;
     void setUnitSystem(int system);
 
-    /// Appends a member. The values go to `firstColumn` and those after it; an unset one leaves
-    /// its field without a value.
+    /// Appends a member. The values go to `firstColumn` and those after it. A field without one is
+    /// that of a new Member: the name is empty, the material is the first, and the others have
+    /// no value.
     void append(int firstColumn, const std::deque<boost::optional<boost::any>>& values);
     void duplicate(int row);
 

@@ -5,6 +5,7 @@
 #include <vrn/qt/multi_edit_enum_box.h>
 
 #include <QHeaderView>
+#include <QKeyEvent>
 
 #include "members_model.h"
 
@@ -38,6 +39,17 @@ protected:
     }
 };
 
+bool isButton(const QModelIndex& index)
+{
+    return index.column() == MembersModel::Duplicate;
+}
+
+bool pressesButtons(const QKeyEvent& event)
+{
+    return event.key() == Qt::Key_Space || event.key() == Qt::Key_Return
+        || event.key() == Qt::Key_Enter;
+}
+
 // A floor of 3 kN/m2 on a beam: as wide as the beams are apart.
 QString loadOfFloor(const QString& /*text*/)
 {
@@ -60,14 +72,30 @@ MembersTable::MembersTable(MembersModel* model, QWidget* parent)
 
     // A button is pressed by one click. A click elsewhere only selects.
     connect(this, &QAbstractItemView::clicked, this, [this](const QModelIndex& index) {
-        if (index.column() == MembersModel::Duplicate)
-            edit(index, AllEditTriggers, nullptr);
+        if (isButton(index))
+            edit(index, EditKeyPressed, nullptr);
     });
 
     const int character = fontMetrics().averageCharWidth();
     for (int column = 0; column < MembersModel::ColumnCount; ++column)
         setColumnWidth(column, character * (column == MembersModel::Name ? 24 : 15));
     verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 10);
+}
+
+void MembersTable::keyPressEvent(QKeyEvent* event)
+{
+    if (isButton(currentIndex()) && pressesButtons(*event))
+        edit(currentIndex(), EditKeyPressed, event);
+    else
+        CppDbTableViewBase::keyPressEvent(event);
+}
+
+bool MembersTable::edit(const QModelIndex& index, EditTrigger trigger, QEvent* event)
+{
+    // Tab comes with all triggers. Qt would warn if the result was false.
+    if (isButton(index) && (trigger == AllEditTriggers || trigger == AnyKeyPressed))
+        return true;
+    return CppDbTableViewBase::edit(index, trigger, event);
 }
 
 void MembersTable::addDelegates(MembersModel* model)

@@ -24,6 +24,13 @@ public:
     /// The model is not owned.
     explicit MembersTable(MembersModel* model, QWidget* parent = nullptr);
 
+    void keyPressEvent(QKeyEvent* event) override;
+
+protected:
+    /// A button is pressed by a click on it, and by F2, Enter and Space, but not by Tab from an
+    /// editor beside it, nor by a letter.
+    bool edit(const QModelIndex& index, EditTrigger trigger, QEvent* event) override;
+
 private:
     void addDelegates(MembersModel* model);
 

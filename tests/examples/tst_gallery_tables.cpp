@@ -4,6 +4,7 @@
 #include <vrn/units/i_converter.h>
 
 #include <QAbstractButton>
+#include <QAbstractItemModelTester>
 #include <QAbstractItemView>
 #include <QClipboard>
 #include <QComboBox>
@@ -13,6 +14,8 @@
 #include "gallery_page_test.h"
 #include "members_model.h"
 #include "members_table.h"
+
+#include <memory>
 
 using namespace vrn::test;
 using gallery::MembersModel;
@@ -30,8 +33,16 @@ public:
     {}
 
 private Q_SLOTS:
+    void init()
+    {
+        GalleryPageTest::init();
+        m_tester = std::make_unique<QAbstractItemModelTester>(
+            &model(), QAbstractItemModelTester::FailureReportingMode::QtTest);
+    }
+
     void cleanup()
     {
+        m_tester.reset();
         // A list that closes with its window keeps the mouse for itself a while.
         QTRY_VERIFY(!QApplication::activePopupWidget());
         GalleryPageTest::cleanup();
@@ -148,6 +159,38 @@ private Q_SLOTS:
         QCOMPARE(model().rowCount(), rows + 2);
     }
 
+    void whichKeysPressAButton_data()
+    {
+        QTest::addColumn<QString>("key");
+        QTest::addColumn<int>("pressed");
+        QTest::newRow("F2") << "F2" << 1;
+        QTest::newRow("Enter") << "Return" << 1;
+        QTest::newRow("Enter of the keypad") << "KP_Enter" << 1;
+        QTest::newRow("Space") << "space" << 1;
+        QTest::newRow("not a letter") << "x" << 0;
+        QTest::newRow("not Tab") << "Tab" << 0;
+    }
+    void whichKeysPressAButton()
+    {
+        QFETCH(QString, key);
+        QFETCH(int, pressed);
+        const int rows = model().rowCount();
+        focusOn(cell(2, MembersModel::Load));
+        x11::press({"Right", "Right", key, "Home"});
+        QTRY_COMPARE(table().currentIndex().column(), int(MembersModel::Name));
+        QCOMPARE(model().rowCount(), rows + pressed);
+    }
+
+    void tabFromAnEditorDoesNotPressAButton()
+    {
+        const int rows = model().rowCount();
+        edit(cell(4, MembersModel::Name));
+        x11::press({"shift+Tab"});
+        QTRY_COMPARE(table().currentIndex(), cell(3, MembersModel::Duplicate));
+        QTRY_VERIFY(table().hasFocus());
+        QCOMPARE(model().rowCount(), rows);
+    }
+
     void aButtonInACellComputesTheLoad()
     {
         edit(cell(1, MembersModel::Load));
@@ -208,13 +251,20 @@ private:
         return table().viewport()->findChild<Part*>();
     }
 
-    void edit(const QModelIndex& index)
+    void focusOn(const QModelIndex& index)
     {
         clickUntil([&] { return spot(index); },
             [&] { return table().hasFocus() && table().currentIndex() == index; });
+    }
+
+    void edit(const QModelIndex& index)
+    {
+        focusOn(index);
         x11::press({"F2"});
         QTRY_VERIFY(table().viewport()->isAncestorOf(QApplication::focusWidget()));
     }
+
+    std::unique_ptr<QAbstractItemModelTester> m_tester;
 };
 
 VRN_GALLERY_TEST(TestGalleryTables)

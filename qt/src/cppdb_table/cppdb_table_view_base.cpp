@@ -44,18 +44,32 @@ public:
         , m_columnCount(columnCount)
     {}
 
-    /// The text of `value`, empty for an empty one; unset if the column has no validator.
-    std::optional<QString> write(int column, const boost::any& value) const
+    /// The text of `value`, empty for an empty one; unset if there is no value or the column has
+    /// no validator.
+    std::optional<QString> write(int column, const boost::optional<boost::any>& value) const
     {
         const IValidator::pointer validator = of(column);
-        if (!validator || !m_view)
+        if (!validator || !m_view || !value)
             return {};
-        const QString text = value.empty() ? QString() : validator->reformat(value, userLocale);
+        const QString text = value->empty() ? QString() : validator->reformat(*value, userLocale);
         return m_view ? std::make_optional(text) : std::nullopt;
     }
 
     /// The value of `text`, which may be an empty one; unset if it is refused.
     boost::optional<boost::any> read(int column, const QString& text) const
+    {
+        return readBy(column, [&] { return text; });
+    }
+    boost::optional<boost::any> read(int column, std::string_view text) const
+    {
+        return readBy(
+            column, [&] { return QString::fromUtf8(text.data(), static_cast<int>(text.size())); });
+    }
+
+private:
+    // `getText` is called only where there is a validator: a line may go on far past the table.
+    template <typename GetText>
+    boost::optional<boost::any> readBy(int column, const GetText& getText) const
     {
         const IValidator::pointer validator = of(column);
         if (!m_view)
@@ -64,16 +78,11 @@ public:
         if (column < m_columnCount)
             VRN_ASSERT(validator)("column", column);
         boost::any value;
-        if (!validator || !validator->validate(text, value, noFlags))
+        if (!validator || !validator->validate(getText(), value, noFlags))
             return {};
         return value;
     }
-    boost::optional<boost::any> read(int column, std::string_view text) const
-    {
-        return read(column, QString::fromUtf8(text.data(), static_cast<int>(text.size())));
-    }
 
-private:
     IValidator::pointer of(int column) const
     {
         return m_view ? m_getColumnValidator(column) : nullptr;
@@ -151,7 +160,7 @@ void copyCell(const QModelIndex& index, const ColumnValidators& validators)
     const boost::optional<boost::any> value = valueOf(index);
     if (!value)
         return;
-    const auto text = value->empty() ? QString() : validators.write(index.column(), *value);
+    const auto text = value->empty() ? QString() : validators.write(index.column(), value);
     if (text)
         QGuiApplication::clipboard()->setText(*text);
 }
@@ -160,13 +169,10 @@ void copyBlock(
     const Alive& view, const QModelIndexList& indexes, const ColumnValidators& validators)
 {
     // All values are read first: a validator may do anything to the model.
-    std::vector<Cell<boost::any>> cells;
+    std::vector<Cell<boost::optional<boost::any>>> cells;
     cells.reserve(static_cast<std::size_t>(indexes.size()));
-    for (const QModelIndex& index : indexes) {
-        boost::optional<boost::any> value = valueOf(index);
-        if (value)
-            cells.push_back({std::move(*value), index.row(), index.column()});
-    }
+    for (const QModelIndex& index : indexes)
+        cells.push_back({valueOf(index), index.row(), index.column()});
     const Bounds bounds(indexes);
 
     std::vector<std::vector<std::string>> grid;
@@ -265,13 +271,17 @@ void pasteOver(const Alive& view, QAbstractItemModel* model, const QModelIndexLi
     });
 }
 
-/// What is in `line` for the columns from `left` to before `end`.
+/// What is in `line` for the columns from `left` to before `end`. The validators are asked for
+/// the whole line all the same.
 NewRow readLine(std::string_view line, int left, int end, const ColumnValidators& validators)
 {
     NewRow values;
     Pieces pieces(line, '\t');
-    for (int column = left; pieces.hasNext() && column < end; ++column)
-        values.push_back(validators.read(column, pieces.next()));
+    for (int column = left; pieces.hasNext(); ++column) {
+        boost::optional<boost::any> value = validators.read(column, pieces.next());
+        if (column < end)
+            values.push_back(std::move(value));
+    }
     return values;
 }
 
@@ -399,13 +409,12 @@ void CppDbTableViewBase::pasteAt(const QModelIndex& corner, const QByteArray& bl
             firstCells.pop_front();
             continue;
         }
+        const NewRow values = readLine(line, left, std::numeric_limits<int>::max(), validators);
+        if (!alive || !m_createNewRow)
+            return;
         // A copy: it may replace itself.
         const auto createNewRow = m_createNewRow;
-        if (!createNewRow)
-            return;
-        const NewRow values = readLine(line, left, std::numeric_limits<int>::max(), validators);
-        if (alive)
-            createNewRow(left, values);
+        createNewRow(left, values);
         if (model && model->rowCount() <= row)
             return;
     }

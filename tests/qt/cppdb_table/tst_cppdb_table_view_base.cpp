@@ -14,6 +14,8 @@ using vrn::qt::detail::CppDbTableViewBase;
 
 namespace {
 
+constexpr auto qtTest = QAbstractItemModelTester::FailureReportingMode::QtTest;
+
 /// The keys of all commands, and some others.
 void addKeys()
 {
@@ -81,6 +83,7 @@ private Q_SLOTS:
         QFETCH(bool, hasModel);
         QFETCH(bool, hasFunction);
         TypedModel model("1.0");
+        const QAbstractItemModelTester tester(&model, qtTest);
         boost::function<IValidator::pointer(int)> getColumnValidator;
         if (hasFunction)
             getColumnValidator = Columns("n");
@@ -102,6 +105,7 @@ private Q_SLOTS:
     void theConstructorDoesNotSetTheModel()
     {
         TypedModel model("1.0");
+        const QAbstractItemModelTester tester(&model, qtTest);
         const CppDbTableViewBase view(&model, Columns("n"), nullptr);
         QCOMPARE(view.model(), nullptr);
     }
@@ -139,6 +143,7 @@ private Q_SLOTS:
     {
         for (const QString text : {"7", "7\t8\n"}) {
             TypedModel model("1.0");
+            const QAbstractItemModelTester tester(&model, qtTest);
             CppDbTableViewBase view(&model, Columns("n"), nullptr);
             setClipboard(text);
             sendKey(view);

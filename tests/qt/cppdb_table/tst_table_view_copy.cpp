@@ -150,6 +150,7 @@ private Q_SLOTS:
         columns<QString, bool>("selected", "throws");
         row("one cell", "0,0", true);
         row("several cells", "0,0:1,0", true);
+        row("several cells without values", "1,0 3,0", true);
         row("not one cell without a value, which is not written", "1,0", false);
         row("not an empty value alone", "2,0", false);
     }
@@ -157,7 +158,9 @@ private Q_SLOTS:
     {
         QFETCH(QString, selected);
         QFETCH(bool, throws);
-        TypedModel model("1.0 | none | -");
+        TypedModel model("1.0 | none | - | none");
+        const QAbstractItemModelTester tester(
+            &model, QAbstractItemModelTester::FailureReportingMode::QtTest);
         expectAssert("m_getColumnValidator");
         CppDbTableViewBase view(&model, {}, nullptr);
         view.setModel(&model);

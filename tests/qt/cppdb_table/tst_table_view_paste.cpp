@@ -301,6 +301,30 @@ private Q_SLOTS:
         QCOMPARE(table.model.content(), content);
     }
 
+    void cellsAtACornerAreValidatedWhereTheyAreDropped_data()
+    {
+        columns<QString, QString, QStringList>("text", "corner", "asked");
+        row("past the last column", "7\tx\ty\t9\n", "0,0",
+            QStringList{"validate 7", "validate x", "validate y", "validate 9"});
+        row("past it in the last column", "x\ty\n", "0,1", QStringList{"validate x", "validate y"});
+        row("the first line below the last row, without a handler", "7\tx\n8\ty\n9\tz\n", "1,0",
+            QStringList{"validate 7", "validate 8", "validate x", "validate y"});
+    }
+    void cellsAtACornerAreValidatedWhereTheyAreDropped()
+    {
+        QFETCH(QString, text);
+        QFETCH(QString, corner);
+        QFETCH(QStringList, asked);
+        Table table("nttw", "1.0,'a' | 2.0,'b'");
+        select(table.view, corner);
+        setClipboard(text);
+        pressPaste(table.view);
+        QStringList log;
+        for (int column = 0; column < 4; ++column)
+            log << table.columns.at(column)->log;
+        QCOMPARE(log, asked);
+    }
+
     void theHandlerMayBeReplaced()
     {
         Table table("n", "1.0");
@@ -396,6 +420,8 @@ private Q_SLOTS:
         QFETCH(QString, text);
         QFETCH(QString, selected);
         TypedModel model("1.0 | 2.0");
+        const QAbstractItemModelTester tester(
+            &model, QAbstractItemModelTester::FailureReportingMode::QtTest);
         expectAssert("m_getColumnValidator");
         CppDbTableViewBase view(&model, {}, nullptr);
         view.setModel(&model);
@@ -408,6 +434,8 @@ private Q_SLOTS:
     void withoutItsModelABlockHasNoCorner()
     {
         TypedModel shown("1.0 | 2.0");
+        const QAbstractItemModelTester tester(
+            &shown, QAbstractItemModelTester::FailureReportingMode::QtTest);
         expectAssert("m_model");
         CppDbTableViewBase view(nullptr, Columns("n"), nullptr);
         view.setModel(&shown);

@@ -32,6 +32,7 @@ struct SortedTable
     QSortFilterProxyModel below;
     QSortFilterProxyModel proxy;
     QAbstractItemModelTester modelTester{&model, qtTest};
+    QAbstractItemModelTester belowTester{&below, qtTest};
     QAbstractItemModelTester proxyTester{&proxy, qtTest};
     CppDbTableViewBase view{&proxy, columns, nullptr};
 };
@@ -125,6 +126,7 @@ private Q_SLOTS:
         Table table("nt", "3.0,'c' | 1.0,'a' | 2.0,'b'");
         QSortFilterProxyModel proxy;
         proxy.setSourceModel(&table.model);
+        const QAbstractItemModelTester tester(&proxy, qtTest);
         proxy.sort(0);
         table.view.setModel(&proxy);
         select(table.view, "0,0");

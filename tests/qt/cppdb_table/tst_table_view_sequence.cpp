@@ -424,6 +424,8 @@ private:
     QSortFilterProxyModel m_proxy;
     QAbstractItemModelTester m_modelTester{
         &m_model, QAbstractItemModelTester::FailureReportingMode::QtTest};
+    QAbstractItemModelTester m_proxyTester{
+        &m_proxy, QAbstractItemModelTester::FailureReportingMode::QtTest};
     std::optional<CppDbTableViewBase> m_view;
     Rules m_rules{m_columns};
     bool m_thrown = false;

@@ -70,8 +70,8 @@ namespace vrn::qt::detail {
 ///
 /// `delete` and `deleteLater` of the control, its parent or its window are safe in any
 /// slot of its signals and in any function that it calls, also from a dialog there. The rest of
-/// the command is then left out. Excluded are slots of what QTableView and its selection model
-/// emit for other keys and for the mouse, because Qt goes on with the view then.
+/// the command is then left out. Slots of what QTableView and its selection model emit for other
+/// keys and for the mouse are excluded, because Qt goes on with the view then.
 class VRN_QT2_EXPORT CppDbTableViewBase : public QTableView
 {
 public:
@@ -83,10 +83,10 @@ public:
     /// either: call setModel().
     ///
     /// `getColumnValidator` is called for each cell. A column without a validator, a null
-    /// pointer, is not copied; pasting into it is reported and skipped. A line for a new row is
-    /// read to its end, so the function is called for columns past the last one, too; there
-    /// a null pointer is fine. If the function is empty, keyPressEvent() throws
-    /// `boost::bad_function_call`.
+    /// pointer, is not copied; pasting into it is reported and skipped. A block that is
+    /// pasted on one cell is read to the end of each line, so the function is called for columns
+    /// past the last one, too; there a null pointer is fine. If the function is empty,
+    /// keyPressEvent() throws `boost::bad_function_call`.
     CppDbTableViewBase(QAbstractItemModel* model,
         boost::function<boost::shared_ptr<IValidator>(int)> getColumnValidator, QWidget* parent);
     ~CppDbTableViewBase() override;
