@@ -368,13 +368,18 @@ bool EditorView::viewportEvent(QEvent* event)
     // QGraphicsView must not see a paint that leaves out the scene: it would forget updates of
     // the scene that are still to come.
     if (event->type() == QEvent::Paint
-        && paintFromLayer(static_cast<const QPaintEvent*>(event)->region()))
-        return true;
+        && hasLayerOf(static_cast<const QPaintEvent*>(event)->region()))
+        return QAbstractScrollArea::viewportEvent(event); // NOLINT(bugprone-parent-virtual-call)
     return QGraphicsView::viewportEvent(event);
 }
 
 void EditorView::paintEvent(QPaintEvent* event)
 {
+    // What changes while there may be no layer does not get into it.
+    if (!mayUseLayer())
+        m_layer->clear();
+    if (paintFromLayer(event->region()))
+        return;
     // Only the region of the event is painted, but as a part of the whole: the gradient must
     // not depend on how much is painted.
     QPaintEvent whole(viewport()->rect());
@@ -499,9 +504,14 @@ void EditorView::followMouse()
     viewport()->update(strips.isEmpty() ? QRect(0, 0, 1, 1) : strips);
 }
 
+bool EditorView::hasLayerOf(const QRegion& region) const
+{
+    return scene() && mayUseLayer() && !isWhole(region) && m_layer->covers(region);
+}
+
 bool EditorView::paintFromLayer(const QRegion& region)
 {
-    if (!scene() || !mayUseLayer() || isWhole(region) || !m_layer->covers(region))
+    if (!hasLayerOf(region))
         return false;
     QPainter painter(viewport());
     if (!m_layer->draw(painter, *viewport()))

@@ -54,7 +54,9 @@ class Layer;
 ///   a viewport that paints by OpenGL;
 /// - while the scene has another view or a slot is connected to its changed(): these hear of
 ///   each move, as if the whole scene had changed, and so does this view.
-/// A class that overrides drawForeground() calls that of this class first.
+/// A class that overrides drawForeground() calls that of this class first. A class that overrides
+/// paintEvent() hands its event on to that of this class, and paints over the view after it; at a
+/// mouse move the event has only the region that is repainted.
 ///
 /// `delete` and `deleteLater` of the view, its parent or its window, of its scene and of views
 /// that follow it or that it follows are safe in any slot of its signals. Excluded is `delete`
@@ -181,6 +183,7 @@ private:
     bool mayUseLayer() const;
     bool isWhole(const QRegion& region) const;
     bool isSceneShared() const;
+    bool hasLayerOf(const QRegion& region) const;
     bool paintFromLayer(const QRegion& region);
     void followMouse();
     QPoint mousePosition() const;
