@@ -112,11 +112,13 @@ public:
     /// A cross with a box in place of the mouse cursor, which is hidden from the next time that
     /// the mouse enters or ends a pan. Off at first.
     void setDrawCustomCursor(bool draw);
-    /// A text in the upper left corner. Empty at first.
+    /// A text in the upper left corner, of which up to 10,000 characters are drawn. Empty at
+    /// first.
     void setTitle(const QString& title);
 
     /// Takes what the bits of `mask` select from `other`, once, and fires nothing. After the
-    /// scale of an axis is taken, the pixels of both views have the same size along it.
+    /// scale of an axis is taken, the pixels of both views have the same size along it. A scale
+    /// is not taken where the size of a pixel is zero or not finite.
     /// Without a view it is reported, and nothing happens.
     void acquireViewSettingsFrom(EditorView* other, int mask);
     /// From the next time that the wheel or a pan changes `other`, or that it is told to notify
