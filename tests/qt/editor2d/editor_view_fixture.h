@@ -17,6 +17,9 @@ namespace vrn::test {
 /// An EditorView that lets a test call what is protected.
 struct OpenView : public vrn::qt::graphics::EditorView
 {
+    using EditorView::dragMoveEvent;
+    using EditorView::focusInEvent;
+    using EditorView::focusOutEvent;
     using EditorView::scaleBy;
 
     void drawBackground(QPainter* painter, const QRectF& rect) override
