@@ -415,8 +415,7 @@ void EditorView::drawForeground(QPainter* painter, const QRectF& rect)
 {
     const QPoint mouse = mousePosition();
     if (!m_painted.isEmpty() && detail::Layer::isOnScreen(*painter, *viewport())) {
-        // A part that is painted comes from outside, since the view asks for the whole unless
-        // it has a layer.
+        // Around a part that is painted, the window still has the foreground of the last paint.
         if (mayUseLayer() && isWhole(m_painted))
             m_layer->capture(*painter, *viewport(), m_painted);
         noteDrawnAt(mouse);
@@ -491,8 +490,8 @@ bool EditorView::mayUseLayer() const
         && rubberBandRect().isEmpty();
 }
 
-// Scene changes always repaint the whole view, so a part is one that the view asked for, or one
-// that a window in front of it has left behind.
+// A scene change repaints all that is visible. So a smaller region is one that followMouse() has
+// asked for, or one that a window in front of the view has left: there the scene is as it was.
 bool EditorView::isWhole(const QRegion& region) const
 {
     return (viewport()->visibleRegion() - region).isEmpty();
