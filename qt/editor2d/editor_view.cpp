@@ -16,6 +16,7 @@
 #include <QScrollBar>
 #include <QWheelEvent>
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 #include <utility>
@@ -38,6 +39,14 @@ int bounded(double position)
 {
     constexpr double max = std::numeric_limits<int>::max();
     return std::isnan(position) ? 0 : static_cast<int>(std::max(-max, std::min(position, max)));
+}
+
+// How to scale so that the pixels agree. A view that is zoomed out of the numbers has no size
+// of a pixel that another one could take.
+double scaleBetween(double own, double wanted)
+{
+    const double factor = own / wanted;
+    return std::isfinite(factor) && factor != 0.0 ? factor : 1.0;
 }
 
 void scrollBy(QScrollBar& bar, int distance)
@@ -164,7 +173,8 @@ void EditorView::acquireViewSettingsFrom(EditorView* other, int mask)
         return;
     const QPointF own = pixelSize();
     const QPointF wanted = other->pixelSize();
-    scale(mask & ScaleX ? own.x() / wanted.x() : 1.0, mask & ScaleY ? own.y() / wanted.y() : 1.0);
+    scale(mask & ScaleX ? scaleBetween(own.x(), wanted.x()) : 1.0,
+        mask & ScaleY ? scaleBetween(own.y(), wanted.y()) : 1.0);
     if (mask & CenterX)
         m_center.setX(other->m_center.x());
     if (mask & CenterY)
@@ -185,6 +195,10 @@ void EditorView::linkViewSettingsTo(EditorView* other, int mask)
         if (self && source)
             self->acquireViewSettingsFrom(source, mask);
     };
+    // Those to views that have gone.
+    m_links.erase(std::remove_if(m_links.begin(), m_links.end(),
+                      [](const auto& link) { return !link.connected(); }),
+        m_links.end());
     m_links.emplace_back(other->zoomChanged.connect_extended(follow));
     m_links.emplace_back(other->centerChanged.connect_extended(
         [follow](const boost::signals2::connection& connection, const QPointF&) {
@@ -368,13 +382,18 @@ bool EditorView::viewportEvent(QEvent* event)
     // QGraphicsView must not see a paint that leaves out the scene: it would forget updates of
     // the scene that are still to come.
     if (event->type() == QEvent::Paint
-        && paintFromLayer(static_cast<const QPaintEvent*>(event)->region()))
-        return true;
+        && hasLayerOf(static_cast<const QPaintEvent*>(event)->region()))
+        return QAbstractScrollArea::viewportEvent(event); // NOLINT(bugprone-parent-virtual-call)
     return QGraphicsView::viewportEvent(event);
 }
 
 void EditorView::paintEvent(QPaintEvent* event)
 {
+    // What changes while there may be no layer does not get into it.
+    if (!mayUseLayer())
+        m_layer->clear();
+    if (paintFromLayer(event->region()))
+        return;
     // Only the region of the event is painted, but as a part of the whole: the gradient must
     // not depend on how much is painted.
     QPaintEvent whole(viewport()->rect());
@@ -396,8 +415,7 @@ void EditorView::drawForeground(QPainter* painter, const QRectF& rect)
 {
     const QPoint mouse = mousePosition();
     if (!m_painted.isEmpty() && detail::Layer::isOnScreen(*painter, *viewport())) {
-        // A part that is painted comes from outside, since the view asks for the whole unless
-        // it has a layer.
+        // Around a part that is painted, the window still has the foreground of the last paint.
         if (mayUseLayer() && isWhole(m_painted))
             m_layer->capture(*painter, *viewport(), m_painted);
         noteDrawnAt(mouse);
@@ -439,10 +457,13 @@ void EditorView::drawCustomCursor(QPainter& painter, const QPoint& mouse)
 
 void EditorView::drawTitle(QPainter& painter) const
 {
-    // What is beyond the edge of the view costs time, but is not seen.
-    const int visible = 4 * width();
+    // What comes after that costs time, but is not seen.
+    constexpr int longest = 10000;
+    int length = std::min(longest, int(m_title.size()));
+    if (length < m_title.size() && m_title[length - 1].isHighSurrogate())
+        --length;
     painter.setPen(penOf(Qt::black, Qt::SolidLine));
-    painter.drawText(QPointF(20.0, 30.0), m_title.left(visible));
+    painter.drawText(QPointF(20.0, 30.0), m_title.left(length));
 }
 
 // The foreground is drawn there in coordinates of the viewport, which differ from those of the
@@ -469,8 +490,8 @@ bool EditorView::mayUseLayer() const
         && rubberBandRect().isEmpty();
 }
 
-// Scene changes always repaint the whole view, so a part is one that the view asked for, or one
-// that a window in front of it has left behind.
+// A scene change repaints all that is visible. So a smaller region is one that followMouse() has
+// asked for, or one that a window in front of the view has left: there the scene is as it was.
 bool EditorView::isWhole(const QRegion& region) const
 {
     return (viewport()->visibleRegion() - region).isEmpty();
@@ -499,9 +520,14 @@ void EditorView::followMouse()
     viewport()->update(strips.isEmpty() ? QRect(0, 0, 1, 1) : strips);
 }
 
+bool EditorView::hasLayerOf(const QRegion& region) const
+{
+    return scene() && mayUseLayer() && !isWhole(region) && m_layer->covers(region);
+}
+
 bool EditorView::paintFromLayer(const QRegion& region)
 {
-    if (!scene() || !mayUseLayer() || isWhole(region) || !m_layer->covers(region))
+    if (!hasLayerOf(region))
         return false;
     QPainter painter(viewport());
     if (!m_layer->draw(painter, *viewport()))

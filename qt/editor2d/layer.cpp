@@ -56,10 +56,14 @@ void Layer::capture(QPainter& painter, const QWidget& viewport, const QRegion& r
     }
 }
 
-bool Layer::draw(QPainter& painter, const QWidget& viewport) const
+bool Layer::draw(QPainter& painter, const QWidget& viewport)
 {
-    if (!isOnScreen(painter, viewport) || toScreen(painter) != m_toScreen)
+    if (!isOnScreen(painter, viewport))
         return false;
+    if (toScreen(painter) != m_toScreen) {
+        clear();
+        return false;
+    }
     painter.save();
     painter.setWorldTransform(m_toScreen.inverted());
     painter.setCompositionMode(QPainter::CompositionMode_Source);

@@ -26,9 +26,9 @@ public:
 
     /// Takes over what has been painted so far, of which `region` is new.
     void capture(QPainter& painter, const QWidget& viewport, const QRegion& region);
-    /// Paints all of the layer. False if the viewport now has another place or scale in its
-    /// window, or is not painted into its window.
-    bool draw(QPainter& painter, const QWidget& viewport) const;
+    /// Paints all of the layer. False if the viewport is not painted into its window, or now
+    /// has another place or scale there: then the layer is of no use any more, and is cleared.
+    bool draw(QPainter& painter, const QWidget& viewport);
 
 private:
     QImage m_pixels;

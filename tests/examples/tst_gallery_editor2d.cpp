@@ -92,6 +92,11 @@ private Q_SLOTS:
         x11::turnWheel(onScreen(view, QPointF(100.0, 60.0)), true);
         QTRY_VERIFY(status().contains("zoomChanged 1"));
         QVERIFY(status().contains("pixel 0.8696 x 0.8696"));
+        // What comes through a link fires nothing, but is told.
+        auto* partner = viewCalled("Linked both ways");
+        x11::turnWheel(onScreen(partner, partner->getCenter()), true);
+        QTRY_VERIFY(status().contains("pixel 0.7561 x 0.7561"));
+        QVERIFY(status().contains("zoomChanged 1"));
     }
 
 private:

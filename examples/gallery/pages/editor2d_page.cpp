@@ -149,6 +149,9 @@ void Editor2dPage::listen()
     m_connections.emplace_back(
         m_view->centerChanged.connect([this](const QPointF&) { count("centerChanged"); }));
     m_connections.emplace_back(m_view->zoomChanged.connect([this] { count("zoomChanged"); }));
+    // What comes through a link fires nothing. This slot runs after the link.
+    m_connections.emplace_back(
+        m_partner->centerChanged.connect([this](const QPointF&) { showStatus(); }));
     m_connections.emplace_back(m_view->resized.connect([this] { count("resized"); }));
 }
 
@@ -169,6 +172,7 @@ void Editor2dPage::showCrossHairs(bool on)
 
 void Editor2dPage::showCursor(bool on)
 {
+    m_cursor = on;
     m_view->setDrawCustomCursor(on);
     m_view->viewport()->update();
 }
@@ -200,8 +204,10 @@ void Editor2dPage::print()
     pdf.setPageSize(QPageSize(QSizeF(m_view->viewport()->size()) / 96.0, QPageSize::Inch));
     pdf.setPageMargins(QMarginsF());
     m_view->setDrawCrossHairs(false);
+    m_view->setDrawCustomCursor(false);
     paint(*m_view, pdf);
     m_view->setDrawCrossHairs(m_crossHairs);
+    m_view->setDrawCustomCursor(m_cursor);
 }
 
 void Editor2dPage::count(const char* signal)

@@ -23,7 +23,9 @@ class EditorView;
 namespace gallery {
 
 /// A polygon whose corners are grips among a few hundred items, in one large view and three
-/// small ones that are linked to it. A line below tells what the large view fires.
+/// small ones that are linked to it. A line below tells what the large view fires. All views show
+/// one scene, so all of them are repainted when the mouse moves over one. A view that has its
+/// scene for itself keeps a picture of it, and paints only the cross hairs.
 class Editor2dPage : public QWidget
 {
     Q_OBJECT
@@ -60,6 +62,7 @@ private:
     View* m_partner = nullptr;
     QLabel* m_status = nullptr;
     bool m_crossHairs = true;
+    bool m_cursor = false;
 
     QGraphicsPolygonItem* m_polygon = nullptr;
     std::vector<vrn::qt::ed2d::GripItem*> m_grips;

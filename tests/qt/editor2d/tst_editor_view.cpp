@@ -2,6 +2,7 @@
 
 #include <QGraphicsRectItem>
 #include <QGraphicsSceneMouseEvent>
+#include <QMimeData>
 #include <QScrollBar>
 
 #include "editor_view_fixture.h"
@@ -15,6 +16,7 @@ using namespace vrn::test;
 using namespace vrn::qt::graphics;
 
 Q_DECLARE_METATYPE(Qt::MouseButton)
+Q_DECLARE_METATYPE(QEvent::Type)
 
 namespace {
 
@@ -33,6 +35,17 @@ struct Fixture
 
     OpenView view;
     SignalLog log{view};
+};
+
+// Which events it has got.
+struct LoggingScene : public QGraphicsScene
+{
+    bool event(QEvent* event) override
+    {
+        types.append(event->type());
+        return QGraphicsScene::event(event);
+    }
+    QVector<QEvent::Type> types;
 };
 
 bool isNear(const QPointF& a, const QPointF& b, double tolerance = 1e-9)
@@ -62,6 +75,68 @@ private Q_SLOTS:
         QVERIFY(view.testAttribute(Qt::WA_MouseTracking));
         QVERIFY(view.viewport()->hasMouseTracking());
         QCOMPARE(view.cursor().shape(), Qt::ArrowCursor);
+    }
+
+    // The center is applied before there is a scene, and does not show until a resize.
+    void aNewViewShowsItsCenterFromTheFirstResize()
+    {
+        EditorView view;
+        const QPointF middle = view.mapToScene(view.viewport()->rect().center());
+        QGraphicsScene scene(-200.0, -200.0, 600.0, 600.0);
+        QGraphicsView plain;
+        plain.centerOn(50.0, 0.0);
+        plain.setScene(&scene);
+        plain.setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+        plain.setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+        QCOMPARE(middle, plain.mapToScene(plain.viewport()->rect().center()));
+        QVERIFY(!isNear(middle, QPointF(50.0, 0.0), 2.0));
+        view.resize(300, 200);
+        view.show();
+        QVERIFY(isNear(view.mapToScene(view.viewport()->rect().center()), QPointF(50.0, 0.0), 2.0));
+    }
+
+    void theBaseClassHandlesFocusAndDrags_data()
+    {
+        columns<QEvent::Type>("type");
+        row("focus comes", QEvent::FocusIn);
+        row("focus goes", QEvent::FocusOut);
+        row("something is dragged over the view", QEvent::GraphicsSceneDragMove);
+    }
+    void theBaseClassHandlesFocusAndDrags()
+    {
+        QFETCH(QEvent::Type, type);
+        Fixture f;
+        LoggingScene scene;
+        f.view.setScene(&scene);
+        scene.types.clear();
+        QFocusEvent focusIn(QEvent::FocusIn);
+        QFocusEvent focusOut(QEvent::FocusOut);
+        const QMimeData data;
+        QDragMoveEvent drag(QPoint(20, 20), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+        if (type == QEvent::FocusIn)
+            f.view.focusInEvent(&focusIn);
+        else if (type == QEvent::FocusOut)
+            f.view.focusOutEvent(&focusOut);
+        else
+            f.view.dragMoveEvent(&drag);
+        QVERIFY(scene.types.contains(type));
+    }
+
+    void theSceneHasHandledTheMouseBeforeTheSignal()
+    {
+        Fixture f;
+        LoggingScene scene;
+        f.view.setScene(&scene);
+        press(f.view, QPoint(20, 20), Qt::LeftButton);
+        QVector<QEvent::Type> before;
+        f.view.mouseMoved.connect([&](QMouseEvent*) { before = scene.types; });
+        f.view.mouseReleased.connect([&](QMouseEvent*) { before = scene.types; });
+        scene.types.clear();
+        move(f.view, QPoint(30, 30), Qt::LeftButton);
+        QVERIFY(before.contains(QEvent::GraphicsSceneMouseMove));
+        before.clear();
+        release(f.view, QPoint(30, 30), Qt::LeftButton);
+        QVERIFY(before.contains(QEvent::GraphicsSceneMouseRelease));
     }
 
     void theSceneOfANewViewIsItsChild()

@@ -10,6 +10,7 @@
 #include "support/test_main.h"
 #include "support/test_object.h"
 
+#include <algorithm>
 #include <cmath>
 
 using namespace vrn::test;
@@ -56,11 +57,13 @@ public:
         {
             for (int i = 0; i < count; ++i)
                 rects.append(transform.mapRect(all[i]));
+            note(count);
         }
         void drawTextItem(const QPointF& place, const QTextItem& item) override
         {
             texts.append(item.text());
             textPlaces.append(transform.map(place));
+            textPens.append(pen);
         }
         void note(int count)
         {
@@ -73,10 +76,11 @@ public:
         QPainter::RenderHints hints;
         QTransform transform;
         QVector<QLineF> lines;
-        QVector<QPen> pens;
+        QVector<QPen> pens; // Of lines and rectangles.
         QVector<QRectF> rects;
         QStringList texts;
         QVector<QPointF> textPlaces;
+        QVector<QPen> textPens;
         bool isAntialiased = false;
     };
 
@@ -154,11 +158,13 @@ QString textOf(const QVector<QLineF>& lines)
     return texts.join(' ');
 }
 
-bool isPen(const QPen& pen, const QColor& colour, double width, Qt::PenStyle style)
+bool arePens(const QVector<QPen>& pens, const QColor& colour, double width, Qt::PenStyle style)
 {
-    return pen.color() == colour && pen.widthF() == width && pen.style() == style
-        && pen.capStyle() == Qt::FlatCap && pen.joinStyle() == Qt::MiterJoin
-        && pen.brush().style() == Qt::SolidPattern;
+    return !pens.isEmpty() && std::all_of(pens.begin(), pens.end(), [&](const QPen& pen) {
+        return pen.color() == colour && pen.widthF() == width && pen.style() == style
+            && pen.capStyle() == Qt::FlatCap && pen.joinStyle() == Qt::MiterJoin
+            && pen.brush().style() == Qt::SolidPattern;
+    });
 }
 
 } // namespace
@@ -231,7 +237,7 @@ private Q_SLOTS:
         enter(f.view);
         f.draw();
         QCOMPARE(textOf(f.recorder.drawn().lines), QString("120,0-120,300 0,80-400,80"));
-        QVERIFY(isPen(f.recorder.drawn().pens.first(), Qt::darkGray, 1.0, Qt::DotLine));
+        QVERIFY(arePens(f.recorder.drawn().pens, Qt::darkGray, 1.0, Qt::DotLine));
         QVERIFY(!f.recorder.drawn().isAntialiased);
     }
 
@@ -306,7 +312,8 @@ private Q_SLOTS:
         QCOMPARE(f.recorder.drawn().lines, expected);
         QCOMPARE(f.recorder.drawn().rects,
             QVector<QRectF>{QRectF(QPointF(mouse) - QPointF(4.0, 4.0), QSizeF(8.0, 8.0))});
-        QVERIFY(isPen(f.recorder.drawn().pens.first(), Qt::black, 1.0, Qt::SolidLine));
+        QCOMPARE(f.recorder.drawn().pens.size(), 5);
+        QVERIFY(arePens(f.recorder.drawn().pens, Qt::black, 1.0, Qt::SolidLine));
         QVERIFY(!f.recorder.drawn().isAntialiased);
     }
 
@@ -343,8 +350,28 @@ private Q_SLOTS:
         f.draw();
         QCOMPARE(f.recorder.drawn().texts, QStringList("Plan"));
         QCOMPARE(f.recorder.drawn().textPlaces, QVector<QPointF>{QPointF(20.0, 30.0)});
-        QVERIFY(isPen(f.recorder.drawn().pen, Qt::black, 1.0, Qt::SolidLine)
-            || f.recorder.drawn().pen.color() == Qt::black);
+        QVERIFY(arePens(f.recorder.drawn().textPens, Qt::black, 1.0, Qt::SolidLine));
+    }
+
+    void theTitleIsDrawnToAGenerousLength_data()
+    {
+        columns<QString, QString>("title", "drawn");
+        const QString pair = QString::fromUcs4(U"\U0001F600", 1);
+        row("characters without a width", QString(5000, QChar(0x200b)) + "end",
+            QString(5000, QChar(0x200b)) + "end");
+        row("ten thousand", QString(10000, 'x'), QString(10000, 'x'));
+        row("one more", QString(10001, 'x'), QString(10000, 'x'));
+        row("a pair of surrogates is not split", QString(9999, 'x') + pair, QString(9999, 'x'));
+        row("a pair that fits", QString(9998, 'x') + pair + "x", QString(9998, 'x') + pair);
+    }
+    void theTitleIsDrawnToAGenerousLength()
+    {
+        QFETCH(QString, title);
+        QFETCH(QString, drawn);
+        Fixture f;
+        f.view.setTitle(title);
+        f.draw();
+        QCOMPARE(f.recorder.drawn().texts.join(QString()), drawn);
     }
 
     void theLabelsAreMultiplesOfTheMajorStep_data()
@@ -389,8 +416,8 @@ private Q_SLOTS:
                 expected.append(QLineF(x, 0, x, 3));
         }
         QCOMPARE(textOf(drawn.lines), textOf(expected));
-        for (const QPen& pen : drawn.pens)
-            QVERIFY(isPen(pen, Qt::black, 0.0, Qt::SolidLine));
+        QVERIFY(arePens(drawn.pens, Qt::black, 0.0, Qt::SolidLine));
+        QVERIFY(arePens(drawn.textPens, Qt::black, 0.0, Qt::SolidLine));
         QVERIFY(!drawn.isAntialiased);
     }
 
@@ -498,7 +525,59 @@ private Q_SLOTS:
         QCOMPARE(f.recorder.drawn().texts.join(' '), QString("-200 -100 0 100"));
     }
 
-    // A step is a half where the pixel has a negative width.
+    // As many labels as can be told apart are those of the plain loop.
+    void labelsAtLeastAPixelApartAreAllThere_data()
+    {
+        columns<double, double, int>("x", "y", "labels");
+        row("equal axes", 1.0, 1.0, 3);
+        row("a tenth", 1.0, 0.1, 30);
+        row("a pixel apart", 1.0, 0.01, 300);
+        row("zoomed in, a tenth", 10.0, 1.0, 30);
+        row("higher than wide", 1.0, 3.0, 1);
+    }
+    void labelsAtLeastAPixelApartAreAllThere()
+    {
+        QFETCH(double, x);
+        QFETCH(double, y);
+        QFETCH(int, labels);
+        Fixture f;
+        f.view.setSceneRect(0.0, 0.0, 400.0 / x, 300.0 / y);
+        f.view.setTransform(QTransform::fromScale(x, y));
+        f.view.setRulers(true, false);
+        f.draw();
+        const double step = 100.0 / x;
+        QStringList expected;
+        const double last = f.view.mapToScene(f.view.rect().bottomRight()).y();
+        for (double label = 0.0; label <= last; label += step)
+            expected << QString::number(label);
+        QCOMPARE(f.recorder.drawn().texts, expected);
+        QCOMPARE(expected.size(), labels);
+    }
+
+    void aRulerHasNoMoreLabelsThanPixels_data()
+    {
+        columns<QTransform>("transform");
+        row("a thousandth", QTransform::fromScale(1.0, 0.001));
+        row("mirrored in x", QTransform::fromScale(-1.0, 1.0));
+        row("mirrored and zoomed out", QTransform::fromScale(-0.01, 0.01));
+        row("a quarter turn", QTransform().rotate(90.0));
+    }
+    void aRulerHasNoMoreLabelsThanPixels()
+    {
+        QFETCH(QTransform, transform);
+        Fixture f;
+        f.view.setSceneRect(transform.inverted().mapRect(QRectF(0.0, 0.0, 4000.0, 3000.0)));
+        f.view.setTransform(transform);
+        f.view.setRulers(true, false);
+        f.draw();
+        QVERIFY(f.recorder.drawn().texts.size() <= 301);
+        f.view.setRulers(false, true);
+        f.draw();
+        QVERIFY(f.recorder.drawn().texts.size() <= 301 + 401);
+    }
+
+    // A step is a half where the pixel has a negative width: two for each pixel, of which every
+    // other one has room.
     void aMirroredWidthHasTheSmallestStep()
     {
         Fixture f;
@@ -507,8 +586,8 @@ private Q_SLOTS:
         f.view.setRulers(true, true);
         f.draw();
         const QStringList& texts = f.recorder.drawn().texts;
-        QCOMPARE(texts.size(), 599);
-        QCOMPARE(texts[1], QString("0.5"));
+        QCOMPARE(texts.size(), 300);
+        QCOMPARE(texts[1], QString("1"));
     }
 
     void rulersEndInAnyView_data()

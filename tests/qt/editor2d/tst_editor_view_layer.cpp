@@ -40,13 +40,15 @@ public:
 
 // A window with a view at an odd place, so that at most scales its corner is between two
 // pixels of the screen.
-struct Window
+template <typename View>
+struct BasicWindow
 {
-    Window()
+    BasicWindow()
     {
         form.resize(330, 260);
         view.setParent(&form);
         view.setGeometry(13, 9, 300, 230);
+        view.setAutoFillBackground(true); // As in a QScrollArea, which moves what is painted.
         view.scene()->setSceneRect(-2000.0, -2000.0, 4000.0, 4000.0);
         for (int i = 0; i < 25; ++i) {
             auto* rect = new QGraphicsRectItem(0.0, 0.0, 33.3, 21.7);
@@ -79,7 +81,7 @@ struct Window
             move(view, position - view.viewport()->pos());
         else if (wasInside)
             leave(view);
-        else // Nobody asks for it when the mouse moves outside.
+        else // The view asks for no repaint when the mouse moves outside.
             view.viewport()->update();
         settle();
     }
@@ -105,7 +107,7 @@ struct Window
         const QPoint corner = view.viewport()->mapTo(&form, QPoint());
         const double scale = image.devicePixelRatio();
         const QRectF place(QPointF(corner) * scale, QSizeF(view.viewport()->size()) * scale);
-        return place.toAlignedRect().adjusted(1, 1, -1, -1);
+        return place.toAlignedRect().adjusted(1, 1, -1, -1) & image.rect();
     }
 
     // How far a colour may be off is for what is painted in parts without a layer: where a
@@ -135,10 +137,12 @@ struct Window
     }
 
     QWidget form;
-    OpenView view;
+    View view;
     QList<ed2d::GripItem*> grips;
     bool isInside = false;
 };
+
+using Window = BasicWindow<OpenView>;
 
 class ViewAndPainting : public Subject
 {
@@ -148,7 +152,8 @@ public:
         return {"move", "move", "move", "move", "move out", "event elsewhere", "wheel", "pan",
             "resize", "move an item", "select an item", "repaint the scene", "set the title",
             "set the rulers", "set cross hairs", "set the cursor", "link", "repaint a part",
-            "cover a part", "rubber band", "share the scene", "repaint while the mouse moves"};
+            "cover a part", "rubber band", "share the scene", "switch the mode", "switch a flag",
+            "scroll in the window, repainting a part", "repaint while the mouse moves"};
     }
 
     ViewAndPainting()
@@ -222,13 +227,29 @@ public:
         } else if (name == "share the scene") {
             m_other.setScene(argument & 1 ? view.scene() : m_otherScene);
             move(view, place);
+        } else if (name == "switch the mode") {
+            view.setViewportUpdateMode(QGraphicsView::SmartViewportUpdate);
+            changeMeanwhile(*grip, argument);
+            view.setViewportUpdateMode(QGraphicsView::FullViewportUpdate);
+            m_window.putMouse(place);
+        } else if (name == "switch a flag") {
+            view.setOptimizationFlag(QGraphicsView::DontSavePainterState);
+            changeMeanwhile(*grip, argument);
+            view.setOptimizationFlag(QGraphicsView::DontSavePainterState, false);
+            m_window.putMouse(place);
+        } else if (name.startsWith("scroll")) {
+            // By whole pixels of the screen, so that Qt moves what it has painted.
+            m_window.view.move(1 + 4 * (a % 4), 1 + 4 * (b % 4));
+            settle();
+            m_window.putMouse(place);
         } else {
             move(view, place);
             view.scene()->update();
             view.viewport()->repaint(QRect(place, QSize(30, 30)));
         }
         settle();
-        const bool isInParts = name.contains("part") || name.contains("while");
+        const bool isInParts = name.contains("part") || name.contains("while")
+            || name.contains("mode");
         const QString text = m_window.difference(isInParts ? 1 : 0);
         if (isInParts)
             view.viewport()->repaint();
@@ -236,6 +257,14 @@ public:
     }
 
 private:
+    // The layer cannot be kept up to date.
+    static void changeMeanwhile(ed2d::GripItem& grip, unsigned argument)
+    {
+        settle();
+        grip.moveBy(argument & 1 ? 15.0 : -15.0, argument & 2 ? 15.0 : -15.0);
+        settle();
+    }
+
     // The next move shows them, if it paints.
     void showSettings(const QPoint& place)
     {
@@ -399,6 +428,83 @@ private Q_SLOTS:
         window.putMouse(QPoint(100, 60));
         QVERIFY(window.view.wholePaints >= 1);
         QCOMPARE(window.difference(), QString());
+    }
+
+    void noStaleLayerIsShown_data()
+    {
+        columns<QString>("meanwhile");
+        row("after scene changes were painted in parts", "mode");
+        row("after items could leave the painter as they liked", "flags");
+    }
+    void noStaleLayerIsShown()
+    {
+        QFETCH(QString, meanwhile);
+        Window window;
+        window.putMouse(QPoint(50, 60));
+        const auto change = [&](bool isOff) {
+            if (meanwhile == "mode") {
+                window.view.setViewportUpdateMode(
+                    isOff ? QGraphicsView::SmartViewportUpdate : QGraphicsView::FullViewportUpdate);
+            } else {
+                window.view.setOptimizationFlag(QGraphicsView::DontSavePainterState, isOff);
+            }
+        };
+        change(true);
+        window.grips[0]->setPos(20.0, 30.0);
+        settle();
+        change(false);
+        window.putMouse(window.view.mapFromScene(QPointF(0.0, 10.0)));
+        QCOMPARE(window.difference(), QString());
+        window.putMouse(window.view.mapFromScene(QPointF(20.0, 30.0)));
+        QCOMPARE(window.difference(), QString());
+    }
+
+    void theLayerIsTakenAnewAtAnotherPlaceInTheWindow()
+    {
+        Window window;
+        window.putMouse(QPoint(50, 60));
+        window.putMouse(QPoint(55, 60));
+        window.view.paints = 0;
+        window.view.move(1, 5);
+        settle();
+        // Qt has moved what was painted.
+        QCOMPARE(window.view.paints, 0);
+        window.putMouse(QPoint(60, 60));
+        window.putMouse(QPoint(65, 60));
+        window.view.wholePaints = 0;
+        for (int i = 0; i < 5; ++i) {
+            window.putMouse(QPoint(70 + 7 * i, 80));
+            QCOMPARE(window.view.wholePaints, 0);
+        }
+        QCOMPARE(window.difference(), QString());
+    }
+
+    // What a derived view paints over all of it stays where strips are painted.
+    void aDerivedViewMayPaintOverTheView()
+    {
+        struct Overlay : public OpenView
+        {
+            void paintEvent(QPaintEvent* event) override
+            {
+                OpenView::paintEvent(event);
+                QPainter painter(viewport());
+                painter.fillRect(QRect(40, 40, 100, 100), QColor(255, 0, 0, 100));
+                regions.append(event->region());
+            }
+            QVector<QRegion> regions;
+        };
+        BasicWindow<Overlay> window;
+        window.putMouse(QPoint(50, 60));
+        window.putMouse(QPoint(55, 60));
+        for (int i = 0; i < 10; ++i) {
+            window.view.wholePaints = 0;
+            window.view.regions.clear();
+            window.putMouse(QPoint(60 + 9 * i, 70 + 8 * i));
+            QCOMPARE(window.view.wholePaints, 0);
+            QCOMPARE(window.view.regions.size(), 1);
+            QVERIFY(!window.view.regions.first().contains(QPoint(5, 5)));
+            QCOMPARE(window.difference(), QString());
+        }
     }
 
     void invalidateLayerShowsWhatTheSceneDoesNotKnow()

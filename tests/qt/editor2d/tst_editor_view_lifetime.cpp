@@ -300,11 +300,20 @@ private Q_SLOTS:
         QCOMPARE(alive.isNull(), what == "view");
     }
 
+    void aLongTitleTakesNoTime_data()
+    {
+        columns<QChar>("character");
+        row("from left to right", QChar('x'));
+        row("from right to left", QChar(0x5d0));
+        row("without a width", QChar(0x200b));
+        row("a half of a pair", QChar(0xd83d));
+    }
     void aLongTitleTakesNoTime()
     {
+        QFETCH(QChar, character);
         OpenView view;
         view.resize(1200, 800);
-        view.setTitle(QString(1 << 20, 'x'));
+        view.setTitle(QString(1 << 20, character));
         view.show();
         QVERIFY(QTest::qWaitForWindowExposed(&view));
         verifyTakesAtMost(timeLimitMs(), "a repaint", [&] { view.viewport()->repaint(); });

@@ -212,15 +212,57 @@ private Q_SLOTS:
         QVERIFY(isNear(view.pixelSize(), QPointF(1.0, 1.0) / 1.15));
     }
 
-    // First on zoomChanged, then on centerChanged, each link anew.
+    // Each link acquires anew, in the order of linking: scrolling tells of it.
     void twoLinksRunTwice()
     {
         ShownView view;
         ShownView other;
+        QStringList acquired;
+        const auto note = [&] {
+            acquired
+                << QStringLiteral("%1, %2").arg(view.getCenter().x()).arg(view.getCenter().y());
+        };
+        connect(view.horizontalScrollBar(), &QScrollBar::valueChanged, &view, note);
+        connect(view.verticalScrollBar(), &QScrollBar::valueChanged, &view, note);
         view.linkViewSettingsTo(&other, EditorView::CenterX);
+        view.linkViewSettingsTo(&other, EditorView::CenterY);
+        other.setCenter(QPointF(300.0, 400.0), true);
+        QCOMPARE(acquired, QStringList({"300, 0", "300, 400"}));
+
         view.linkViewSettingsTo(&other, EditorView::CenterX);
-        QCOMPARE(other.zoomChanged.num_slots(), std::size_t(2));
-        QCOMPARE(other.centerChanged.num_slots(), std::size_t(2));
+        other.centerChanged.connect([&](const QPointF&) { acquired << "told"; });
+        // What a link has acquired is taken back, so that the next one shows.
+        connect(view.horizontalScrollBar(), &QScrollBar::valueChanged, &view, [&] {
+            if (view.getCenter().x() == other.getCenter().x() && acquired.size() < 10)
+                view.setCenter(QPointF(0.0, view.getCenter().y()), false);
+        });
+        acquired.clear();
+        other.setCenter(QPointF(700.0, 400.0), true);
+        QCOMPARE(acquired, QStringList({"700, 400", "0, 400", "700, 400", "0, 400", "told"}));
+    }
+
+    // The leader leaves the numbers that have a pixel, but the follower does not.
+    void aScaleThatIsNoNumberIsNotTaken_data()
+    {
+        columns<int>("angle");
+        row("far in", 120);
+        row("far out", -120);
+    }
+    void aScaleThatIsNoNumberIsNotTaken()
+    {
+        QFETCH(int, angle);
+        ShownView view;
+        ShownView other;
+        view.linkViewSettingsTo(&other, allSettings);
+        for (int i = 0; i < 6000; ++i) {
+            turnWheel(other, QPoint(130, 70), QPoint(0, angle));
+            QVERIFY(std::isfinite(view.transform().m11()) && view.transform().m11() > 0.0);
+            QVERIFY(std::isfinite(view.transform().m22()) && view.transform().m22() > 0.0);
+        }
+        other.resetTransform();
+        other.setCenter(QPointF(300.0, 400.0), true);
+        QCOMPARE(view.getCenter(), QPointF(300.0, 400.0));
+        QVERIFY(isNear(view.pixelSize(), other.pixelSize()));
     }
 
     // What follows gets its turn in the order of the links.

@@ -177,9 +177,12 @@ private Q_SLOTS:
         }
         // No button is held, and the scene is not painted again.
         window.view.wholePaints = 0;
+        window.view.paints = 0;
         window.log.take();
         x11::moveMouse(window.onScreen(QPoint(300, 200)));
         QTRY_VERIFY(window.log.text.contains("mouseMoved"));
+        QTRY_VERIFY(window.view.paints > 0);
+        QCOMPARE(window.view.wholePaints, 0);
         QTRY_VERIFY(window.showsAFullRepaint());
         x11::moveMouse(QPoint(5, 5));
         QTRY_COMPARE(window.shown(), without);

@@ -179,13 +179,17 @@ private Q_SLOTS:
 
     void itKeepsItsSizeAtAnyZoom_data()
     {
-        columns<double>("zoom");
-        for (const double zoom : {0.05, 0.5, 1.0, 3.0, 40.0})
-            QTest::addRow("%g", zoom) << zoom;
+        columns<double, bool, int>("zoom", "hovering", "size");
+        for (const double zoom : {0.05, 0.5, 1.0, 3.0, 40.0}) {
+            QTest::addRow("%g", zoom) << zoom << false << 7;
+            QTest::addRow("%g, 10.4 pixels under the mouse", zoom) << zoom << true << 10;
+        }
     }
     void itKeepsItsSizeAtAnyZoom()
     {
         QFETCH(double, zoom);
+        QFETCH(bool, hovering);
+        QFETCH(int, size);
         OpenView view;
         view.setDrawCrossHairs(false);
         view.resize(300, 300);
@@ -198,6 +202,8 @@ private Q_SLOTS:
         view.setCenter(QPointF(32.0, 21.0), false);
         view.show();
         QVERIFY(QTest::qWaitForWindowExposed(&view));
+        if (hovering)
+            grip->enter();
         const QImage image = view.viewport()->grab().toImage();
         const QPoint place = view.mapFromScene(QPointF(32.0, 21.0));
         QRect red;
@@ -207,7 +213,7 @@ private Q_SLOTS:
                     red |= QRect(x, y, 1, 1);
             }
         }
-        QVERIFY(std::abs(red.width() - 7) <= 1 && std::abs(red.height() - 7) <= 1);
+        QVERIFY(std::abs(red.width() - size) <= 1 && std::abs(red.height() - size) <= 1);
         QVERIFY((red.center() - place).manhattanLength() <= 2);
     }
 

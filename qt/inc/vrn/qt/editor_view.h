@@ -54,7 +54,9 @@ class Layer;
 ///   a viewport that paints by OpenGL;
 /// - while the scene has another view or a slot is connected to its changed(): these hear of
 ///   each move, as if the whole scene had changed, and so does this view.
-/// A class that overrides drawForeground() calls that of this class first.
+/// A class that overrides drawForeground() calls that of this class first. A class that overrides
+/// paintEvent() hands its event on to that of this class, and paints over the view after it; at a
+/// mouse move the event has only the region that is repainted.
 ///
 /// `delete` and `deleteLater` of the view, its parent or its window, of its scene and of views
 /// that follow it or that it follows are safe in any slot of its signals. Excluded is `delete`
@@ -110,11 +112,13 @@ public:
     /// A cross with a box in place of the mouse cursor, which is hidden from the next time that
     /// the mouse enters or ends a pan. Off at first.
     void setDrawCustomCursor(bool draw);
-    /// A text in the upper left corner. Empty at first.
+    /// A text in the upper left corner, of which up to 10,000 characters are drawn. Empty at
+    /// first.
     void setTitle(const QString& title);
 
     /// Takes what the bits of `mask` select from `other`, once, and fires nothing. After the
-    /// scale of an axis is taken, the pixels of both views have the same size along it.
+    /// scale of an axis is taken, the pixels of both views have the same size along it. A scale
+    /// is not taken where the size of a pixel is zero or not finite.
     /// Without a view it is reported, and nothing happens.
     void acquireViewSettingsFrom(EditorView* other, int mask);
     /// From the next time that the wheel or a pan changes `other`, or that it is told to notify
@@ -181,6 +185,7 @@ private:
     bool mayUseLayer() const;
     bool isWhole(const QRegion& region) const;
     bool isSceneShared() const;
+    bool hasLayerOf(const QRegion& region) const;
     bool paintFromLayer(const QRegion& region);
     void followMouse();
     QPoint mousePosition() const;
