@@ -152,7 +152,7 @@ public:
         return {"move", "move", "move", "move", "move out", "event elsewhere", "wheel", "pan",
             "resize", "move an item", "select an item", "repaint the scene", "set the title",
             "set the rulers", "set cross hairs", "set the cursor", "link", "repaint a part",
-            "cover a part", "rubber band", "share the scene", "switch the mode", "switch a flag",
+            "cover a part", "rubber band", "share the scene", "switch the mode",
             "scroll in the window, repainting a part", "repaint while the mouse moves"};
     }
 
@@ -231,11 +231,6 @@ public:
             view.setViewportUpdateMode(QGraphicsView::SmartViewportUpdate);
             changeMeanwhile(*grip, argument);
             view.setViewportUpdateMode(QGraphicsView::FullViewportUpdate);
-            m_window.putMouse(place);
-        } else if (name == "switch a flag") {
-            view.setOptimizationFlag(QGraphicsView::DontSavePainterState);
-            changeMeanwhile(*grip, argument);
-            view.setOptimizationFlag(QGraphicsView::DontSavePainterState, false);
             m_window.putMouse(place);
         } else if (name.startsWith("scroll")) {
             // By whole pixels of the screen, so that Qt moves what it has painted.
