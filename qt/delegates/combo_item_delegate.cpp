@@ -240,7 +240,7 @@ void ComboItemDelegate::setModelData(
         if (isEmpty && showsNothing(*box))
             return;
         const boost::any value = box->getSelectedValue();
-        if (value.empty() || !box)
+        if (value.empty() || box.isNull())
             return;
         const QString display = box->getNameForValue(value);
         if (!cell.model())
