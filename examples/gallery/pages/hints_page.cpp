@@ -316,11 +316,11 @@ QString inLines(const QStringList& texts)
     QString lines;
     int length = 0;
     for (const QString& word : texts.join(QStringLiteral(", ")).split(QLatin1Char(' '))) {
-        const bool fits = length + 1 + word.size() <= longest;
+        const bool fits = length + 1 + static_cast<int>(word.size()) <= longest;
         if (length > 0)
             lines += fits ? QLatin1Char(' ') : QLatin1Char('\n');
         lines += word;
-        length = (fits ? length + 1 : 0) + word.size();
+        length = (fits ? length + 1 : 0) + static_cast<int>(word.size());
     }
     return lines;
 }
