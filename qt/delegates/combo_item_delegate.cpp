@@ -226,7 +226,7 @@ void ComboItemDelegate::setModelData(
     VRN_ASSERT(box);
     if (!box || box->dataVaries())
         return;
-    // The first role may move the row, as behind a sorted proxy, or filter it out.
+    // With a proxy, the first role may move the row, if it sorts, or hide it, if it filters.
     const detail::SteadyIndex cell(model, index);
     const bool isEmpty = valueOf(index).empty();
     const QPointer<const ComboItemDelegate> self(this);

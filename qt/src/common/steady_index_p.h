@@ -22,7 +22,7 @@ public:
     QModelIndex get() const;
 
     /// Writes to the cell, in the highest model that still shows it: a proxy may have filtered
-    /// it out. False if there is no such model, or if that refuses.
+    /// it out. False if no model shows it any more, or if that model refuses.
     bool setData(const QVariant& value, int role) const;
 
     /// Null once it has been destroyed.

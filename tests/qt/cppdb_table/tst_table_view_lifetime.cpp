@@ -248,7 +248,7 @@ private Q_SLOTS:
         QCOMPARE(scene.model->content(), QString("0.5,'new' | 7.0,'7' | 7.0,'7'"));
     }
 
-    // There is no one to tell which row is which afterwards.
+    // Afterwards nothing tells which row is which.
     void nothingIsWrittenAfterAReset()
     {
         Scene scene;

@@ -93,7 +93,7 @@ public:
 
     /// Called for a line of the clipboard that goes below the last row of the model, with the
     /// column of the first element. It must append a row to the model and fill it: the view
-    /// does not write to that row. If there are no more rows afterwards, the paste ends.
+    /// does not write to that row. If it appends no row, the paste ends.
     void setCreateNewRowHandler(boost::function<void(int column, const NewRow& values)> handler);
 
     /// Other keys than those of the commands have the effect that they have in
