@@ -12,6 +12,8 @@
 namespace vrn::qt::graphics::detail {
 namespace {
 
+constexpr double maxTicks = 10000.0;
+
 // Where a tick is drawn; none if it is far outside of the view, where a QPoint may overflow.
 std::optional<QPoint> placeOf(const QGraphicsView& view, const QPointF& point)
 {
@@ -38,11 +40,9 @@ public:
         // Both rulers go by the width of a pixel.
         const double pixel = m_view.mapToScene(QPoint(1, 0)).x()
             - m_view.mapToScene(QPoint(0, 0)).x();
-        const double step = minorStep(pixel) * 5.0;
-        // Ticks that are less than a pixel apart cannot be told from each other.
         const std::set<double> major = m_isHorizontal
-            ? majorTicks(m_visible.left(), m_visible.right(), step, m_view.width())
-            : majorTicks(m_visible.top(), m_visible.bottom(), step, m_view.height());
+            ? majorTicks(m_visible.left(), m_visible.right(), minorStep(pixel) * 5.0)
+            : majorTicks(m_visible.top(), m_visible.bottom(), minorStep(pixel) * 5.0);
         for (const double x : major)
             drawMajorTick(x);
         for (const double x : minorTicks(major)) {
@@ -95,12 +95,12 @@ double minorStep(double pixel)
     return d;
 }
 
-std::set<double> majorTicks(double low, double high, double step, int most)
+std::set<double> majorTicks(double low, double high, double step)
 {
     // The sum turns a negative zero into a positive one: its label has no sign.
     const double first = std::trunc(low / step) * step + 0.0;
     const double last = std::trunc(high / step) * step;
-    const double count = std::ceil((last - first) / step / most);
+    const double count = std::ceil((last - first) / step / maxTicks);
     if (!std::isfinite(first) || !std::isfinite(last) || !std::isfinite(count))
         return {};
     // By repeated addition, so the last tick may be missing. It ends early where the numbers

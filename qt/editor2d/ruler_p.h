@@ -19,8 +19,8 @@ VRN_QT2_EXPORT double minorStep(double pixel);
 /// Where the ticks with labels are: the multiples of `step` from `low` to `high`, both of these
 /// brought to the multiple next to them towards zero. None if anything is not finite.
 ///
-/// Where there are more than `most` distances between them, as many are left out as it takes.
-VRN_QT2_EXPORT std::set<double> majorTicks(double low, double high, double step, int most);
+/// Where there are more than any screen has room for, some are left out.
+VRN_QT2_EXPORT std::set<double> majorTicks(double low, double high, double step);
 
 /// Where the ticks without labels are: four between each two with labels, and on those.
 VRN_QT2_EXPORT std::vector<double> minorTicks(const std::set<double>& majorTicks);
