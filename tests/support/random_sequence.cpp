@@ -2,6 +2,7 @@
 
 #include "support/random_seed.h"
 
+#include <QCoreApplication>
 #include <QTest>
 
 #include <algorithm>
@@ -30,6 +31,8 @@ struct Difference
 
 Difference firstDifference(const Steps& steps, const MakeSubject& makeSubject)
 {
+    // Each posted event would be compared with all that the last subject has left.
+    QCoreApplication::sendPostedEvents();
     const auto subject = makeSubject();
     for (std::size_t i = 0; i < steps.size(); ++i) {
         const QString text = subject->perform(steps[i].action, steps[i].argument);

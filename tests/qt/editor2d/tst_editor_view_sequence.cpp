@@ -222,18 +222,25 @@ private:
         // At the edge of the scene the center is elsewhere than the view.
         const QPointF middle = m_view.mapToScene(m_view.viewport()->rect().center());
         const QPointF aside = (middle - m_model.center) * m_model.scaleX;
-        const bool isKept = m_view.scene() && isFarFromTheEdge()
-            && std::hypot(aside.x(), aside.y()) < 3.0;
+        const bool isKept = m_view.scene() && isFarFromTheEdge() && pixels(aside) < 3.0;
         turnWheel(m_view, place, angle);
         if (!m_model.zooming)
             return;
         m_model.zoom(place, isUp ? 1.15 : 0.8695652173913044);
-        // The point under the mouse stays there to two pixels, unless the scene ends.
+        // The point under the mouse stays there, unless the scene ends, but for three roundings
+        // to whole pixels: the middle of the view, the zoom and the move back. Where the view
+        // was aside before, it comes to the middle.
         const QPointF off = (m_view.mapToScene(place) - before) * m_model.scaleX;
-        if (isKept && isFarFromTheEdge() && std::hypot(off.x(), off.y()) > 3.0)
+        if (isKept && isFarFromTheEdge() && pixels(off) > 1.15 * pixels(aside) + 3.0)
             m_model.fired = "jumped ";
         m_model.fired += "centerChanged zoomChanged";
         follow();
+    }
+
+    // Scroll bars round each axis for itself.
+    static double pixels(const QPointF& way)
+    {
+        return std::max(std::abs(way.x()), std::abs(way.y()));
     }
 
     bool isFarFromTheEdge() const
