@@ -69,8 +69,8 @@ function(_vrn_add_x11_test test class program manager)
     add_test(NAME ${test} COMMAND
         "${vrn_qt2_SOURCE_DIR}/tests/support/run-x11" "$<TARGET_FILE:${program}>" ${class})
     _vrn_set_test_properties(${test} "QT_QPA_PLATFORM=xcb" "VRN_X11_WINDOW_MANAGER=${manager}" ${ARGN})
-    # Serial, because a test waits only five seconds for the effect of a key.
-    set_tests_properties(${test} PROPERTIES LABELS x11 RUN_SERIAL ON)
+    # One at a time, because a test waits only five seconds for the effect of a key.
+    set_tests_properties(${test} PROPERTIES LABELS x11 RESOURCE_LOCK x11 COST 200)
 endfunction()
 
 # _vrn_set_test_properties(<test> [<NAME=value>...])
@@ -79,4 +79,8 @@ function(_vrn_set_test_properties test)
     set(environment LC_ALL=C.UTF-8 QT_STYLE_OVERRIDE=fusion QT_SCALE_FACTOR=1
         QT_QPA_PLATFORMTHEME= ${ARGN})
     set_tests_properties(${test} PROPERTIES TIMEOUT 300 ENVIRONMENT "${environment}")
+    # A long one that starts last would run alone.
+    if(test MATCHES "_(agreement|bad_input|injection|laws|long_text|sequence)$")
+        set_tests_properties(${test} PROPERTIES COST 100)
+    endif()
 endfunction()

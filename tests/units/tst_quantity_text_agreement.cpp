@@ -106,7 +106,7 @@ private Q_SLOTS:
     void agreesOnRandomTexts()
     {
         QFETCH(unsigned, offset);
-        const std::size_t count = number_from_environment("VRN_RANDOM_TEXTS", 50'000);
+        const std::size_t count = number_from_environment("VRN_RANDOM_TEXTS", 20'000);
         QuantityTextGenerator generator(vrn::test::randomSeed() + offset, m_spellings);
         std::size_t quantities = 0;
         for (std::size_t i = 0; i < count && !QTest::currentTestFailed(); ++i) {
