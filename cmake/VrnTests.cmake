@@ -18,6 +18,8 @@ function(vrn_add_test_program program)
     add_executable(${program} ${arg_SOURCES})
     vrn_configure_target(${program})
     vrn_use_qt_in_tests(${program})
+    # Each class has names of its own for what it tests with.
+    set_target_properties(${program} PROPERTIES UNITY_BUILD OFF)
     target_precompile_headers(${program} REUSE_FROM vrn_test_support)
     # This source is empty: a test includes the output of moc itself.
     set_source_files_properties("${CMAKE_CURRENT_BINARY_DIR}/${program}_autogen/mocs_compilation.cpp"

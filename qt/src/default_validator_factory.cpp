@@ -98,7 +98,7 @@ ValidatorPtr makeNamedValues(const Hints& hints)
     return validator;
 }
 
-ValidatorPtr makeYesNo(const Hints& /*hints*/)
+ValidatorPtr makeYesNoValues(const Hints& /*hints*/)
 {
     static const NamedValueList entries = {{QObject::tr("Yes", "property_yes_no"), true},
         {QObject::tr("No", "property_yes_no"), false}};
@@ -178,7 +178,7 @@ DefaultValidatorFactory::DefaultValidatorFactory()
     add<double>("", makeDouble);
     add<std::string>("color", [](const Hints&) { return std::make_unique<ColorValidator>(); });
     add<NamedValueList>("", makeNamedValues);
-    add<bool>("", makeYesNo);
+    add<bool>("", makeYesNoValues);
     // Weak: the creators own this function, and a strong pointer would be a cycle. The caller
     // keeps them alive.
     add<ChainedValidator>("", [first = std::weak_ptr<Creators>(m_creators)](const Hints& hints) {

@@ -19,6 +19,7 @@
 #include <QLineEdit>
 #include <QVBoxLayout>
 
+#include "unit_systems.h"
 #include "value_label.h"
 
 #include <map>
@@ -34,8 +35,6 @@ namespace UnitId = vrn::units::UnitId;
 
 // Sixteenths of an inch, as on a folding rule.
 constexpr int inchFraction = 16;
-
-constexpr int systemCount = 10;
 
 // Lets a control read and write numbers in the user's locale. Controls always ask for the
 // C locale, and only a validator can change that.
@@ -125,12 +124,7 @@ QuantitiesPage::QuantitiesPage(QWidget* parent)
 
 QWidget* QuantitiesPage::createChoices()
 {
-    NamedValueList systems;
-    for (int system = 0; system < systemCount; ++system) {
-        const QString name = system < 8 ? tr("System %1, metric") : tr("System %1, US customary");
-        systems.emplace_back(name.arg(system), system);
-    }
-    m_system->setValues(systems);
+    m_system->setValues(unitSystems());
     connect(m_system, &SimpleEnumBox::valueChanged, this, &QuantitiesPage::rebuildValidators);
     m_decimalComma->setEnabled(userHasDecimalComma());
     connect(m_decimalComma, &QCheckBox::toggled, this, &QuantitiesPage::rebuildValidators);
@@ -151,7 +145,7 @@ QWidget* QuantitiesPage::createOverview()
 {
     auto* layout = new QGridLayout(m_overview);
     constexpr int columns = 5;
-    for (int system = 0; system < systemCount; ++system) {
+    for (int system = 0; system < unitSystemCount; ++system) {
         auto* label = new QLabel;
         label->setTextInteractionFlags(Qt::TextSelectableByMouse);
         layout->addWidget(label, system / columns, system % columns);
@@ -219,7 +213,7 @@ void QuantitiesPage::showInAllSystems(std::size_t index)
     m_shownRow = index;
     const Row& row = m_rows[index];
     m_overview->setTitle(tr("%1 in all systems").arg(row.edit->edit()->accessibleName()));
-    for (int system = 0; system < systemCount; ++system) {
+    for (int system = 0; system < unitSystemCount; ++system) {
         UnitValidator validator(contextOf(system), row.kind);
         m_inSystem[static_cast<std::size_t>(system)]->setText(
             QStringLiteral("%1:  %2").arg(system).arg(validator.reformat(row.value, flags())));

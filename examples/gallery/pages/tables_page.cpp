@@ -10,6 +10,7 @@
 
 #include "members_model.h"
 #include "members_table.h"
+#include "unit_systems.h"
 #include "value_label.h"
 #include "value_text.h"
 
@@ -18,7 +19,6 @@ namespace {
 
 using namespace vrn::qt;
 
-constexpr int systemCount = 10;
 constexpr int fewMembers = 300;
 constexpr int manyMembers = 100000;
 
@@ -48,12 +48,7 @@ TablesPage::TablesPage(QWidget* parent)
 
 QWidget* TablesPage::createSystems()
 {
-    NamedValueList systems;
-    for (int system = 0; system < systemCount; ++system) {
-        const QString name = system < 8 ? tr("System %1, metric") : tr("System %1, US customary");
-        systems.emplace_back(name.arg(system), system);
-    }
-    m_system->setValues(systems);
+    m_system->setValues(unitSystems());
     connect(m_system, &SimpleEnumBox::valueChanged, this, &TablesPage::setUnitSystem);
 
     auto* row = new QWidget;
