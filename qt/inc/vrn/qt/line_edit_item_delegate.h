@@ -43,9 +43,9 @@ namespace vrn::qt {
 /// that of the cell.
 ///
 /// `deleteLater` of the view, the model, the delegate and the editor is safe at any time, and so
-/// is `delete` while an editor is open. In slots of the model or the delegate, and in functions
-/// of the validator, `delete` of the view or the editor is excluded while a view reads or writes
-/// the cell, and that of the model in its own slots: Qt goes on with them.
+/// is `delete` while an editor is open. `delete` of the view or the editor is excluded while a
+/// view reads or writes the cell, in slots of the model or the delegate and in functions of the
+/// validator, and so is that of the model in its own slots: Qt goes on with them.
 class VRN_QT2_EXPORT LineEditItemDelegate : public QItemDelegate
 {
     Q_OBJECT
