@@ -455,6 +455,34 @@ private Q_SLOTS:
         QVERIFY(!editing.editor);
     }
 
+    void aRefusedTextIsDroppedAndTheEditorCloses_data()
+    {
+        columns<Install, Action>("install", "action");
+        const std::vector<std::pair<QByteArray, Action>> ends = {
+            {"Enter", press(Qt::Key_Enter)},
+            {"Tab", press(Qt::Key_Tab)},
+            {"a lost focus", moveFocus},
+            {"a click into another cell", clickElsewhere},
+        };
+        for (const auto& [end, action] : ends) {
+            for (const auto& [place, install] : places())
+                row(end + ": " + place, install, action);
+        }
+    }
+
+    void aRefusedTextIsDroppedAndTheEditorCloses()
+    {
+        QFETCH(Install, install);
+        QFETCH(Action, action);
+        Editing editing(&lineEdits, install);
+        QTest::keyClicks(editing.focus(), " m");
+        action(editing);
+        settle();
+        QVERIFY(!editing.editor);
+        QCOMPARE(describe(editing.table.value(1, 1)), QString("int 235"));
+        QCOMPARE(editing.table.index(1, 1).data().toString(), QString("S235"));
+    }
+
     // Another one may write for it.
     void theDelegateIsDestroyed_data()
     {
