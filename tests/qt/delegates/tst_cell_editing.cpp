@@ -5,6 +5,9 @@
 #include "support/test_main.h"
 #include "support/test_object.h"
 
+#include <QDialog>
+#include <QTimer>
+
 using namespace vrn::qt;
 using namespace vrn::test;
 
@@ -157,6 +160,16 @@ void deleteTheModel(Editing& editing)
 void deleteTheView(Editing& editing)
 {
     delete editing.table.view;
+}
+
+void openADialog(Editing& /*editing*/)
+{
+    QDialog dialog;
+    QTimer::singleShot(0, &dialog, [&dialog] {
+        // What is to be deleted goes in the event loop of the dialog.
+        QTimer::singleShot(0, &dialog, &QDialog::reject);
+    });
+    dialog.exec();
 }
 
 // Without a delegate, a view of Qt does not get far.
@@ -402,6 +415,7 @@ private Q_SLOTS:
             {"write another cell", [](Editing& e) { e.table.model->put(0, 0, 1, "1"); }},
             {"insert a row", insertARowAbove},
             {"run the event loop", [](Editing&) { QCoreApplication::processEvents(); }},
+            {"open a dialog, which takes the focus", openADialog},
         };
         for (const auto& [end, action] : ends) {
             for (const auto& [name, deed] : deeds) {

@@ -35,7 +35,8 @@ namespace vrn::qt {
 /// validator is asked to write it.
 ///
 /// The function of a button may open a dialog. While it runs, a lost focus does not end the edit,
-/// and the editor gets the focus back afterwards.
+/// and the editor gets the focus back afterwards. Functions of the validator and slots of the
+/// model may open one, too, while the text is being written.
 ///
 /// What the validator throws while the view commits its text reaches the application from the
 /// event loop, after the view has finished. The cell stays as it is. An editor whose value the
