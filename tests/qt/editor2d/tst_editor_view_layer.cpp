@@ -111,7 +111,7 @@ struct BasicWindow
     }
 
     // How far a colour may be off is for what is painted in parts without a layer: where a
-    // gradient is cut off, Qt rounds it in another way.
+    // gradient is cut off, Qt rounds it in another way, and then again what it blends with it.
     QString difference(int tolerance = 0)
     {
         const QImage onScreen = shown();
@@ -245,7 +245,7 @@ public:
         settle();
         const bool isInParts = name.contains("part") || name.contains("while")
             || name.contains("mode");
-        const QString text = m_window.difference(isInParts ? 1 : 0);
+        const QString text = m_window.difference(isInParts ? 2 : 0);
         if (isInParts)
             view.viewport()->repaint();
         return text.isEmpty() ? text : name + ": " + text;
