@@ -30,6 +30,11 @@ bool CellLineEdit::isLeft() const
     return m_isBeingDestroyed || m_tenure->isOver();
 }
 
+bool CellLineEdit::isSilent() const
+{
+    return m_isAsking || isLeft() || m_tenure->isBeingWritten();
+}
+
 void CellLineEdit::addCallback(const boost::function<QString(const QString&)>& callback)
 {
     addButton(

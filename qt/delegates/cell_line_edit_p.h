@@ -16,7 +16,7 @@ class EditorTenure;
 /// that the view has let go of. From then on it emits nothing, and keys go nowhere.
 ///
 /// While the function of its button runs, which may open a dialog, a lost focus does not end the
-/// edit. The focus comes back afterwards.
+/// edit. The focus comes back afterwards. The same holds while the text is being written.
 class CellLineEdit : public LineEditImpl
 {
 public:
@@ -31,7 +31,7 @@ protected:
 
 private:
     bool isLeft() const;
-    bool isSilent() const { return m_isAsking || isLeft(); }
+    bool isSilent() const;
 
     EditorTenure* m_tenure;
     bool m_isAsking = false; ///< The function of the button runs.

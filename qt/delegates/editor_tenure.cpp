@@ -66,7 +66,7 @@ bool EditorTenure::isInView() const
 
 bool EditorTenure::takeEvent(QEvent* event)
 {
-    if (!m_delegate)
+    if (!m_delegate || (m_isBeingWritten && event->type() == QEvent::FocusOut))
         return false;
     // One on the stack: slots may destroy the editor, and with it this.
     Delegate ofQt;

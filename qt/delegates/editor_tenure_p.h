@@ -6,6 +6,7 @@
 #include <QObject>
 #include <QPersistentModelIndex>
 #include <QPointer>
+#include <QScopeGuard>
 #include <QWidget>
 
 #include <exception>
@@ -35,8 +36,14 @@ public:
     bool isInView() const;
 
     /// Does what a delegate of Qt does for an event of its editor, and returns what that returns.
-    /// But if the commit has made the view let go of the editor, nothing is closed any more.
+    /// But if the commit has made the view let go of the editor, nothing is closed any more, and
+    /// a focus that is lost while the content is being written ends nothing.
     bool takeEvent(QEvent* event);
+
+    /// Whether the content is on its way to the model. A dialog that opens meanwhile takes the
+    /// focus, but the view goes on with the editor after it.
+    bool isBeingWritten() const { return m_isBeingWritten; }
+    void setBeingWritten(bool isBeingWritten) { m_isBeingWritten = isBeingWritten; }
 
     /// Whether the editor could not show the value of its cell, so that its content is none.
     bool isUnread() const { return m_isUnread; }
@@ -55,6 +62,7 @@ private:
     QPointer<QAbstractItemDelegate> m_delegate;
     bool m_hasBegun = false;
     bool m_isUnread = false;
+    bool m_isBeingWritten = false;
 };
 
 inline bool isEnter(const QEvent& event)
@@ -94,10 +102,16 @@ void readInto(const QWidget* editor, Read&& read)
 template <typename Write>
 void writeFrom(const QWidget* editor, Write&& write)
 {
-    const EditorTenure* tenure = EditorTenure::of(editor);
+    const QPointer<EditorTenure> tenure(EditorTenure::of(editor));
     if (tenure && tenure->isUnread())
         return;
     const bool isInView = tenure && tenure->hasBegun();
+    if (tenure)
+        tenure->setBeingWritten(true);
+    const auto written = qScopeGuard([&tenure] {
+        if (tenure)
+            tenure->setBeingWritten(false);
+    });
     try {
         write();
     } catch (...) {

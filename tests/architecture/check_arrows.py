@@ -5,8 +5,9 @@ Each line of the table names a room, a folder or a single file, and the rooms th
 may use. "qt/*" stands for all rooms in qt/. The rules:
 
 - A room uses only what its line names, and a line names only rooms further down.
-- A private header is seen by its own library alone. A library is a folder that holds
-  "inc", and what lies elsewhere in it is private.
+- A private header is seen by its own library alone, and by a file whose own line names
+  the header. A library is a folder that holds "inc", and what lies elsewhere in it is
+  private.
 - No two classes include each other, also not through others. A header and the source
   of the same name are one class, and a public header lies in the room of its source.
 
@@ -36,6 +37,8 @@ def read_table(root):
         for use in uses:
             found = {room for room in below
                      if room == use or use.endswith("/*") and room.startswith(use[:-1])}
+            if (root / name).is_file() and (root / use).is_file() and use.endswith("_p.h"):
+                found.add(use)
             rooms[name] |= found
             if not found:
                 errors.append(f"{table}: {name} uses {use}, which is not a room below it")
@@ -112,6 +115,8 @@ class Tree:
 
     def error(self, file, target):
         """What is wrong with the arrow from the one file to the other, if anything."""
+        if target in self.rooms.get(file, ()):
+            return None
         library = self.library_of(target)
         if library and "/inc/" not in target and self.library_of(file) != library:
             return f"{target} is private to {library}"

@@ -9,6 +9,7 @@ import unittest
 script = pathlib.Path(__file__).with_name("check_arrows.py")
 
 table = """
+app/probe.cpp       app lib/inc lib/src/high/helper_p.h
 app                 lib/*
 lib/inc/lib/all.h   lib/src/*
 lib/beside          lib/src/high lib/inc
@@ -23,6 +24,7 @@ lib/inc
 tree = {
     "app/main.cpp": ["<lib/high.h>", '"main_window.h"', "<vector>", "<lib/lib_export.h>"],
     "app/main_window.h": ["<lib/types.h>"],
+    "app/probe.cpp": ['"main_window.h"', "<lib/types.h>", '"high/helper_p.h"'],
     "lib/beside/beside.cpp": ["<lib/beside.h>", '"beside_p.h"', '"high/helper_p.h"'],
     "lib/beside/beside_p.h": ["<lib/high.h>"],
     "lib/inc/lib/all.h": ["<lib/high.h>"],
@@ -61,6 +63,9 @@ includes = {
     "a private header, from a program that is built with the folder": (
         {"app/main.cpp": ['"high/helper_p.h"']},
         "app/main.cpp:1: lib/src/high/helper_p.h is private to lib"),
+    "a private header, from a file whose line names another": (
+        {"app/probe.cpp": ['"low/low_p.h"']},
+        "app/probe.cpp:1: lib/src/low/low_p.h is private to lib"),
     "a public header whose source is in a room beside src": (
         {"lib/src/low/low.cpp": ["<lib/beside.h>"]},
         "lib/src/low/low.cpp:1: lib/src/low may not use lib/beside (lib/inc/lib/beside.h)"),
@@ -88,6 +93,9 @@ tables = {
     "an arrow that points up": (
         table.replace("# Not the", "lib/src/high # Not the"),
         "docs/architecture.md: lib/src/low uses lib/src/high, which is not a room below it"),
+    "a private header that a folder names": (
+        table.replace("app                 lib/*", "app   lib/* lib/src/high/helper_p.h"),
+        "docs/architecture.md: app uses lib/src/high/helper_p.h, which is not a room below it"),
     "a room that is not there": (
         table + "lib/src/lost",
         "docs/architecture.md: lib/src/lost is there twice, or is no folder or file"),

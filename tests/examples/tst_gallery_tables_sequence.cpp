@@ -11,6 +11,7 @@
 #include "members_model.h"
 #include "members_table.h"
 #include "support/any_to_string.h"
+#include "support/clipboard_rules.h"
 #include "support/random_seed.h"
 #include "support/random_sequence.h"
 #include "support/test_main.h"
@@ -81,14 +82,8 @@ QString textOf(const boost::any& value)
                   : describe(value);
 }
 
-struct Place
-{
-    int row;
-    int column;
-};
-
 /// The rules, on plain rows of typed values, with the clipboard and the editor that is open.
-class Rules
+class Rules : public ClipboardRules
 {
 public:
     using Row = std::array<boost::any, valueColumns>;
@@ -182,57 +177,37 @@ public:
             store(place, {});
     }
 
-    void copy(const std::vector<Place>& selected)
-    {
-        if (selected.size() == 1) {
-            const Place& place = selected.front();
-            if (place.column < valueColumns)
-                clipboard = written(place);
-            return;
-        }
-        if (selected.empty())
-            return;
-        const Place corner = cornerOf(selected);
-        std::vector<QStringList> grid;
-        for (const Place& place : selected) {
-            if (place.column >= valueColumns)
-                continue;
-            const auto row = std::size_t(place.row - corner.row);
-            grid.resize(std::max(grid.size(), row + 1));
-            while (grid[row].size() <= place.column - corner.column)
-                grid[row] << QString();
-            grid[row][place.column - corner.column] = written(place);
-        }
-        clipboard.clear();
-        for (const QStringList& cells : grid)
-            clipboard += cells.join('\t') + '\n';
-    }
-
-    /// Returns false if it throws.
-    bool paste(const std::vector<Place>& selected)
-    {
-        if (selected.empty())
-            return true;
-        QString text = clipboard;
-        if (text.contains('\n'))
-            text.chop(1);
-        if (!text.contains('\n') && !text.contains('\t')) {
-            for (const Place& place : selected)
-                read(place, clipboard);
-            return true;
-        }
-        std::vector<QStringList> block;
-        for (const QString& line : text.split('\n'))
-            block.push_back(line.split('\t'));
-        if (selected.size() > 1)
-            return pasteOver(selected, block);
-        pasteAt(selected.front(), block);
-        return true;
-    }
-
     std::vector<Row> rows;
     std::optional<Editor> editor;
-    QString clipboard;
+
+protected:
+    int rowCount() const override { return int(rows.size()); }
+
+    std::optional<QString> written(const Place& place) const override
+    {
+        if (place.column >= valueColumns)
+            return {};
+        const boost::any& value = at(place.row, place.column);
+        return value.empty()
+            ? QString()
+            : validator(place.column).reformat(value, 1U << vrn::qt::ValidationFlagUserLocale);
+    }
+
+    void read(const Place& place, const QString& text) override
+    {
+        boost::any value;
+        if (validator(place.column).validate(text, value, {}))
+            store(place, value);
+    }
+
+    bool append(int column, const QStringList& line) override
+    {
+        const int row = rowCount();
+        rows.push_back({std::wstring(), 235, {}, {}, {}, {}});
+        for (const QString& text : line)
+            read({row, column++}, text);
+        return true;
+    }
 
 private:
     vrn::qt::IValidator& validator(int column) const { return *m_model.validator(column); }
@@ -255,57 +230,6 @@ private:
         }
         boost::any value;
         return validator(column).validate(text, value, {}) ? value : boost::any();
-    }
-
-    static Place cornerOf(const std::vector<Place>& selected)
-    {
-        Place corner = selected.front();
-        for (const Place& place : selected) {
-            corner.row = std::min(corner.row, place.row);
-            corner.column = std::min(corner.column, place.column);
-        }
-        return corner;
-    }
-
-    QString written(const Place& place) const
-    {
-        const boost::any& value = at(place.row, place.column);
-        return value.empty()
-            ? QString()
-            : validator(place.column).reformat(value, 1U << vrn::qt::ValidationFlagUserLocale);
-    }
-
-    void read(const Place& place, const QString& text)
-    {
-        boost::any value;
-        if (validator(place.column).validate(text, value, {}))
-            store(place, value);
-    }
-
-    void pasteAt(Place place, const std::vector<QStringList>& block)
-    {
-        for (const QStringList& line : block) {
-            if (place.row >= int(rows.size()))
-                rows.push_back({std::wstring(), 235, {}, {}, {}, {}});
-            for (int i = 0; i < line.size(); ++i)
-                read({place.row, place.column + i}, line[i]);
-            ++place.row;
-        }
-    }
-
-    bool pasteOver(const std::vector<Place>& selected, const std::vector<QStringList>& block)
-    {
-        const Place corner = cornerOf(selected);
-        for (const Place& place : selected) {
-            const int line = place.row - corner.row;
-            if (line >= int(block.size()))
-                return false;
-            const QStringList& cells = block[std::size_t(line)];
-            const int cell = place.column - corner.column;
-            if (cell < cells.size())
-                read(place, cells[cell]);
-        }
-        return true;
     }
 
     const MembersModel& m_model;

@@ -58,29 +58,34 @@ public:
     /// The value of `text`, which may be an empty one; unset if it is refused.
     boost::optional<boost::any> read(int column, const QString& text) const
     {
-        return readBy(column, [&] { return text; });
+        const IValidator::pointer validator = forPaste(column);
+        return validator ? readBy(*validator, text) : boost::none;
     }
+    // A line may go on far past the table, where there are no validators.
     boost::optional<boost::any> read(int column, std::string_view text) const
     {
-        return readBy(
-            column, [&] { return QString::fromUtf8(text.data(), static_cast<int>(text.size())); });
+        const IValidator::pointer validator = forPaste(column);
+        if (!validator)
+            return {};
+        return readBy(*validator, QString::fromUtf8(text.data(), static_cast<int>(text.size())));
     }
 
 private:
-    // `getText` is called only where there is a validator: a line may go on far past the table.
-    template <typename GetText>
-    boost::optional<boost::any> readBy(int column, const GetText& getText) const
+    static boost::optional<boost::any> readBy(IValidator& validator, const QString& text)
     {
-        const IValidator::pointer validator = of(column);
-        if (!m_view)
-            return {};
-        // The user may paste more columns than there are.
-        if (column < m_columnCount)
-            VRN_ASSERT(validator)("column", column);
         boost::any value;
-        if (!validator || !validator->validate(getText(), value, noFlags))
+        if (!validator.validate(text, value, noFlags))
             return {};
         return value;
+    }
+
+    IValidator::pointer forPaste(int column) const
+    {
+        IValidator::pointer validator = of(column);
+        // The user may paste more columns than there are.
+        if (column < m_columnCount && m_view)
+            VRN_ASSERT(validator)("column", column);
+        return validator && m_view ? validator : nullptr;
     }
 
     IValidator::pointer of(int column) const

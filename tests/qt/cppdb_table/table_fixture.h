@@ -67,7 +67,7 @@ inline boost::shared_ptr<ColumnValidator> makeValidator(QChar kind)
         return boost::make_shared<ColumnValidator>(number);
     }
     case 't':
-        return boost::make_shared<ColumnValidator>(new StringEditValidator(1000));
+        return boost::make_shared<ColumnValidator>(new StringEditValidator(100000));
     case 'w':
         return boost::make_shared<ColumnValidator>(
             new IntegerValidator<int>(-1000000, 1000000, false));

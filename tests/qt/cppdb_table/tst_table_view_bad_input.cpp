@@ -8,7 +8,6 @@
 #include "table_fixture.h"
 
 #include <stdexcept>
-#include <utility>
 #include <vector>
 
 using namespace vrn::test;
@@ -67,40 +66,39 @@ private Q_SLOTS:
 
     void lotsOfTextArePastedInTime_data()
     {
-        columns<QString, QString>("text", "selected");
-        const std::pair<const char*, QString> texts[] = {
-            {"a text", lotsOf("x")},
-            {"a number", lotsOf("7")},
-            {"lines", lotsOf("7\n")},
-            {"lines of cells", lotsOf("7\tx\t9\n")},
-            {"cells of one line", lotsOf("7\t")},
-            {"cells of two lines", lotsOf("7\t").replace(lots / 2, 1, '\n')},
-            {"tabs", lotsOf("\t")},
-            {"line breaks", lotsOf("\n")},
-            {"letters of three bytes", lotsOf(QString::fromUtf8("→\n"))},
-        };
-        for (const auto& [name, text] : texts)
-            addSelections(name, text, {"0,1", "1,0:2,1"});
+        columns<QString, QString>("text", "several");
+        const QString block = "1,0:2,1";
+        const QString cellsOfARow = "1,0:1,1"; // Each of them reads all of the text.
+        row("a text", lotsOf("x"), cellsOfARow);
+        row("a number", lotsOf("7"), cellsOfARow);
+        row("lines", lotsOf("7\n"), block);
+        row("lines of cells", lotsOf("7\tx\t9\n"), block);
+        row("cells of two lines", lotsOf("7\t").replace(lots / 2, 1, '\n'), block);
+        row("cells of one line, all of them empty", lotsOf("\t"), block);
+        row("line breaks", lotsOf("\n"), block);
+        row("letters of three bytes", lotsOf(QString::fromUtf8("→\n")), block);
     }
     void lotsOfTextArePastedInTime()
     {
         QFETCH(QString, text);
-        QFETCH(QString, selected);
-        Table table("ntw", "1.0,'a',1 | 2.0,'b',2 | 3.0,'c',3");
-        int rowsToMake = 100;
-        table.view.setCreateNewRowHandler([&](int, const auto&) {
-            if (rowsToMake-- > 0)
-                table.model.append("4.0,'d',4");
-        });
-        select(table.view, selected);
-        setClipboard(text);
-        verifyTakesAtMost(timeLimitMs(2000), "the paste", [&] {
-            try {
-                pressPaste(table.view);
-            } catch (const std::out_of_range&) {
-                // There is but one line.
-            }
-        });
+        QFETCH(QString, several);
+        for (const QString& selected : {QString("0,1"), several}) {
+            Table table("ntw", "1.0,'a',1 | 2.0,'b',2 | 3.0,'c',3");
+            int rowsToMake = 100;
+            table.view.setCreateNewRowHandler([&](int, const auto&) {
+                if (rowsToMake-- > 0)
+                    table.model.append("4.0,'d',4");
+            });
+            select(table.view, selected);
+            setClipboard(text);
+            verifyTakesAtMost(timeLimitMs(2000), qPrintable("the paste on " + selected), [&] {
+                try {
+                    pressPaste(table.view);
+                } catch (const std::out_of_range&) {
+                    // There is but one line.
+                }
+            });
+        }
     }
 };
 

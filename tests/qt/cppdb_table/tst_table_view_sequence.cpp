@@ -2,6 +2,7 @@
 
 #include <QSortFilterProxyModel>
 
+#include "support/clipboard_rules.h"
 #include "support/random_sequence.h"
 #include "support/test_main.h"
 #include "support/test_object.h"
@@ -42,12 +43,6 @@ private:
     unsigned m_rest;
 };
 
-struct Place
-{
-    int row;
-    int column;
-};
-
 /// What the handler does with a line for a new row.
 enum class Handler
 {
@@ -59,149 +54,74 @@ enum class Handler
 
 /// The rules, on plain rows of typed values; a cell without a value is unset. Places are those
 /// of the view, and `order` tells which row is where at the beginning of a command.
-struct Rules
+class Rules : public ClipboardRules
 {
+public:
     using Value = std::optional<boost::any>;
     using Row = std::vector<Value>;
 
     explicit Rules(const Columns& validators)
-        : columns(validators)
+        : m_columns(validators)
     {}
 
     void clear(const std::vector<Place>& selected)
     {
         for (const Place& place : selected)
-            at(place) = boost::any();
+            rows[rowOf(place)][std::size_t(place.column)] = boost::any();
     }
 
-    void copy(const std::vector<Place>& selected)
-    {
-        if (selected.size() == 1) {
-            const Value& value = at(selected.front());
-            if (value)
-                clipboard = written(*value);
-            return;
-        }
-        if (selected.empty())
-            return;
-        const Place corner = cornerOf(selected);
-        QMap<int, QMap<int, QString>> grid;
-        for (const Place& place : selected) {
-            if (at(place))
-                grid[place.row - corner.row][place.column - corner.column] = written(*at(place));
-        }
-        clipboard.clear();
-        for (int row = 0; !grid.isEmpty() && row <= grid.lastKey(); ++row) {
-            const QMap<int, QString> cells = grid.value(row);
-            for (int column = 0; !cells.isEmpty() && column <= cells.lastKey(); ++column)
-                clipboard += (column > 0 ? "\t" : "") + cells.value(column);
-            clipboard += '\n';
-        }
-    }
-
-    /// Returns false if it throws.
-    bool paste(const std::vector<Place>& selected)
-    {
-        if (selected.empty())
-            return true;
-        QString text = clipboard;
-        if (text.contains('\n'))
-            text.chop(1);
-        if (!text.contains('\n') && !text.contains('\t')) {
-            for (const Place& place : selected)
-                write(at(place), place.column, clipboard);
-            return true;
-        }
-        std::vector<QStringList> block;
-        for (const QString& line : text.split('\n'))
-            block.push_back(line.split('\t'));
-        if (selected.size() == 1)
-            pasteAt(selected.front(), block);
-        else
-            return pasteOver(selected, block);
-        return true;
-    }
-
-    /// Whether the handler makes a row.
-    bool appends() const
-    {
-        return (handler == Handler::AppendsOne || handler == Handler::AppendsTwo)
-            && int(rows.size()) < mostRows;
-    }
-
-    const Columns& columns;
     std::vector<Row> rows;
     std::vector<int> order;
-    QString clipboard;
     Handler handler = Handler::None;
 
-private:
-    Value& at(const Place& place)
-    {
-        const bool isNew = place.row >= int(order.size());
-        const int row = isNew ? place.row : order[std::size_t(place.row)];
-        return rows.at(std::size_t(row)).at(std::size_t(place.column));
-    }
+protected:
+    int rowCount() const override { return int(rows.size()); }
 
-    static Place cornerOf(const std::vector<Place>& selected)
+    std::optional<QString> written(const Place& place) const override
     {
-        Place corner = selected.front();
-        for (const Place& place : selected) {
-            corner.row = std::min(corner.row, place.row);
-            corner.column = std::min(corner.column, place.column);
-        }
-        return corner;
-    }
-
-    static QString written(const boost::any& value)
-    {
-        if (const auto* number = boost::any_cast<double>(&value))
+        const Value& value = rows[rowOf(place)][std::size_t(place.column)];
+        if (!value)
+            return {};
+        if (const auto* number = boost::any_cast<double>(&*value))
             return QString::number(*number, 'f', 3);
-        const QString text = TypedModel::textOf(value);
-        return value.empty() ? QString() : text.startsWith('\'') ? text.mid(1).chopped(1) : text;
+        const QString text = TypedModel::textOf(*value);
+        return value->empty() ? QString() : text.startsWith('\'') ? text.mid(1).chopped(1) : text;
     }
 
-    void write(Value& cell, int column, const QString& text) const
+    void read(const Place& place, const QString& text) override
     {
-        boost::any value;
-        if (columns(column)->validate(text, value, {}))
-            cell = value;
+        readInto(rows[rowOf(place)], place.column, text);
     }
 
-    void pasteAt(Place place, const std::vector<QStringList>& block)
+    bool append(int column, const QStringList& line) override
     {
-        for (const QStringList& line : block) {
-            Row newRow(columnCount);
-            const bool isNew = place.row >= int(rows.size());
-            for (int i = 0; i < line.size() && place.column + i < columnCount; ++i) {
-                const int column = place.column + i;
-                write(
-                    isNew ? newRow[std::size_t(column)] : at({place.row, column}), column, line[i]);
-            }
-            if (isNew && !appends())
-                return;
-            if (isNew)
-                rows.push_back(newRow);
-            if (isNew && handler == Handler::AppendsTwo)
-                rows.push_back(Row(columnCount));
-            ++place.row;
-        }
-    }
-
-    bool pasteOver(const std::vector<Place>& selected, const std::vector<QStringList>& block)
-    {
-        const Place corner = cornerOf(selected);
-        for (const Place& place : selected) {
-            const int line = place.row - corner.row;
-            if (line >= int(block.size()))
-                return false;
-            const QStringList& cells = block[std::size_t(line)];
-            const int cell = place.column - corner.column;
-            if (cell < cells.size())
-                write(at(place), place.column, cells[cell]);
-        }
+        const bool makesRows = handler == Handler::AppendsOne || handler == Handler::AppendsTwo;
+        if (!makesRows || rowCount() >= mostRows)
+            return false;
+        Row row(columnCount);
+        for (const QString& text : line)
+            readInto(row, column++, text);
+        rows.push_back(row);
+        if (handler == Handler::AppendsTwo)
+            rows.emplace_back(columnCount);
         return true;
     }
+
+private:
+    std::size_t rowOf(const Place& place) const
+    {
+        const auto row = std::size_t(place.row);
+        return row < order.size() ? std::size_t(order[row]) : row;
+    }
+
+    void readInto(Row& row, int column, const QString& text) const
+    {
+        boost::any value;
+        if (column < columnCount && m_columns(column)->validate(text, value, {}))
+            row[std::size_t(column)] = value;
+    }
+
+    const Columns& m_columns;
 };
 
 /// A view of a table beside the rules for it. The view of a sorted table shows a proxy that

@@ -83,6 +83,8 @@ public:
     {
         window.show();
         window.activateWindow();
+        // Without a screen, the window is active after this; waiting for it takes a while.
+        QCoreApplication::processEvents();
         QVERIFY(QTest::qWaitForWindowActive(&window));
     }
 

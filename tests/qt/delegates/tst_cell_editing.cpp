@@ -5,6 +5,9 @@
 #include "support/test_main.h"
 #include "support/test_object.h"
 
+#include <QDialog>
+#include <QTimer>
+
 using namespace vrn::qt;
 using namespace vrn::test;
 
@@ -157,6 +160,16 @@ void deleteTheModel(Editing& editing)
 void deleteTheView(Editing& editing)
 {
     delete editing.table.view;
+}
+
+void openADialog(Editing& /*editing*/)
+{
+    QDialog dialog;
+    QTimer::singleShot(0, &dialog, [&dialog] {
+        // What is to be deleted goes in the event loop of the dialog.
+        QTimer::singleShot(0, &dialog, &QDialog::reject);
+    });
+    dialog.exec();
 }
 
 // Without a delegate, a view of Qt does not get far.
@@ -402,6 +415,7 @@ private Q_SLOTS:
             {"write another cell", [](Editing& e) { e.table.model->put(0, 0, 1, "1"); }},
             {"insert a row", insertARowAbove},
             {"run the event loop", [](Editing&) { QCoreApplication::processEvents(); }},
+            {"open a dialog, which takes the focus", openADialog},
         };
         for (const auto& [end, action] : ends) {
             for (const auto& [name, deed] : deeds) {
@@ -453,6 +467,34 @@ private Q_SLOTS:
         settle();
         QCOMPARE(describe(editing.table.value(written.toInt(), 1)), QString("int 275"));
         QVERIFY(!editing.editor);
+    }
+
+    void aRefusedTextIsDroppedAndTheEditorCloses_data()
+    {
+        columns<Install, Action>("install", "action");
+        const std::vector<std::pair<QByteArray, Action>> ends = {
+            {"Enter", press(Qt::Key_Enter)},
+            {"Tab", press(Qt::Key_Tab)},
+            {"a lost focus", moveFocus},
+            {"a click into another cell", clickElsewhere},
+        };
+        for (const auto& [end, action] : ends) {
+            for (const auto& [place, install] : places())
+                row(end + ": " + place, install, action);
+        }
+    }
+
+    void aRefusedTextIsDroppedAndTheEditorCloses()
+    {
+        QFETCH(Install, install);
+        QFETCH(Action, action);
+        Editing editing(&lineEdits, install);
+        QTest::keyClicks(editing.focus(), " m");
+        action(editing);
+        settle();
+        QVERIFY(!editing.editor);
+        QCOMPARE(describe(editing.table.value(1, 1)), QString("int 235"));
+        QCOMPARE(editing.table.index(1, 1).data().toString(), QString("S235"));
     }
 
     // Another one may write for it.

@@ -647,6 +647,31 @@ private Q_SLOTS:
         QCOMPARE(f.view.viewport()->grab().toImage().pixelColor(1, 97), QColor(255, 0, 0));
     }
 
+    // So the guide to printing switches both off.
+    void whatFollowsTheMouseIsPrintedToo_data()
+    {
+        columns<bool, bool, int>("crossHairs", "cursor", "lines");
+        row("cross hairs", true, false, 2);
+        row("the cursor", false, true, 4);
+        row("both", true, true, 6);
+        row("nothing if both are off", false, false, 0);
+    }
+    void whatFollowsTheMouseIsPrintedToo()
+    {
+        QFETCH(bool, crossHairs);
+        QFETCH(bool, cursor);
+        QFETCH(int, lines);
+        Fixture f;
+        f.putMouse(QPoint(120, 80));
+        enter(f.view);
+        f.view.setDrawCrossHairs(crossHairs);
+        f.view.setDrawCustomCursor(cursor);
+        const QRect pixels = f.view.viewport()->rect().adjusted(-16, -16, 16, 16);
+        QPainter painter(&f.recorder);
+        f.view.render(&painter, pixels, pixels);
+        QCOMPARE(f.recorder.drawn().lines.size(), lines);
+    }
+
     void theSettersAskForNoRepaint()
     {
         Fixture f;

@@ -51,8 +51,8 @@ class MultiEditEnumBox;
 /// - "vrn_property_delegate_combobox_commit_on_activate", which the box itself has in the turn
 ///   of the event loop in which the mouse was released over it.
 ///
-/// Exceptions reach the application as those of a LineEditItemDelegate do, and `deleteLater` and
-/// `delete` are safe where they are with that one. The fill callback may also destroy the
+/// Exceptions reach the application as those of a LineEditItemDelegate do; dialogs, `deleteLater`
+/// and `delete` are safe where they are with that one. The fill callback may also destroy the
 /// delegate or the box: no editor opens then.
 class VRN_QT2_EXPORT ComboItemDelegate : public QItemDelegate
 {

@@ -35,7 +35,8 @@ namespace vrn::qt {
 /// validator is asked to write it.
 ///
 /// The function of a button may open a dialog. While it runs, a lost focus does not end the edit,
-/// and the editor gets the focus back afterwards.
+/// and the editor gets the focus back afterwards. Functions of the validator and slots of the
+/// model may open one, too, while the text is being written.
 ///
 /// What the validator throws while the view commits its text reaches the application from the
 /// event loop, after the view has finished. The cell stays as it is. An editor whose value the
@@ -43,9 +44,9 @@ namespace vrn::qt {
 /// that of the cell.
 ///
 /// `deleteLater` of the view, the model, the delegate and the editor is safe at any time, and so
-/// is `delete` while an editor is open. In slots of the model or the delegate, and in functions
-/// of the validator, `delete` of the view or the editor is excluded while a view reads or writes
-/// the cell, and that of the model in its own slots: Qt goes on with them.
+/// is `delete` while an editor is open. `delete` of the view or the editor is excluded while a
+/// view reads or writes the cell, in slots of the model or the delegate and in functions of the
+/// validator, and so is that of the model in its own slots: Qt goes on with them.
 class VRN_QT2_EXPORT LineEditItemDelegate : public QItemDelegate
 {
     Q_OBJECT
