@@ -23,6 +23,11 @@ QString IValidator::reformatForDisplay(const boost::any& value, const std::bitse
 
 QString IValidator::getEditHint(const QString& text) const
 {
+    return editHint(text);
+}
+
+QString IValidator::editHint(const QString& text) const
+{
     return m_editHint ? m_editHint(text) : QString();
 }
 

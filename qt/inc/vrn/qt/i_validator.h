@@ -81,7 +81,7 @@ struct VRN_QT2_EXPORT IValidator : public boost::noncopyable
     virtual QString reformatForDisplay(const boost::any& value, const std::bitset<32>& flags);
 
     /// A hint for the user who has typed `text` so far. It is empty if there is no
-    /// hint function.
+    /// hint function, unless the validator has hints of its own.
     QString getEditHint(const QString& text) const;
     void setEditHintFunction(std::function<QString(const QString&)> hint);
 
@@ -90,6 +90,9 @@ struct VRN_QT2_EXPORT IValidator : public boost::noncopyable
 
 protected:
     IValidator();
+
+    /// What getEditHint() gives: by default, what the hint function says.
+    virtual QString editHint(const QString& text) const;
 
 private:
     QString m_postfix;
