@@ -16,6 +16,7 @@
 #include <array>
 #include <cmath>
 #include <limits>
+#include <locale>
 #include <utility>
 
 namespace vrn::qt::detail {
@@ -103,6 +104,20 @@ public:
 
     bool isPlain(const QString& text) override { return reader().is_plain(WideText(text).view()); }
 
+    // Between minus one foot and zero, a field writes the sign of the inches, as in "0' -6 ''".
+    // Otherwise a hyphen after feet joins.
+    Entry read(const QString& text) override
+    {
+        if (text.startsWith(QLatin1String("0' -"))) {
+            const std::wstring wide = text.toStdWString();
+            const auto parsed = m_validator.get_context().parse(
+                wide, m_validator.get_unit_id(), std::locale::classic());
+            if (parsed && m_validator.get_context().format(*parsed, std::locale::classic()) == wide)
+                return {vrn::units::EntryState::Complete, *parsed, wide, false, {}};
+        }
+        return EntryLink::read(text);
+    }
+
     Number numberOf(const Entry& entry) const override
     {
         return {entry.quantity.value, QString::fromStdWString(entry.text)};
@@ -159,10 +174,12 @@ public:
     // Without a unit. A DistanceEditValidator knows few units, and no powers of ten before one.
     Number numberOf(const Entry& entry) const override
     {
+        // The quotient of two roundings has no more digits than these.
+        constexpr int digits = std::numeric_limits<double>::digits10;
         const double metres = context().converter().to_base(entry.quantity);
-        const double number = metres
+        const double shown = metres
             / vrn_get_unitd(m_validator.getUnit(), vrn::q::DisplayToInternal);
-        return {metres, QString::number(number, 'g', QLocale::FloatingPointShortest)};
+        return {metres, QString::number(shown, 'g', digits)};
     }
 
 protected:

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <vrn/qt/vrn_qt2_export.h>
 #include <vrn/units/entry_reason.h>
 
 #include <QString>
@@ -7,7 +8,7 @@
 namespace vrn::qt::detail {
 
 /// What vrn::units::sentence() says, in the user's language.
-QString entrySentence(const vrn::units::EntryReason& reason);
+VRN_QT2_EXPORT QString entrySentence(const vrn::units::EntryReason& reason);
 
 QString sentenceForFraction(const QString& text);
 
