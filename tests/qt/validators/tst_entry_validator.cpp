@@ -790,8 +790,11 @@ private Q_SLOTS:
             boost::any read;
             QVERIFY2(entry.validateWhenFinished(text, read, noFlags),
                 qPrintable(text + ": " + entry.getEditHint(text)));
-            // No double holds more digits for certain.
-            if (text.count(QRegularExpression("[0-9]")) > 15)
+            // What is rounded to zero may have lost its sign, and no double holds more than
+            // fifteen digits for certain.
+            if (numberOf(read) == 0.0)
+                QVERIFY(!text.section(" ", 0, 0).contains(QRegularExpression("[1-9]")));
+            else if (text.count(QRegularExpression("[0-9]")) > 15)
                 QVERIFY(isClose(numberOf(read), numberOf(value)));
             else
                 QCOMPARE(entry.reformat(read, noFlags), text);
@@ -816,7 +819,7 @@ private Q_SLOTS:
                 }
             }
         }
-        for (const int unit : {13, 12, 216, 213, length}) {
+        for (const int unit : {13, 213, 216, length}) {
             const auto distance = boost::make_shared<DistanceEditValidator>(
                 unit, -1e15, 1e15, true);
             for (const bool hasLabel : {false, true}) {

@@ -109,11 +109,9 @@ public:
     Entry read(const QString& text) override
     {
         if (text.startsWith(QLatin1String("0' -"))) {
-            const std::wstring wide = text.toStdWString();
-            const auto parsed = m_validator.get_context().parse(
-                wide, m_validator.get_unit_id(), std::locale::classic());
-            if (parsed && m_validator.get_context().format(*parsed, std::locale::classic()) == wide)
-                return {vrn::units::EntryState::Complete, *parsed, wide, false, {}};
+            Entry entry = EntryLink::read(QStringLiteral("-0' ") + text.mid(4));
+            if (entry.state == vrn::units::EntryState::Complete && isWritten(entry, text))
+                return entry;
         }
         return EntryLink::read(text);
     }
@@ -142,6 +140,13 @@ protected:
     }
 
 private:
+    bool isWritten(const Entry& entry, const QString& text) const
+    {
+        const auto written = m_validator.get_context().format(
+            entry.quantity, std::locale::classic());
+        return QString::fromStdWString(written) == text;
+    }
+
     const UnitValidator& m_validator;
     std::optional<EntryReader> m_reader;
     UnitId m_kind{};
