@@ -11,24 +11,6 @@ namespace vrn::qt {
 
 namespace units = vrn::units;
 
-namespace {
-
-// The symbols of units are in the basic plane, where a wide character is a QChar.
-// QString::fromStdWString() allows for other planes and takes several times as long.
-QString toQString(const std::wstring& text)
-{
-    QString result(static_cast<int>(text.size()), Qt::Uninitialized);
-    QChar* out = result.data();
-    for (const wchar_t character : text) {
-        if (static_cast<char32_t>(character) > 0xFFFF)
-            return QString::fromStdWString(text);
-        *out++ = QChar(static_cast<ushort>(character));
-    }
-    return result;
-}
-
-} // namespace
-
 UnitValidator::UnitValidator(units::Context context)
     : m_context(std::move(context))
 {}
@@ -104,7 +86,7 @@ QString UnitValidator::reformat(const boost::any& value, const std::bitset<32>& 
     }
     units::IConverter::quantity shown = *held;
     shown.value = clamped(shown.value);
-    return toQString(m_context.format(shown, stdLocaleForFlags(flags)));
+    return detail::toQString(m_context.format(shown, stdLocaleForFlags(flags)));
 }
 
 // The comparisons are written so that not-a-number becomes the minimum.

@@ -5,6 +5,7 @@
 #include <QString>
 
 #include <cstddef>
+#include <string>
 #include <string_view>
 
 namespace vrn::qt::detail {
@@ -27,5 +28,19 @@ private:
     boost::container::small_vector<wchar_t, usualLength> m_characters;
     std::size_t m_length;
 };
+
+// Quantities are in the basic plane, where a wide character is a QChar.
+// QString::fromStdWString() allows for other planes and takes several times as long.
+inline QString toQString(const std::wstring& text)
+{
+    QString result(static_cast<int>(text.size()), Qt::Uninitialized);
+    QChar* out = result.data();
+    for (const wchar_t character : text) {
+        if (static_cast<char32_t>(character) > 0xFFFF)
+            return QString::fromStdWString(text);
+        *out++ = QChar(static_cast<ushort>(character));
+    }
+    return result;
+}
 
 } // namespace vrn::qt::detail

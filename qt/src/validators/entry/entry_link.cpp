@@ -31,9 +31,14 @@ constexpr double lowest = std::numeric_limits<double>::lowest();
 constexpr double highest = std::numeric_limits<double>::max();
 
 // Qt 5 has a character for a sign, and Qt 6 a text.
-wchar_t signOf(const QString& sign)
+[[maybe_unused]] wchar_t signOf(QChar sign)
 {
-    return sign.isEmpty() ? L'\0' : static_cast<wchar_t>(sign.at(0).unicode());
+    return static_cast<wchar_t>(sign.unicode());
+}
+
+[[maybe_unused]] wchar_t signOf(const QString& sign)
+{
+    return sign.isEmpty() ? L'\0' : signOf(sign.at(0));
 }
 
 vrn::units::NumberSigns userSigns()
@@ -56,7 +61,7 @@ public:
 
     Number numberOf(const Entry& entry) const override
     {
-        return {entry.quantity.value, QString::fromStdWString(entry.text)};
+        return {entry.quantity.value, toQString(entry.text)};
     }
 
 protected:
@@ -118,7 +123,7 @@ public:
 
     Number numberOf(const Entry& entry) const override
     {
-        return {entry.quantity.value, QString::fromStdWString(entry.text)};
+        return {entry.quantity.value, toQString(entry.text)};
     }
 
 protected:
@@ -144,7 +149,7 @@ private:
     {
         const auto written = m_validator.get_context().format(
             entry.quantity, std::locale::classic());
-        return QString::fromStdWString(written) == text;
+        return toQString(written) == text;
     }
 
     const UnitValidator& m_validator;
@@ -294,7 +299,7 @@ QStringList EntryLink::completions(const QString& text)
 {
     QStringList texts;
     for (const std::wstring& each : reader().completions(WideText(text).view(), userSigns()))
-        texts.append(QString::fromStdWString(each));
+        texts.append(toQString(each));
     return texts;
 }
 

@@ -50,7 +50,7 @@ struct NumberReading
     bool isCalculated = false;
 };
 
-NumberReading readNumber(EntryLink& link, EntryRange range, const QString& text)
+NumberReading readNumber(EntryLink& link, EntryRange range, const QString& text, bool isPlain)
 {
     const Entry entry = link.read(text);
     if (entry.state != EntryState::Complete) {
@@ -66,12 +66,12 @@ NumberReading readNumber(EntryLink& link, EntryRange range, const QString& text)
     const bool isAbove = link.isAbove(number.value);
     if (range == EntryRange::Refuse && (isBelow || isAbove))
         return {refused(detail::sentenceForRange(link.minimumText(), link.maximumText()))};
-    EntryReading reading = complete(link.isPlain(text) ? text : number.text);
+    EntryReading reading = complete(isPlain ? text : number.text);
     if (isBelow)
         reading.outcome = detail::sentenceForBelow(link.minimumText());
     if (isAbove)
         reading.outcome = detail::sentenceForAbove(link.maximumText());
-    return {reading, entry.is_calculated};
+    return {std::move(reading), entry.is_calculated};
 }
 
 } // namespace
@@ -91,9 +91,10 @@ bool EntryValidator::answer(const QString& text, const std::bitset<32>& flags, A
         EntryLink* const link = text.isEmpty() ? nullptr : findLink();
         if (!link)
             return ask(text, flags);
-        if (m_range == EntryRange::Clamp && link->isPlain(text))
+        const bool isPlain = link->isPlain(text);
+        if (isPlain && m_range == EntryRange::Clamp)
             return ask(text, {});
-        const EntryReading reading = readNumber(*link, m_range, text).reading;
+        const EntryReading reading = readNumber(*link, m_range, text, isPlain).reading;
         return reading.state == EntryState::Complete && ask(reading.text, {});
     } catch (const std::exception&) {
         return false;
@@ -126,7 +127,7 @@ EntryReading EntryValidator::read(const QString& text) const
         EntryLink* const link = text.isEmpty() ? nullptr : findLink();
         if (!link)
             return readThrough(target.get(), text);
-        auto [reading, isCalculated] = readNumber(*link, m_range, text);
+        auto [reading, isCalculated] = readNumber(*link, m_range, text, link->isPlain(text));
         if (reading.state != EntryState::Complete)
             return reading;
         boost::any value;
