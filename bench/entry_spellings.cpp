@@ -222,7 +222,7 @@ bool printEntrySpellings()
         ut_read_xml(nullptr), ut_free_system);
 #endif
     std::cout
-        << "| Written | In a field of | By a user of | udunits2 | KUnitConversion | `QLocale` "
+        << "| Written | In | By a user of | udunits2 | KUnitConversion | `QLocale` "
            "| `EntryReader` |\n|---|---|---|---|---|---|---|\n";
     bool isNoneWrong = true;
     for (const Spelling& spelling : spellings) {

@@ -7,8 +7,6 @@
 #include <vrn/qt/integer_validator.h>
 #include <vrn/qt/unit_validator.h>
 
-#include "validators/wide_text_p.h"
-
 #include <QLocale>
 #include <QRegularExpression>
 
@@ -17,6 +15,7 @@
 #include <cmath>
 #include <limits>
 #include <locale>
+#include <optional>
 #include <utility>
 
 namespace vrn::qt::detail {
@@ -57,7 +56,7 @@ public:
         , m_validator(validator)
     {}
 
-    bool isPlain(const QString& text) override { return m_reader.is_plain(WideText(text).view()); }
+    bool isPlain(const WideText& text) override { return m_reader.is_plain(text.view()); }
 
     Number numberOf(const Entry& entry) const override
     {
@@ -82,7 +81,7 @@ public:
     using NumberLink<IntegerValidator<T>>::NumberLink;
 
     // The reader knows no type: what is plain may have decimals or be too large.
-    bool isPlain(const QString& /*text*/) override { return false; }
+    bool isPlain(const WideText& /*text*/) override { return false; }
 
     EntryLink::Number numberOf(const Entry& entry) const override
     {
@@ -107,15 +106,16 @@ public:
         , m_validator(validator)
     {}
 
-    bool isPlain(const QString& text) override { return reader().is_plain(WideText(text).view()); }
+    bool isPlain(const WideText& text) override { return reader().is_plain(text.view()); }
 
     // Between minus one foot and zero, a field writes the sign of the inches, as in "0' -6 ''".
     // Otherwise a hyphen after feet joins.
-    Entry read(const QString& text) override
+    Entry read(const WideText& text) override
     {
-        if (text.startsWith(QLatin1String("0' -"))) {
-            Entry entry = EntryLink::read(QStringLiteral("-0' ") + text.mid(4));
-            if (entry.state == vrn::units::EntryState::Complete && isWritten(entry, text))
+        if (text.text().startsWith(QLatin1String("0' -"))) {
+            const QString signFirst = QStringLiteral("-0' ") + text.text().mid(4);
+            Entry entry = EntryLink::read(WideText(signFirst));
+            if (entry.state == vrn::units::EntryState::Complete && isWritten(entry, text.text()))
                 return entry;
         }
         return EntryLink::read(text);
@@ -166,19 +166,20 @@ public:
     {}
 
     // What a DistanceEditValidator is made for.
-    bool isPlain(const QString& text) override
+    bool isPlain(const WideText& text) override
     {
         static const QRegularExpression plain(
             QStringLiteral("\\A(-?[0-9]+(\\.[0-9]+)?|[0-9]+(\\.[0-9]+)? *(m|dm|cm|mm))\\z"));
-        return plain.match(text).hasMatch();
+        return plain.match(text.text()).hasMatch();
     }
 
     // No kind of quantity has the decimetre.
-    Entry read(const QString& text) override
+    Entry read(const WideText& text) override
     {
         static const QRegularExpression decimetres(QStringLiteral("([0-9])\\s*dm\\s*\\z"));
-        QString inMetres = text;
-        return EntryLink::read(inMetres.replace(decimetres, QStringLiteral("\\1e-1 m")));
+        QString inMetres = text.text();
+        inMetres.replace(decimetres, QStringLiteral("\\1e-1 m"));
+        return EntryLink::read(WideText(inMetres));
     }
 
     // Without a unit. A DistanceEditValidator knows few units, and no powers of ten before one.
@@ -290,9 +291,9 @@ bool EntryLink::isOf(const IValidator::pointer& validator) const
         && !validator.owner_before(m_owner);
 }
 
-Entry EntryLink::read(const QString& text)
+Entry EntryLink::read(const WideText& text)
 {
-    return reader().read(WideText(text).view(), userSigns());
+    return reader().read(text.view(), userSigns());
 }
 
 QStringList EntryLink::completions(const QString& text)

@@ -7,9 +7,9 @@
 
 #include <QStringList>
 
+#include "validators/wide_text_p.h"
+
 #include <memory>
-#include <optional>
-#include <string_view>
 
 namespace vrn::qt::detail {
 
@@ -37,8 +37,8 @@ public:
 
     /// Whether the validator itself reads `text` as an entry. Most texts are such ones, and
     /// this takes less time than read().
-    virtual bool isPlain(const QString& text) = 0;
-    virtual vrn::units::Entry read(const QString& text);
+    virtual bool isPlain(const WideText& text) = 0;
+    virtual vrn::units::Entry read(const WideText& text);
     QStringList completions(const QString& text);
 
     /// The number of a complete entry.

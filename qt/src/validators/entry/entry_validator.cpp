@@ -14,6 +14,7 @@ namespace vrn::qt {
 namespace {
 
 using detail::EntryLink;
+using detail::WideText;
 using vrn::units::Entry;
 using vrn::units::EntryState;
 
@@ -50,13 +51,13 @@ struct NumberReading
     bool isCalculated = false;
 };
 
-NumberReading readNumber(EntryLink& link, EntryRange range, const QString& text, bool isPlain)
+NumberReading readNumber(EntryLink& link, EntryRange range, const WideText& text, bool isPlain)
 {
     const Entry entry = link.read(text);
     if (entry.state != EntryState::Complete) {
         EntryReading reading = refused(detail::entrySentence(entry.reason));
         reading.state = entry.state;
-        reading.place = placeInText(text, entry.reason.place);
+        reading.place = placeInText(text.text(), entry.reason.place);
         return {reading};
     }
     const EntryLink::Number number = link.numberOf(entry);
@@ -66,7 +67,7 @@ NumberReading readNumber(EntryLink& link, EntryRange range, const QString& text,
     const bool isAbove = link.isAbove(number.value);
     if (range == EntryRange::Refuse && (isBelow || isAbove))
         return {refused(detail::sentenceForRange(link.minimumText(), link.maximumText()))};
-    EntryReading reading = complete(isPlain ? text : number.text);
+    EntryReading reading = complete(isPlain ? text.text() : number.text);
     if (isBelow)
         reading.outcome = detail::sentenceForBelow(link.minimumText());
     if (isAbove)
@@ -91,10 +92,11 @@ bool EntryValidator::answer(const QString& text, const std::bitset<32>& flags, A
         EntryLink* const link = text.isEmpty() ? nullptr : findLink();
         if (!link)
             return ask(text, flags);
-        const bool isPlain = link->isPlain(text);
+        const WideText wide(text);
+        const bool isPlain = link->isPlain(wide);
         if (isPlain && m_range == EntryRange::Clamp)
             return ask(text, {});
-        const EntryReading reading = readNumber(*link, m_range, text, isPlain).reading;
+        const EntryReading reading = readNumber(*link, m_range, wide, isPlain).reading;
         return reading.state == EntryState::Complete && ask(reading.text, {});
     } catch (const std::exception&) {
         return false;
@@ -127,7 +129,8 @@ EntryReading EntryValidator::read(const QString& text) const
         EntryLink* const link = text.isEmpty() ? nullptr : findLink();
         if (!link)
             return readThrough(target.get(), text);
-        auto [reading, isCalculated] = readNumber(*link, m_range, text, link->isPlain(text));
+        const WideText wide(text);
+        auto [reading, isCalculated] = readNumber(*link, m_range, wide, link->isPlain(wide));
         if (reading.state != EntryState::Complete)
             return reading;
         boost::any value;
