@@ -57,7 +57,7 @@ EntryPage::EntryPage(QWidget* parent)
         vrn::units::get_active_input_context(), UnitId::GEO_LENGTH);
     span->set_minimum(0.1);
     span->set_maximum(40.0);
-    addRow(tr("&Span, 0.1 to 40 m"), span, QStringLiteral("1'-3 1/2\""));
+    addRow(tr("&Span, 0.1 to 40 m"), span, QStringLiteral("5'-6\""));
     addRow(tr("Section h&eight"), quantity(UnitId::SECT_LENGTH), QStringLiteral("30 cm + 1/2 in"));
     addRow(tr("Floor &area"), quantity(UnitId::GEO_AREA), QStringLiteral("1600 sq ft"));
     addRow(tr("&Normal force"), quantity(UnitId::LOAD_POINT), QStringLiteral("12 k"));
@@ -72,9 +72,9 @@ EntryPage::EntryPage(QWidget* parent)
     addRow(tr("&Bolts, 1 to 100, not beyond"),
         boost::make_shared<IntegerValidator<int>>(1, 100, false), QStringLiteral("5/2"),
         EntryRange::Refuse);
-    addRow(tr("&Cover, 0 to 1 m, not beyond"),
-        boost::make_shared<DistanceEditValidator>(UnitId::GEO_LENGTH, 0.0, 1.0, false),
-        QStringLiteral("5 ft"), EntryRange::Refuse);
+    auto cover = boost::make_shared<DistanceEditValidator>(UnitId::GEO_LENGTH, 0.0, 1.0, false);
+    cover->showUnitPostfix(true);
+    addRow(tr("&Cover, 0 to 1 m, not beyond"), cover, QStringLiteral("5 ft"), EntryRange::Refuse);
 
     std::vector<QWidget*> fields;
     for (const Row& row : m_rows)

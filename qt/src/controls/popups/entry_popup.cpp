@@ -23,6 +23,7 @@ EntryPopup::EntryPopup(QWidget* owner)
     : EditHintPopup(owner)
     , m_list(new QListWidget(this))
 {
+    layout()->setSpacing(0);
     layout()->addWidget(m_list);
     m_list->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     m_list->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
@@ -31,23 +32,37 @@ EntryPopup::EntryPopup(QWidget* owner)
     m_list->setFocusPolicy(Qt::NoFocus);
     new ReadableColours(m_list, this);
     vrn_connect(m_list, &QListWidget::clicked, this, [this] { choose(); });
-    setHint(QString());
-    setCompletions({});
+    EntryPopup::setHint(QString());
+    EntryPopup::setCompletions({});
 }
 
 EntryPopup::~EntryPopup() = default;
+
+void EntryPopup::setHint(const QString& hint)
+{
+    EditHintPopup::setHint(hint);
+    fit();
+}
 
 void EntryPopup::setCompletions(const QStringList& texts)
 {
     m_list->clear();
     m_list->addItems(texts);
     m_list->setHidden(texts.isEmpty());
+    fit();
+}
+
+// The list is as wide as the hint.
+void EntryPopup::fit()
+{
     const int frame = 2 * m_list->frameWidth();
     int height = frame;
     for (int row = 0; row < std::min(m_list->count(), mostRows); ++row)
         height += m_list->sizeHintForRow(row);
-    const int width = std::max(m_list->sizeHintForColumn(0), 0) + frame + 20;
+    const int ownWidth = std::max(m_list->sizeHintForColumn(0), 0) + frame + 20;
+    const int width = std::max(ownWidth, EditHintPopup::sizeHint().width());
     m_list->setFixedSize(QSize(width, height).boundedTo(largestSize()));
+    label()->setMinimumWidth(m_list->count() == 0 ? 0 : m_list->width());
     resize(sizeHint().boundedTo(largestSize()));
 }
 
@@ -56,8 +71,7 @@ QSize EntryPopup::sizeHint() const
     const QSize hint = EditHintPopup::sizeHint();
     if (m_list->count() == 0)
         return hint;
-    const int gap = hint.isEmpty() ? 0 : layout()->spacing();
-    return {std::max(hint.width(), m_list->width()), hint.height() + gap + m_list->height()};
+    return {std::max(hint.width(), m_list->width()), hint.height() + m_list->height()};
 }
 
 bool EntryPopup::eventFilter(QObject* watched, QEvent* event)

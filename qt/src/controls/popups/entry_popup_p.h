@@ -22,6 +22,8 @@ public:
     explicit EntryPopup(QWidget* owner);
     ~EntryPopup() override;
 
+    void setHint(const QString& hint) override;
+
     /// Sets the list, and resizes the popup for it. It does not show the popup.
     void setCompletions(const QStringList& texts);
 
@@ -37,6 +39,7 @@ Q_SIGNALS:
     void chosen(const QString& text);
 
 private:
+    void fit();
     bool isForList(const QKeyEvent& event) const;
     void handle(const QKeyEvent& event);
     bool isOverList(const QEvent& event) const;
