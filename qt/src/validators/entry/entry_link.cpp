@@ -131,14 +131,14 @@ protected:
     {
         const UnitId kind = m_validator.get_unit_id();
         if (!m_reader || m_kind != kind) {
-            m_reader.emplace(m_validator.get_context(), kind);
+            m_reader.emplace(m_validator.getContext(), kind);
             m_kind = kind;
         }
         return *m_reader;
     }
 
-    double minimum() const override { return m_validator.get_minimum(); }
-    double maximum() const override { return m_validator.get_maximum(); }
+    double minimum() const override { return m_validator.getMinimum(); }
+    double maximum() const override { return m_validator.getMaximum(); }
     boost::any valueOf(double bound) const override
     {
         return vrn::units::IConverter::quantity{m_validator.get_unit_id(), bound};
@@ -147,7 +147,7 @@ protected:
 private:
     bool isWritten(const Entry& entry, const QString& text) const
     {
-        const auto written = m_validator.get_context().format(
+        const auto written = m_validator.getContext().format(
             entry.quantity, std::locale::classic());
         return toQString(written) == text;
     }
