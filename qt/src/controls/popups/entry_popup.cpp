@@ -3,6 +3,7 @@
 #include <vrn/companion_qt/connect.h>
 
 #include <QKeyEvent>
+#include <QLabel>
 #include <QLayout>
 #include <QListWidget>
 #include <QMouseEvent>
@@ -89,7 +90,7 @@ bool EntryPopup::eventFilter(QObject* watched, QEvent* event)
     }
     // The hint hands what the mouse does to the window below.
     if (watched == windowHandle() && isOverList(*event))
-        return PopupBase::eventFilter(watched, event);
+        return false;
     return EditHintPopup::eventFilter(watched, event);
 }
 
