@@ -153,12 +153,13 @@ QString sentenceForRange(const QString& minimum, const QString& maximum)
         return Sentences::tr("at most %1").arg(maximum);
     if (maximum.isEmpty())
         return Sentences::tr("at least %1").arg(minimum);
-    // A unit that both have is written once.
-    const int label = minimum.indexOf(QLatin1Char(' '));
-    const bool sharesLabel = label > 0 && !minimum.mid(label).contains(QLatin1Char('\''))
-        && !minimum.mid(label).contains(QLatin1Char('"')) && maximum.endsWith(minimum.mid(label))
-        && maximum.indexOf(QLatin1Char(' ')) == maximum.size() - minimum.mid(label).size();
-    return Sentences::tr("%1 to %2").arg(sharesLabel ? minimum.left(label) : minimum, maximum);
+    // A unit that both have is written once. In feet and inches there is a mark after each.
+    const QLatin1Char blank(' ');
+    const QString number = minimum.section(blank, 0, 0);
+    const QString label = minimum.mid(number.size());
+    const bool isShared = maximum == maximum.section(blank, 0, 0) + label
+        && !label.contains(QLatin1Char('\''));
+    return Sentences::tr("%1 to %2").arg(isShared ? number : minimum, maximum);
 }
 
 } // namespace vrn::qt::detail
