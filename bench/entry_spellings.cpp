@@ -221,9 +221,8 @@ bool printEntrySpellings()
     const std::unique_ptr<ut_system, decltype(&ut_free_system)> system(
         ut_read_xml(nullptr), ut_free_system);
 #endif
-    std::cout
-        << "| Written | In | By a user of | udunits2 | KUnitConversion | `QLocale` "
-           "| `EntryReader` |\n|---|---|---|---|---|---|---|\n";
+    std::cout << "| Written | In | By a user of | udunits2 | KUnitConversion | `QLocale` "
+                 "| `EntryReader` |\n|---|---|---|---|---|---|---|\n";
     bool isNoneWrong = true;
     for (const Spelling& spelling : spellings) {
         QString udunits = QStringLiteral("not found");
