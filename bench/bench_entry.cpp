@@ -1,6 +1,9 @@
+#include <vrn/qt/entry_validator.h>
+#include <vrn/qt/unit_validator.h>
 #include <vrn/units/units.h>
 
 #include <benchmark/benchmark.h>
+#include <boost/make_shared.hpp>
 
 #include <locale>
 #include <memory>
@@ -66,6 +69,29 @@ void addShortTexts()
         read_and_parse(L"5 mm")});
 }
 
+// What a keystroke costs. A field asks an EntryValidator instead of the UnitValidator in it.
+void addValidators()
+{
+    using vrn::qt::EntryValidator;
+    using vrn::qt::IValidator;
+    using vrn::qt::UnitValidator;
+    const auto validating = [](const IValidator::pointer& validator, const char* text) {
+        return [validator, text = QString::fromLatin1(text)] {
+            boost::any value;
+            benchmark::DoNotOptimize(validator->validate(text, value, {}));
+            benchmark::DoNotOptimize(value);
+        };
+    };
+    const auto load = boost::make_shared<UnitValidator>(Context(), UnitId::LOAD_AREA);
+    const auto length = boost::make_shared<UnitValidator>(Context(), UnitId::GEO_LENGTH);
+    const auto loadEntry = boost::make_shared<EntryValidator>(load);
+    const auto lengthEntry = boost::make_shared<EntryValidator>(length);
+    add({"entry/validate 12 kN/m2", "UnitValidator", 1.5, validating(loadEntry, "12 kN/m2"),
+        validating(load, "12 kN/m2")});
+    add({"entry/validate 5 mm", "UnitValidator", 1.5, validating(lengthEntry, "5 mm"),
+        validating(length, "5 mm")});
+}
+
 void addLongTexts()
 {
     const auto letters = parsing(std::wstring(mebi, L'a'), UnitId::GEO_LENGTH);
@@ -83,6 +109,7 @@ void addLongTexts()
 void addEntryComparisons()
 {
     addShortTexts();
+    addValidators();
     addLongTexts();
 }
 

@@ -4,9 +4,11 @@
 
 #include <cstdlib>
 #include <iterator>
+#include <string_view>
 #include <vector>
 
 #include "comparison.h"
+#include "entry_spellings.h"
 
 namespace bench {
 void addDelegateComparisons();
@@ -23,9 +25,12 @@ void addValidatorComparisons();
 } // namespace bench
 
 // vrn-bench [FILTER]: compares the times of this library with those of what it replaces.
+// vrn-bench spellings: compares what readers make of quantities that engineers write.
 int main(int argc, char** argv)
 {
     QApplication application(argc, argv);
+    if (argc > 1 && std::string_view(argv[1]) == "spellings")
+        return bench::printEntrySpellings() ? EXIT_SUCCESS : EXIT_FAILURE;
 
     // The sides take turns, so that a busy machine slows both of them.
     char interleave[] = "--benchmark_enable_random_interleaving=true";

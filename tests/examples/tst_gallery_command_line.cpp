@@ -16,6 +16,7 @@ private Q_SLOTS:
         QCOMPARE(m_output,
             QString("line-edits\tLine edits\n"
                     "quantities\tQuantities\n"
+                    "entry\tEntry\n"
                     "multi-edit\tMulti-edit\n"
                     "enum-boxes\tEnum boxes\n"
                     "groups\tGroups\n"

@@ -1,6 +1,7 @@
 #include "page.h"
 
 #include "pages/editor2d_page.h"
+#include "pages/entry_page.h"
 #include "pages/enum_boxes_page.h"
 #include "pages/files_and_toolbars_page.h"
 #include "pages/groups_page.h"
@@ -26,6 +27,7 @@ const std::vector<Page>& pages()
     static const std::vector<Page> all = {
         {QStringLiteral("line-edits"), QStringLiteral("Line edits"), &make<LineEditsPage>},
         {QStringLiteral("quantities"), QStringLiteral("Quantities"), &make<QuantitiesPage>},
+        {QStringLiteral("entry"), QStringLiteral("Entry"), &make<EntryPage>},
         {QStringLiteral("multi-edit"), QStringLiteral("Multi-edit"), &make<MultiEditPage>},
         {QStringLiteral("enum-boxes"), QStringLiteral("Enum boxes"), &make<EnumBoxesPage>},
         {QStringLiteral("groups"), QStringLiteral("Groups"), &make<GroupsPage>},

@@ -3,34 +3,13 @@
 #include <vrn/assert/smart_assert.h>
 
 #include "validators/locale_for_flags_p.h"
-
-#include <boost/container/small_vector.hpp>
+#include "validators/wide_text_p.h"
 
 #include <utility>
 
 namespace vrn::qt {
 
 namespace units = vrn::units;
-
-namespace {
-
-constexpr std::size_t usualTextLength = 64;
-
-// The symbols of units are in the basic plane, where a wide character is a QChar.
-// QString::fromStdWString() allows for other planes and takes several times as long.
-QString toQString(const std::wstring& text)
-{
-    QString result(static_cast<int>(text.size()), Qt::Uninitialized);
-    QChar* out = result.data();
-    for (const wchar_t character : text) {
-        if (static_cast<char32_t>(character) > 0xFFFF)
-            return QString::fromStdWString(text);
-        *out++ = QChar(static_cast<ushort>(character));
-    }
-    return result;
-}
-
-} // namespace
 
 UnitValidator::UnitValidator(units::Context context)
     : m_context(std::move(context))
@@ -80,13 +59,8 @@ bool UnitValidator::validate(const QString& text, boost::any& value, const std::
         value = units::IConverter::quantity{unitId, 0.0};
         return true;
     }
-    // A text has at most as many wide characters as UTF-16 units. Those of a usual
-    // text need no memory from the heap.
-    boost::container::small_vector<wchar_t, usualTextLength> wide(
-        static_cast<std::size_t>(text.size()), boost::container::default_init);
-    const auto length = text.toWCharArray(wide.data());
-    const auto parsed = m_context.parse(
-        {wide.data(), static_cast<std::size_t>(length)}, unitId, stdLocaleForFlags(flags));
+    const detail::WideText wide(text);
+    const auto parsed = m_context.parse(wide.view(), unitId, stdLocaleForFlags(flags));
     value = parsed.get_value_or({unitId, 0.0});
     return parsed.has_value();
 }
@@ -112,7 +86,7 @@ QString UnitValidator::reformat(const boost::any& value, const std::bitset<32>& 
     }
     units::IConverter::quantity shown = *held;
     shown.value = clamped(shown.value);
-    return toQString(m_context.format(shown, stdLocaleForFlags(flags)));
+    return detail::toQString(m_context.format(shown, stdLocaleForFlags(flags)));
 }
 
 // The comparisons are written so that not-a-number becomes the minimum.

@@ -74,6 +74,12 @@ EntryCharacters plain_characters(std::wstring_view text)
 {
     EntryCharacters plain(text.size(), boost::container::default_init);
     std::transform(text.begin(), text.end(), plain.begin(), plain_character);
+    // As in "2 x 3.5 m". No unit is called so.
+    for (std::size_t i = 1; i + 1 < plain.size(); ++i) {
+        const bool is_cross = plain[i] == L'x' || plain[i] == L'X';
+        if (is_cross && plain[i - 1] == L' ' && plain[i + 1] == L' ')
+            plain[i] = L'*';
+    }
     return plain;
 }
 

@@ -29,6 +29,8 @@ struct VRN_QT2_EXPORT ChainedValidator : public IValidator
 private:
     // Looks for itself among the members before it forwards to a chain.
     friend struct ForwardValidator;
+    // Wraps the members for numbers.
+    friend struct EntryValidator;
 
     std::deque<std::unique_ptr<IValidator>> m_members;
 };

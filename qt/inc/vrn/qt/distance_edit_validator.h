@@ -47,6 +47,10 @@ struct VRN_QT2_EXPORT DistanceEditValidator : public IValidator
     DistanceEditValidator(int unit, double min, double max, bool zeroIfEmpty);
     ~DistanceEditValidator() override;
 
+    int getUnit() const { return m_unit; }
+    double getMinimum() const { return m_min; }
+    double getMaximum() const { return m_max; }
+
     /// True: empty text means no value. False: it means 0.0.
     void setEmptyValueAllowed(bool allowed);
     /// Whether formatted values carry the unit's label, as in "1.500 m".

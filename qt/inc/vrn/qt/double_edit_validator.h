@@ -32,6 +32,8 @@ struct VRN_QT2_EXPORT DoubleEditValidator : public IValidator
 
     void setMinimum(double min);
     void setMaximum(double max);
+    double getMinimum() const { return m_min; }
+    double getMaximum() const { return m_max; }
     /// Asserts "min < max" and stores both anyway.
     void setRange(double min, double max);
     /// Digits after the decimal point. At most 1074 are written; no double has more.

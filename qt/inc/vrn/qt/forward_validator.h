@@ -26,6 +26,9 @@ struct VRN_QT2_EXPORT ForwardValidator : public IValidator
     QString reformatForDisplay(const boost::any& value, const std::bitset<32>& flags) override;
 
 private:
+    // Follows forwarders to the validator that reads the text in the end.
+    friend struct EntryValidator;
+
     bool isReachedFrom(const IValidator* validator) const;
 
     IValidator::pointer m_target;

@@ -35,6 +35,8 @@ struct IntegerValidator : public IValidator
     void setMinimum(T min);
     void setMaximum(T max);
     /// @}
+    T getMinimum() const { return m_min; }
+    T getMaximum() const { return m_max; }
 
     /// True: empty text means no value. False: it means zero.
     void setEmptyValueAllowed(bool allowed);

@@ -10,7 +10,10 @@
 #include <boost/shared_ptr.hpp>
 
 #include <QPointer>
+#include <QStringList>
 #include <QWidget>
+
+#include <functional>
 
 class QBoxLayout;
 class QLineEdit;
@@ -115,6 +118,12 @@ public:
     /// the first.
     QToolButton* addButton(
         const boost::function<QString(const QString&)>& fn, const QPixmap& pixmap);
+
+    /// Offers what `completions` gives for the typed text, in a list under the hint. Down
+    /// enters the list; then Enter and Tab take an entry, and Escape drops the list. As long as
+    /// no Down has entered it, Enter and Tab keep their meaning. An entry is taken as if it were
+    /// typed, without an end of editing. With an empty function there is no list.
+    void setCompletions(std::function<QStringList(const QString& text)> completions);
 
     /// Offers the values of `history` below the focused edit. A click on one is as
     /// good as typing it and pressing Enter.

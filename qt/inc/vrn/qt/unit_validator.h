@@ -63,8 +63,13 @@ struct VRN_QT2_EXPORT UnitValidator : public IValidator
     UnitId get_unit_id() const;
     void set_unit_id(UnitId unitId);
 
+    /// The copy that the validator was given.
+    const vrn::units::Context& getContext() const { return m_context; }
+
     void set_minimum(const double& minimum);
     void set_maximum(const double& maximum);
+    double getMinimum() const { return m_minimum; }
+    double getMaximum() const { return m_maximum; }
 
     /// True: empty text means no value. False, the default: it means zero.
     void setEmptyValueAllowed(bool allowed);

@@ -6,6 +6,7 @@
 #include <vrn/qt/conversion_validator.h>
 #include <vrn/qt/distance_edit_validator.h>
 #include <vrn/qt/double_edit_validator.h>
+#include <vrn/qt/entry_validator.h>
 #include <vrn/qt/forward_validator.h>
 #include <vrn/qt/i_validator.h>
 #include <vrn/qt/integer_validator.h>

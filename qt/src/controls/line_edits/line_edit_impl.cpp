@@ -16,6 +16,7 @@
 #include "controls/parts/readable_colours_p.h"
 #include "controls/parts/run_both_p.h"
 #include "controls/popups/edit_hint_popup_p.h"
+#include "controls/popups/entry_popup_p.h"
 #include "controls/popups/history_popup_p.h"
 #include "controls/popups/popup_group_p.h"
 
@@ -67,8 +68,7 @@ LineEditImpl::~LineEditImpl()
     // From here on, a signal of QLineEdit would come from a half-destroyed edit.
     blockSignals(true);
     disposeOf(m_btn1);
-    disposeOf(m_hintPopup);
-    disposeOf(m_historyPopup);
+    disposeOfPopups();
 }
 
 void LineEditImpl::setLook(const QString& styleSheet)
@@ -121,6 +121,18 @@ void LineEditImpl::setValueHistory(boost::shared_ptr<vrn::ValueHistory> history)
         m_historyPopup->setValueHistory(m_history);
 }
 
+void LineEditImpl::setCompletions(std::function<QStringList(const QString&)> completions)
+{
+    disposeOfPopups();
+    m_completions = std::move(completions);
+    disconnect(this, &QLineEdit::textEdited, this, &LineEditImpl::offerCompletions);
+    disconnect(this, &QLineEdit::editingFinished, this, &LineEditImpl::dropCompletions);
+    if (!m_completions)
+        return;
+    vrn_connect(this, &QLineEdit::textEdited, this, &LineEditImpl::offerCompletions);
+    vrn_connect(this, &QLineEdit::editingFinished, this, &LineEditImpl::dropCompletions);
+}
+
 void LineEditImpl::showEditHint(const QString& hint)
 {
     if (!m_popups && !hint.isEmpty())
@@ -128,12 +140,41 @@ void LineEditImpl::showEditHint(const QString& hint)
     if (!m_hintPopup)
         return;
     m_hintPopup->setHint(hint);
-    if (hint.isEmpty())
+    showHintPopup();
+}
+
+void LineEditImpl::showHintPopup()
+{
+    if (m_hintPopup->sizeHint().isEmpty())
         m_hintPopup->hide();
     else if (hasFocus())
         m_hintPopup->show();
     // A hint above the edit would otherwise grow over the edit.
     m_popups->reposition();
+}
+
+void LineEditImpl::offerCompletions(const QString& text)
+{
+    const Alive alive(this, this);
+    const auto completions = m_completions;
+    QStringList texts = completions ? completions(text) : QStringList();
+    texts.removeAll(text);
+    if (!alive)
+        return;
+    if (!m_popups && !texts.isEmpty())
+        buildPopups();
+    if (!m_entryPopup)
+        return;
+    m_entryPopup->setCompletions(texts);
+    showHintPopup();
+}
+
+void LineEditImpl::dropCompletions()
+{
+    if (!m_entryPopup)
+        return;
+    m_entryPopup->setCompletions({});
+    showHintPopup();
 }
 
 QSize LineEditImpl::sizeHint() const
@@ -215,7 +256,16 @@ void LineEditImpl::resizeEvent(QResizeEvent* event)
 
 void LineEditImpl::buildPopups()
 {
-    m_hintPopup = new EditHintPopup(this);
+    if (m_completions) {
+        m_entryPopup = new EntryPopup(this);
+        vrn_connect(
+            m_entryPopup.data(), &EntryPopup::chosen, this, &LineEditImpl::onCompletionChosen);
+        vrn_connect(
+            m_entryPopup.data(), &EntryPopup::dropped, this, &LineEditImpl::dropCompletions);
+        m_hintPopup = m_entryPopup.data();
+    } else {
+        m_hintPopup = new EditHintPopup(this);
+    }
     m_historyPopup = new HistoryPopup(this);
     m_historyPopup->setValueHistory(m_history);
     vrn_connect(m_historyPopup.data(), &HistoryPopup::itemSelected, this,
@@ -226,6 +276,30 @@ void LineEditImpl::buildPopups()
     vrn_connect(m_popups, &PopupGroup::editMoved, m_hintPopup.data(), &EditHintPopup::followOwner);
     vrn_connect(
         m_popups, &PopupGroup::editMoved, m_historyPopup.data(), &HistoryPopup::followOwner);
+}
+
+void LineEditImpl::disposeOfPopups()
+{
+    disposeOf(m_hintPopup);
+    disposeOf(m_historyPopup);
+    // One of the popups may be about to show, and may have called the application for that.
+    if (m_popups)
+        m_popups->deleteLater();
+    m_popups = nullptr;
+}
+
+// The editing goes on: after a unit may come another quantity.
+void LineEditImpl::onCompletionChosen(const QString& text)
+{
+    if (isReadOnly())
+        return;
+    const Alive alive(this, m_hintPopup);
+    setText(text);
+    runBoth([&] { Q_EMIT textEdited(text); },
+        [&] {
+            if (alive)
+                dropCompletions();
+        });
 }
 
 void LineEditImpl::onHistoryItemSelected(const QString& text)

@@ -9,12 +9,16 @@
 #include <QLineEdit>
 #include <QMargins>
 #include <QPointer>
+#include <QStringList>
+
+#include <functional>
 
 class QToolButton;
 
 namespace vrn::qt::detail {
 
 class EditHintPopup;
+class EntryPopup;
 class HistoryPopup;
 class PopupGroup;
 class ReadableColours;
@@ -47,8 +51,11 @@ public:
 
     void setValueHistory(boost::shared_ptr<vrn::ValueHistory> history);
 
+    /// See SimpleLineEdit::setCompletions.
+    void setCompletions(std::function<QStringList(const QString&)> completions);
+
     /// Shows `hint` below the edit if it has the focus, and hides the window of
-    /// hints if `hint` is empty.
+    /// hints if `hint` is empty and there are no completions.
     void showEditHint(const QString& hint);
 
     QSize sizeHint() const override;
@@ -65,10 +72,15 @@ protected:
 
 private Q_SLOTS:
     void onHistoryItemSelected(const QString& text);
+    void onCompletionChosen(const QString& text);
+    void offerCompletions(const QString& text);
+    void dropCompletions();
     void onClicked1();
 
 private:
     void buildPopups();
+    void disposeOfPopups();
+    void showHintPopup();
     void placeButton();
     int frameWidth() const;
     bool isPadded() const;
@@ -79,7 +91,9 @@ private:
     ReadableColours* m_colours;
     PopupGroup* m_popups = nullptr;
     QPointer<HistoryPopup> m_historyPopup;
-    QPointer<EditHintPopup> m_hintPopup;
+    QPointer<EditHintPopup> m_hintPopup; ///< If there are completions, the next one.
+    QPointer<EntryPopup> m_entryPopup;
+    std::function<QStringList(const QString&)> m_completions;
     boost::shared_ptr<vrn::ValueHistory> m_history;
     unsigned int m_options;
     QPointer<QToolButton> m_btn1;

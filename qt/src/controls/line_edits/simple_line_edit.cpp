@@ -312,6 +312,11 @@ QToolButton* SimpleLineEdit::addButton(
     return lineEdit().addButton(fn, pixmap);
 }
 
+void SimpleLineEdit::setCompletions(std::function<QStringList(const QString&)> completions)
+{
+    lineEdit().setCompletions(std::move(completions));
+}
+
 void SimpleLineEdit::setValueHistory(boost::shared_ptr<vrn::ValueHistory> history)
 {
     m_valueHistory = std::move(history);

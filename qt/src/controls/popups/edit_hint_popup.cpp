@@ -28,6 +28,7 @@ EditHintPopup::~EditHintPopup() = default;
 void EditHintPopup::setHint(const QString& hint)
 {
     m_label->setText(hint);
+    m_label->setHidden(hint.isEmpty());
     resize(sizeHint().boundedTo(largestSize()));
 }
 

@@ -17,7 +17,7 @@ public:
     ~EditHintPopup() override;
 
     /// Sets the text, and resizes the popup for it. It does not show the popup.
-    void setHint(const QString& hint);
+    virtual void setHint(const QString& hint);
 
     /// (0, 0) without a text.
     QSize sizeHint() const override;
@@ -25,6 +25,8 @@ public:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 protected:
+    QLabel* label() const { return m_label; }
+
     void showEvent(QShowEvent* event) override;
 
 private:

@@ -104,13 +104,15 @@ void PopupGroup::reposition()
         if (!popup)
             continue;
         const int height = popup->height();
+        const int x = std::max(
+            room.x(), std::min(below.x(), room.x() + room.width() - popup->width()));
         const bool fitsBelow = below.y() + height <= room.y() + room.height();
         const bool fitsAbove = above.y() - height >= room.y();
         if (fitsBelow || !fitsAbove) {
-            popup->move(below);
+            popup->move(x, below.y());
             below.ry() += height + gap;
         } else {
-            popup->move(above - QPoint(0, height));
+            popup->move(x, above.y() - height);
             above.ry() -= height + gap;
         }
     }

@@ -17,7 +17,7 @@ namespace vrn::qt::detail {
 /// a gap of 5 pixels between them. A popup of height 0 keeps its gap. They follow
 /// the edit wherever it goes, with its window and inside it. Popups for which the
 /// screen has no room below the edit stack above it: a window manager would move
-/// them over the edit.
+/// them over the edit. One that is too wide for the room to the right begins further left.
 class VRN_QT2_EXPORT PopupGroup : public QObject
 {
     Q_OBJECT

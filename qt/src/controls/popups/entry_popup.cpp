@@ -1,0 +1,162 @@
+#include "controls/popups/entry_popup_p.h"
+
+#include <vrn/companion_qt/connect.h>
+
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLayout>
+#include <QListWidget>
+#include <QMouseEvent>
+#include <QWindow>
+
+#include "controls/parts/readable_colours_p.h"
+
+#include <algorithm>
+
+namespace vrn::qt::detail {
+namespace {
+
+constexpr int mostRows = 10; ///< That are seen at a time.
+
+} // namespace
+
+EntryPopup::EntryPopup(QWidget* owner)
+    : EditHintPopup(owner)
+    , m_list(new QListWidget(this))
+{
+    layout()->setSpacing(0);
+    layout()->addWidget(m_list);
+    m_list->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    m_list->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    m_list->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+    // A click must leave the focus in the edit.
+    m_list->setFocusPolicy(Qt::NoFocus);
+    new ReadableColours(m_list, this);
+    vrn_connect(m_list, &QListWidget::clicked, this, [this] { choose(); });
+    EntryPopup::setHint(QString());
+    EntryPopup::setCompletions({});
+}
+
+EntryPopup::~EntryPopup() = default;
+
+void EntryPopup::setHint(const QString& hint)
+{
+    EditHintPopup::setHint(hint);
+    fit();
+}
+
+void EntryPopup::setCompletions(const QStringList& texts)
+{
+    m_list->clear();
+    m_list->addItems(texts);
+    m_list->setHidden(texts.isEmpty());
+    fit();
+}
+
+// The list is as wide as the hint.
+void EntryPopup::fit()
+{
+    const int frame = 2 * m_list->frameWidth();
+    int height = frame;
+    for (int row = 0; row < std::min(m_list->count(), mostRows); ++row)
+        height += m_list->sizeHintForRow(row);
+    const int ownWidth = std::max(m_list->sizeHintForColumn(0), 0) + frame + 20;
+    const int width = std::max(ownWidth, EditHintPopup::sizeHint().width());
+    m_list->setFixedSize(QSize(width, height).boundedTo(largestSize()));
+    label()->setMinimumWidth(m_list->count() == 0 ? 0 : m_list->width());
+    resize(sizeHint().boundedTo(largestSize()));
+}
+
+QSize EntryPopup::sizeHint() const
+{
+    const QSize hint = EditHintPopup::sizeHint();
+    if (m_list->count() == 0)
+        return hint;
+    return {std::max(hint.width(), m_list->width()), hint.height() + m_list->height()};
+}
+
+bool EntryPopup::eventFilter(QObject* watched, QEvent* event)
+{
+    const QEvent::Type type = event->type();
+    if (watched == parentWidget()
+        && (type == QEvent::KeyPress || type == QEvent::ShortcutOverride)) {
+        const auto& key = *static_cast<QKeyEvent*>(event);
+        if (isForList(key)) {
+            event->accept();
+            if (type == QEvent::KeyPress)
+                handle(key);
+            return true;
+        }
+    }
+    // The hint hands what the mouse does to the window below.
+    if (watched == windowHandle() && isOverList(*event))
+        return false;
+    return EditHintPopup::eventFilter(watched, event);
+}
+
+bool EntryPopup::isForList(const QKeyEvent& event) const
+{
+    const bool isPlain = (event.modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier;
+    if (!isVisible() || m_list->count() == 0 || !isPlain)
+        return false;
+    const bool isEntered = m_list->currentRow() >= 0;
+    switch (event.key()) {
+    case Qt::Key_Down:
+        return true;
+    case Qt::Key_Up:
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+    case Qt::Key_Tab:
+    case Qt::Key_Escape:
+        return isEntered;
+    default:
+        return false;
+    }
+}
+
+void EntryPopup::handle(const QKeyEvent& event)
+{
+    const int row = m_list->currentRow();
+    switch (event.key()) {
+    case Qt::Key_Down:
+        m_list->setCurrentRow(std::min(row + 1, m_list->count() - 1));
+        break;
+    case Qt::Key_Up:
+        // Up from the first row leaves the list.
+        m_list->setCurrentRow(row - 1);
+        break;
+    case Qt::Key_Escape:
+        setCompletions({});
+        Q_EMIT dropped();
+        break;
+    default:
+        choose();
+        break;
+    }
+}
+
+bool EntryPopup::isOverList(const QEvent& event) const
+{
+    switch (event.type()) {
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonDblClick:
+    case QEvent::MouseButtonRelease:
+    case QEvent::MouseMove:
+        return m_list->isVisible()
+            && m_list->geometry().contains(static_cast<const QMouseEvent&>(event).pos());
+    default:
+        return false;
+    }
+}
+
+void EntryPopup::choose()
+{
+    const QListWidgetItem* const item = m_list->currentItem();
+    if (!item)
+        return;
+    const QString text = item->text();
+    setCompletions({});
+    Q_EMIT chosen(text);
+}
+
+} // namespace vrn::qt::detail
