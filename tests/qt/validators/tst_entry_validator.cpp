@@ -477,7 +477,7 @@ private Q_SLOTS:
         const auto target = makeTarget("length");
         auto entry = boost::make_shared<EntryValidator>(target);
         const IValidator::pointer outermost = entry;
-        outermost->setEditHintFunction([](const QString& text) { return "typed " + text; });
+        entry->setEditHintFunction([](const QString& text) { return "typed " + text; });
         target->setEditHintFunction([](const QString& text) { return "read " + text; });
         QCOMPARE(outermost->getEditHint("12 feet"), QString("typed 12 feet\nread 12 ft"));
         QCOMPARE(outermost->getEditHint("3 m + 20 cm"),
@@ -485,7 +485,7 @@ private Q_SLOTS:
         QCOMPARE(outermost->getEditHint("12 kN"),
             QString("kN is a force; a length is wanted: m, cm, mm, ft, in"));
         QCOMPARE(outermost->getEditHint("3 +"), QString("\u2026 a number is missing here"));
-        outermost->setEditHintFunction(nullptr);
+        entry->setEditHintFunction(nullptr);
         QCOMPARE(outermost->getEditHint("12 m"), QString("read 12 m"));
     }
 

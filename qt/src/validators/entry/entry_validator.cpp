@@ -169,6 +169,8 @@ void EntryValidator::setEditHintFunction(std::function<QString(const QString&)> 
 
 QString EntryValidator::hintFor(const QString& text) const
 {
+    // A hint function may exchange it.
+    const IValidator::pointer target = m_target;
     const EntryReading reading = read(text);
     if (reading.state == EntryState::Refused && !reading.reason.isEmpty())
         return reading.reason;
@@ -179,7 +181,7 @@ QString EntryValidator::hintFor(const QString& text) const
     QStringList lines = {reading.outcome};
     if (m_addedHint)
         lines.append(m_addedHint(text));
-    if (const IValidator::pointer target = m_target)
+    if (target)
         lines.append(target->getEditHint(reading.text));
     lines.removeAll(QString());
     return lines.join(QLatin1Char('\n'));
