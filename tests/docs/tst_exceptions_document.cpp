@@ -311,7 +311,8 @@ const QMap<QString, QList<Code>>& cases()
                 [unknown] { Context().converter().to_base(unknown); },
                 [] { Context().converter().from_base(1.0, gapAmongUnits); },
                 [] { Context().get_display_label(gapAmongUnits); }}},
-        {"IFormatProvider, Context, EntryReader: an id is neither below 1000 nor a kind, or the digits or the "
+        {"IFormatProvider, Context, EntryReader: an id is neither below 1000 nor a kind, or the "
+         "digits or the "
          "dimension of an id below 1000 are asked for that is not a unit",
             {[] { UnitsetFormatProvider().get_unit(gapAmongKinds); },
                 [] { UnitsetFormatProvider().get_format(negativeId); },
@@ -322,8 +323,7 @@ const QMap<QString, QList<Code>>& cases()
                 [] { Context().get_display_label(gapAmongKinds); },
                 [] { Context().parse(L"1", gapAmongUnits, std::locale::classic()); },
                 [] { EntryReader(Context(), gapAmongKinds); },
-                [] { EntryReader(Context(), gapAmongUnits); },
-                format(Context(), gapAmongKinds)}},
+                [] { EntryReader(Context(), gapAmongUnits); }, format(Context(), gapAmongKinds)}},
         {"createEditorFromHints(), ValidatorFactory, DefaultEditorFactory: a hint has another type "
          "than the one that is asked for",
             {[] {
