@@ -1,5 +1,6 @@
 #pragma once
 
+#include <vrn/qt/object_model.h>
 #include <vrn/qt/property_set.h>
 
 #include <boost/optional.hpp>
