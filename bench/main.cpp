@@ -16,6 +16,7 @@ void addEnumBoxComparisons();
 void addFactoryComparisons();
 void addLineEditComparisons();
 void addMultiEditComparisons();
+void addPropertyModelComparisons();
 void addPropertyPageComparisons();
 void addTableViewComparisons();
 void addUnitComparisons();
@@ -40,6 +41,7 @@ int main(int argc, char** argv)
     bench::addEnumBoxComparisons();
     bench::addDelegateComparisons();
     bench::addFactoryComparisons();
+    bench::addPropertyModelComparisons();
     bench::addPropertyPageComparisons();
     bench::addTableViewComparisons();
     bench::addUnitComparisons();

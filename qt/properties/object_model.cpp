@@ -2,6 +2,9 @@
 
 #include <vrn/assert/smart_assert.h>
 
+#include <algorithm>
+#include <limits>
+
 namespace vrn::qt {
 
 namespace detail {
@@ -17,9 +20,9 @@ template <typename Use>
 void forEachKind(const ObjectIds& ids, const Use& use)
 {
     for (std::size_t first = 0; first < ids.size();) {
-        std::size_t end = first;
-        while (end < ids.size() && ids[end].kind == ids[first].kind)
-            ++end;
+        const ObjectId last(std::numeric_limits<std::uint64_t>::max(), ids[first].kind);
+        const auto from = ids.begin() + std::ptrdiff_t(first);
+        const auto end = std::size_t(std::upper_bound(from, ids.end(), last) - ids.begin());
         use(ids[first].kind, detail::IdRange{ids.data() + first, first, end - first});
         first = end;
     }
@@ -63,6 +66,15 @@ ObjectIds ObjectModel::objects(std::uint32_t kind) const
 
 void ObjectModel::write(const std::vector<PropertyEdit>& edits)
 {
+    // Most edits: one property of one kind.
+    if (edits.size() == 1 && !edits[0].ids.empty()
+        && edits[0].ids.get().front().kind == edits[0].ids.get().back().kind) {
+        const ObjectIds& ids = edits[0].ids;
+        const detail::ObjectAccess* objects = access(ids.front().kind);
+        if (objects && objects->writePlain(edits[0], {ids.data(), 0, ids.size()}))
+            return;
+    }
+
     std::vector<std::unique_ptr<detail::Rollback>> rollbacks;
     try {
         for (const PropertyEdit& edit : edits) {

@@ -11,13 +11,27 @@ namespace {
 // Any number that other commands of an application do not have.
 constexpr int gestureId = 0x76726e;
 
+struct Change
+{
+    const SharedIds& ids;
+    const PropertyValues& before;
+    const PropertyValues& after;
+};
+
+struct Merged
+{
+    ObjectIds ids;
+    PropertyValues before;
+    PropertyValues after;
+};
+
 /// Two edits of one property, of which the second came later, as one.
-PropertyChange merged(const PropertyChange& first, const PropertyChange& second)
+Merged merged(const Change& first, const Change& second)
 {
     const detail::ValueColumn& type = *first.before.column();
     const auto before = type.emptyLike();
     const auto after = type.emptyLike();
-    PropertyChange both{first.key, {}, {}, {}};
+    Merged both;
     std::size_t i = 0;
     std::size_t j = 0;
     while (i < first.ids.size() || j < second.ids.size()) {
@@ -44,11 +58,12 @@ PropertyChange merged(const PropertyChange& first, const PropertyChange& second)
 
 } // namespace
 
-PropertyCommand::PropertyCommand(PropertyModel* model, std::vector<PropertyChange> changes,
-    const QString& text, std::uint64_t gesture)
+PropertyCommand::PropertyCommand(PropertyModel* model, std::vector<PropertyEdit> edits,
+    std::vector<PropertyValues> before, const QString& text, std::uint64_t gesture)
     : QUndoCommand(text)
     , m_model(model)
-    , m_changes(std::move(changes))
+    , m_edits(std::move(edits))
+    , m_others(std::move(before))
     , m_gesture(gesture)
 {}
 
@@ -56,13 +71,13 @@ PropertyCommand::~PropertyCommand() = default;
 
 void PropertyCommand::undo()
 {
-    apply(&PropertyChange::before);
+    swap();
 }
 
 void PropertyCommand::redo()
 {
     if (!std::exchange(m_isDone, false))
-        apply(&PropertyChange::after);
+        swap();
 }
 
 int PropertyCommand::id() const
@@ -73,17 +88,22 @@ int PropertyCommand::id() const
 bool PropertyCommand::mergeWith(const QUndoCommand* other)
 {
     const auto* later = dynamic_cast<const PropertyCommand*>(other);
-    if (!later || later->m_gesture != m_gesture || later->m_model != m_model
-        || m_changes.size() != 1 || later->m_changes.size() != 1
-        || m_changes.front().key != later->m_changes.front().key) {
+    if (!later || later->m_gesture != m_gesture || later->m_model != m_model || m_edits.size() != 1
+        || later->m_edits.size() != 1 || m_edits.front().key != later->m_edits.front().key) {
         return false;
     }
-    m_changes.front() = merged(m_changes.front(), later->m_changes.front());
-    setObsolete(m_changes.front().ids.empty());
+    PropertyEdit& edit = m_edits.front();
+    const PropertyEdit& laterEdit = later->m_edits.front();
+    Merged both = merged({edit.ids, m_others.front(), edit.values},
+        {laterEdit.ids, later->m_others.front(), laterEdit.values});
+    edit.ids = std::move(both.ids);
+    edit.values = std::move(both.after);
+    m_others.front() = std::move(both.before);
+    setObsolete(edit.ids.empty());
     return true;
 }
 
-void PropertyCommand::apply(PropertyValues PropertyChange::*values)
+void PropertyCommand::swap()
 {
     // A macro calls its commands although they are obsolete.
     if (isObsolete())
@@ -92,13 +112,11 @@ void PropertyCommand::apply(PropertyValues PropertyChange::*values)
         setObsolete(true);
         return;
     }
+    for (std::size_t i = 0; i < m_edits.size(); ++i)
+        std::swap(m_edits[i].values, m_others[i]);
     const QPointer<PropertyModel> model = m_model;
     try {
-        std::vector<PropertyEdit> edits;
-        edits.reserve(m_changes.size());
-        for (const PropertyChange& change : m_changes)
-            edits.push_back({change.key, change.ids, change.*values});
-        model->apply(edits);
+        model->apply(m_edits);
     } catch (...) {
         setObsolete(true);
         if (model)

@@ -6,19 +6,9 @@
 #include <QUndoCommand>
 
 #include <cstdint>
-#include <string>
 #include <vector>
 
 namespace vrn::qt {
-
-/// One property as it was and as it is after an edit.
-struct PropertyChange
-{
-    std::string key;
-    ObjectIds ids;
-    PropertyValues before;
-    PropertyValues after;
-};
 
 /// An edit on the undo stack, which is done already when it is pushed.
 ///
@@ -27,9 +17,12 @@ struct PropertyChange
 class PropertyCommand final : public QUndoCommand
 {
 public:
-    PropertyCommand(PropertyModel* model, std::vector<PropertyChange> changes, const QString& text,
-        std::uint64_t gesture);
+    /// `before` has the values that the objects of each edit have now.
+    PropertyCommand(PropertyModel* model, std::vector<PropertyEdit> edits,
+        std::vector<PropertyValues> before, const QString& text, std::uint64_t gesture);
     ~PropertyCommand() override;
+
+    const std::vector<PropertyEdit>& edits() const { return m_edits; }
 
     void undo() override;
     void redo() override;
@@ -37,10 +30,12 @@ public:
     bool mergeWith(const QUndoCommand* other) override;
 
 private:
-    void apply(PropertyValues PropertyChange::*values);
+    /// Writes the other values, and keeps those that were there for the next time.
+    void swap();
 
     QPointer<PropertyModel> m_model;
-    std::vector<PropertyChange> m_changes;
+    std::vector<PropertyEdit> m_edits; ///< With the values that were written last.
+    std::vector<PropertyValues> m_others;
     std::uint64_t m_gesture;
     bool m_isDone = true;
 };

@@ -42,8 +42,7 @@ void makeUnique(Values& values)
 }
 
 /// Adds `more` to a list in which an empty one stands for all.
-template <typename Values>
-void unite(Values& values, const Values& more, bool isFirst)
+void unite(PropertyKeys& values, const PropertyKeys& more, bool isFirst)
 {
     if (isFirst)
         values = more;
@@ -111,15 +110,37 @@ void PropertyModel::schedule()
 
 void PropertyModel::announce(const PropertyKeys& keys, const ObjectIds& ids)
 {
+    ObjectIds unique = ids;
+    makeUnique(unique);
+    announceUnique(keys, unique);
+}
+
+void PropertyModel::announceUnique(const PropertyKeys& keys, const SharedIds& ids)
+{
     unite(m_changedKeys, keys, !m_isAnnounced);
-    unite(m_changedIds, ids, !m_isAnnounced);
-    m_isAnnounced = true;
     makeUnique(m_changedKeys);
-    if (m_changedIds.size() > m_mostIds) {
-        makeUnique(m_changedIds);
-        m_mostIds = 2 * m_changedIds.size();
+    if (!m_isAnnounced) {
+        m_changedIds = ids;
+    } else if (ids.empty() || m_changedIds.empty()) {
+        m_changedIds = {};
+        m_moreIds.clear();
+    } else if (m_changedIds.get() != ids.get()) {
+        m_moreIds.insert(m_moreIds.end(), ids.begin(), ids.end());
     }
+    m_isAnnounced = true;
+    // Each of them is sorted a few times at most.
+    if (m_moreIds.size() > m_changedIds.size())
+        addMoreIds();
     schedule();
+}
+
+void PropertyModel::addMoreIds()
+{
+    if (m_moreIds.empty())
+        return;
+    m_moreIds.insert(m_moreIds.end(), m_changedIds.begin(), m_changedIds.end());
+    makeUnique(m_moreIds);
+    m_changedIds = std::exchange(m_moreIds, {});
 }
 
 void PropertyModel::fail(const QString& reason)
@@ -135,11 +156,10 @@ void PropertyModel::flush()
     const std::vector<QString> failures = std::exchange(m_failures, {});
     const bool isAnnounced = std::exchange(m_isAnnounced, false);
     const PropertyKeys keys = std::exchange(m_changedKeys, {});
-    ObjectIds ids = std::exchange(m_changedIds, {});
-    m_mostIds = 0;
-    makeUnique(ids);
+    addMoreIds();
+    const SharedIds ids = std::exchange(m_changedIds, {});
     if (isAnnounced)
-        Q_EMIT changed(keys, ids);
+        Q_EMIT changed(keys, ids.get());
     for (const QString& reason : failures) {
         if (guarded)
             Q_EMIT failed(reason);
@@ -232,17 +252,15 @@ void PropertyModel::apply(const std::vector<PropertyEdit>& edits)
     if (!guarded)
         return;
     PropertyKeys keys;
-    ObjectIds ids;
-    for (const PropertyEdit& edit : edits) {
-        ids.insert(ids.end(), edit.ids.begin(), edit.ids.end());
+    for (const PropertyEdit& edit : edits)
         keys.push_back(edit.key);
-    }
     PropertyKeys affected;
     for (const PropertyList& kind : m_kinds) {
         for (const std::string& key : kind.affectedBy(keys))
             affected.push_back(key);
     }
-    announce(affected, ids);
+    for (const PropertyEdit& edit : edits)
+        announceUnique(affected, edit.ids);
 }
 
 } // namespace vrn::qt

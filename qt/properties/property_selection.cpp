@@ -15,7 +15,6 @@
 #include <array>
 #include <cmath>
 #include <limits>
-#include <map>
 #include <memory>
 #include <optional>
 #include <utility>
@@ -51,6 +50,18 @@ boost::any toAny(double value, Field::Shape shape)
     return shape == Field::Shape::Integer ? boost::any(int(value)) : boost::any(value);
 }
 
+SharedIds idsOf(const std::vector<PropertyEdit>& edits)
+{
+    if (edits.size() == 1)
+        return edits.front().ids;
+    ObjectIds ids;
+    for (const PropertyEdit& edit : edits)
+        ids.insert(ids.end(), edit.ids.begin(), edit.ids.end());
+    std::sort(ids.begin(), ids.end());
+    ids.erase(std::unique(ids.begin(), ids.end()), ids.end());
+    return ids;
+}
+
 /// The nearest whole number, if the difference is no more than the rounding of a factor and of
 /// its product: 70 * 1.1 is 77.
 std::optional<double> wholeNumber(double value)
@@ -69,7 +80,7 @@ struct PropertySelection::Plan
 {
     const Row* row = nullptr;
     std::size_t selected = 0;
-    ObjectIds ids; ///< That change.
+    SharedIds ids; ///< That change.
     PropertyValues before;
     PropertyValues after;
     std::array<std::size_t, reasonsToLeave> left{};
@@ -88,18 +99,20 @@ struct PropertySelection::Plan
     /// Which objects are left and why, as the parts of a sentence.
     QString leftText(const vrn::units::Context& units, bool isReceipt) const;
 
-    void setBefore(
-        const ObjectIds& all, const PropertyValues& values, const std::vector<std::size_t>& places)
+    /// Without places, all objects change.
+    void setBefore(const SharedIds& all, const PropertyValues& values,
+        const std::optional<std::vector<std::size_t>>& places)
     {
-        if (places.size() == all.size()) {
-            ids = all;
-            before = values;
+        ids = all;
+        before = values;
+        if (!places)
             return;
-        }
-        ids.reserve(places.size());
-        for (const std::size_t place : places)
-            ids.push_back(all[place]);
-        before = PropertyValues(values.column()->select(places), false);
+        ObjectIds some;
+        some.reserve(places->size());
+        for (const std::size_t place : *places)
+            some.push_back(all[place]);
+        ids = std::move(some);
+        before = PropertyValues(values.column()->select(*places), false);
     }
 };
 
@@ -113,10 +126,10 @@ PropertySelection& PropertySelection::operator=(PropertySelection&&) noexcept = 
 PropertySelection::PropertySelection(PropertyModel* model, ObjectIds ids, QUndoStack* stack)
     : m_model(model)
     , m_stack(stack)
-    , m_ids(std::move(ids))
 {
-    std::sort(m_ids.begin(), m_ids.end());
-    m_ids.erase(std::unique(m_ids.begin(), m_ids.end()), m_ids.end());
+    std::sort(ids.begin(), ids.end());
+    ids.erase(std::unique(ids.begin(), ids.end()), ids.end());
+    m_ids = std::move(ids);
     if (!m_model || m_ids.empty())
         return;
 
@@ -162,12 +175,13 @@ QString PropertySelection::countedName(const ObjectIds& ids) const
 {
     if (!m_model)
         return QString();
-    std::map<std::uint32_t, std::size_t> counts;
-    for (const ObjectId& id : ids)
-        ++counts[id.kind];
     QStringList names;
-    for (const auto& count : counts)
-        names << m_model->kind(count.first).countedName(count.second);
+    for (auto first = ids.begin(); first != ids.end();) {
+        const ObjectId last(std::numeric_limits<std::uint64_t>::max(), first->kind);
+        const auto end = std::upper_bound(first, ids.end(), last);
+        names << m_model->kind(first->kind).countedName(std::size_t(end - first));
+        first = end;
+    }
     if (names.size() < 2)
         return names.join(QString());
     const QString last = names.takeLast();
@@ -210,10 +224,14 @@ PropertySelection::Plan PropertySelection::planValue(const Row& row, const boost
     const PropertyValues old = m_model->readValues({row.key}, m_ids).front();
     const auto uniform = row.field.valueType().makeColumn(1);
     uniform->set(0, value);
-    plan.selected = std::size_t(
-        std::count_if(old.column()->presence.begin(), old.column()->presence.end(),
-            [](detail::Presence presence) { return presence != detail::Presence::NoObject; }));
-    plan.setBefore(m_ids, old, old.column()->placesOtherThan(*uniform));
+    const auto places = old.column()->placesOtherThan(*uniform);
+    const auto& presence = old.column()->presence;
+    plan.selected = presence.size();
+    if (places) {
+        plan.selected -= std::size_t(
+            std::count(presence.begin(), presence.end(), detail::Presence::NoObject));
+    }
+    plan.setBefore(m_ids, old, places);
     plan.after = PropertyValues(uniform, true);
     plan.lowest = plan.highest = value;
     return plan;
@@ -285,9 +303,9 @@ PropertySelection::Plan PropertySelection::planRelative(
         [](const auto& each) { return each.second.outOfRangePolicy() == OutOfRange::RefuseAll; });
     if (refusesAll && plan.left[Below] + plan.left[Above] + plan.left[Refused] > 0)
         throw PropertyError(plan.leftText(units, false));
-    plan.setBefore(m_ids, old, places);
-    plan.after = PropertyValues(
-        places.size() == m_ids.size() ? after : after->select(places), false);
+    const bool changesAll = places.size() == m_ids.size();
+    plan.after = PropertyValues(changesAll ? after : after->select(places), false);
+    plan.setBefore(m_ids, old, changesAll ? std::nullopt : std::make_optional(std::move(places)));
     if (lowest) {
         plan.lowest = toAny(*lowest, shape);
         plan.highest = toAny(*highest, shape);
@@ -338,28 +356,23 @@ void PropertySelection::carryOut(
     std::vector<Plan> plans, const QString& name, std::uint64_t gesture)
 {
     std::vector<PropertyEdit> edits;
-    std::vector<PropertyChange> changes;
-    ObjectIds ids;
+    std::vector<PropertyValues> before;
     for (Plan& plan : plans) {
         if (plan.ids.empty())
             continue;
-        edits.push_back({plan.row->key, plan.ids, plan.after});
-        ids.insert(ids.end(), plan.ids.begin(), plan.ids.end());
-        changes.push_back({plan.row->key, std::move(plan.ids), plan.before, plan.after});
+        edits.push_back({plan.row->key, std::move(plan.ids), plan.after});
+        before.push_back(plan.before);
     }
     if (edits.empty())
         return;
-    if (edits.size() > 1) {
-        std::sort(ids.begin(), ids.end());
-        ids.erase(std::unique(ids.begin(), ids.end()), ids.end());
-    }
+    const QString objects = countedName(idsOf(edits));
     auto command = std::make_unique<PropertyCommand>(
-        m_model, std::move(changes), tr("%1 of %2").arg(name, countedName(ids)), gesture);
+        m_model, std::move(edits), std::move(before), tr("%1 of %2").arg(name, objects), gesture);
 
     // write() may destroy the model, the stack and this selection.
     const QPointer<PropertyModel> model = m_model;
     const QPointer<QUndoStack> stack = m_stack;
-    model->apply(edits);
+    model->apply(command->edits());
     if (model && stack)
         stack->push(command.release());
 }

@@ -2,8 +2,11 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <initializer_list>
+#include <memory>
 #include <string>
 #include <tuple>
+#include <utility>
 #include <vector>
 
 namespace vrn::qt {
@@ -37,5 +40,35 @@ struct ObjectId
 
 using ObjectIds = std::vector<ObjectId>;
 using PropertyKeys = std::vector<std::string>;
+
+/// Ids that do not change, and that copies share. It reads as an ObjectIds does.
+class SharedIds
+{
+public:
+    SharedIds() = default;
+    // Implicit, like the conversion back.
+    SharedIds(ObjectIds ids)
+        : m_ids(std::make_shared<const ObjectIds>(std::move(ids)))
+    {}
+    SharedIds(std::initializer_list<ObjectId> ids)
+        : SharedIds(ObjectIds(ids))
+    {}
+
+    operator const ObjectIds&() const { return get(); }
+    const ObjectIds& get() const
+    {
+        static const ObjectIds none;
+        return m_ids ? *m_ids : none;
+    }
+
+    ObjectIds::const_iterator begin() const { return get().begin(); }
+    ObjectIds::const_iterator end() const { return get().end(); }
+    std::size_t size() const { return get().size(); }
+    bool empty() const { return get().empty(); }
+    const ObjectId& operator[](std::size_t i) const { return get()[i]; }
+
+private:
+    std::shared_ptr<const ObjectIds> m_ids;
+};
 
 } // namespace vrn::qt

@@ -7,6 +7,7 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <numeric>
 #include <type_traits>
 #include <utility>
 #include <vector>
@@ -35,6 +36,8 @@ public:
     virtual void read(const PropertyKeys& keys, const IdRange& range, PropertySink& sink) const = 0;
     virtual void write(const PropertyEdit& edit, const IdRange& range,
         std::vector<std::unique_ptr<Rollback>>& rollbacks) const = 0;
+    /// True if it has written, which could not throw and need not be checked.
+    virtual bool writePlain(const PropertyEdit& edit, const IdRange& range) const = 0;
     /// Throws PropertyError if an object does not meet a requirement.
     virtual void check(const std::string& key, const IdRange& range) const = 0;
     virtual ObjectIds objects() const = 0;
@@ -126,12 +129,26 @@ public:
     void read(
         const PropertyKeys& keys, const detail::IdRange& range, PropertySink& sink) const override
     {
-        const Found found(*this, range);
-        for (std::size_t key = 0; key < keys.size(); ++key) {
-            const detail::Accessor<T>* accessor = accessorOf(keys[key]);
-            if (accessor && sink.wants(key))
-                accessor->read(found.objects.data(), found.places, key, sink);
-        }
+        std::vector<const detail::Accessor<T>*> accessors;
+        for (const std::string& key : keys)
+            accessors.push_back(accessorOf(key));
+        forEachPart(range, [&](const Found& found) {
+            for (std::size_t key = 0; key < keys.size(); ++key) {
+                if (accessors[key] && sink.wants(key))
+                    accessors[key]->read(found.objects.data(), found.places, key, sink);
+            }
+        });
+    }
+
+    bool writePlain(const PropertyEdit& edit, const detail::IdRange& range) const override
+    {
+        const detail::Accessor<T>* accessor = accessorOf(edit.key);
+        if (!accessor || accessor->canThrow() || isRequired(edit.key))
+            return false;
+        forEachPart(range, [&](const Found& found) {
+            accessor->writeForGood(found.objects.data(), found.places, edit.values);
+        });
+        return true;
     }
 
     void write(const PropertyEdit& edit, const detail::IdRange& range,
@@ -147,11 +164,13 @@ public:
 
     void check(const std::string& key, const detail::IdRange& range) const override
     {
+        if (!isRequired(key))
+            return;
+        const Found found(*this, range);
         for (const auto& requirement : m_properties.requirements()) {
-            const PropertyKeys& keys = requirement.keys;
-            if (std::find(keys.begin(), keys.end(), key) == keys.end())
+            if (!isAbout(requirement, key))
                 continue;
-            for (const T* object : Found(*this, range).objects) {
+            for (const T* object : found.objects) {
                 const QString reason = requirement.reasonAgainst(*object);
                 if (!reason.isEmpty())
                     throw PropertyError(reason);
@@ -162,38 +181,62 @@ public:
     ObjectIds objects() const override { return m_objects ? m_objects() : ObjectIds(); }
 
 private:
+    /// Objects that are there, and their places among all ids.
     struct Found
     {
         Found(const Access& access, const detail::IdRange& range)
         {
-            objects.reserve(range.count);
-            for (std::size_t i = 0; i < range.count; ++i) {
-                if (T* object = access.m_find(range.ids[i]))
-                    objects.push_back(object);
-                else
-                    missing.push_back(i);
-            }
-            places = {range.first, objects.size(), nullptr};
-            if (missing.empty())
+            objects.resize(range.count);
+            std::size_t i = 0;
+            while (i < range.count && (objects[i] = access.m_find(range.ids[i])))
+                ++i;
+            places = {range.first, i, nullptr};
+            if (i == range.count)
                 return;
-            auto skip = missing.begin();
-            for (std::size_t i = 0; i < range.count; ++i) {
-                if (skip != missing.end() && *skip == i)
-                    ++skip;
-                else
+            // From here on the places have gaps.
+            objects.resize(i);
+            there.resize(i);
+            std::iota(there.begin(), there.end(), range.first);
+            for (++i; i < range.count; ++i) {
+                if (T* object = access.m_find(range.ids[i])) {
+                    objects.push_back(object);
                     there.push_back(range.first + i);
+                }
             }
-            places.each = there.data();
+            places = {range.first, objects.size(), there.data()};
         }
 
         Found(const Found&) = delete;
         Found& operator=(const Found&) = delete;
 
         std::vector<T*> objects;
-        std::vector<std::size_t> missing;
         std::vector<std::size_t> there;
         detail::Places places;
     };
+
+    /// In parts that stay in the cache while all of their properties are read.
+    template <typename Use>
+    void forEachPart(const detail::IdRange& range, const Use& use) const
+    {
+        constexpr std::size_t most = 512;
+        for (std::size_t done = 0; done < range.count; done += most) {
+            use(Found(
+                *this, {range.ids + done, range.first + done, std::min(most, range.count - done)}));
+        }
+    }
+
+    using Requirement = typename PropertySet<T>::Requirement;
+    static bool isAbout(const Requirement& requirement, const std::string& key)
+    {
+        return std::find(requirement.keys.begin(), requirement.keys.end(), key)
+            != requirement.keys.end();
+    }
+    bool isRequired(const std::string& key) const
+    {
+        const auto& all = m_properties.requirements();
+        return std::any_of(
+            all.begin(), all.end(), [&](const Requirement& each) { return isAbout(each, key); });
+    }
 
     const detail::Accessor<T>* accessorOf(const std::string& key) const
     {

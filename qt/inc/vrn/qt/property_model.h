@@ -18,7 +18,7 @@ namespace vrn::qt {
 struct PropertyEdit
 {
     std::string key;
-    ObjectIds ids; ///< Sorted, without duplicates.
+    SharedIds ids; ///< Sorted, without duplicates.
     PropertyValues values; ///< In the order of the ids, or uniform.
 };
 
@@ -144,6 +144,8 @@ private:
 
     /// Calls write() and announces. Throws PropertyError.
     void apply(const std::vector<PropertyEdit>& edits);
+    void announceUnique(const PropertyKeys& keys, const SharedIds& ids);
+    void addMoreIds();
     void fail(const QString& reason);
     void schedule();
     const Field* fieldOf(const std::string& key, const ObjectIds& ids) const;
@@ -156,8 +158,8 @@ private:
     QTimer m_turn;
     bool m_isAnnounced = false;
     PropertyKeys m_changedKeys;
-    ObjectIds m_changedIds;
-    std::size_t m_mostIds = 0; ///< More than this are made unique first.
+    SharedIds m_changedIds; ///< Sorted, without duplicates.
+    ObjectIds m_moreIds; ///< To be added to these.
     std::vector<QString> m_failures;
 };
 

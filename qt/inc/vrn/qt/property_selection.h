@@ -123,7 +123,7 @@ private:
 
     QPointer<PropertyModel> m_model;
     QPointer<QUndoStack> m_stack;
-    ObjectIds m_ids;
+    SharedIds m_ids;
     std::vector<Row> m_rows;
 };
 

@@ -106,6 +106,11 @@ public:
     /// any time how many objects have been written.
     virtual void write(T* const* objects, const Places& places, const PropertyValues& values,
         std::unique_ptr<Rollback>& rollback) const = 0;
+    /// Whether write() may throw.
+    virtual bool canThrow() const = 0;
+    /// The same if it cannot, and nothing will be taken back.
+    virtual void writeForGood(
+        T* const* objects, const Places& places, const PropertyValues& values) const = 0;
 
 protected:
     Accessor() = default;
@@ -147,7 +152,30 @@ public:
         }
     }
 
+    bool canThrow() const override { return !isPlain; }
+
+    void writeForGood(
+        T* const* objects, const Places& places, const PropertyValues& values) const override
+    {
+        if constexpr (isPlain) {
+            if (!values.column() || values.column()->type() != typeid(V))
+                return;
+            const auto& column = static_cast<const TypedColumn<V>&>(*values.column());
+            const auto writeAt = [&](std::size_t i, std::size_t place) {
+                if (column.presence[place] == Presence::Value)
+                    m_set(*objects[i], M(column.cells[place].value));
+            };
+            for (std::size_t i = 0; i < places.count; ++i)
+                writeAt(i, values.isUniform() ? 0 : places[i]);
+        }
+    }
+
 private:
+    // A data member without conversion and without memory of its own.
+    static constexpr bool isPlain =
+        std::is_same_v<M,
+            V> && std::is_trivially_copyable_v<M> && std::is_nothrow_invocable_v<const Set&, T&, M>;
+
     // Not a bare M, because a vector of `bool` has no elements.
     struct Cell
     {
@@ -223,7 +251,9 @@ public:
     {
         return addAccess<M>(
             key, caption, field, [member](const T& object) -> const M& { return object.*member; },
-            [member](T& object, M&& value) { object.*member = std::move(value); }, false);
+            [member](T& object, M&& value) noexcept(
+                std::is_nothrow_move_assignable_v<M>) { object.*member = std::move(value); },
+            false);
     }
 
     /// A getter alone: a function of `const T&`, also one of the class. It cannot be written.

@@ -3,6 +3,7 @@
 #include <vrn/qt/object_id.h>
 #include <vrn/qt/value_type.h>
 
+#include <algorithm>
 #include <memory>
 #include <utility>
 #include <vector>
@@ -88,6 +89,15 @@ void PropertySink::putEach(std::size_t key, const detail::Places& places, const 
     }
     using Stored = detail::Stored<std::decay_t<decltype(get(0))>>;
     auto& column = static_cast<detail::TypedColumn<V>&>(*slot.column);
+    if (!Stored::isOptional && !places.each) {
+        // All have a value, which leaves a tight loop.
+        auto* cell = column.cells.data() + places.first;
+        for (std::size_t i = 0; i < places.count; ++i)
+            cell[i].value = Stored::value(get(i));
+        std::fill_n(column.presence.begin() + std::ptrdiff_t(places.first), places.count,
+            detail::Presence::Value);
+        return;
+    }
     for (std::size_t i = 0; i < places.count; ++i) {
         const std::size_t place = places[i];
         decltype(auto) raw = get(i);

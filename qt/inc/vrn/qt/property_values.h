@@ -9,6 +9,8 @@
 
 #include <cstddef>
 #include <memory>
+#include <numeric>
+#include <optional>
 #include <typeinfo>
 #include <vector>
 
@@ -44,7 +46,9 @@ public:
     virtual std::shared_ptr<ValueColumn> emptyLike() const = 0;
     virtual std::shared_ptr<ValueColumn> select(const std::vector<std::size_t>& places) const = 0;
     /// The places of objects whose value is not the one of `uniform`, a column of one value.
-    virtual std::vector<std::size_t> placesOtherThan(const ValueColumn& uniform) const = 0;
+    /// None if these are all places.
+    virtual std::optional<std::vector<std::size_t>> placesOtherThan(
+        const ValueColumn& uniform) const = 0;
     virtual void append(const ValueColumn& other, std::size_t otherPlace) = 0;
 
     std::size_t size() const { return presence.size(); }
@@ -140,15 +144,30 @@ public:
         return selected;
     }
 
-    std::vector<std::size_t> placesOtherThan(const ValueColumn& uniform) const override
+    std::optional<std::vector<std::size_t>> placesOtherThan(
+        const ValueColumn& uniform) const override
     {
-        std::vector<std::size_t> places;
         const Presence wanted = uniform.presence.front();
         const T& value = typed(uniform).cells.front().value;
-        for (std::size_t place = 0; place < cells.size(); ++place) {
-            const bool isLike = presence[place] == wanted
-                && (wanted != Presence::Value || isSame(cells[place].value, value));
-            if (!isLike && presence[place] != Presence::NoObject)
+        const auto isOther = [&](std::size_t place) {
+            return presence[place] != Presence::NoObject
+                && (presence[place] != wanted
+                    || (wanted == Presence::Value && !isSame(cells[place].value, value)));
+        };
+        std::size_t place = 0;
+        // The usual case, without a look at what is wanted each time.
+        while (wanted == Presence::Value && place < cells.size()
+            && presence[place] == Presence::Value && !isSame(cells[place].value, value)) {
+            ++place;
+        }
+        while (place < cells.size() && isOther(place))
+            ++place;
+        if (place == cells.size())
+            return std::nullopt;
+        std::vector<std::size_t> places(place);
+        std::iota(places.begin(), places.end(), std::size_t(0));
+        for (; place < cells.size(); ++place) {
+            if (isOther(place))
                 places.push_back(place);
         }
         return places;
