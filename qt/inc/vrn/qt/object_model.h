@@ -4,10 +4,10 @@
 #include <vrn/qt/property_model.h>
 
 #include <algorithm>
+#include <array>
 #include <functional>
 #include <map>
 #include <memory>
-#include <numeric>
 #include <type_traits>
 #include <utility>
 #include <vector>
@@ -132,10 +132,10 @@ public:
         std::vector<const detail::Accessor<T>*> accessors;
         for (const std::string& key : keys)
             accessors.push_back(accessorOf(key));
-        forEachPart(range, [&](const Found& found) {
+        forEachPart(range, [&](T* const* objects, const detail::Places& places) {
             for (std::size_t key = 0; key < keys.size(); ++key) {
                 if (accessors[key] && sink.wants(key))
-                    accessors[key]->read(found.objects.data(), found.places, key, sink);
+                    accessors[key]->read(objects, places, key, sink);
             }
         });
     }
@@ -145,8 +145,8 @@ public:
         const detail::Accessor<T>* accessor = accessorOf(edit.key);
         if (!accessor || accessor->canThrow() || isRequired(edit.key))
             return false;
-        forEachPart(range, [&](const Found& found) {
-            accessor->writeForGood(found.objects.data(), found.places, edit.values);
+        forEachPart(range, [&](T* const* objects, const detail::Places& places) {
+            accessor->writeForGood(objects, places, edit.values);
         });
         return true;
     }
@@ -186,18 +186,7 @@ private:
     {
         Found(const Access& access, const detail::IdRange& range)
         {
-            objects.resize(range.count);
-            std::size_t i = 0;
-            while (i < range.count && (objects[i] = access.m_find(range.ids[i])))
-                ++i;
-            places = {range.first, i, nullptr};
-            if (i == range.count)
-                return;
-            // From here on the places have gaps.
-            objects.resize(i);
-            there.resize(i);
-            std::iota(there.begin(), there.end(), range.first);
-            for (++i; i < range.count; ++i) {
+            for (std::size_t i = 0; i < range.count; ++i) {
                 if (T* object = access.m_find(range.ids[i])) {
                     objects.push_back(object);
                     there.push_back(range.first + i);
@@ -219,9 +208,19 @@ private:
     void forEachPart(const detail::IdRange& range, const Use& use) const
     {
         constexpr std::size_t most = 512;
+        std::array<T*, most> objects; // filled before it is used
         for (std::size_t done = 0; done < range.count; done += most) {
-            use(Found(
-                *this, {range.ids + done, range.first + done, std::min(most, range.count - done)}));
+            const detail::IdRange part{
+                range.ids + done, range.first + done, std::min(most, range.count - done)};
+            std::size_t count = 0;
+            while (count < part.count && (objects[count] = m_find(part.ids[count])))
+                ++count;
+            if (count == part.count) {
+                use(objects.data(), detail::Places{part.first, count, nullptr});
+            } else {
+                const Found found(*this, part);
+                use(found.objects.data(), found.places);
+            }
         }
     }
 

@@ -5,6 +5,7 @@
 #include <QString>
 #include <QVariant>
 
+#include <cstdint>
 #include <cstring>
 #include <limits>
 #include <optional>
@@ -20,7 +21,10 @@ bool isSame(const T& a, const T& b)
 {
     if constexpr (std::is_floating_point_v<T>) {
         static_assert(sizeof(T) <= sizeof(double), "a long double has bits without a meaning");
-        return std::memcmp(&a, &b, sizeof(T)) == 0;
+        std::uint64_t bits[2] = {};
+        std::memcpy(&bits[0], &a, sizeof(T));
+        std::memcpy(&bits[1], &b, sizeof(T));
+        return bits[0] == bits[1];
     } else {
         return a == b;
     }
