@@ -18,6 +18,7 @@ void addEnumBoxComparisons();
 void addFactoryComparisons();
 void addLineEditComparisons();
 void addMultiEditComparisons();
+void addPropertyModelComparisons();
 void addPropertyPageComparisons();
 void addTableViewComparisons();
 void addUnitComparisons();
@@ -45,6 +46,7 @@ int main(int argc, char** argv)
     bench::addEnumBoxComparisons();
     bench::addDelegateComparisons();
     bench::addFactoryComparisons();
+    bench::addPropertyModelComparisons();
     bench::addPropertyPageComparisons();
     bench::addTableViewComparisons();
     bench::addUnitComparisons();

@@ -9,6 +9,9 @@
 #include <vrn/qt/controls.h>
 #include <vrn/qt/delegates.h>
 #include <vrn/qt/factories.h>
+#include <vrn/qt/object_model.h>
+#include <vrn/qt/property_selection.h>
+#include <vrn/qt/property_table_model.h>
 #include <vrn/qt/table_view.h>
 #include <vrn/qt/validators.h>
 #include <vrn/units/units.h>
@@ -25,6 +28,7 @@
 #include <QSignalBlocker>
 #include <QStandardItemModel>
 #include <QTableView>
+#include <QUndoStack>
 
 #include <array>
 #include <cmath>
