@@ -169,19 +169,19 @@ void MultiEditPage::addValueColumns()
     QGridLayout* grid = m_form.layout();
     grid->setContentsMargins(0, 0, 0, 0);
     constexpr int variesColumn = 2;
-    constexpr int valueColumn = 3;
+    constexpr int lastColumn = 3;
     grid->addWidget(new QLabel(tr("<b>dataVaries()</b>")), 0, variesColumn);
-    grid->addWidget(new QLabel(tr("<b>getCurrentValue()</b>")), 0, valueColumn);
+    grid->addWidget(new QLabel(tr("<b>getCurrentValue()</b>")), 0, lastColumn);
     int line = 0;
     for (const Row& row : m_rows) {
         ++line;
         grid->addWidget(row.varies, line, variesColumn);
-        grid->addWidget(row.value, line, valueColumn);
+        grid->addWidget(row.value, line, lastColumn);
     }
     // Room for some twenty characters and a button.
     const int character = fontMetrics().averageCharWidth();
     grid->setColumnMinimumWidth(1, character * 30);
-    grid->setColumnMinimumWidth(valueColumn, character * 22);
+    grid->setColumnMinimumWidth(lastColumn, character * 22);
     grid->setHorizontalSpacing(14);
 }
 
