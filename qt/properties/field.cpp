@@ -41,10 +41,10 @@ struct Field::Data : public QSharedData
 
 namespace {
 
-QString tr(const char* text)
+struct FieldTexts
 {
-    return QCoreApplication::translate("Field", text);
-}
+    Q_DECLARE_TR_FUNCTIONS(vrn::qt::Field)
+};
 
 } // namespace
 
@@ -245,7 +245,7 @@ QString Field::text(const boost::any& value, const vrn::units::Context& units) c
     case Shape::Number:
         return QString::number(*number, 'f', m_data->decimals);
     case Shape::Flag:
-        return boost::any_cast<bool>(value) ? tr("Yes") : tr("No");
+        return boost::any_cast<bool>(value) ? FieldTexts::tr("Yes") : FieldTexts::tr("No");
     case Shape::Choice:
         for (const auto& entry : m_data->entries) {
             if (m_data->type->isSame(entry.second, value))
@@ -274,19 +274,19 @@ QString Field::range(const vrn::units::Context& units) const
 {
     const auto limits = limitTexts(units);
     if (m_data->lowest == -std::numeric_limits<double>::infinity())
-        return tr("It must be at most %1.").arg(limits.second);
+        return FieldTexts::tr("It must be at most %1.").arg(limits.second);
     if (m_data->highest == std::numeric_limits<double>::infinity())
-        return tr("It must be at least %1.").arg(limits.first);
-    return tr("It must be between %1 and %2.").arg(limits.first, limits.second);
+        return FieldTexts::tr("It must be at least %1.").arg(limits.first);
+    return FieldTexts::tr("It must be between %1 and %2.").arg(limits.first, limits.second);
 }
 
 QString Field::reasonAgainst(const boost::any& value, const vrn::units::Context& units) const
 {
     if (value.empty())
-        return m_data->isOptional ? QString() : tr("A value is needed.");
+        return m_data->isOptional ? QString() : FieldTexts::tr("A value is needed.");
     VRN_ASSERT_MESSAGE(value.type() == m_data->type->type(), "a value has the type of its field");
     if (value.type() != m_data->type->type())
-        return tr("It is a value of another type.");
+        return FieldTexts::tr("It is a value of another type.");
 
     const auto* number = boost::any_cast<double>(&value);
     const auto* integer = boost::any_cast<int>(&value);
@@ -296,19 +296,21 @@ QString Field::reasonAgainst(const boost::any& value, const vrn::units::Context&
                 && sideOfRange(*number, units) != 0) {
         return m_data->lowest == -std::numeric_limits<double>::infinity()
                 && m_data->highest == std::numeric_limits<double>::infinity()
-            ? tr("It is not a number.")
+            ? FieldTexts::tr("It is not a number.")
             : range(units);
     }
     if (m_data->shape == Shape::Text) {
         const int length = int(boost::any_cast<const QString&>(value).size());
         if (length > m_data->maxLength) {
-            return tr("It has %1 characters, and may have %2.").arg(length).arg(m_data->maxLength);
+            return FieldTexts::tr("It has %1 characters, and may have %2.")
+                .arg(length)
+                .arg(m_data->maxLength);
         }
     }
     if (m_data->shape == Shape::Choice && !m_data->entries.empty()
         && std::none_of(m_data->entries.begin(), m_data->entries.end(),
             [&](const auto& entry) { return m_data->type->isSame(entry.second, value); })) {
-        return tr("It is none of the entries.");
+        return FieldTexts::tr("It is none of the entries.");
     }
     if (!m_data->check)
         return QString();

@@ -23,10 +23,10 @@ namespace vrn::qt {
 
 namespace {
 
-QString tr(const char* text, int count = -1)
+struct SelectionTexts
 {
-    return QCoreApplication::translate("PropertySelection", text, nullptr, count);
-}
+    Q_DECLARE_TR_FUNCTIONS(vrn::qt::PropertySelection)
+};
 
 QString number(std::size_t count)
 {
@@ -185,7 +185,7 @@ QString PropertySelection::countedName(const ObjectIds& ids) const
     if (names.size() < 2)
         return names.join(QString());
     const QString last = names.takeLast();
-    return tr("%1 and %2").arg(names.join(QStringLiteral(", ")), last);
+    return SelectionTexts::tr("%1 and %2").arg(names.join(QStringLiteral(", ")), last);
 }
 
 std::vector<PropertyState> PropertySelection::read(const PropertyKeys& keys) const
@@ -201,9 +201,9 @@ PropertySelection::Plan PropertySelection::plan(
     if (!found)
         return {};
     if (found->isReadOnly())
-        throw PropertyError(tr("It cannot be changed."));
+        throw PropertyError(SelectionTexts::tr("It cannot be changed."));
     if (m_model->isWriting())
-        throw PropertyError(tr("Another edit is being written."));
+        throw PropertyError(SelectionTexts::tr("Another edit is being written."));
     try {
         const auto* relative = boost::any_cast<RelativeEdit>(&value);
         return relative ? planRelative(*found, *relative) : planValue(*found, value);
@@ -243,7 +243,8 @@ PropertySelection::Plan PropertySelection::planRelative(
     Plan plan;
     plan.row = &row;
     if (!row.field.takesRelativeEdits())
-        throw PropertyError(tr("A change of each object's own value is not possible here."));
+        throw PropertyError(
+            SelectionTexts::tr("A change of each object's own value is not possible here."));
 
     const vrn::units::Context& units = m_model->units();
     const Field::Shape shape = row.field.shape();
@@ -324,15 +325,15 @@ QString PropertySelection::Plan::leftText(const vrn::units::Context& units, bool
     // Only a number can be out of range.
     if (left[Below] + left[Above] > 0) {
         const auto limits = row->field.limitTexts(units);
-        add(Below, tr("%1 would fall below %2"), limits.first);
-        add(Above, tr("%1 would exceed %2"), limits.second);
+        add(Below, SelectionTexts::tr("%1 would fall below %2"), limits.first);
+        add(Above, SelectionTexts::tr("%1 would exceed %2"), limits.second);
     }
-    add(NotWhole, tr("%1 would not be whole"));
-    add(NotANumber, tr("%1 would be too large"));
-    add(Refused, tr("%1 would be refused: %2"), reason);
+    add(NotWhole, SelectionTexts::tr("%1 would not be whole"));
+    add(NotANumber, SelectionTexts::tr("%1 would be too large"));
+    add(Refused, SelectionTexts::tr("%1 would be refused: %2"), reason);
     if (isReceipt && !parts.isEmpty())
-        parts.last() = tr("%1 and were left").arg(parts.last());
-    add(NoValue, tr("%1 have no value"));
+        parts.last() = SelectionTexts::tr("%1 and were left").arg(parts.last());
+    add(NoValue, SelectionTexts::tr("%1 have no value"));
     return parts.join(QStringLiteral(", "));
 }
 
@@ -344,7 +345,7 @@ PropertyReceipt PropertySelection::receipt(const Plan& plan) const
     receipt.changed = plan.ids.size();
     receipt.left = plan.leftCount();
     receipt.same = receipt.selected - receipt.changed - receipt.left;
-    receipt.text = tr("%1: %2 of %3 changed")
+    receipt.text = SelectionTexts::tr("%1: %2 of %3 changed")
                        .arg(plan.row->title, number(receipt.changed), number(receipt.selected));
     const QString left = plan.leftText(m_model->units(), true);
     if (!left.isEmpty())
@@ -366,8 +367,8 @@ void PropertySelection::carryOut(
     if (edits.empty())
         return;
     const QString objects = countedName(idsOf(edits));
-    auto command = std::make_unique<PropertyCommand>(
-        m_model, std::move(edits), std::move(before), tr("%1 of %2").arg(name, objects), gesture);
+    auto command = std::make_unique<PropertyCommand>(m_model, std::move(edits), std::move(before),
+        SelectionTexts::tr("%1 of %2").arg(name, objects), gesture);
 
     // write() may destroy the model, the stack and this selection.
     const QPointer<PropertyModel> model = m_model;
@@ -406,8 +407,8 @@ PropertyReceipt PropertySelection::preview(const std::string& key, const boost::
     const QString highest = field.text(made.highest, m_model->units());
     QStringList parts;
     if (expected.changed + expected.same > 0) {
-        parts << tr("%1: %2").arg(
-            countedName(), lowest == highest ? lowest : tr("%1 to %2").arg(lowest, highest));
+        parts << SelectionTexts::tr("%1: %2").arg(countedName(),
+            lowest == highest ? lowest : SelectionTexts::tr("%1 to %2").arg(lowest, highest));
     }
     const QString left = made.leftText(m_model->units(), false);
     if (!left.isEmpty())
@@ -445,7 +446,7 @@ PropertyReceipt PropertySelection::load(const QJsonObject& saved)
     if (!m_model)
         return {};
     if (file.kinds != kindKeys())
-        throw PropertyError(tr("The file is of other objects."));
+        throw PropertyError(SelectionTexts::tr("The file is of other objects."));
 
     std::vector<Plan> plans;
     ObjectIds changed;
@@ -453,19 +454,20 @@ PropertyReceipt PropertySelection::load(const QJsonObject& saved)
     for (const auto& entry : file.values) {
         const Row* found = row(entry.first);
         if (!found || !found->field.valueType().isKept()) {
-            throw PropertyError(
-                tr("The file has another property: %1.").arg(QString::fromStdString(entry.first)));
+            throw PropertyError(SelectionTexts::tr("The file has another property: %1.")
+                                    .arg(QString::fromStdString(entry.first)));
         }
         boost::any value;
         if (entry.second)
             value = found->field.valueType().fromText(*entry.second);
         if (entry.second && value.empty()) {
-            throw PropertyError(tr("%1: \"%2\" is not a value.").arg(found->title, *entry.second));
+            throw PropertyError(
+                SelectionTexts::tr("%1: \"%2\" is not a value.").arg(found->title, *entry.second));
         }
         try {
             plans.push_back(plan(entry.first, value));
         } catch (const PropertyError& error) {
-            throw PropertyError(tr("%1: %2").arg(found->title, error.reason()));
+            throw PropertyError(SelectionTexts::tr("%1: %2").arg(found->title, error.reason()));
         }
         const Plan& made = plans.back();
         done.selected = std::max(done.selected, made.selected);
@@ -475,9 +477,11 @@ PropertyReceipt PropertySelection::load(const QJsonObject& saved)
     changed.erase(std::unique(changed.begin(), changed.end()), changed.end());
     done.changed = changed.size();
     done.same = done.selected - done.changed;
-    const QString name = plans.size() == 1 ? plans.front().row->title
-                                           : tr("%n properties", int(plans.size()));
-    done.text = tr("%1: %2 of %3 changed").arg(name, number(done.changed), number(done.selected));
+    const QString name = plans.size() == 1
+        ? plans.front().row->title
+        : SelectionTexts::tr("%n properties", nullptr, int(plans.size()));
+    done.text = SelectionTexts::tr("%1: %2 of %3 changed")
+                    .arg(name, number(done.changed), number(done.selected));
     carryOut(std::move(plans), name, 0);
     return done;
 }

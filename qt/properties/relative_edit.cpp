@@ -13,10 +13,10 @@ namespace {
 
 constexpr double whole = 100.0;
 
-QString tr(const char* text)
+struct EditTexts
 {
-    return QCoreApplication::translate("RelativeEdit", text);
-}
+    Q_DECLARE_TR_FUNCTIONS(vrn::qt::RelativeEdit)
+};
 
 /// With the minus sign of the keyboard.
 QString plain(const QString& text)
@@ -71,8 +71,8 @@ RelativeEntry readPercentage(
         return entry;
     const double percent = entry.edit.operand;
     return refused(
-        tr("This could mean percent of the value, or points. For percent of the "
-           "value write \"*= %1\".")
+        EditTexts::tr("This could mean percent of the value, or points. For percent of the "
+                      "value write \"*= %1\".")
             .arg(detail::exactText((isAdded ? whole + percent : whole - percent) / whole)));
 }
 
@@ -88,16 +88,16 @@ bool isRelativeEdit(const QString& text)
 RelativeEntry readRelativeEdit(const QString& text, const Field& field, const Context& units)
 {
     if (!isRelativeEdit(text))
-        return refused(tr("A change begins with +=, -=, *= or /=."));
+        return refused(EditTexts::tr("A change begins with +=, -=, *= or /=."));
     if (!field.takesRelativeEdits())
-        return refused(tr("A change of each object's own value is not possible here."));
+        return refused(EditTexts::tr("A change of each object's own value is not possible here."));
 
     const QString trimmed = plain(text);
     const QChar sign = trimmed.at(0);
     if (trimmed.size() == 1)
-        return refused(tr("\"=\" is missing."), EntryState::Unfinished);
+        return refused(EditTexts::tr("\"=\" is missing."), EntryState::Unfinished);
     if (trimmed.at(1) != QLatin1Char('='))
-        return refused(tr("Write \"%1= %2\".").arg(sign).arg(trimmed.mid(1).trimmed()));
+        return refused(EditTexts::tr("Write \"%1= %2\".").arg(sign).arg(trimmed.mid(1).trimmed()));
 
     const QString operand = trimmed.mid(2).trimmed();
     if (sign == QLatin1Char('+') || sign == QLatin1Char('-')) {
@@ -112,7 +112,7 @@ RelativeEntry readRelativeEdit(const QString& text, const Field& field, const Co
     const RelativeEntry entry = from(readWith(EntryReader(), operand),
         isDivided ? RelativeEdit::Divide : RelativeEdit::Multiply);
     if (isDivided && entry.state == EntryState::Complete && entry.edit.operand == 0.0)
-        return refused(tr("Nothing can be divided by zero."));
+        return refused(EditTexts::tr("Nothing can be divided by zero."));
     return entry;
 }
 

@@ -17,11 +17,6 @@ struct Sentences
     Q_DECLARE_TR_FUNCTIONS(vrn::qt::EntryValidator)
 };
 
-QString tr(const char* text)
-{
-    return Sentences::tr(text);
-}
-
 QString shown(const std::wstring& text)
 {
     return QString::fromStdWString(text);
@@ -54,7 +49,7 @@ QString oneOf(const std::vector<std::wstring>& texts)
 QString unknownUnit(const EntryReason& reason)
 {
     const QString word = shown(reason.word);
-    const QString wanted = tr(reason.wanted);
+    const QString wanted = Sentences::tr(reason.wanted);
     if (!reason.suggestions.empty())
         return Sentences::tr("no unit %1 for %2: %3?").arg(word, wanted, oneOf(reason.suggestions));
     if (!reason.units.empty())
@@ -65,8 +60,8 @@ QString unknownUnit(const EntryReason& reason)
 QString unitOfAnotherKind(const EntryReason& reason)
 {
     const QString word = shown(reason.word);
-    const QString kind = tr(reason.kind_of_word);
-    const QString wanted = tr(reason.wanted);
+    const QString kind = Sentences::tr(reason.kind_of_word);
+    const QString wanted = Sentences::tr(reason.wanted);
     if (reason.units.empty())
         return Sentences::tr("%1 is %2; %3 is wanted").arg(word, kind, wanted);
     return Sentences::tr("%1 is %2; %3 is wanted: %4").arg(word, kind, wanted, allOf(reason.units));
@@ -115,13 +110,13 @@ QString entrySentence(const EntryReason& reason)
         return unitOfAnotherKind(reason);
     case EntryProblem::UnitsOfTwoKinds:
         return Sentences::tr("%1 is %2, and %3 comes before it")
-            .arg(word, tr(reason.kind_of_word), tr(reason.wanted));
+            .arg(word, Sentences::tr(reason.kind_of_word), Sentences::tr(reason.wanted));
     case EntryProblem::UnitsMultiplied:
         return Sentences::tr("%1 times %2: only one may have a unit")
-            .arg(tr(reason.wanted), tr(reason.kind_of_word));
+            .arg(Sentences::tr(reason.wanted), Sentences::tr(reason.kind_of_word));
     case EntryProblem::UnitsDivided:
         return Sentences::tr("%1 divided by %2: what divides has no unit")
-            .arg(tr(reason.wanted), tr(reason.kind_of_word));
+            .arg(Sentences::tr(reason.wanted), Sentences::tr(reason.kind_of_word));
     case EntryProblem::DivisionByZero:
         return Sentences::tr("this divides by zero");
     case EntryProblem::BracketNotClosed:
