@@ -371,11 +371,12 @@ void PropertySelection::carryOut(
         SelectionTexts::tr("%1 of %2").arg(name, objects), gesture);
 
     // write() may destroy the model, the stack and this selection.
-    const QPointer<PropertyModel> model = m_model;
-    const QPointer<QUndoStack> stack = m_stack;
-    model->apply(command->edits());
-    if (model && stack)
-        stack->push(command.release());
+    PropertyModel& model = *m_model;
+    const QPointer<PropertyModel> modelLeft(&model);
+    const QPointer<QUndoStack> stackLeft = m_stack;
+    model.apply(command->edits());
+    if (modelLeft && stackLeft)
+        stackLeft->push(command.release());
 }
 
 PropertyReceipt PropertySelection::edit(

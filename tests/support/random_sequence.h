@@ -3,6 +3,7 @@
 #include <QString>
 #include <QStringList>
 
+#include <cstddef>
 #include <functional>
 #include <memory>
 
@@ -20,6 +21,29 @@ public:
     /// Does action number `action` to both; `argument` is any number, for the
     /// action to choose with. Returns what differs afterwards, or an empty string.
     virtual QString perform(int action, unsigned argument) = 0;
+};
+
+/// Numbers below a limit each, drawn from one argument.
+class Choice
+{
+public:
+    explicit Choice(unsigned argument)
+        : m_rest(argument)
+    {}
+
+    int below(int limit)
+    {
+        m_rest = m_rest * 1664525U + 1013904223U;
+        return int((m_rest >> 16U) % unsigned(limit));
+    }
+    template <typename T, std::size_t size>
+    T of(const T (&values)[size])
+    {
+        return values[below(int(size))];
+    }
+
+private:
+    unsigned m_rest;
 };
 
 /// Performs random actions, in sequences that each start with a new subject. At

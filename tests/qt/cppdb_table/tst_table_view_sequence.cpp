@@ -20,29 +20,6 @@ namespace {
 constexpr int columnCount = 3;
 constexpr int mostRows = 8;
 
-/// Numbers below a limit each, drawn from one argument.
-class Choice
-{
-public:
-    explicit Choice(unsigned argument)
-        : m_rest(argument)
-    {}
-
-    int below(int limit)
-    {
-        m_rest = m_rest * 1664525U + 1013904223U;
-        return int((m_rest >> 16U) % unsigned(limit));
-    }
-    template <std::size_t size>
-    const char* of(const char* const (&texts)[size])
-    {
-        return texts[below(int(size))];
-    }
-
-private:
-    unsigned m_rest;
-};
-
 /// What the handler does with a line for a new row.
 enum class Handler
 {

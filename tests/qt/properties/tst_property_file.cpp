@@ -7,6 +7,7 @@
 #include "support/test_object.h"
 
 #include "beam_model.h"
+#include "refusal.h"
 
 #include <QCryptographicHash>
 #include <QJsonArray>
@@ -21,17 +22,6 @@ using namespace vrn::qt;
 using namespace vrn::test;
 
 namespace {
-
-template <typename Call>
-QString refusal(const Call& call)
-{
-    try {
-        call();
-    } catch (const PropertyError& error) {
-        return error.reason();
-    }
-    return QString();
-}
 
 /// As a file that was written in the format but by hand.
 QJsonObject sealed(QJsonObject json)

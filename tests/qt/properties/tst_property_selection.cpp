@@ -8,6 +8,7 @@
 #include "support/test_object.h"
 
 #include "beam_model.h"
+#include "refusal.h"
 
 #include <QPointer>
 #include <QSignalSpy>
@@ -25,17 +26,6 @@ Q_DECLARE_METATYPE(vrn::qt::PropertyKeys)
 Q_DECLARE_METATYPE(vrn::qt::ObjectIds)
 
 namespace {
-
-template <typename Call>
-QString refusal(const Call& call)
-{
-    try {
-        call();
-    } catch (const PropertyError& error) {
-        return error.reason();
-    }
-    return QString();
-}
 
 /// Beams and walls in one model.
 struct House : public BeamModel

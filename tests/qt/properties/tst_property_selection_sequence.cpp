@@ -21,29 +21,6 @@ namespace {
 
 constexpr std::uint64_t beamCount = 5;
 
-/// Numbers below a limit each, drawn from one argument.
-class Choice
-{
-public:
-    explicit Choice(unsigned argument)
-        : m_rest(argument)
-    {}
-
-    int below(int limit)
-    {
-        m_rest = m_rest * 1664525U + 1013904223U;
-        return int((m_rest >> 16U) % unsigned(limit));
-    }
-    template <typename T, std::size_t size>
-    T of(const T (&values)[size])
-    {
-        return values[below(int(size))];
-    }
-
-private:
-    unsigned m_rest;
-};
-
 /// A number by its bits, as a text.
 QString bitsOf(double value)
 {

@@ -65,12 +65,12 @@ std::optional<PlainEntry> read_plain(
     return PlainEntry{is_negative ? -value : value, unit};
 }
 
-Entry complete(const detail::EntryField::Written& written, bool is_calculated)
+Entry complete(detail::EntryField::Written written, bool is_calculated)
 {
     Entry entry;
     entry.state = EntryState::Complete;
     entry.quantity = written.quantity;
-    entry.text = written.text;
+    entry.text = std::move(written.text);
     entry.is_calculated = is_calculated;
     return entry;
 }
@@ -125,10 +125,10 @@ Entry EntryReader::read(std::wstring_view text, NumberSigns signs) const
     if (!parser.parse())
         return failed(parser.failure());
     const detail::EntryValue& value = parser.value();
-    const auto written = m_field->write(value.unit ? *value.unit : *m_field->shown(), value.value);
+    auto written = m_field->write(value.unit ? *value.unit : *m_field->shown(), value.value);
     if (!std::isfinite(written.quantity.value))
         return refused(EntryProblem::NumberTooLarge, 0);
-    return complete(written, parser.is_calculated());
+    return complete(std::move(written), parser.is_calculated());
 }
 
 bool EntryReader::is_plain(std::wstring_view text) const noexcept

@@ -79,7 +79,7 @@ public:
     PropertySelection& operator=(const PropertySelection&);
     PropertySelection& operator=(PropertySelection&&) noexcept;
 
-    PropertyModel* model() const { return m_model; }
+    PropertyModel* model() const { return m_model.data(); }
     const ObjectIds& ids() const { return m_ids; } ///< Sorted, without duplicates.
     const std::vector<Row>& rows() const { return m_rows; }
     /// Null for an unknown key.

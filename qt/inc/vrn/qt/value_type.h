@@ -18,6 +18,8 @@ struct Stored
 {
     using Value = std::conditional_t<
         std::is_same_v<M, std::string> || std::is_same_v<M, std::wstring>, QString, M>;
+    // A specialisation has a base, but this has none.
+    // cppcheck-suppress duplInheritedMember
     static constexpr bool isOptional = false;
 
     static bool hasValue(const M&) { return true; }

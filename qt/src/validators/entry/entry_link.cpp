@@ -16,6 +16,7 @@
 #include <limits>
 #include <locale>
 #include <optional>
+#include <string_view>
 #include <utility>
 
 namespace vrn::qt::detail {
@@ -40,8 +41,14 @@ constexpr double highest = std::numeric_limits<double>::max();
     return sign.isEmpty() ? L'\0' : signOf(sign.at(0));
 }
 
-vrn::units::NumberSigns userSigns()
+// Most texts have neither a point nor a comma, and to ask for the signs takes time.
+vrn::units::NumberSigns userSignsFor(std::wstring_view text)
 {
+    const bool mayHaveSigns = std::any_of(text.begin(), text.end(), [](wchar_t character) {
+        return character == L'.' || character == L',' || character > 0x7F;
+    });
+    if (!mayHaveSigns)
+        return {};
     const QLocale user;
     return {signOf(user.decimalPoint()), signOf(user.groupSeparator())};
 }
@@ -293,13 +300,15 @@ bool EntryLink::isOf(const IValidator::pointer& validator) const
 
 Entry EntryLink::read(const WideText& text)
 {
-    return reader().read(text.view(), userSigns());
+    return reader().read(text.view(), userSignsFor(text.view()));
 }
 
 QStringList EntryLink::completions(const QString& text)
 {
     QStringList texts;
-    for (const std::wstring& each : reader().completions(WideText(text).view(), userSigns()))
+    const WideText wide(text);
+    const auto signs = userSignsFor(wide.view());
+    for (const std::wstring& each : reader().completions(wide.view(), signs))
         texts.append(toQString(each));
     return texts;
 }
