@@ -16,7 +16,7 @@ namespace vrn::qt {
 struct PropertyFile
 {
     std::vector<std::string> kinds;
-    /// By key; without a text there is no value.
+    /// The text of each value, by key; std::nullopt if the object has no value.
     std::map<std::string, std::optional<QString>> values;
 
     QJsonObject toJson() const;

@@ -212,7 +212,7 @@ private:
     Set m_set;
 };
 
-/// Whether a member of type M can stand behind a field of V.
+/// Whether a field of V can edit a member of type M.
 template <typename M, typename V>
 constexpr bool fits = std::is_same_v<typename Stored<M>::Value, V>;
 

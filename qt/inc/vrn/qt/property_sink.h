@@ -69,7 +69,7 @@ private:
     bool takes(std::size_t key, const std::type_info& type) const;
     template <typename Value>
     bool putAt(std::size_t key, ObjectId object, const Value& value);
-    /// The number of ids if there is no such id.
+    /// Where the id stands among the ids that were asked for; their count if it is not one of them.
     std::size_t placeOf(ObjectId object);
 
     const ObjectIds& m_ids;

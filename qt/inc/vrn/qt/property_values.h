@@ -40,7 +40,7 @@ public:
     /// Both columns have the same type.
     virtual bool isSameAt(
         std::size_t place, const ValueColumn& other, std::size_t otherPlace) const = 0;
-    /// False for a value of another type, which is not set. An empty one is no value.
+    /// Sets nothing and returns false if `value` has another type. An empty one clears the place.
     virtual bool set(std::size_t place, const boost::any& value) = 0;
     virtual bool set(std::size_t place, const QVariant& value) = 0;
     virtual std::shared_ptr<ValueColumn> emptyLike() const = 0;
@@ -198,7 +198,7 @@ private:
 ///     const PropertyValues all = PropertyValues::uniform(true);
 ///     // all.get<bool>(7) is true
 ///
-/// A value is empty if the object has none, and also if there is no such object.
+/// The value of an object that has none, or that was not read, is empty.
 class VRN_QT2_EXPORT PropertyValues
 {
 public:
@@ -235,7 +235,7 @@ public:
     /// Whether an object was found. True if the values are uniform.
     bool hasObject(std::size_t object) const;
     boost::any operator[](std::size_t object) const;
-    /// Null if there is no value, or the values have another type.
+    /// Null if the object has no value or the values are not of type T.
     template <typename T>
     const T* find(std::size_t object) const
     {
@@ -252,7 +252,7 @@ public:
             throw boost::bad_any_cast();
         return *value;
     }
-    /// For SQL and views: null if there is no value, or it is neither number nor text.
+    /// For SQL and views. Null if there is no value, or if it is neither a number nor a text.
     QVariant variant(std::size_t object) const;
 
     const detail::ValueColumn* column() const { return m_column.get(); }

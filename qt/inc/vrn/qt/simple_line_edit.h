@@ -122,7 +122,7 @@ public:
     /// Offers what `completions` gives for the typed text, in a list under the hint. Down
     /// enters the list; then Enter and Tab take an entry, and Escape drops the list. As long as
     /// no Down has entered it, Enter and Tab keep their meaning. An entry is taken as if it were
-    /// typed, without an end of editing. With an empty function there is no list.
+    /// typed, and editing goes on. An empty function turns the list off.
     void setCompletions(std::function<QStringList(const QString& text)> completions);
 
     /// Offers the values of `history` below the focused edit. A click on one is as

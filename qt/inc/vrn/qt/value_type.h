@@ -33,7 +33,7 @@ struct Stored
         else
             return static_cast<const M&>(raw);
     }
-    /// Null is no value, which only an optional member can take.
+    /// A null pointer clears an optional member, and leaves any other as it is.
     static void assign(M& raw, const Value* value)
     {
         if (!value)
@@ -98,7 +98,7 @@ public:
     ValueSummary& operator=(const ValueSummary&) = delete;
 
     virtual const std::type_info& type() const = 0;
-    /// False for a value of another type. An empty one is no value.
+    /// Returns false if `value` has another type. An empty one means that an object has no value.
     virtual bool put(const boost::any& value) = 0;
     virtual bool put(const QVariant& value) = 0;
     virtual boost::any common() const = 0;
