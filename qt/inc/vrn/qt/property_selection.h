@@ -28,6 +28,24 @@ struct PropertyReceipt
     QString text; ///< "Length: 9,812 of 10,000 changed, 188 would exceed 40.000 m and ..."
 };
 
+/// What varies in one property of a selection.
+struct PropertySpread
+{
+    struct Share
+    {
+        boost::any value;
+        QString text; ///< As it is shown.
+        std::size_t objects; ///< How many have it, bit for bit.
+    };
+    /// The five most frequent values, the most frequent first; of equally frequent ones the
+    /// lower first, and of texts and the like the one that comes first in the selection.
+    std::vector<Share> frequent;
+    std::size_t objects = 0; ///< Objects that were found.
+    std::size_t withoutValue = 0; ///< Those of them without a value.
+    /// "12 beams: 2.000 m to 7.620 m"; of what has no order "12 beams: 3 different values".
+    QString text;
+};
+
 /// Some objects of a model, what they have in common, and edits of all of them.
 ///
 ///     ObjectModel objects;
