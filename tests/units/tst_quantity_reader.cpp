@@ -277,7 +277,7 @@ private:
             QVERIFY2(nearly(quantity->value, value), QByteArray::number(quantity->value, 'g', 17));
     }
 
-    const VarnelikUnitProvider m_provider;
+    const VarnelikUnitProvider m_provider{};
     const detail::SymbolMap m_symbols{m_provider};
     const ReferenceQuantityReader m_reference{m_provider};
 };

@@ -172,7 +172,7 @@ private:
         return spellings;
     }
 
-    const VarnelikUnitProvider m_provider;
+    const VarnelikUnitProvider m_provider{};
     const detail::SymbolMap m_symbols{m_provider};
     const ReferenceQuantityReader m_reference{m_provider};
     const std::vector<std::wstring> m_spellings = sorted_spellings(m_reference);

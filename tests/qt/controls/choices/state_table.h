@@ -119,7 +119,7 @@ protected:
                     continue;
                 QTestData& row = QTest::addRow(
                     "%s%s: %s", prefix, qPrintable(StateTable::inWords(state)), qPrintable(action));
-                static_cast<void>((row << state << action << ... << columns));
+                static_cast<void>(((row << state << action) << ... << columns));
             }
         }
     }
