@@ -3,6 +3,7 @@
 #include <QEvent>
 #include <QKeyEvent>
 #include <QKeySequence>
+#include <QMetaType>
 
 #include "controls/parts/alive_p.h"
 
@@ -12,6 +13,14 @@
 namespace vrn::qt {
 
 using detail::Alive;
+
+namespace {
+
+// Loading the library is enough to find the argument of edited() by its name.
+[[maybe_unused]] const int propertyReceipt
+    = qRegisterMetaType<PropertyReceipt>("vrn::qt::PropertyReceipt");
+
+} // namespace
 
 PropertyPage::PropertyPage(QWidget* parent)
     : QWidget(parent)
