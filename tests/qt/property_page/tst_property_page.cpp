@@ -269,7 +269,7 @@ void TestPropertyPage::showsWhatANewPageShows()
         f.model->announce();
         break;
     case 5:
-        f.model->setUnits(vrn::units::Context(1));
+        f.model->setUnits(vrn::units::Context(8));
         break;
     case 6:
         f.page->setSelection({1});
@@ -465,7 +465,7 @@ void TestPropertyPage::hidesTheUnitThatTheTextHas()
 void TestPropertyPage::changesUnits()
 {
     const PageFixture f;
-    const vrn::units::Context units(2);
+    const vrn::units::Context units(8);
     const QString expected = f.model->kind(0).find("length")->field.text(10.0 / 3.0, units);
     f.model->setUnits(units);
     QCOMPARE(f.text("length"), expected);
