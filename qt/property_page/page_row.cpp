@@ -235,9 +235,9 @@ void PageRow::updateTexts()
     describeTo(widget);
     if (QWidget* proxy = widget->focusProxy())
         describeTo(proxy);
-    const QString toolTip = !m_reason.isEmpty()          ? m_reason
+    const QString toolTip = !m_reason.isEmpty()     ? m_reason
         : m_state.kind == PropertyState::Unreadable ? m_state.reason
-                                                         : m_property.field.toolTip();
+                                                    : m_property.field.toolTip();
     widget->setToolTip(toolTip);
     if (m_caption)
         m_caption->setToolTip(m_property.field.toolTip());
