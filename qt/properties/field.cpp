@@ -126,6 +126,29 @@ const PropertyKeys& Field::sources() const
     return m_data->sources;
 }
 
+std::string Field::editor() const
+{
+    if (!m_data->editor.empty())
+        return m_data->editor;
+    switch (m_data->shape) {
+    case Shape::Quantity:
+        return "property.quantity";
+    case Shape::Number:
+        return "property.number";
+    case Shape::Integer:
+        return "property.integer";
+    case Shape::Text:
+        return "property.text";
+    case Shape::Flag:
+        return "property.flag";
+    case Shape::Choice:
+        return "property.choice";
+    case Shape::Custom:
+        break;
+    }
+    return "property.custom";
+}
+
 const detail::ValueType& Field::valueType() const
 {
     return *m_data->type;

@@ -33,7 +33,7 @@ struct RowQuestions
 
 /// The editor of one row. It shows what the page tells it, and tells the page what the user
 /// does. It neither reads nor writes the model.
-class RowEditor : public QObject
+class VRN_QT2_EXPORT RowEditor : public QObject
 {
     Q_OBJECT
 
@@ -70,7 +70,7 @@ protected:
 };
 
 /// An editor for the shape of the field. `row` has to outlive it.
-RowEditor* makeLineEditor(
+VRN_QT2_EXPORT RowEditor* makeLineEditor(
     QWidget* parent, const PropertySelection::Row& row, const RowQuestions& questions);
 RowEditor* makeChoiceEditor(QWidget* parent, const PropertySelection::Row& row);
 RowEditor* makeFlagEditor(QWidget* parent, const PropertySelection::Row& row);

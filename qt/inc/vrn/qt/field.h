@@ -72,6 +72,11 @@ public:
     std::string historyKey() const;
     const QString& toolTip() const;
     const PropertyKeys& sources() const;
+    /// The name under which the application may have registered an editor. Without one of its
+    /// own, a field has that of its shape: "property.quantity", "property.number",
+    /// "property.integer", "property.text", "property.flag", "property.choice" or
+    /// "property.custom".
+    std::string editor() const;
 
     /// Two kinds of object may have a property of the same key. A selection of both has this
     /// property if the fields are alike: the same type of value, kind of quantity, digits,
@@ -242,7 +247,7 @@ public:
         setEntries(list);
         return *this;
     }
-    /// The name of a registered editor.
+    /// The name of a registered editor; see docs/hints.md.
     FieldOf& editor(const std::string& name)
     {
         setEditor(name);
