@@ -2,7 +2,7 @@
 
 #include <vrn/qt/property_page.h>
 
-#include "qt/properties/beam_model.h"
+#include "beam_model.h"
 
 #include <QApplication>
 #include <QLabel>
