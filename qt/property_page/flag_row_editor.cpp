@@ -59,8 +59,8 @@ public:
         m_isEdited = false;
         m_shown = state.kind;
         const bool* value = boost::any_cast<bool>(&state.value);
-        const bool isBlank
-            = state.kind == PropertyState::NoObject || state.kind == PropertyState::Unreadable;
+        const bool isBlank = state.kind == PropertyState::NoObject
+            || state.kind == PropertyState::Unreadable;
         m_box->setTristate(true);
         m_box->setCheckState(value ? (*value ? Qt::Checked : Qt::Unchecked)
                 : isBlank          ? Qt::Unchecked

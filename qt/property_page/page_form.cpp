@@ -26,8 +26,7 @@ struct FormTexts
 
 bool takesTab(const QWidget& widget)
 {
-    return (widget.focusPolicy() & Qt::TabFocus) != 0 && !widget.isWindow()
-        && !widget.focusProxy();
+    return (widget.focusPolicy() & Qt::TabFocus) != 0 && !widget.isWindow() && !widget.focusProxy();
 }
 
 /// In the order in which they were made.
@@ -157,8 +156,8 @@ void PageForm::addSection(const PropertySection& section, int gridRow)
         m_grid->addWidget(head, gridRow, 0, 1, 3);
         vrn_connect(head, &SectionHead::openRequested, this,
             [this, key](bool open) { requestOpen(key, open); });
-        vrn_connect(head, &SectionHead::stepRequested, this,
-            [this, head](int by) { step(head, by); });
+        vrn_connect(
+            head, &SectionHead::stepRequested, this, [this, head](int by) { step(head, by); });
     }
     m_sections.push_back({section.key, head, {}});
 }

@@ -31,8 +31,8 @@ QByteArray toState(const OpenSections& sections)
 
 std::optional<OpenSections> fromState(const QByteArray& state)
 {
-    const QJsonObject json
-        = QJsonDocument::fromJson(state).object().value(QStringLiteral("open")).toObject();
+    const QJsonObject json =
+        QJsonDocument::fromJson(state).object().value(QStringLiteral("open")).toObject();
     if (stateOf(json) != state)
         return std::nullopt;
     OpenSections sections;
