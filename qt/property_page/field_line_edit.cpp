@@ -17,20 +17,26 @@
 namespace vrn::qt::detail {
 namespace {
 
+/// How much may be typed and pasted. QLineEdit cuts what is longer.
+constexpr int mostCharacters = 1 << 17;
+
 /// Lets a control ask by its validator. The value is the text.
 class AskingValidator : public IValidator
 {
 public:
-    explicit AskingValidator(const FieldQuestions& questions)
-        : m_isAccepted(questions.isAccepted)
+    explicit AskingValidator(std::function<FieldQuestions::Verdict()> judge)
+        : m_judge(std::move(judge))
     {
-        setEditHintFunction(questions.hint);
+        // The control asks for the hint after it has validated the text.
+        setEditHintFunction([this](const QString&) { return m_hint; });
     }
 
     bool validate(const QString& text, boost::any& value, const std::bitset<32>& /*flags*/) override
     {
         value = text;
-        return m_isAccepted(text);
+        const FieldQuestions::Verdict verdict = m_judge();
+        m_hint = verdict.hint;
+        return verdict.isAccepted;
     }
 
     QString reformat(const boost::any& value, const std::bitset<32>& /*flags*/) override
@@ -40,12 +46,14 @@ public:
     }
 
 private:
-    std::function<bool(const QString&)> m_isAccepted;
+    std::function<FieldQuestions::Verdict()> m_judge;
+    QString m_hint;
 };
 
-bool isToOtherWindow(const QFocusEvent& event)
+// Editing goes on there after the other window or the menu.
+bool isForOtherWindow(const QEvent& event)
 {
-    switch (event.reason()) {
+    switch (static_cast<const QFocusEvent&>(event).reason()) {
     case Qt::ActiveWindowFocusReason:
     case Qt::PopupFocusReason:
     case Qt::MenuBarFocusReason:
@@ -55,14 +63,9 @@ bool isToOtherWindow(const QFocusEvent& event)
     }
 }
 
-bool isPlainKey(const QKeyEvent& event)
+bool isPlainKey(const QKeyEvent& event, Qt::Key key)
 {
-    return (event.modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier;
-}
-
-bool isEnterKey(const QKeyEvent& event)
-{
-    return isPlainKey(event) && (event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter);
+    return event.key() == key && (event.modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier;
 }
 
 bool isModifierKey(const QKeyEvent& event)
@@ -87,52 +90,64 @@ bool isOfUndo(const QKeyEvent& event)
 } // namespace
 
 FieldLineEdit::FieldLineEdit(QWidget* parent, FieldQuestions questions)
-    : MultiEditLineEdit(
-        parent, QString(), boost::make_shared<AskingValidator>(questions), {}, 0, ExpandHorizontal)
+    : MultiEditLineEdit(parent, QString(), boost::make_shared<AskingValidator>([this] {
+        return m_isFromOutside ? FieldQuestions::Verdict() : m_questions.judge();
+    }),
+        {}, 0, ExpandHorizontal)
     , m_questions(std::move(questions))
 {
-    // The control would rewrite the text. It hears of changes of the text from onTextChanged():
-    // not every change by the user is told by textEdited().
+    // At the end of editing the control would rewrite the text. And textEdited() does not tell
+    // of each change, so the control hears of them from onTextChanged().
     disconnect(edit(), &QLineEdit::editingFinished, this, &SimpleLineEdit::onEditingFinished);
     disconnect(edit(), &QLineEdit::textEdited, this, &SimpleLineEdit::onTextEdited);
     vrn_connect(edit(), &QLineEdit::textChanged, this, &FieldLineEdit::onTextChanged);
+    impl().setOffers([this](const QString&) { return m_questions.offers(); });
+    edit()->setMaxLength(mostCharacters);
 }
 
 FieldLineEdit::~FieldLineEdit() = default;
 
+LineEditImpl& FieldLineEdit::impl()
+{
+    return static_cast<LineEditImpl&>(*edit());
+}
+
 void FieldLineEdit::showText(const QString& text)
 {
     m_showsVaries = false;
-    m_isOpen = false;
-    setTextFrom(text);
-    m_shown = m_offered = edit()->text();
-    judge();
-    edit()->setStyleSheet(QString());
+    show(&text);
 }
 
 void FieldLineEdit::showVaries()
 {
     m_showsVaries = true;
+    show(nullptr);
+}
+
+// Null stands for the text of varying objects.
+void FieldLineEdit::show(const QString* text)
+{
     m_isOpen = false;
+    m_isTaken = false;
     {
         const QScopedValueRollback<bool> outside(m_isFromOutside, true);
-        forceVaries();
+        const int size = text ? int(text->size()) : 0;
+        const int room = mostCharacters + (size < mostCharacters / 2 ? 0 : size);
+        if (edit()->maxLength() < room)
+            edit()->setMaxLength(room);
+        if (text)
+            setValue(*text);
+        else
+            forceVaries();
+        if (edit()->maxLength() > room)
+            edit()->setMaxLength(room);
     }
     m_shown = m_offered = edit()->text();
-    judge();
-    edit()->setStyleSheet(QString());
-}
-
-void FieldLineEdit::enterText(const QString& text)
-{
-    open();
-    edit()->setText(text);
-}
-
-void FieldLineEdit::setTextFrom(const boost::any& value)
-{
-    const QScopedValueRollback<bool> outside(m_isFromOutside, true);
-    setValue(value);
+    impl().dropOffers();
+    impl().showEditHint(QString());
+    // A field in which nothing was typed has the colours of the palette.
+    if (!edit()->styleSheet().isEmpty())
+        edit()->setStyleSheet(QString());
 }
 
 bool FieldLineEdit::isBaseline(const QString& text) const
@@ -142,7 +157,12 @@ bool FieldLineEdit::isBaseline(const QString& text) const
 
 bool FieldLineEdit::isPending() const
 {
-    return !isBaseline(edit()->text());
+    return m_isTaken || !isBaseline(edit()->text());
+}
+
+bool FieldLineEdit::isFull() const
+{
+    return edit()->text().size() >= edit()->maxLength();
 }
 
 void FieldLineEdit::judge()
@@ -150,7 +170,7 @@ void FieldLineEdit::judge()
     onTextEdited(edit()->text());
 }
 
-// The text that was there before is black whatever it is.
+// A text is judged whatever it is: one that stood there before is black again.
 bool FieldLineEdit::vetoValidation(const QString& /*text*/)
 {
     return false;
@@ -158,15 +178,17 @@ bool FieldLineEdit::vetoValidation(const QString& /*text*/)
 
 void FieldLineEdit::onValidated(const QString& text, const boost::any& value)
 {
-    if (!isBaseline(text))
+    if (isPending())
         MultiEditLineEdit::onValidated(text, value);
 }
 
 void FieldLineEdit::onTextChanged()
 {
+    ++m_revision;
     if (m_isFromOutside)
         return;
     const Alive alive(this, edit());
+    m_isTaken = false;
     m_isEndTold = false;
     judge();
     if (alive)
@@ -177,43 +199,53 @@ void FieldLineEdit::open()
 {
     if (m_isOpen)
         return;
-    if (isPending() || m_showsVaries || edit()->isReadOnly()) {
-        m_isOpen = true;
-        return;
-    }
+    const Alive alive(this, edit());
     m_isOpen = true;
-    const QString full = m_questions.fullText();
-    if (full == m_shown)
+    if (isPending())
         return;
-    const bool isAllSelected = edit()->selectedText() == edit()->text();
-    setTextFrom(full);
-    m_offered = edit()->text();
-    if (isAllSelected)
-        selectAll();
+    if (!m_showsVaries && !edit()->isReadOnly()) {
+        const QString full = m_questions.fullText();
+        const bool isAllSelected = edit()->selectedText() == edit()->text();
+        const QScopedValueRollback<bool> outside(m_isFromOutside, true);
+        if (edit()->text() != full)
+            edit()->setText(full);
+        m_offered = edit()->text();
+        if (isAllSelected)
+            selectAll();
+    }
+    const QString hint = m_questions.judge().hint;
+    if (!alive)
+        return;
+    impl().showEditHint(hint);
+    if (!edit()->isReadOnly())
+        impl().offer();
 }
 
 void FieldLineEdit::leave()
 {
-    if (isPending()) {
-        if (!m_isEndTold)
-            end();
-        return;
+    if (!isPending()) {
+        if (m_showsVaries)
+            showVaries();
+        else
+            showText(QString(m_shown));
+    } else if (!m_isEndTold) {
+        end();
     }
-    m_isOpen = false;
-    m_offered = m_shown;
-    if (m_showsVaries)
-        showVaries();
-    else if (edit()->text() != m_shown)
-        showText(m_shown);
 }
 
-// Returns whether this is still alive.
-bool FieldLineEdit::end()
+void FieldLineEdit::end()
 {
-    const Alive alive(this, edit());
     m_isEndTold = true;
     Q_EMIT ended();
-    return static_cast<bool>(alive);
+}
+
+void FieldLineEdit::take()
+{
+    const Alive alive(this, edit());
+    m_isTaken = true;
+    judge();
+    if (alive)
+        end();
 }
 
 bool FieldLineEdit::eventFilter(QObject* watched, QEvent* event)
@@ -221,64 +253,77 @@ bool FieldLineEdit::eventFilter(QObject* watched, QEvent* event)
     if (!isEdit(watched))
         return MultiEditLineEdit::eventFilter(watched, event);
     const Alive alive(this, edit());
-    switch (event->type()) {
+    if (handle(*event) || !alive)
+        return true;
+    const QScopedValueRollback<bool> outside(
+        m_isFromOutside, m_isFromOutside || event->type() == QEvent::LanguageChange);
+    return MultiEditLineEdit::eventFilter(watched, event);
+}
+
+// Returns whether the edit does not get the event.
+bool FieldLineEdit::handle(QEvent& event)
+{
+    switch (event.type()) {
     case QEvent::FocusIn:
-        if (!m_isOpen || !isToOtherWindow(static_cast<QFocusEvent&>(*event)))
+        if (!m_isOpen || !isForOtherWindow(event))
             open();
-        break;
+        return false;
     case QEvent::FocusOut:
-        if (!isToOtherWindow(static_cast<QFocusEvent&>(*event)))
+        if (!isForOtherWindow(event))
             leave();
-        break;
+        return false;
+    case QEvent::Drop:
+        // Without the focus nothing would end the editing. The field before may end its own.
+        if (const Alive alive(this, edit()); true) {
+            edit()->setFocus(Qt::OtherFocusReason);
+            if (alive)
+                open();
+        }
+        return false;
     case QEvent::MouseButtonPress:
     case QEvent::InputMethod:
-    case QEvent::Drop:
         open();
-        break;
+        return false;
     case QEvent::KeyPress:
-        if (onKeyPress(static_cast<QKeyEvent&>(*event)))
-            return true;
-        break;
+        return onKeyPress(static_cast<QKeyEvent&>(event));
     case QEvent::ShortcutOverride:
-        if (onShortcutOverride(static_cast<QKeyEvent&>(*event)))
-            return true;
-        break;
-    case QEvent::LanguageChange: {
-        const QScopedValueRollback<bool> outside(m_isFromOutside, true);
-        return MultiEditLineEdit::eventFilter(watched, event);
-    }
+        return onShortcutOverride(static_cast<QKeyEvent&>(event));
     default:
-        break;
+        return false;
     }
-    return !alive || MultiEditLineEdit::eventFilter(watched, event);
 }
 
 bool FieldLineEdit::onKeyPress(QKeyEvent& event)
 {
     const bool wasPending = isPending();
     if (isOfUndo(event) && !wasPending) {
-        event.ignore(); // It goes on to the application.
+        event.ignore(); // The application may have something to undo.
         return true;
     }
-    if (isEnterKey(event)) {
+    if (isPlainKey(event, Qt::Key_Return) || isPlainKey(event, Qt::Key_Enter)) {
         if (!wasPending)
             return false;
+        const Alive alive(this, edit());
         event.accept();
-        if (end() && !isPending() && edit()->hasFocus())
+        end();
+        if (alive && !isPending() && edit()->hasFocus())
             selectAll();
         return true;
     }
-    if (isPlainKey(event) && event.key() == Qt::Key_Escape) {
+    if (isPlainKey(event, Qt::Key_Escape)) {
         if (!wasPending)
             return false;
         event.accept();
         Q_EMIT cancelled();
         return true;
     }
-    if (isPlainKey(event) && event.key() == Qt::Key_F2) {
+    if (isPlainKey(event, Qt::Key_F2)) {
+        const Alive alive(this, edit());
         event.accept();
+        m_isOpen = m_isOpen && wasPending;
         open();
-        selectAll();
+        if (alive)
+            selectAll();
         return true;
     }
     if (event.key() == Qt::Key_Tab || event.key() == Qt::Key_Backtab) {
@@ -299,9 +344,9 @@ bool FieldLineEdit::onShortcutOverride(QKeyEvent& event) const
         event.ignore();
         return true;
     }
-    const bool isForField = isPlainKey(event) && event.key() == Qt::Key_F2;
-    const bool isEnding = isEnterKey(event) || (isPlainKey(event) && event.key() == Qt::Key_Escape);
-    if (!isForField && !(isEnding && wasPending))
+    const bool ends = isPlainKey(event, Qt::Key_Return) || isPlainKey(event, Qt::Key_Enter)
+        || isPlainKey(event, Qt::Key_Escape);
+    if (!(ends && wasPending) && !isPlainKey(event, Qt::Key_F2))
         return false;
     event.accept();
     return true;

@@ -4,8 +4,12 @@
 
 #include <QString>
 
-#include <functional>
+#include "controls/line_edits/line_edit_impl_p.h"
 
+#include <functional>
+#include <vector>
+
+class QFocusEvent;
 class QKeyEvent;
 
 namespace vrn::qt::detail {
@@ -13,22 +17,25 @@ namespace vrn::qt::detail {
 /// What a FieldLineEdit asks about its text.
 struct FieldQuestions
 {
-    /// Whether the text is black.
-    std::function<bool(const QString& text)> isAccepted;
-    /// What the window below the field says.
-    std::function<QString(const QString& text)> hint;
-    /// The text that is offered when editing begins.
+    struct Verdict
+    {
+        bool isAccepted = true; ///< The text is black.
+        QString hint; ///< In the window below the field.
+    };
+    std::function<Verdict()> judge;
+    /// The list under the hint.
+    std::function<std::vector<EntryOffer>()> offers;
+    /// What is offered for the text at rest when editing begins.
     std::function<QString()> fullText;
 };
 
 /// A line edit that knows when a text is pending, and ends the editing in one way only.
 ///
-/// A text is pending if it is neither the one that was shown when editing began, nor the one
-/// with all digits that was offered then, nor "*VARIES*". Editing begins with the focus, and
-/// with the first key or press of the mouse after an Enter or another text from outside.
-/// What sets a text from outside emits nothing.
+/// A text is pending if it is neither the one at rest nor the one that was offered when editing
+/// began nor "*VARIES*", or if it was taken from a list. Editing begins with the focus, and
+/// after an Enter or a text from outside with the next key or press of the mouse.
 ///
-/// Of the base, only the hint, the colours and "*VARIES*" are used: the text is never
+/// Of the base only the window below, the colours and "*VARIES*" are used: the text is never
 /// rewritten here, and valueChanged() is not emitted.
 class FieldLineEdit : public MultiEditLineEdit
 {
@@ -38,26 +45,30 @@ public:
     FieldLineEdit(QWidget* parent, FieldQuestions questions);
     ~FieldLineEdit() override;
 
-    /// Both drop what is pending, and its colour.
+    /// The text at rest. What is pending is dropped, with its colour. Emits nothing.
     /// @{
     void showText(const QString& text);
     void showVaries();
     /// @}
-    /// As the user would.
-    void enterText(const QString& text);
 
     bool isPending() const;
-    /// Editing has begun, and the text is still that which was offered for it.
-    bool isOffered() const { return m_isOpen && !isPending(); }
+    bool isOpen() const { return m_isOpen; } ///< Editing has begun.
+    /// Another one after each change of the text.
+    int revision() const { return m_revision; }
+    /// Whether the end of a pasted text may be missing.
+    bool isFull() const;
     /// Asks again about the colour and the hint.
     void judge();
+    /// Makes the text pending whatever it is, and ends the editing.
+    void take();
 
 Q_SIGNALS:
-    /// The text has changed in another way than from outside.
+    /// The text has changed, but not from outside.
     void edited();
-    /// A pending text is to be written: after Enter, and when the user leaves the field. Each
-    /// leaving of a text that stays the same is told once.
+    /// A pending text is to be written: after Enter, and when the user leaves the field. Leaving
+    /// is told once as long as the text stays the same.
     void ended();
+    /// Escape while a text is pending.
     void cancelled();
 
 protected:
@@ -66,21 +77,25 @@ protected:
     void onValidated(const QString& text, const boost::any& value) override;
 
 private:
+    LineEditImpl& impl();
+    void show(const QString* text);
     void onTextChanged();
     void open();
     void leave();
-    bool end();
-    void setTextFrom(const boost::any& value);
+    void end();
     bool isBaseline(const QString& text) const;
+    bool handle(QEvent& event);
     bool onKeyPress(QKeyEvent& event);
     bool onShortcutOverride(QKeyEvent& event) const;
 
     FieldQuestions m_questions;
     QString m_shown; ///< At rest.
     QString m_offered; ///< When editing began.
+    int m_revision = 0;
     bool m_showsVaries = false;
-    bool m_isOpen = false; ///< Editing has begun.
-    bool m_isEndTold = false; ///< For the text that stands there.
+    bool m_isOpen = false;
+    bool m_isTaken = false;
+    bool m_isEndTold = false; ///< Of the text that stands there.
     bool m_isFromOutside = false; ///< The text is being set.
 };
 

@@ -1,15 +1,16 @@
 #pragma once
 
+#include <optional>
+#include <vector>
+
+#include "field_line_edit_p.h"
 #include "field_reader_p.h"
 #include "row_editor_p.h"
 
-#include <QPointer>
-
+class QAction;
 class QLabel;
 
 namespace vrn::qt::detail {
-
-class FieldLineEdit;
 
 /// The editor of a quantity, a number, an integer or a text.
 class LineRowEditor : public RowEditor
@@ -29,22 +30,47 @@ public:
     void refuse(const QString& reason) override;
 
 private:
-    void onEdited();
-    bool isAccepted(const QString& text) const;
-    QString hint(const QString& text) const;
-    QString fullText() const;
-    RowEntry entryOf(const QString& text, QString* outcome) const;
+    const Field& field() const { return m_reader.row().field; }
     bool isSameAsShown(const PropertyState& state) const;
+    void showAtRest();
+    const PropertySpread& spread() const;
+    bool looksAlike() const;
+    void addClearAction();
+    void showStatus();
+
+    /// What was made of a text.
+    struct Judged
+    {
+        int revision = 0; ///< Of the text; see FieldLineEdit::revision().
+        RowEntry entry;
+        QString outcome; ///< What a sum comes to, or what a relative edit would do.
+        bool isDecided = false; ///< By the page, or by taking it from a list.
+    };
+    const Judged& judged() const;
+    Judged read(const QString& text) const;
+    void decide(const RowEntry& made);
+
+    FieldQuestions::Verdict judge() const;
+    QString hintAtRest() const;
+    std::vector<EntryOffer> offers();
+    void offerSpread(std::vector<EntryOffer>& made);
+    void offerHistory(std::vector<EntryOffer>& made);
+    void take(const boost::any& value);
+    void remember(const boost::any& value) const;
+    void onEdited();
+    void onEnded();
 
     FieldReader m_reader;
     RowQuestions m_questions;
     FieldLineEdit* m_line = nullptr;
+    QLabel* m_mark = nullptr; ///< That objects differ below the shown digits.
+    QAction* m_clear = nullptr; ///< Of an optional property.
     PropertyState m_state;
-    /// By the page.
-    /// @{
-    QString m_refusedText;
-    QString m_refusal;
-    /// @}
+    QString m_textAtRest;
+    bool m_isMarked = false;
+    mutable std::optional<PropertySpread> m_spread; ///< Of m_state, once it was asked for.
+    mutable std::optional<Judged> m_judged;
+    bool m_isShown = false; ///< Since the last end of editing.
 };
 
 } // namespace vrn::qt::detail
