@@ -79,7 +79,7 @@ places()
                 }},
             {"refused",
                 [](PageFixture& f, std::function<void()> deed) {
-                    f.model->afterWrite = [] { throw PropertyError("It is locked."); };
+                    f.model->beforeWrite = [] { throw PropertyError("It is locked."); };
                     QObject::connect(f.page, &PropertyPage::refused, deed);
                 }},
             {"pendingChanged",
