@@ -90,9 +90,7 @@ bool isOfUndo(const QKeyEvent& event)
 } // namespace
 
 FieldLineEdit::FieldLineEdit(QWidget* parent, FieldQuestions questions)
-    : MultiEditLineEdit(parent, QString(), boost::make_shared<AskingValidator>([this] {
-        return m_isFromOutside ? FieldQuestions::Verdict() : m_questions.judge();
-    }),
+    : MultiEditLineEdit(parent, QString(), boost::make_shared<AskingValidator>([this] { return m_isFromOutside ? FieldQuestions::Verdict() : verdict(); }),
         {}, 0, ExpandHorizontal)
     , m_questions(std::move(questions))
 {
@@ -101,7 +99,10 @@ FieldLineEdit::FieldLineEdit(QWidget* parent, FieldQuestions questions)
     disconnect(edit(), &QLineEdit::editingFinished, this, &SimpleLineEdit::onEditingFinished);
     disconnect(edit(), &QLineEdit::textEdited, this, &SimpleLineEdit::onTextEdited);
     vrn_connect(edit(), &QLineEdit::textChanged, this, &FieldLineEdit::onTextChanged);
-    impl().setOffers([this](const QString&) { return m_questions.offers(); });
+    impl().setOffers([this](const QString&) {
+        const auto offers = m_questions.offers;
+        return offers();
+    });
     edit()->setMaxLength(mostCharacters);
 }
 
@@ -165,6 +166,13 @@ bool FieldLineEdit::isFull() const
     return edit()->text().size() >= edit()->maxLength();
 }
 
+// This may be destroyed meanwhile.
+FieldQuestions::Verdict FieldLineEdit::verdict() const
+{
+    const auto ask = m_questions.judge;
+    return ask();
+}
+
 void FieldLineEdit::judge()
 {
     onTextEdited(edit()->text());
@@ -213,7 +221,7 @@ void FieldLineEdit::open()
         if (isAllSelected)
             selectAll();
     }
-    const QString hint = m_questions.judge().hint;
+    const QString hint = verdict().hint;
     if (!alive)
         return;
     impl().showEditHint(hint);

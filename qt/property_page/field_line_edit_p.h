@@ -78,6 +78,7 @@ protected:
 
 private:
     LineEditImpl& impl();
+    FieldQuestions::Verdict verdict() const;
     void show(const QString* text);
     void onTextChanged();
     void open();
