@@ -82,6 +82,8 @@ private:
     void show(const QString* text);
     void onTextChanged();
     void open();
+    void resume();
+    void announce();
     void leave();
     void end();
     bool isBaseline(const QString& text) const;

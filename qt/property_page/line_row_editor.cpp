@@ -297,6 +297,7 @@ std::vector<EntryOffer> LineRowEditor::offersAtRest()
         const QString text = QString::fromStdWString(entry);
         made.push_back({labelFor(text), text, [this] {
                             m_judged.reset();
+                            m_isOfHistory = true;
                             m_line->take();
                         }});
     }
@@ -364,6 +365,9 @@ void LineRowEditor::onEnded()
     QString entered;
     if (made.state == EditState::Complete && made.value.type() == field().valueType().type())
         entered = m_reader->fullText(made.value);
+    // An entry of the history keeps its place.
+    if (std::exchange(m_isOfHistory, false))
+        entered.clear();
     m_isShown = false;
     Q_EMIT ended(false);
     if (!self || !m_isShown || entered.isEmpty())

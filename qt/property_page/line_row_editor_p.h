@@ -74,6 +74,7 @@ private:
     std::optional<PropertySpread> m_spread; ///< Of m_state, once it was asked for.
     mutable std::optional<Judged> m_judged;
     bool m_isShown = false; ///< Since the last end of editing.
+    bool m_isOfHistory = false; ///< The text that is ended now.
 };
 
 } // namespace vrn::qt::detail

@@ -76,7 +76,10 @@ public:
         QObject::connect(editor, &RowEditor::ended, [this] { onEnded(); });
         show();
         window.show();
-        QApplication::setActiveWindow(&window);
+        // The offscreen platform makes any window active that is shown, popups too, when events
+        // are processed; tests look before that.
+        window.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&window));
         before->setFocus();
     }
 
