@@ -149,6 +149,19 @@ void PageRow::take(const PropertyState& state, const SharedUnits& units)
         show();
 }
 
+void PageRow::showIn(const SharedUnits& units)
+{
+    m_units = units;
+    show();
+}
+
+void PageRow::drop()
+{
+    m_isPending = false;
+    m_isShown = false;
+    isDue = true;
+}
+
 void PageRow::show()
 {
     m_isPending = false;
@@ -171,9 +184,14 @@ void PageRow::show()
 void PageRow::refuse(const QString& reason)
 {
     m_isPending = true;
-    m_reason = reason;
     if (m_editor)
         m_editor->refuse(reason);
+    explain(reason);
+}
+
+void PageRow::explain(const QString& reason)
+{
+    m_reason = reason;
     updateTexts();
 }
 
@@ -186,7 +204,7 @@ void PageRow::updatePending()
 {
     const RowEntry now = entry();
     m_isPending = now.state != EditState::Untouched;
-    if (now.state != EditState::Refused && !m_reason.isEmpty()) {
+    if (now.reason != m_reason && !m_reason.isEmpty()) {
         m_reason.clear();
         updateTexts();
     }

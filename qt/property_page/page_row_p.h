@@ -47,11 +47,15 @@ public:
 
     /// Takes what was read. It is shown at once, but for a pending text, which stays.
     void take(const PropertyState& state, const SharedUnits& units);
+    /// Shows what was read last in other units, and in the locale of now.
+    void showIn(const SharedUnits& units);
     /// Shows what was read last, and drops what is pending.
     void show();
     /// What is pending has been written; what is read next is shown in its place.
-    void drop() { m_isPending = false; }
+    void drop();
     void refuse(const QString& reason);
+    /// Why the entry stays, for tool tips and screen readers.
+    void explain(const QString& reason);
 
     RowEntry entry() const;
     bool isPending() const { return m_isPending; }

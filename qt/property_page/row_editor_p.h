@@ -72,9 +72,9 @@ protected:
 /// An editor for the shape of the field. `row` has to outlive it.
 VRN_QT2_EXPORT RowEditor* makeLineEditor(
     QWidget* parent, const PropertySelection::Row& row, const RowQuestions& questions);
-RowEditor* makeChoiceEditor(QWidget* parent, const PropertySelection::Row& row);
-RowEditor* makeFlagEditor(QWidget* parent, const PropertySelection::Row& row);
+VRN_QT2_EXPORT RowEditor* makeChoiceEditor(QWidget* parent, const PropertySelection::Row& row);
+VRN_QT2_EXPORT RowEditor* makeFlagEditor(QWidget* parent, const PropertySelection::Row& row);
 /// Of the editor that the application has registered. Null if there is none.
-RowEditor* makeRegisteredEditor(QWidget* parent, const PropertySelection::Row& row);
+VRN_QT2_EXPORT RowEditor* makeRegisteredEditor(QWidget* parent, const PropertySelection::Row& row);
 
 } // namespace vrn::qt::detail

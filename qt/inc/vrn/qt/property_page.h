@@ -141,6 +141,8 @@ public:
     QWidget* editor(const std::string& key);
     PropertyRow row(const std::string& key) const;
 
+    void setVisible(bool visible) override;
+
 Q_SIGNALS:
     /// After the write, and after the page has read again.
     void edited(const vrn::qt::PropertyReceipt& receipt);
