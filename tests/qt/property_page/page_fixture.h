@@ -2,7 +2,7 @@
 
 #include <vrn/qt/property_page.h>
 
-#include "qt/properties/beam_model.h"
+#include "beam_model.h"
 
 #include <QApplication>
 #include <QLabel>
@@ -75,8 +75,15 @@ public:
     }
     void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) const
     {
-        QWidget* focus = QApplication::focusWidget();
-        QTest::keyClick(focus ? focus : window.get(), key, modifiers);
+        QTest::keyClick(focus(), key, modifiers);
+    }
+    /// What takes the keys. A popup is the active window here, unlike on a desktop.
+    QWidget* focus() const
+    {
+        if (!window->isActiveWindow() && window->isVisible())
+            QApplication::setActiveWindow(window.get());
+        QWidget* focus = window->focusWidget();
+        return focus ? focus : window.get();
     }
     double lengthOf(std::uint64_t key) const { return model->beams.at(key).length; }
 

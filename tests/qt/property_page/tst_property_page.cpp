@@ -269,7 +269,7 @@ void TestPropertyPage::showsWhatANewPageShows()
         f.model->announce();
         break;
     case 5:
-        f.model->setUnits(vrn::units::Context(1));
+        f.model->setUnits(vrn::units::Context(8));
         break;
     case 6:
         f.page->setSelection({1});
@@ -323,7 +323,7 @@ void TestPropertyPage::keepsTheEditorsOfAKind()
     f.line("length")->setFocus();
     f.page->setSelection({2});
     QCOMPARE(f.page->editor("length"), editor);
-    QVERIFY(f.line("length")->hasFocus());
+    QCOMPARE(f.focus(), f.line("length"));
     QCOMPARE(f.text("name"), QString("B3"));
 }
 
@@ -370,12 +370,12 @@ void TestPropertyPage::stepsAmongHeads()
     const PageFixture f;
     f.part<QToolButton>("section.general")->setFocus();
     f.press(Qt::Key_Down);
-    QVERIFY(f.part<QToolButton>("section.geometry")->hasFocus());
+    QCOMPARE(f.focus(), f.part<QToolButton>("section.geometry"));
     f.press(Qt::Key_Down);
     f.press(Qt::Key_Down);
-    QVERIFY(f.part<QToolButton>("section.statics")->hasFocus());
+    QCOMPARE(f.focus(), f.part<QToolButton>("section.statics"));
     f.press(Qt::Key_Up);
-    QVERIFY(f.part<QToolButton>("section.geometry")->hasFocus());
+    QCOMPARE(f.focus(), f.part<QToolButton>("section.geometry"));
 }
 
 void TestPropertyPage::filters()
@@ -404,10 +404,10 @@ void TestPropertyPage::filtersByKeyboard()
     const PageFixture f;
     f.line("length")->setFocus();
     f.press(Qt::Key_F, Qt::ControlModifier);
-    QVERIFY(f.part<QLineEdit>("filter")->hasFocus());
+    QCOMPARE(f.focus(), f.part<QLineEdit>("filter"));
     QTest::keyClicks(f.part<QLineEdit>("filter"), "bolt");
     f.press(Qt::Key_Down);
-    QVERIFY(f.line("bolts")->hasFocus());
+    QCOMPARE(f.focus(), f.line("bolts"));
     f.press(Qt::Key_F, Qt::ControlModifier);
     f.press(Qt::Key_Escape);
     QCOMPARE(f.part<QLineEdit>("filter")->text(), QString());
@@ -440,7 +440,7 @@ void TestPropertyPage::tabsInReadingOrder()
         "width", "factor", "bolts", "area", "section.statics", "support", "load"};
     for (const QString& name : wanted) {
         f.press(Qt::Key_Tab);
-        QWidget* focus = QApplication::focusWidget();
+        QWidget* focus = f.focus();
         while (focus->objectName() != name && focus != f.page && focus->parentWidget())
             focus = focus->parentWidget();
         QCOMPARE(focus->objectName(), name);
@@ -465,7 +465,7 @@ void TestPropertyPage::hidesTheUnitThatTheTextHas()
 void TestPropertyPage::changesUnits()
 {
     const PageFixture f;
-    const vrn::units::Context units(2);
+    const vrn::units::Context units(8);
     const QString expected = f.model->kind(0).find("length")->field.text(10.0 / 3.0, units);
     f.model->setUnits(units);
     QCOMPARE(f.text("length"), expected);

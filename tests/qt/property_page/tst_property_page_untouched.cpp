@@ -61,7 +61,7 @@ const std::vector<std::pair<const char*, Act>>& acts()
             }},
         {"closing", [](const PageFixture& f, QWidget*) { f.window->close(); }},
         {"units", [](const PageFixture& f,
-                      QWidget*) { f.model->setUnits(vrn::units::Context(1)); }},
+                      QWidget*) { f.model->setUnits(vrn::units::Context(8)); }},
         {"language",
             [](const PageFixture& f, QWidget*) {
                 QEvent event(QEvent::LanguageChange);
@@ -148,11 +148,8 @@ void TestPropertyPageUntouched::writesNothing()
 {
     QFETCH(const int, act);
     QFETCH(const bool, varies);
-    PropertyKeys keys;
-    const BeamModel described;
-    for (const PropertyDescription& property : described.kind(0).properties())
-        keys.push_back(property.key);
-    for (const std::string& key : keys) {
+    // One of each shape, and one that is optional.
+    for (const char* key : {"name", "length", "factor", "bolts", "active", "support", "load"}) {
         const PageFixture f;
         int serial = 1;
         for (auto& each : f.model->beams) {
@@ -175,8 +172,8 @@ void TestPropertyPageUntouched::writesNothing()
         focusOf(editor)->setFocus(Qt::TabFocusReason);
         acts()[std::size_t(act)].second(f, editor);
         QCoreApplication::processEvents();
-        QVERIFY2(f.model->writes.isEmpty(), key.c_str());
-        QVERIFY2(f.stack->count() == 0, key.c_str());
+        QVERIFY2(f.model->writes.isEmpty(), key);
+        QVERIFY2(f.stack->count() == 0, key);
         QCOMPARE(edits, 0);
     }
 }
