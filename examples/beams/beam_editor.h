@@ -38,7 +38,7 @@ public:
     explicit BeamEditor(int count)
     {
         for (int i = 0; i < count; ++i)
-            m_beams[std::uint64_t(i)] = {tr("B%1").arg(i + 1), 3.0 + i % 20 / 7.0, i % 3};
+            m_beams[std::uint64_t(i)] = {tr("B%1").arg(i + 1), 3.0 + i % 5 / 7.0, i % 3};
         m_model.addKind(properties(), &m_beams);
 
         m_page->setModel(&m_model);
@@ -51,6 +51,7 @@ public:
         m_table->setSelectionBehavior(QAbstractItemView::SelectRows);
         m_list->setModel(m_rows);
         m_list->setSelectionMode(QAbstractItemView::ExtendedSelection);
+        m_list->setSelectionBehavior(QAbstractItemView::SelectRows);
         m_list->setSelectionModel(m_table->selectionModel());
         connect(m_table->selectionModel(), &QItemSelectionModel::selectionChanged, this,
             [this] { m_page->setSelection(m_rows->ids(m_table->selectionModel()->selection())); });
@@ -129,8 +130,7 @@ private:
         }
         bar->addWidget(m_system);
         bar->addWidget(m_feet);
-        connect(m_system, qOverload<int>(&QComboBox::currentIndexChanged), this,
-            [this] { setUnits(); });
+        connect(m_system, &QComboBox::currentTextChanged, this, [this] { setUnits(); });
         connect(m_feet, &QCheckBox::toggled, this, [this] { setUnits(); });
     }
 
