@@ -17,8 +17,9 @@
 namespace vrn::qt::detail {
 namespace {
 
-/// How much may be typed and pasted. QLineEdit cuts what is longer.
-constexpr int mostCharacters = 1 << 17;
+/// How much may be typed and pasted, as in any QLineEdit, which cuts what is longer. To cut a
+/// pasted text takes it the square of this.
+constexpr int mostCharacters = 32767;
 
 /// Lets a control ask by its validator. The value is the text.
 class AskingValidator : public IValidator
@@ -90,9 +91,7 @@ bool isOfUndo(const QKeyEvent& event)
 } // namespace
 
 FieldLineEdit::FieldLineEdit(QWidget* parent, FieldQuestions questions)
-    : MultiEditLineEdit(parent, QString(), boost::make_shared<AskingValidator>([this] {
-        return m_isFromOutside ? FieldQuestions::Verdict() : m_questions.judge();
-    }),
+    : MultiEditLineEdit(parent, QString(), boost::make_shared<AskingValidator>([this] { return m_isFromOutside ? FieldQuestions::Verdict() : verdict(); }),
         {}, 0, ExpandHorizontal)
     , m_questions(std::move(questions))
 {
@@ -101,8 +100,14 @@ FieldLineEdit::FieldLineEdit(QWidget* parent, FieldQuestions questions)
     disconnect(edit(), &QLineEdit::editingFinished, this, &SimpleLineEdit::onEditingFinished);
     disconnect(edit(), &QLineEdit::textEdited, this, &SimpleLineEdit::onTextEdited);
     vrn_connect(edit(), &QLineEdit::textChanged, this, &FieldLineEdit::onTextChanged);
-    impl().setOffers([this](const QString&) { return m_questions.offers(); });
-    edit()->setMaxLength(mostCharacters);
+    vrn_connect(&impl(), &LineEditImpl::focused, this, [this] {
+        if (!isPending())
+            announce();
+    });
+    impl().setOffers([this](const QString&) {
+        const auto offers = m_questions.offers;
+        return offers();
+    });
 }
 
 FieldLineEdit::~FieldLineEdit() = default;
@@ -165,6 +170,13 @@ bool FieldLineEdit::isFull() const
     return edit()->text().size() >= edit()->maxLength();
 }
 
+// This may be destroyed meanwhile.
+FieldQuestions::Verdict FieldLineEdit::verdict() const
+{
+    const auto ask = m_questions.judge;
+    return ask();
+}
+
 void FieldLineEdit::judge()
 {
     onTextEdited(edit()->text());
@@ -197,28 +209,39 @@ void FieldLineEdit::onTextChanged()
 
 void FieldLineEdit::open()
 {
-    if (m_isOpen)
-        return;
-    const Alive alive(this, edit());
     m_isOpen = true;
-    if (isPending())
+    if (isPending() || m_showsVaries || edit()->isReadOnly())
         return;
-    if (!m_showsVaries && !edit()->isReadOnly()) {
-        const QString full = m_questions.fullText();
-        const bool isAllSelected = edit()->selectedText() == edit()->text();
-        const QScopedValueRollback<bool> outside(m_isFromOutside, true);
-        if (edit()->text() != full)
-            edit()->setText(full);
-        m_offered = edit()->text();
-        if (isAllSelected)
-            selectAll();
-    }
-    const QString hint = m_questions.judge().hint;
+    const QString full = m_questions.fullText();
+    const bool isAllSelected = edit()->selectedText() == edit()->text();
+    const QScopedValueRollback<bool> outside(m_isFromOutside, true);
+    if (edit()->text() != full)
+        edit()->setText(full);
+    m_offered = edit()->text();
+    if (isAllSelected)
+        selectAll();
+}
+
+// Tells in the window below what the text at rest stands for.
+void FieldLineEdit::announce()
+{
+    const Alive alive(this, edit());
+    const QString hint = verdict().hint;
     if (!alive)
         return;
     impl().showEditHint(hint);
     if (!edit()->isReadOnly())
         impl().offer();
+}
+
+// Begins the editing in a field that has the focus.
+void FieldLineEdit::resume()
+{
+    if (m_isOpen)
+        return;
+    open();
+    if (!isPending())
+        announce();
 }
 
 void FieldLineEdit::leave()
@@ -265,7 +288,7 @@ bool FieldLineEdit::handle(QEvent& event)
 {
     switch (event.type()) {
     case QEvent::FocusIn:
-        if (!m_isOpen || !isForOtherWindow(event))
+        if (!m_isOpen)
             open();
         return false;
     case QEvent::FocusOut:
@@ -277,12 +300,12 @@ bool FieldLineEdit::handle(QEvent& event)
         if (const Alive alive(this, edit()); true) {
             edit()->setFocus(Qt::OtherFocusReason);
             if (alive)
-                open();
+                resume();
         }
         return false;
     case QEvent::MouseButtonPress:
     case QEvent::InputMethod:
-        open();
+        resume();
         return false;
     case QEvent::KeyPress:
         return onKeyPress(static_cast<QKeyEvent&>(event));
@@ -321,7 +344,7 @@ bool FieldLineEdit::onKeyPress(QKeyEvent& event)
         const Alive alive(this, edit());
         event.accept();
         m_isOpen = m_isOpen && wasPending;
-        open();
+        resume();
         if (alive)
             selectAll();
         return true;
@@ -333,7 +356,7 @@ bool FieldLineEdit::onKeyPress(QKeyEvent& event)
         return false;
     }
     if (!isModifierKey(event))
-        open();
+        resume();
     return false;
 }
 

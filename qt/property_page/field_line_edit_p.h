@@ -78,9 +78,12 @@ protected:
 
 private:
     LineEditImpl& impl();
+    FieldQuestions::Verdict verdict() const;
     void show(const QString* text);
     void onTextChanged();
     void open();
+    void resume();
+    void announce();
     void leave();
     void end();
     bool isBaseline(const QString& text) const;

@@ -159,7 +159,7 @@ QString FieldReader::text(const boost::any& value) const
 
 QString FieldReader::fullText(const boost::any& value) const
 {
-    return text(value);
+    return m_row.field.exactText(value, m_units);
 }
 
 } // namespace vrn::qt::detail

@@ -33,7 +33,6 @@ struct FieldReading
 class FieldReader
 {
 public:
-    /// `row` has to outlive it.
     explicit FieldReader(const PropertySelection::Row& row);
     ~FieldReader();
 
@@ -47,7 +46,7 @@ public:
 
     /// As it is shown at rest.
     QString text(const boost::any& value) const;
-    /// With all digits if text() does not read back as the same value, bit for bit.
+    /// Reads back as the value, bit for bit, if a text does; see Field::exactText().
     QString fullText(const boost::any& value) const;
 
 private:
@@ -58,7 +57,7 @@ private:
     boost::any wholeNumber(double number, QString& reason) const;
     QString reasonAgainst(const boost::any& value) const;
 
-    const PropertySelection::Row& m_row;
+    const PropertySelection::Row m_row; ///< The one of the page goes with another selection.
     vrn::units::Context m_units;
     mutable boost::shared_ptr<EntryValidator> m_entries; ///< Made for the first text.
 };

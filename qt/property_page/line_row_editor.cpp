@@ -13,6 +13,7 @@
 
 #include <algorithm>
 #include <deque>
+#include <memory>
 #include <utility>
 
 namespace vrn::qt::detail {
@@ -56,15 +57,16 @@ QString labelFor(const QString& text)
 LineRowEditor::LineRowEditor(
     QWidget* parent, const PropertySelection::Row& row, const RowQuestions& questions)
     : RowEditor(nullptr)
-    , m_reader(row)
+    , m_reader(std::make_shared<FieldReader>(row))
     , m_questions(questions)
 {
     FieldQuestions asked;
     asked.judge = [this] { return judge(); };
     asked.offers = [this] { return offers(); };
     asked.fullText = [this] {
-        return m_state.kind == PropertyState::Common ? m_reader.fullText(m_state.value)
-                                                     : m_textAtRest;
+        return m_state.kind == PropertyState::Common && field().offersFullDigits()
+            ? m_reader->fullText(m_state.value)
+            : m_textAtRest;
     };
     m_line = new FieldLineEdit(parent, std::move(asked));
     setParent(m_line);
@@ -73,6 +75,7 @@ LineRowEditor::LineRowEditor(
     vrn_connect(m_line, &FieldLineEdit::cancelled, this, &LineRowEditor::cancelled);
 
     m_mark = new QLabel(QString(QChar(0x2248)));
+    m_mark->setObjectName(QStringLiteral("mark"));
     m_mark->setToolTip(LineTexts::tr("The selected objects differ beyond the shown digits."));
     m_mark->hide();
     m_line->layout()->addWidget(m_mark);
@@ -121,15 +124,19 @@ bool LineRowEditor::isSameAsShown(const PropertyState& state) const
 
 void LineRowEditor::show(const PropertyState& state, const vrn::units::Context& units)
 {
+    const QPointer<LineRowEditor> self(this);
     m_isShown = true;
     bool isSame = isSameAsShown(state);
     m_state = state;
     m_spread.reset();
-    m_reader.setUnits(units);
-    m_isMarked = state.kind == PropertyState::Varies && looksAlike();
-    const QString text = m_reader.text(m_isMarked ? spread().lowest : state.value);
-    isSame = isSame && text == m_textAtRest;
-    m_textAtRest = text;
+    m_reader->setUnits(units);
+    const QString common = state.kind == PropertyState::Varies ? textOfAll()
+                                                               : m_reader->text(state.value);
+    if (!self)
+        return;
+    m_isMarked = state.kind == PropertyState::Varies && !common.isEmpty();
+    isSame = isSame && common == m_textAtRest;
+    m_textAtRest = common;
     // What was offered keeps its digits, its selection and its cursor.
     if (m_line->isPending() || !m_line->isOpen() || !isSame)
         showAtRest();
@@ -146,27 +153,37 @@ void LineRowEditor::showAtRest()
         m_line->showText(m_textAtRest);
 }
 
-// Empty if the model throws.
-const PropertySpread& LineRowEditor::spread() const
+// Empty if the model throws. The model may destroy this.
+PropertySpread LineRowEditor::spread()
 {
-    if (!m_spread) {
-        m_spread.emplace();
-        try {
-            if (m_questions.spread)
-                *m_spread = m_questions.spread();
-        } catch (const PropertyError&) {}
+    if (m_spread)
+        return *m_spread;
+    const QPointer<LineRowEditor> self(this);
+    const auto ask = m_questions.spread;
+    PropertySpread asked;
+    try {
+        if (ask)
+            asked = ask();
+    } catch (const PropertyError&) {
     }
-    return *m_spread;
+    if (self)
+        m_spread = asked;
+    return asked;
 }
 
-// Whether the values differ in digits that are not shown. A text grows with its number.
-bool LineRowEditor::looksAlike() const
+// The text of varying objects if they differ only in digits that are not shown. A text grows
+// with its number.
+QString LineRowEditor::textOfAll()
 {
     const Field::Shape shape = field().shape();
     if (shape != Field::Shape::Quantity && shape != Field::Shape::Number)
-        return false;
-    return !spread().lowest.empty() && spread().withoutValue == 0
-        && m_reader.text(spread().lowest) == m_reader.text(spread().highest);
+        return QString();
+    const auto reader = m_reader;
+    const PropertySpread all = spread();
+    if (all.lowest.empty() || all.withoutValue > 0)
+        return QString();
+    const QString lowest = reader->text(all.lowest);
+    return lowest == reader->text(all.highest) ? lowest : QString();
 }
 
 void LineRowEditor::setReadOnly(bool readOnly)
@@ -182,32 +199,38 @@ RowEntry LineRowEditor::entry() const
     return judged().entry;
 }
 
-const LineRowEditor::Judged& LineRowEditor::judged() const
+// What judges may belong to the application, and destroy this.
+LineRowEditor::Judged LineRowEditor::judged() const
 {
-    if (!m_judged || m_judged->revision != m_line->revision()) {
-        m_judged.emplace();
-        m_judged->revision = m_line->revision();
-        if (m_line->isPending())
-            *m_judged = read(text());
-    }
-    return *m_judged;
+    const int revision = m_line->revision();
+    if (m_judged && m_judged->revision == revision)
+        return *m_judged;
+    const QPointer<const LineRowEditor> self(this);
+    Judged made;
+    if (m_line->isPending())
+        made = read();
+    made.revision = revision;
+    if (self)
+        m_judged = made;
+    return made;
 }
 
-LineRowEditor::Judged LineRowEditor::read(const QString& text) const
+LineRowEditor::Judged LineRowEditor::read() const
 {
     Judged made;
-    made.revision = m_line->revision();
     if (m_line->isFull()) {
         made.entry = refusedEntry(
             LineTexts::tr("It has more than %1 characters.").arg(m_line->edit()->maxLength() - 1));
         return made;
     }
-    const FieldReading reading = m_reader.read(text);
+    const auto preview = m_questions.preview;
+    const auto reader = m_reader;
+    const FieldReading reading = reader->read(text());
     made.entry = {editStateOf(reading.state), reading.value, reading.reason};
     made.outcome = reading.outcome;
-    if (m_questions.preview && boost::any_cast<RelativeEdit>(&reading.value)) {
+    if (preview && boost::any_cast<RelativeEdit>(&reading.value)) {
         try {
-            made.outcome = m_questions.preview(reading.value);
+            made.outcome = preview(reading.value);
         } catch (const PropertyError& error) {
             made.entry = refusedEntry(error.reason());
         }
@@ -215,25 +238,27 @@ LineRowEditor::Judged LineRowEditor::read(const QString& text) const
     return made;
 }
 
-FieldQuestions::Verdict LineRowEditor::judge() const
+FieldQuestions::Verdict LineRowEditor::judge()
 {
-    const Judged& made = judged();
+    const QPointer<LineRowEditor> self(this);
+    const Judged made = judged();
     const QString& reason = made.entry.reason;
     const QChar ellipsis(0x2026);
     switch (made.entry.state) {
     case EditState::Untouched:
-        return {true, m_line->isOpen() ? hintAtRest() : QString()};
+        return {true, self && m_line->isOpen() ? hintAtRest() : QString()};
     case EditState::Complete:
         return {true, made.outcome};
     case EditState::Unfinished:
-        return {false, reason.contains(ellipsis) ? reason : ellipsis + QLatin1Char(' ') + reason};
+        return {
+            false, reason.contains(ellipsis) ? reason : ellipsis + QLatin1Char(' ') + reason};
     case EditState::Refused:
         break;
     }
     return {false, reason};
 }
 
-QString LineRowEditor::hintAtRest() const
+QString LineRowEditor::hintAtRest()
 {
     if (m_state.kind != PropertyState::Varies)
         return QString();
@@ -242,37 +267,61 @@ QString LineRowEditor::hintAtRest() const
 
 std::vector<EntryOffer> LineRowEditor::offers()
 {
+    if (!m_line->isPending())
+        return offersAtRest();
     std::vector<EntryOffer> made;
-    if (m_line->isPending()) {
-        for (const QString& each : m_reader.completions(text())) {
-            if (each != text())
-                made.push_back({each, each, {}});
-        }
-        return made;
+    for (const QString& each : m_reader->completions(text())) {
+        if (each != text())
+            made.push_back({each, each, {}});
     }
-    if (m_state.kind == PropertyState::Varies)
-        offerSpread(made);
-    offerHistory(made);
     return made;
 }
 
-void LineRowEditor::offerSpread(std::vector<EntryOffer>& made)
+std::vector<EntryOffer> LineRowEditor::offersAtRest()
 {
-    const std::vector<PropertySpread::Share>& shares = spread().frequent;
-    for (const PropertySpread::Share& share : shares) {
-        const QString full = m_reader.fullText(share.value);
-        const bool hasTwin = std::any_of(shares.begin(), shares.end(),
-            [&](const auto& other) { return &other != &share && other.text == share.text; });
-        const QString label = LineTexts::tr("%1 \303\227 %2")
-                                  .arg(QLocale().toString(qulonglong(share.objects)),
-                                      labelFor(hasTwin ? full : share.text));
-        made.push_back({label, full, [this, value = share.value] { take(value); }});
+    const QPointer<LineRowEditor> self(this);
+    std::vector<EntryOffer> made;
+    if (m_state.kind == PropertyState::Varies) {
+        const PropertySpread all = spread();
+        if (!self)
+            return {};
+        for (const PropertySpread::Share& share : all.frequent)
+            made.push_back(offerOf(share, all));
     }
+    std::deque<std::wstring> entries;
+    if (auto history = this->history())
+        history->get(entries);
+    if (!self)
+        return {};
+    for (const std::wstring& entry : entries) {
+        const QString text = QString::fromStdWString(entry);
+        made.push_back({labelFor(text), text, [this] {
+                            m_judged.reset();
+                            m_isOfHistory = true;
+                            m_line->take();
+                        }});
+    }
+    return made;
 }
 
-void LineRowEditor::offerHistory(std::vector<EntryOffer>& /*made*/) {}
+EntryOffer LineRowEditor::offerOf(const PropertySpread::Share& share, const PropertySpread& all)
+{
+    const QString full = m_reader->fullText(share.value);
+    const auto alike = std::count_if(all.frequent.begin(), all.frequent.end(),
+        [&](const PropertySpread::Share& other) { return other.text == share.text; });
+    const QString label = LineTexts::tr("%1 \303\227 %2")
+                              .arg(QLocale().toString(qulonglong(share.objects)),
+                                  labelFor(alike > 1 ? full : share.text));
+    return {label, full, [this, value = share.value] { take(value); }};
+}
 
-void LineRowEditor::remember(const boost::any& /*value*/) const {}
+std::optional<vrn::ValueHistory> LineRowEditor::history() const
+{
+    const std::string key = field().historyKey();
+    if (!m_questions.history || key.empty())
+        return std::nullopt;
+    return vrn::ValueHistory(QString::fromStdString(key).toStdWString(), m_questions.history);
+}
 
 // The text stands there. Its value is exact, even if it is not the one of the text.
 void LineRowEditor::take(const boost::any& value)
@@ -284,7 +333,7 @@ void LineRowEditor::take(const boost::any& value)
 void LineRowEditor::refuse(const QString& reason)
 {
     decide(refusedEntry(reason));
-    m_line->judge();
+    m_line->judge(); // By what is decided.
     showStatus();
 }
 
@@ -310,10 +359,21 @@ void LineRowEditor::onEnded()
         m_judged.reset();
     const QPointer<LineRowEditor> self(this);
     const RowEntry made = entry();
+    if (!self)
+        return;
+    // With number, unit and full digits, so that it has its meaning in other units, too.
+    QString entered;
+    if (made.state == EditState::Complete && made.value.type() == field().valueType().type())
+        entered = m_reader->fullText(made.value);
+    // An entry of the history keeps its place.
+    if (std::exchange(m_isOfHistory, false))
+        entered.clear();
     m_isShown = false;
     Q_EMIT ended(false);
-    if (self && m_isShown && made.state == EditState::Complete)
-        remember(made.value);
+    if (!self || !m_isShown || entered.isEmpty())
+        return;
+    if (auto history = this->history())
+        history->add(entered.toStdWString());
 }
 
 // For a screen reader, and for a field without the focus.

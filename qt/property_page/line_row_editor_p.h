@@ -1,11 +1,14 @@
 #pragma once
 
-#include <optional>
-#include <vector>
+#include <vrn/qt/value_history.h>
 
 #include "field_line_edit_p.h"
 #include "field_reader_p.h"
 #include "row_editor_p.h"
+
+#include <memory>
+#include <optional>
+#include <vector>
 
 class QAction;
 class QLabel;
@@ -30,11 +33,11 @@ public:
     void refuse(const QString& reason) override;
 
 private:
-    const Field& field() const { return m_reader.row().field; }
+    const Field& field() const { return m_reader->row().field; }
     bool isSameAsShown(const PropertyState& state) const;
     void showAtRest();
-    const PropertySpread& spread() const;
-    bool looksAlike() const;
+    PropertySpread spread();
+    QString textOfAll();
     void addClearAction();
     void showStatus();
 
@@ -46,21 +49,21 @@ private:
         QString outcome; ///< What a sum comes to, or what a relative edit would do.
         bool isDecided = false; ///< By the page, or by taking it from a list.
     };
-    const Judged& judged() const;
-    Judged read(const QString& text) const;
+    Judged judged() const;
+    Judged read() const;
     void decide(const RowEntry& made);
 
-    FieldQuestions::Verdict judge() const;
-    QString hintAtRest() const;
+    FieldQuestions::Verdict judge();
+    QString hintAtRest();
     std::vector<EntryOffer> offers();
-    void offerSpread(std::vector<EntryOffer>& made);
-    void offerHistory(std::vector<EntryOffer>& made);
+    std::vector<EntryOffer> offersAtRest();
+    EntryOffer offerOf(const PropertySpread::Share& share, const PropertySpread& all);
     void take(const boost::any& value);
-    void remember(const boost::any& value) const;
+    std::optional<vrn::ValueHistory> history() const;
     void onEdited();
     void onEnded();
 
-    FieldReader m_reader;
+    std::shared_ptr<FieldReader> m_reader; ///< Held by a call that may destroy this.
     RowQuestions m_questions;
     FieldLineEdit* m_line = nullptr;
     QLabel* m_mark = nullptr; ///< That objects differ below the shown digits.
@@ -68,9 +71,10 @@ private:
     PropertyState m_state;
     QString m_textAtRest;
     bool m_isMarked = false;
-    mutable std::optional<PropertySpread> m_spread; ///< Of m_state, once it was asked for.
+    std::optional<PropertySpread> m_spread; ///< Of m_state, once it was asked for.
     mutable std::optional<Judged> m_judged;
     bool m_isShown = false; ///< Since the last end of editing.
+    bool m_isOfHistory = false; ///< The text that is ended now.
 };
 
 } // namespace vrn::qt::detail

@@ -5,11 +5,14 @@
 #include <vrn/qt/property_error.h>
 #include <vrn/qt/property_selection.h>
 
+#include "controls/popups/entry_popup_p.h"
 #include "property_page/row_editor_p.h"
 
 #include "beams.h"
 
+#include <QLabel>
 #include <QLineEdit>
+#include <QListWidget>
 #include <QPointer>
 #include <QTest>
 #include <QVBoxLayout>
@@ -49,6 +52,10 @@ public:
             ++previews;
             return selection.preview(key, value).text;
         };
+        questions.spread = [this] {
+            ++spreads;
+            return selection.spread(key);
+        };
         m_layout.addWidget(before = new QLineEdit);
         m_layout.addWidget(after = new QLineEdit);
     }
@@ -69,7 +76,10 @@ public:
         QObject::connect(editor, &RowEditor::ended, [this] { onEnded(); });
         show();
         window.show();
-        QApplication::setActiveWindow(&window);
+        // The offscreen platform makes any window active that is shown, popups too, when events
+        // are processed; tests look before that.
+        window.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&window));
         before->setFocus();
     }
 
@@ -78,6 +88,20 @@ public:
     QLineEdit* edit() const { return editor->widget()->findChild<QLineEdit*>(); }
     QString text() const { return edit()->text(); }
     vrn::qt::detail::RowEntry entry() const { return editor->entry(); }
+    QString hint() const
+    {
+        const auto* popup = edit()->findChild<vrn::qt::detail::EntryPopup*>();
+        return popup && popup->isVisible() ? popup->findChild<QLabel*>()->text() : QString();
+    }
+    QStringList list() const
+    {
+        QStringList texts;
+        const auto* popup = edit()->findChild<vrn::qt::detail::EntryPopup*>();
+        const auto* entries = popup ? popup->findChild<QListWidget*>() : nullptr;
+        for (int i = 0; entries && popup->isVisible() && i < entries->count(); ++i)
+            texts.append(entries->item(i)->text());
+        return texts;
+    }
     bool isRed() const { return edit()->palette().color(QPalette::Text) == QColor(230, 20, 20); }
 
     /// In place of what is there.
@@ -88,8 +112,10 @@ public:
         edit()->selectAll();
         if (text.isEmpty())
             QTest::keyClick(edit(), Qt::Key_Delete);
-        else
+        else if (text == QString::fromLatin1(text.toLatin1()))
             QTest::keyClicks(edit(), text);
+        else
+            edit()->insert(text); // No key has all of it.
     }
     void press(Qt::Key pressed, Qt::KeyboardModifiers modifiers = {})
     {
@@ -109,7 +135,8 @@ public:
     int cancelled = 0;
     int ended = 0;
     int written = 0;
-    mutable int previews = 0;
+    int previews = 0;
+    int spreads = 0;
 
 private:
     void onEnded()

@@ -20,7 +20,7 @@ namespace vrn::qt {
 ///     QCoreApplication::setOrganizationName(QStringLiteral("example"));
 ///     QCoreApplication::setApplicationName(QStringLiteral("beams"));
 ///     const auto storage = boost::make_shared<SettingsHistory>();
-///     const vrn::ValueHistory lengths(L"quantity.length", storage);
+///     vrn::ValueHistory lengths(L"quantity.length", storage);
 ///     lengths.add(L"7.62 m");
 ///
 /// The newest value comes first, and a value that is added again comes to the front, unlike in

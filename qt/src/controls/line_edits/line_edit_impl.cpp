@@ -232,7 +232,10 @@ bool LineEditImpl::event(QEvent* event)
     // The popups were built too late for this event, or a combo box hands it straight to the edit.
     if (buildsPopups || (focusChanges && isInComboBox))
         tellPopups(event);
-    return QLineEdit::event(event);
+    const bool isTaken = QLineEdit::event(event);
+    if (takesFocus && alive && hasFocus())
+        Q_EMIT focused();
+    return isTaken;
 }
 
 // The group comes first, so that the popups are in place when they show.

@@ -76,6 +76,10 @@ public:
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
 
+Q_SIGNALS:
+    /// The edit has the focus, and its popups are ready.
+    void focused();
+
 protected:
     void changeEvent(QEvent* event) override;
     bool event(QEvent* event) override;
