@@ -220,10 +220,12 @@ void TestBeams::remembersAfterARestart()
     {
         Window window;
         window.select(0, 0);
+        window.enter("length", "4.5 m");
         QTest::mouseClick(window.page->findChild<QWidget*>("section.geometry"), Qt::LeftButton);
         QVERIFY(!window.page->findChild<QWidget*>("length.caption")->isVisible());
         window.editor.close();
     }
+    QVERIFY(QSettings().allKeys().join(' ').contains("history/quantity."));
     const Window again;
     again.select(0, 0);
     again.settle();

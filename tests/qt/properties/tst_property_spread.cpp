@@ -175,8 +175,9 @@ void TestPropertySpread::showsTheUnitsOfTheModel()
     BeamModel model(2);
     model.beams[1].length = 6.0;
     model.setUnits(vrn::units::Context(9));
-    const PropertySpread spread = PropertySelection(&model, model.ids()).spread("length");
-    const Field& field = PropertySelection(&model, model.ids()).row("length")->field;
+    const PropertySelection selection(&model, model.ids());
+    const Field& field = selection.row("length")->field;
+    const PropertySpread spread = selection.spread("length");
     QCOMPARE(spread.text,
         QString("2 beams: %1 to %2")
             .arg(field.text(3.0, model.units()), field.text(6.0, model.units())));
