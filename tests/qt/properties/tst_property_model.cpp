@@ -93,13 +93,14 @@ void TestPropertyModel::initTestCase()
 
 void TestPropertyModel::announcesOnceATurn_data()
 {
+    // The area is computed from both, and the camber is what a function makes of anything.
     columns<QString, QString>("calls", "changed");
-    row("one", "length:1", "length of 1");
-    row("the same twice", "length:1 length:1", "length of 1");
-    row("two properties", "length:1 width:1", "length width of 1");
-    row("two objects", "length:2 length:1", "length of 1 2");
+    row("one", "length:1", "area camber length of 1");
+    row("the same twice", "length:1 length:1", "area camber length of 1");
+    row("two properties", "length:1 width:1", "area camber length width of 1");
+    row("two objects", "length:2 length:1", "area camber length of 1 2");
     row("all properties", "length:1 :2", "of 1 2");
-    row("all objects", "length:1 width:", "length width of");
+    row("all objects", "length:1 width:", "area camber length width of");
     row("all and then one", ": length:1", "of");
 }
 
