@@ -17,8 +17,9 @@
 namespace vrn::qt::detail {
 namespace {
 
-/// How much may be typed and pasted. QLineEdit cuts what is longer.
-constexpr int mostCharacters = 1 << 17;
+/// How much may be typed and pasted, as in any QLineEdit, which cuts what is longer. To cut a
+/// pasted text takes it the square of this.
+constexpr int mostCharacters = 32767;
 
 /// Lets a control ask by its validator. The value is the text.
 class AskingValidator : public IValidator
@@ -107,7 +108,6 @@ FieldLineEdit::FieldLineEdit(QWidget* parent, FieldQuestions questions)
         const auto offers = m_questions.offers;
         return offers();
     });
-    edit()->setMaxLength(mostCharacters);
 }
 
 FieldLineEdit::~FieldLineEdit() = default;

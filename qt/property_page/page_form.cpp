@@ -24,7 +24,7 @@ struct FormTexts
     Q_DECLARE_TR_FUNCTIONS(vrn::qt::PropertyPage)
 };
 
-bool takesTab(const QWidget& widget)
+bool canTakeTab(const QWidget& widget)
 {
     return (widget.focusPolicy() & Qt::TabFocus) != 0 && !widget.isWindow() && !widget.focusProxy();
 }
@@ -32,7 +32,7 @@ bool takesTab(const QWidget& widget)
 /// In the order in which they were made.
 void addFocusable(QWidget* widget, QWidgetList& chain)
 {
-    if (takesTab(*widget))
+    if (canTakeTab(*widget))
         chain << widget;
     const QObjectList children = widget->children();
     for (QObject* child : children) {

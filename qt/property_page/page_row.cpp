@@ -21,12 +21,9 @@ struct RowTexts
     Q_DECLARE_TR_FUNCTIONS(vrn::qt::PropertyPage)
 };
 
-/// Null is never returned.
-RowEditor* makeEditorOf(
+RowEditor* makeOwnEditor(
     QWidget* parent, const PropertySelection::Row& property, const RowQuestions& questions)
 {
-    if (RowEditor* registered = makeRegisteredEditor(parent, property))
-        return registered;
     switch (property.field.shape()) {
     case Field::Shape::Flag:
         return makeFlagEditor(parent, property);
@@ -73,7 +70,10 @@ void PageRow::make(QWidget* parent, QGridLayout& grid)
         return;
     m_isMade = true;
     const QString key = QString::fromStdString(m_property.key);
-    m_editor = makeEditorOf(parent, m_property, m_questions);
+    m_editor = makeRegisteredEditor(parent, m_property);
+    m_isPolled = m_editor;
+    if (!m_editor)
+        m_editor = makeOwnEditor(parent, m_property, m_questions);
     QWidget* const widget = m_editor->widget();
     widget->setObjectName(key);
     widget->hide();
@@ -120,8 +120,8 @@ void PageRow::setVisible(bool visible)
 
 bool PageRow::isReadOnly() const
 {
-    return m_isPageReadOnly || m_property.isReadOnly() || m_state.kind == PropertyState::NoObject
-        || m_state.kind == PropertyState::Unreadable;
+    return m_isPageReadOnly || !m_editor || m_property.isReadOnly()
+        || m_state.kind == PropertyState::NoObject || m_state.kind == PropertyState::Unreadable;
 }
 
 void PageRow::setReadOnly(bool readOnly)
@@ -145,7 +145,7 @@ void PageRow::take(const PropertyState& state, const SharedUnits& units)
     m_state = state;
     m_units = units;
     m_isShown = isSame;
-    if (!m_isPending && !isSame)
+    if (!isSame && !isPending())
         show();
 }
 
@@ -159,12 +159,14 @@ void PageRow::drop()
 {
     m_isPending = false;
     m_isShown = false;
+    m_isWanted = true;
     isDue = true;
 }
 
 void PageRow::show()
 {
     m_isPending = false;
+    m_isWanted = false;
     m_isShown = true;
     m_reason.clear();
     if (!m_editor)
@@ -200,6 +202,12 @@ RowEntry PageRow::entry() const
     return m_editor ? m_editor->entry() : RowEntry();
 }
 
+bool PageRow::isPending() const
+{
+    return m_isPending
+        || (m_isPolled && !m_isWanted && m_isVisible && entry().state != EditState::Untouched);
+}
+
 void PageRow::updatePending()
 {
     const RowEntry now = entry();
@@ -211,20 +219,9 @@ void PageRow::updatePending()
     updateUnit();
 }
 
-PropertyRow PageRow::describe() const
+QString PageRow::text() const
 {
-    PropertyRow row;
-    row.state = m_state.kind;
-    row.isReadOnly = isReadOnly() || !m_editor;
-    row.reason = m_state.reason;
-    if (!m_editor)
-        return row;
-    row.text = m_editor->text();
-    const RowEntry now = entry();
-    row.edit = now.state;
-    if (!now.reason.isEmpty())
-        row.reason = now.reason;
-    return row;
+    return m_editor ? m_editor->text() : QString();
 }
 
 void PageRow::describeTo(QWidget* widget) const

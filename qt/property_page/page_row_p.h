@@ -58,17 +58,18 @@ public:
     void explain(const QString& reason);
 
     RowEntry entry() const;
-    bool isPending() const { return m_isPending; }
+    bool isPending() const;
     /// The editor has another entry.
     void updatePending();
-    PropertyRow describe() const;
+    const PropertyState& state() const { return m_state; }
+    QString text() const;
+    bool isReadOnly() const;
 
     /// Whether the model has to be read for it.
     bool isDue = true;
 
 private:
     bool isShown(const PropertyState& state, const SharedUnits& units) const;
-    bool isReadOnly() const;
     void describeTo(QWidget* widget) const;
     void updateTexts();
     void updateUnit();
@@ -85,6 +86,8 @@ private:
     bool m_isShown = false; ///< What was read last.
     bool m_isVisible = false;
     bool m_isPending = false;
+    bool m_isWanted = true; ///< What is read next is shown in any case.
+    bool m_isPolled = false; ///< Its editor need not tell that it was changed.
     bool m_isPageReadOnly = false;
     QString m_reason; ///< Why the entry was refused.
 };

@@ -9,7 +9,7 @@ namespace vrn::qt::detail {
 
 namespace {
 
-QByteArray stateOf(const QJsonObject& sections)
+QByteArray signedState(const QJsonObject& sections)
 {
     const QByteArray text = QJsonDocument(sections).toJson(QJsonDocument::Compact);
     const QByteArray check = QCryptographicHash::hash(text, QCryptographicHash::Sha256).toHex();
@@ -26,14 +26,14 @@ QByteArray toState(const OpenSections& sections)
     QJsonObject json;
     for (const auto& section : sections)
         json.insert(QString::fromStdString(section.first), section.second);
-    return stateOf(json);
+    return signedState(json);
 }
 
 std::optional<OpenSections> fromState(const QByteArray& state)
 {
     const QJsonObject json =
         QJsonDocument::fromJson(state).object().value(QStringLiteral("open")).toObject();
-    if (stateOf(json) != state)
+    if (signedState(json) != state)
         return std::nullopt;
     OpenSections sections;
     for (auto section = json.begin(); section != json.end(); ++section) {

@@ -17,8 +17,8 @@ using detail::Alive;
 namespace {
 
 // Loading the library is enough to find the argument of edited() by its name.
-[[maybe_unused]] const int propertyReceipt
-    = qRegisterMetaType<PropertyReceipt>("vrn::qt::PropertyReceipt");
+[[maybe_unused]] const int propertyReceipt = qRegisterMetaType<PropertyReceipt>(
+    "vrn::qt::PropertyReceipt");
 
 } // namespace
 
@@ -153,8 +153,17 @@ QWidget* PropertyPage::editor(const std::string& key)
 
 PropertyRow PropertyPage::row(const std::string& key) const
 {
+    PropertyRow description;
     const detail::SharedRow row = m_private->upToDate(key);
-    return row ? row->describe() : PropertyRow();
+    if (!row)
+        return description;
+    const detail::RowEntry entry = row->entry();
+    description.state = row->state().kind;
+    description.text = row->text();
+    description.reason = entry.reason.isEmpty() ? row->state().reason : entry.reason;
+    description.edit = entry.state;
+    description.isReadOnly = row->isReadOnly();
+    return description;
 }
 
 void PropertyPage::setVisible(bool visible)

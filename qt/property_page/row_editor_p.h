@@ -1,12 +1,16 @@
 #pragma once
 
-#include <vrn/qt/property_page.h>
+#include <vrn/qt/edit_state.h>
+#include <vrn/qt/property_selection.h>
+#include <vrn/qt/value_history.h>
+
+#include <boost/any.hpp>
+#include <boost/shared_ptr.hpp>
 
 #include <QObject>
 #include <QString>
 
 #include <functional>
-#include <memory>
 
 namespace vrn::qt::detail {
 

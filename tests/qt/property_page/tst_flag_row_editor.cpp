@@ -115,7 +115,7 @@ void TestFlagRowEditor::takesClicks()
         flag.click();
     const RowEntry entry = flag.editor->entry();
     QCOMPARE(entry.state, EditState::Complete);
-    QCOMPARE(entry.value.empty() ? QString("none")
+    QCOMPARE(entry.value.empty()                 ? QString("none")
             : boost::any_cast<bool>(entry.value) ? QString("true")
                                                  : QString("false"),
         value);

@@ -42,26 +42,27 @@ const std::vector<std::pair<const char*, Deed>>& deeds()
         {"finishes the editing", [](PageFixture& f) { f.page->finishEditing(); }},
         {"cancels the editing", [](PageFixture& f) { f.page->cancelEditing(); }},
         {"reads again", [](PageFixture& f) { f.page->flush(); }},
-        {"changes the units",
-            [](PageFixture& f) { f.model->setUnits(vrn::units::Context(8)); }},
+        {"changes the units", [](PageFixture& f) { f.model->setUnits(vrn::units::Context(8)); }},
         {"folds the section",
             [](PageFixture& f) { f.part<QToolButton>("section.geometry")->click(); }},
         {"hides the page", [](PageFixture& f) { f.page->hide(); }},
         {"closes the window", [](PageFixture& f) { f.window->close(); }},
         {"moves the focus", [](PageFixture& f) { f.button->setFocus(); }},
-        {"opens a dialog", [](PageFixture&) {
-             WhenOpen<QDialog> close([](QDialog& dialog) { dialog.reject(); });
-             QDialog dialog;
-             dialog.exec();
-         }},
-        {"deletes the page in a dialog", [](PageFixture& f) {
-             WhenOpen<QDialog> close([&f](QDialog& dialog) {
-                 delete f.page;
-                 dialog.reject();
-             });
-             QDialog dialog;
-             dialog.exec();
-         }},
+        {"opens a dialog",
+            [](PageFixture&) {
+                WhenOpen<QDialog> close([](QDialog& dialog) { dialog.reject(); });
+                QDialog dialog;
+                dialog.exec();
+            }},
+        {"deletes the page in a dialog",
+            [](PageFixture& f) {
+                WhenOpen<QDialog> close([&f](QDialog& dialog) {
+                    delete f.page;
+                    dialog.reject();
+                });
+                QDialog dialog;
+                dialog.exec();
+            }},
     };
     return all;
 }

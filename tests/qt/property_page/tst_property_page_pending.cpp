@@ -51,14 +51,12 @@ const std::vector<Row>& acts()
             WrittenOrDropped},
         {"another selection", [](const PageFixture& f) { f.page->setSelection({1}); },
             WrittenOrDropped},
-        {"no selection", [](const PageFixture& f) { f.page->setSelection({}); },
-            WrittenOrDropped},
+        {"no selection", [](const PageFixture& f) { f.page->setSelection({}); }, WrittenOrDropped},
         {"another model", [](const PageFixture& f) { f.page->setModel(nullptr); },
             WrittenOrDropped},
         {"units", [](const PageFixture& f) { f.model->setUnits(vrn::units::Context(8)); },
             WrittenOrDropped},
-        {"the locale",
-            [](const PageFixture& f) { f.page->setLocale(QLocale(QLocale::German)); },
+        {"the locale", [](const PageFixture& f) { f.page->setLocale(QLocale(QLocale::German)); },
             WrittenOrDropped},
         {"the language",
             [](const PageFixture& f) {
@@ -69,10 +67,12 @@ const std::vector<Row>& acts()
         {"read-only", [](const PageFixture& f) { f.page->setReadOnly(true); }, WrittenOrDropped},
         {"hiding the page", [](const PageFixture& f) { f.page->hide(); }, WrittenOrDropped},
         {"hiding the window", [](const PageFixture& f) { f.window->hide(); }, WrittenOrDropped},
-        {"closing the window", [](const PageFixture& f) { f.window->close(); },
+        {"closing the window", [](const PageFixture& f) { f.window->close(); }, WrittenOrDropped},
+        {"loading",
+            [](const PageFixture& f) {
+                f.page->load(PropertySelection(f.model.get(), {0}).save());
+            },
             WrittenOrDropped},
-        {"loading", [](const PageFixture& f) { f.page->load(PropertySelection(
-                        f.model.get(), {0}).save()); }, WrittenOrDropped},
         {"Escape", [](const PageFixture& f) { f.press(Qt::Key_Escape); }, Dropped},
         {"cancelling", [](const PageFixture& f) { f.page->cancelEditing(); }, Dropped},
         {"a value that is set",
@@ -103,7 +103,10 @@ const std::vector<Row>& acts()
                 f.page->flush();
             },
             None},
-        {"the same selection", [](const PageFixture& f) { f.page->setSelection({2, 1, 0}); },
+        {"the same selection",
+            [](const PageFixture& f) {
+                f.page->setSelection({2, 1, 0});
+            },
             None},
         {"another edit", [](const PageFixture& f) { f.page->setValue("factor", 2.0); }, None},
     };

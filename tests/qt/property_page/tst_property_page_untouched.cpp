@@ -28,8 +28,8 @@ const std::vector<std::pair<const char*, Act>>& acts()
 {
     static const std::vector<std::pair<const char*, Act>> all{
         {"Tab", [](const PageFixture& f, QWidget*) { f.press(Qt::Key_Tab); }},
-        {"Shift and Tab", [](const PageFixture& f,
-                              QWidget*) { f.press(Qt::Key_Backtab, Qt::ShiftModifier); }},
+        {"Shift and Tab",
+            [](const PageFixture& f, QWidget*) { f.press(Qt::Key_Backtab, Qt::ShiftModifier); }},
         {"Enter", [](const PageFixture& f, QWidget*) { f.press(Qt::Key_Return); }},
         {"Enter and Tab",
             [](const PageFixture& f, QWidget*) {
@@ -60,8 +60,8 @@ const std::vector<std::pair<const char*, Act>>& acts()
                 f.page->setReadOnly(false);
             }},
         {"closing", [](const PageFixture& f, QWidget*) { f.window->close(); }},
-        {"units", [](const PageFixture& f,
-                      QWidget*) { f.model->setUnits(vrn::units::Context(8)); }},
+        {"units",
+            [](const PageFixture& f, QWidget*) { f.model->setUnits(vrn::units::Context(8)); }},
         {"language",
             [](const PageFixture& f, QWidget*) {
                 QEvent event(QEvent::LanguageChange);
@@ -77,8 +77,8 @@ const std::vector<std::pair<const char*, Act>>& acts()
                 large.setPointSize(24);
                 f.page->setFont(large);
             }},
-        {"direction", [](const PageFixture& f,
-                          QWidget*) { f.page->setLayoutDirection(Qt::RightToLeft); }},
+        {"direction",
+            [](const PageFixture& f, QWidget*) { f.page->setLayoutDirection(Qt::RightToLeft); }},
         {"another selection", [](const PageFixture& f, QWidget*) { f.page->setSelection({1}); }},
         {"no selection", [](const PageFixture& f, QWidget*) { f.page->setSelection({}); }},
         {"no model", [](const PageFixture& f, QWidget*) { f.page->setModel(nullptr); }},
@@ -137,8 +137,8 @@ void TestPropertyPageUntouched::writesNothing_data()
     columns<int, bool>("act", "varies");
     for (std::size_t act = 0; act < acts().size(); ++act) {
         for (const bool varies : {false, true}) {
-            const QString name = QString("%1 in fields that %2").arg(
-                acts()[act].first, varies ? "vary" : "are alike");
+            const QString name = QString("%1 in fields that %2")
+                                     .arg(acts()[act].first, varies ? "vary" : "are alike");
             row(qPrintable(name), int(act), varies);
         }
     }
@@ -182,7 +182,8 @@ void TestPropertyPageUntouched::leavesKeysToTheDialog_data()
 {
     columns<QByteArray, int, bool>("key", "pressed", "isAccepted");
     for (const char* key : {"name", "length", "bolts", "active", "support"}) {
-        row(qPrintable(QString("Enter in %1").arg(key)), QByteArray(key), int(Qt::Key_Return), true);
+        row(qPrintable(QString("Enter in %1").arg(key)), QByteArray(key), int(Qt::Key_Return),
+            true);
         row(qPrintable(QString("Escape in %1").arg(key)), QByteArray(key), int(Qt::Key_Escape),
             false);
     }

@@ -28,8 +28,8 @@ EditorMetaData spinBox(QWidget* parent, const Hints& hints)
     spin->setProperty("title", QString::fromStdString(requireHint<std::string>(hints, "title")));
     spin->setProperty("key", QString::fromStdString(requireHint<std::string>(hints, "key")));
     spin->setProperty("optional", requireHint<bool>(hints, "optional"));
-    spin->setProperty("isInteger",
-        requireHint<Field>(hints, "field").shape() == Field::Shape::Integer);
+    spin->setProperty(
+        "isInteger", requireHint<Field>(hints, "field").shape() == Field::Shape::Integer);
     EditorMetaData editor;
     editor.widget = spin;
     editor.setValue = [spin](const boost::any& value) {
@@ -95,6 +95,7 @@ private Q_SLOTS:
     void isHandedHints();
     void writesWhenItIsLeft();
     void writesWhenItSignals();
+    void writesWithoutASignalBeforeAnotherSelection();
     void writesNothingUntouched();
     void clearsOnlyWhatIsOptional();
     void keepsWhatIsRefused();
@@ -150,6 +151,22 @@ void TestRegisteredRowEditor::writesWhenItSignals()
     editor->setChecked(false);
     QCOMPARE(f.model->writes, QStringList("active of 0 1 2"));
     QCOMPARE(f.model->beams[2].isActive, false);
+}
+
+void TestRegisteredRowEditor::writesWithoutASignalBeforeAnotherSelection()
+{
+    const Registration spin("property.integer", &spinBox);
+    const PageFixture f;
+    auto* editor = qobject_cast<QSpinBox*>(f.page->editor("bolts"));
+    editor->setFocus();
+    editor->setValue(7);
+    QVERIFY(f.page->isPending());
+    f.model->announce();
+    f.page->flush();
+    QCOMPARE(editor->value(), 7);
+    f.page->setSelection({1});
+    QCOMPARE(f.model->writes, QStringList("bolts of 0 1 2"));
+    QVERIFY(!f.page->isPending());
 }
 
 void TestRegisteredRowEditor::writesNothingUntouched()
