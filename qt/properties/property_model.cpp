@@ -61,6 +61,8 @@ PropertyState stateOf(const detail::ValueSummary* summary)
         : summary->hasValue      ? PropertyState::Common
                                  : PropertyState::NoValue;
     state.value = summary->common();
+    if (summary->varies)
+        state.different = summary->different();
     return state;
 }
 

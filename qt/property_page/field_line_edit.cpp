@@ -91,7 +91,9 @@ bool isOfUndo(const QKeyEvent& event)
 } // namespace
 
 FieldLineEdit::FieldLineEdit(QWidget* parent, FieldQuestions questions)
-    : MultiEditLineEdit(parent, QString(), boost::make_shared<AskingValidator>([this] { return m_isFromOutside ? FieldQuestions::Verdict() : verdict(); }),
+    : MultiEditLineEdit(parent, QString(), boost::make_shared<AskingValidator>([this] {
+        return m_isFromOutside ? FieldQuestions::Verdict() : verdict();
+    }),
         {}, 0, ExpandHorizontal)
     , m_questions(std::move(questions))
 {

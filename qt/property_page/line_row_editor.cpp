@@ -164,8 +164,7 @@ PropertySpread LineRowEditor::spread()
     try {
         if (ask)
             asked = ask();
-    } catch (const PropertyError&) {
-    }
+    } catch (const PropertyError&) {}
     if (self)
         m_spread = asked;
     return asked;
@@ -179,6 +178,10 @@ QString LineRowEditor::textOfAll()
     if (shape != Field::Shape::Quantity && shape != Field::Shape::Number)
         return QString();
     const auto reader = m_reader;
+    // Most values that differ have different texts, and all are not read for that.
+    const auto& [one, other] = m_state.different;
+    if (one.empty() || reader->text(one) != reader->text(other))
+        return QString();
     const PropertySpread all = spread();
     if (all.lowest.empty() || all.withoutValue > 0)
         return QString();
@@ -250,8 +253,7 @@ FieldQuestions::Verdict LineRowEditor::judge()
     case EditState::Complete:
         return {true, made.outcome};
     case EditState::Unfinished:
-        return {
-            false, reason.contains(ellipsis) ? reason : ellipsis + QLatin1Char(' ') + reason};
+        return {false, reason.contains(ellipsis) ? reason : ellipsis + QLatin1Char(' ') + reason};
     case EditState::Refused:
         break;
     }

@@ -253,6 +253,15 @@ void TestPropertyModel::readsStates()
     const PropertyState state = model.readStates({key.toStdString()}, read).front();
     QTEST(int(state.kind), "state");
     QCOMPARE(state.value.empty(), state.kind != PropertyState::Common);
+    const auto verifyDifferent = [&](const PropertyState& found) {
+        const auto& [one, other] = found.different;
+        const bool haveAllValues = key != "load" && key != "group";
+        QCOMPARE(!one.empty(), found.kind == PropertyState::Varies && haveAllValues);
+        QCOMPARE(other.empty(), one.empty());
+        QVERIFY(one.empty()
+            || !model.kind(0).find(key.toStdString())->field.valueType().isSame(one, other));
+    };
+    verifyDifferent(state);
 
     // The same when the values are put one by one.
     if (key == "area" || key == "support" || !model.kind(0).find(key.toStdString()))
@@ -277,7 +286,10 @@ void TestPropertyModel::readsStates()
         PropertyValues values;
         ObjectIds there;
     };
-    QTEST(int(OneByOne(values, read).readStates({key.toStdString()}, read).front().kind), "state");
+    const PropertyState again =
+        OneByOne(values, read).readStates({key.toStdString()}, read).front();
+    QTEST(int(again.kind), "state");
+    verifyDifferent(again);
 }
 
 void TestPropertyModel::comparesBits()

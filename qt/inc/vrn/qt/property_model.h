@@ -10,6 +10,7 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace vrn::qt {
@@ -36,6 +37,8 @@ struct PropertyState
     Kind kind = NoObject;
     boost::any value; ///< If it is common.
     QString reason; ///< If it is unreadable.
+    /// If it varies: two of the values. Empty if only some objects have one.
+    std::pair<boost::any, boost::any> different{};
 };
 
 /// Reads and writes objects by id. Selections, tables and undo steps hold it weakly: it may
