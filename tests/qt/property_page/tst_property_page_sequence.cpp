@@ -170,6 +170,9 @@ public:
     QString perform(int action, unsigned argument) override
     {
         Choice choice(argument);
+        // A window of hints that goes may take that from it.
+        if (!m_window.isActiveWindow())
+            QApplication::setActiveWindow(&m_window);
         const QString name = actions()[action];
         m_model.writes.clear();
         m_mayWrite = false;
@@ -314,7 +317,7 @@ private:
     {
         for (const QString& key : lineKeys) {
             const QLineEdit* edit = lineEdit(key);
-            if (edit && edit->hasFocus())
+            if (edit && m_window.focusWidget() == edit)
                 return key;
         }
         return {};
@@ -352,11 +355,9 @@ private:
         QLineEdit* edit = focus(typed.key);
         if (!edit)
             return {};
-        const bool wasPending = m_pending.contains(typed.key);
-        const QString before = edit->text();
-        enter(edit, typed.text);
-        if (!wasPending && before == typed.text)
+        if (edit->text() == typed.text)
             return {}; // no edit
+        enter(edit, typed.text);
         m_pending[typed.key] = {typed, !typed.isComplete};
         // The text of the model may stand there when something else was typed first.
         if (m_page->row(typed.key.toStdString()).edit == EditState::Untouched) {
@@ -445,7 +446,8 @@ private:
 
     void select(const QList<int>& ids)
     {
-        endAllHard();
+        if (ids != m_selected)
+            endAllHard();
         m_selected = ids;
         ObjectIds selected;
         for (const int id : ids)
@@ -537,8 +539,15 @@ private:
         const bool isDone = m_page->finishEditing();
         if (m_mayWrite)
             return {};
-        return isDone == m_pending.isEmpty() ? QString()
-                                             : QString("finishEditing() is %1").arg(isDone);
+        const bool isDue = m_pending.isEmpty() && !isPickPending("active")
+            && !isPickPending("support");
+        return isDone == isDue ? QString() : QString("finishEditing() is %1").arg(isDone);
+    }
+
+    /// What was picked and refused is pending, too.
+    bool isPickPending(const std::string& key) const
+    {
+        return m_page->row(key).edit != EditState::Untouched;
     }
 
     void cancel()
@@ -653,8 +662,7 @@ private:
                     .arg(int(row.state))
                     .arg(int(due.state));
             }
-            // What was picked and refused is pending, too.
-            const bool isPicked = !lineKeys.contains(key) && row.edit != EditState::Untouched;
+            const bool isPicked = !lineKeys.contains(key) && isPickPending(key.toStdString());
             if (m_pending.contains(key) || isPicked || key == focused())
                 continue;
             if (row.text != due.text || row.edit != due.edit || row.reason != due.reason)
