@@ -100,12 +100,7 @@ public:
 
     bool eventFilter(QObject* watched, QEvent* event) override
     {
-        if (event->type() == QEvent::KeyPress && !m_reason.isEmpty()
-            && static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape) {
-            Q_EMIT cancelled();
-            return true;
-        }
-        return RowEditor::eventFilter(watched, event);
+        return (!m_reason.isEmpty() && endsByKey(*event)) || RowEditor::eventFilter(watched, event);
     }
 
 private:

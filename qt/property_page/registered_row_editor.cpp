@@ -29,6 +29,7 @@ public:
         if (m_widget->metaObject()->indexOfSignal("valueChanged()") >= 0) {
             m_hook = std::make_unique<OnValueChangedHook>(m_widget, [this] { onValueChanged(); });
         }
+        m_widget->installEventFilter(this);
         connect(qApp, &QApplication::focusChanged, this, &RegisteredRowEditor::onFocusChanged);
     }
 
@@ -83,6 +84,13 @@ public:
     {
         give(m_refused);
         m_reason = reason;
+    }
+
+    bool eventFilter(QObject* watched, QEvent* event) override
+    {
+        return (event->type() == QEvent::KeyPress && entry().state != EditState::Untouched
+                   && endsByKey(*event))
+            || RowEditor::eventFilter(watched, event);
     }
 
 private:

@@ -71,6 +71,9 @@ Q_SIGNALS:
 
 protected:
     explicit RowEditor(QObject* parent);
+
+    /// Emits ended() for Enter and cancelled() for Escape. False for other events.
+    bool endsByKey(const QEvent& event);
 };
 
 /// An editor for the shape of the field. `row` has to outlive it.

@@ -222,6 +222,9 @@ void TestChoiceRowEditor::keepsWhatIsRefused()
     QCOMPARE(choice.editor->entry().reason, QString("It is locked."));
     QCOMPARE(choice.editor->text(), QString("free"));
     QVERIFY(choice.box->styleSheet().contains("red"));
+    QSignalSpy ended(choice.editor, &RowEditor::ended);
+    QTest::keyClick(choice.box, Qt::Key_Return);
+    QCOMPARE(ended.count(), 1);
     QTest::keyClick(choice.box, Qt::Key_Escape);
     QCOMPARE(cancelled.count(), 1);
     choice.show(common(1));

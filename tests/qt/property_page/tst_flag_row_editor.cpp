@@ -153,6 +153,9 @@ void TestFlagRowEditor::keepsWhatIsRefused()
     QCOMPARE(flag.editor->entry().reason, QString("It is locked."));
     QVERIFY(flag.box->isChecked());
     QVERIFY(flag.box->styleSheet().contains("red"));
+    QSignalSpy ended(flag.editor, &RowEditor::ended);
+    QTest::keyClick(flag.box, Qt::Key_Return);
+    QCOMPARE(ended.count(), 1);
     QTest::keyClick(flag.box, Qt::Key_Escape);
     QCOMPARE(cancelled.count(), 1);
     flag.editor->show(common(false), vrn::units::Context());

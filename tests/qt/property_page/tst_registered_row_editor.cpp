@@ -9,8 +9,8 @@
 #include "support/test_object.h"
 
 #include <QPointer>
-#include <QSlider>
 #include <QSpinBox>
+#include <QToolButton>
 
 #include <stdexcept>
 
@@ -96,6 +96,7 @@ private Q_SLOTS:
     void writesWhenItIsLeft();
     void writesWhenItSignals();
     void writesWithoutASignalBeforeAnotherSelection();
+    void endsByEnterAndEscape();
     void writesNothingUntouched();
     void clearsOnlyWhatIsOptional();
     void keepsWhatIsRefused();
@@ -167,6 +168,21 @@ void TestRegisteredRowEditor::writesWithoutASignalBeforeAnotherSelection()
     f.page->setSelection({1});
     QCOMPARE(f.model->writes, QStringList("bolts of 0 1 2"));
     QVERIFY(!f.page->isPending());
+}
+
+void TestRegisteredRowEditor::endsByEnterAndEscape()
+{
+    const Registration spin("property.integer", &spinBox);
+    const PageFixture f;
+    auto* editor = qobject_cast<QSpinBox*>(f.page->editor("bolts"));
+    editor->setFocus();
+    editor->setValue(7);
+    f.press(Qt::Key_Escape);
+    QCOMPARE(editor->value(), 1);
+    QCOMPARE(f.model->writes, QStringList());
+    editor->setValue(7);
+    f.press(Qt::Key_Return);
+    QCOMPARE(f.model->writes, QStringList("bolts of 0 1 2"));
 }
 
 void TestRegisteredRowEditor::writesNothingUntouched()
@@ -258,7 +274,7 @@ void TestRegisteredRowEditor::mayBeDestroyedByTheApplication()
     f.model->announce();
     f.page->flush();
     f.model->setUnits(vrn::units::Context(8));
-    f.page->findChild<QLineEdit*>("filter")->setText("b");
+    f.part<QToolButton>("section.geometry")->click();
     f.page->setReadOnly(true);
     QVERIFY(f.page->finishEditing());
     f.page->setSelection({});
