@@ -37,7 +37,7 @@ QString numberText(double value)
         digits.data(), int(std::remove(digits.data(), end, '+') - digits.data()));
 }
 
-double rounded(double value, int digits)
+double roundedTo(double value, int digits)
 {
     std::array<char, longestNumber> text;
     const char* const end = std::to_chars(
@@ -131,7 +131,7 @@ private:
             double below = nearest;
             for (int step = 0; step <= mostSteps; ++step) {
                 for (const double number : {above, below}) {
-                    const QString text = tryNumber(rounded(number, digits));
+                    const QString text = tryNumber(roundedTo(number, digits));
                     if (!text.isEmpty())
                         return text;
                 }

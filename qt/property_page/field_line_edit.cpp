@@ -224,7 +224,6 @@ void FieldLineEdit::open()
         selectAll();
 }
 
-// Tells in the window below what the text at rest stands for.
 void FieldLineEdit::announce()
 {
     const Alive alive(this, edit());

@@ -59,6 +59,8 @@ public:
     bool isFull() const;
     /// Asks again about the colour and the hint.
     void judge();
+    /// Asks again for the hint and the list at rest.
+    void announce();
     /// Makes the text pending whatever it is, and ends the editing.
     void take();
 
@@ -83,7 +85,6 @@ private:
     void onTextChanged();
     void open();
     void resume();
-    void announce();
     void leave();
     void end();
     bool isBaseline(const QString& text) const;

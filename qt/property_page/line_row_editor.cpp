@@ -140,6 +140,10 @@ void LineRowEditor::show(const PropertyState& state, const vrn::units::Context& 
     // What was offered keeps its digits, its selection and its cursor.
     if (m_line->isPending() || !m_line->isOpen() || !isSame)
         showAtRest();
+    else if (state.kind == PropertyState::Varies)
+        m_line->announce(); // The objects may vary in another way.
+    if (!self)
+        return;
     m_mark->setVisible(m_isMarked);
     showStatus();
 }

@@ -133,6 +133,7 @@ private Q_SLOTS:
     void selectsWhatItOffers();
     void offersNoDigits_data();
     void offersNoDigits();
+    void offersNoDigitsIfTheFieldSaysSo();
     void keepsTheDigitsAfterEnter();
     void keepsTheOfferedTextWhenShownAgain();
 
@@ -543,6 +544,19 @@ void TestLineRowEditor::offersNoDigits()
     QTEST(row.text(), "text");
 }
 
+void TestLineRowEditor::offersNoDigitsIfTheFieldSaysSo()
+{
+    PropertySet<Beam> beams("beam", &countedBeams);
+    beams.add(
+        "length", "&Length", &Beam::length, field::quantity(UnitId::GEO_LENGTH).fullDigits(false));
+    LineRow row("length", beamsOfLengths({third}), beams);
+    row.open();
+    tabInto(row);
+    QCOMPARE(row.text(), QString("0.333 m"));
+    row.press(Qt::Key_Tab);
+    QCOMPARE(row.ended, 0);
+}
+
 // Another key after Enter would otherwise edit the rounded text.
 void TestLineRowEditor::keepsTheDigitsAfterEnter()
 {
@@ -734,6 +748,10 @@ void TestLineRowEditor::tellsWhatVaries()
     QCOMPARE(row.hint(), QString("4 beams: 2.000 m to 7.620 m"));
     const QStringList all = {"2 \303\227 3.000 m", "1 \303\227 2.000 m", "1 \303\227 7.620 m"};
     QCOMPARE(row.list(), all);
+    row.beams[1].length = 2.5;
+    row.show();
+    QCOMPARE(row.hint(), QString("4 beams: 2.500 m to 7.620 m"));
+    QCOMPARE(row.list()[1], QString("1 \303\227 2.500 m"));
     row.press(Qt::Key_5);
     QVERIFY(!row.list().contains(all[0]));
     QCOMPARE(row.hint(), QString());

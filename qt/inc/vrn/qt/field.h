@@ -92,7 +92,7 @@ public:
     /// there comes to the value, in the unit of the base scale or another unit of the kind.
     /// Feet and inches become decimal feet. It is that of text() if no text reads back: of
     /// infinity, and of a few numbers that are stored in another unit than that of the base
-    /// scale.
+    /// scale, or whose kind does not list that unit.
     QString exactText(const boost::any& value, const vrn::units::Context& units) const;
     /// Why the value cannot be entered, or an empty text: it is out of range, too long, none
     /// of the entries, or empty without need, or a check of the application's own refuses it.

@@ -13,7 +13,7 @@ namespace {
 
 /// A longer text is not something that a user would pick again.
 constexpr std::size_t longestValue = 1000;
-constexpr int hexadecimal = 16;
+constexpr int codeBase = 16;
 const QChar escape(u'%');
 const QChar escapeEnd(u';');
 
@@ -34,7 +34,7 @@ QString escaped(const std::wstring& text, bool isKey)
         if (isPlainIn(character, isKey))
             result += QChar(static_cast<ushort>(character));
         else
-            result += escape + QString::number(std::uint32_t(character), hexadecimal) + escapeEnd;
+            result += escape + QString::number(std::uint32_t(character), codeBase) + escapeEnd;
     }
     return result;
 }
@@ -50,7 +50,7 @@ std::wstring unescaped(const QString& text)
         }
         const int end = int(text.indexOf(escapeEnd, i));
         bool isNumber = false;
-        const uint code = text.mid(i + 1, end - i - 1).toUInt(&isNumber, hexadecimal);
+        const uint code = text.mid(i + 1, end - i - 1).toUInt(&isNumber, codeBase);
         if (end < 0 || !isNumber)
             return {};
         result += static_cast<wchar_t>(code);
