@@ -20,6 +20,7 @@ void addLineEditComparisons();
 void addMultiEditComparisons();
 void addPropertyModelComparisons();
 void addPropertyPageComparisons();
+void addPropertyPageFormComparisons();
 void addTableViewComparisons();
 void addUnitComparisons();
 void addValidatorComparisons();
@@ -48,6 +49,7 @@ int main(int argc, char** argv)
     bench::addFactoryComparisons();
     bench::addPropertyModelComparisons();
     bench::addPropertyPageComparisons();
+    bench::addPropertyPageFormComparisons();
     bench::addTableViewComparisons();
     bench::addUnitComparisons();
     bench::addEditor2dComparisons();

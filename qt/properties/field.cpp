@@ -33,6 +33,9 @@ struct Field::Data : public QSharedData
     bool isOptional = false;
     bool isReadOnly = false;
     bool takesRelativeEdits = true;
+    bool offersFullDigits = true;
+    bool hasHistory = false;
+    std::string historyKey;
     QString toolTip;
     PropertyKeys sources;
     NamedValueList entries;
@@ -100,6 +103,19 @@ OutOfRange Field::outOfRangePolicy() const
     return m_data->outOfRange;
 }
 
+bool Field::offersFullDigits() const
+{
+    return m_data->offersFullDigits
+        && (m_data->shape == Shape::Quantity || m_data->shape == Shape::Number);
+}
+
+std::string Field::historyKey() const
+{
+    if (m_data->hasHistory && m_data->historyKey.empty() && m_data->shape == Shape::Quantity)
+        return "quantity." + std::to_string(int(m_data->kind));
+    return m_data->historyKey;
+}
+
 const QString& Field::toolTip() const
 {
     return m_data->toolTip;
@@ -108,6 +124,29 @@ const QString& Field::toolTip() const
 const PropertyKeys& Field::sources() const
 {
     return m_data->sources;
+}
+
+std::string Field::editor() const
+{
+    if (!m_data->editor.empty())
+        return m_data->editor;
+    switch (m_data->shape) {
+    case Shape::Quantity:
+        return "property.quantity";
+    case Shape::Number:
+        return "property.number";
+    case Shape::Integer:
+        return "property.integer";
+    case Shape::Text:
+        return "property.text";
+    case Shape::Flag:
+        return "property.flag";
+    case Shape::Choice:
+        return "property.choice";
+    case Shape::Custom:
+        break;
+    }
+    return "property.custom";
 }
 
 const detail::ValueType& Field::valueType() const
@@ -165,6 +204,23 @@ void Field::setStorageUnit(UnitId unit)
 void Field::setRelativeEdits(bool offered)
 {
     m_data->takesRelativeEdits = offered;
+}
+
+void Field::setFullDigits(bool offered)
+{
+    m_data->offersFullDigits = offered;
+}
+
+void Field::setHistory(const std::string& key)
+{
+    m_data->hasHistory = true;
+    m_data->historyKey = key;
+}
+
+void Field::setHistoryOf(const std::string& propertyKey)
+{
+    if (m_data->hasHistory && historyKey().empty())
+        m_data->historyKey = "property." + propertyKey;
 }
 
 void Field::setToolTip(const QString& text)

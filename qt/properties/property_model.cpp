@@ -61,6 +61,8 @@ PropertyState stateOf(const detail::ValueSummary* summary)
         : summary->hasValue      ? PropertyState::Common
                                  : PropertyState::NoValue;
     state.value = summary->common();
+    if (summary->varies)
+        state.different = summary->different();
     return state;
 }
 
@@ -112,7 +114,17 @@ void PropertyModel::announce(const PropertyKeys& keys, const ObjectIds& ids)
 {
     ObjectIds unique = ids;
     makeUnique(unique);
-    announceUnique(keys, unique);
+    announceUnique(affectedBy(keys), unique);
+}
+
+PropertyKeys PropertyModel::affectedBy(const PropertyKeys& keys) const
+{
+    PropertyKeys affected = keys;
+    for (const PropertyList& kind : m_kinds) {
+        for (const std::string& key : kind.affectedBy(keys))
+            affected.push_back(key);
+    }
+    return affected;
 }
 
 void PropertyModel::announceUnique(const PropertyKeys& keys, const SharedIds& ids)
@@ -254,11 +266,7 @@ void PropertyModel::apply(const std::vector<PropertyEdit>& edits)
     PropertyKeys keys;
     for (const PropertyEdit& edit : edits)
         keys.push_back(edit.key);
-    PropertyKeys affected;
-    for (const PropertyList& kind : m_kinds) {
-        for (const std::string& key : kind.affectedBy(keys))
-            affected.push_back(key);
-    }
+    const PropertyKeys affected = affectedBy(keys);
     for (const PropertyEdit& edit : edits)
         announceUnique(affected, edit.ids);
 }

@@ -64,6 +64,7 @@ PropertyList& PropertyList::add(const std::string& key, const QString& caption, 
     if (m_sections.empty())
         section(std::string(), QString());
     m_properties.push_back({key, caption, m_sections.size() - 1, field, false});
+    m_properties.back().field.setHistoryOf(key);
     return *this;
 }
 

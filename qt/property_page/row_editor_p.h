@@ -1,12 +1,16 @@
 #pragma once
 
-#include <vrn/qt/property_page.h>
+#include <vrn/qt/edit_state.h>
+#include <vrn/qt/property_selection.h>
+#include <vrn/qt/value_history.h>
+
+#include <boost/any.hpp>
+#include <boost/shared_ptr.hpp>
 
 #include <QObject>
 #include <QString>
 
 #include <functional>
-#include <memory>
 
 namespace vrn::qt::detail {
 
@@ -33,7 +37,7 @@ struct RowQuestions
 
 /// The editor of one row. It shows what the page tells it, and tells the page what the user
 /// does. It neither reads nor writes the model.
-class RowEditor : public QObject
+class VRN_QT2_EXPORT RowEditor : public QObject
 {
     Q_OBJECT
 
@@ -67,14 +71,17 @@ Q_SIGNALS:
 
 protected:
     explicit RowEditor(QObject* parent);
+
+    /// Emits ended() for Enter and cancelled() for Escape. False for other events.
+    bool endsByKey(const QEvent& event);
 };
 
 /// An editor for the shape of the field. `row` has to outlive it.
-RowEditor* makeLineEditor(
+VRN_QT2_EXPORT RowEditor* makeLineEditor(
     QWidget* parent, const PropertySelection::Row& row, const RowQuestions& questions);
-RowEditor* makeChoiceEditor(QWidget* parent, const PropertySelection::Row& row);
-RowEditor* makeFlagEditor(QWidget* parent, const PropertySelection::Row& row);
+VRN_QT2_EXPORT RowEditor* makeChoiceEditor(QWidget* parent, const PropertySelection::Row& row);
+VRN_QT2_EXPORT RowEditor* makeFlagEditor(QWidget* parent, const PropertySelection::Row& row);
 /// Of the editor that the application has registered. Null if there is none.
-RowEditor* makeRegisteredEditor(QWidget* parent, const PropertySelection::Row& row);
+VRN_QT2_EXPORT RowEditor* makeRegisteredEditor(QWidget* parent, const PropertySelection::Row& row);
 
 } // namespace vrn::qt::detail

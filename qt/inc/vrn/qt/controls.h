@@ -31,6 +31,7 @@
 #include <vrn/qt/optional_multi_edit_widget_base.h>
 #include <vrn/qt/pixmap.h>
 #include <vrn/qt/push_buttons.h>
+#include <vrn/qt/settings_history.h>
 #include <vrn/qt/simple_check_box.h>
 #include <vrn/qt/simple_enum_box.h>
 #include <vrn/qt/simple_line_edit.h>

@@ -65,8 +65,18 @@ public:
     bool isReadOnly() const;
     bool takesRelativeEdits() const;
     OutOfRange outOfRangePolicy() const;
+    /// Of numbers and quantities: whether an editor offers exactText() when editing begins.
+    bool offersFullDigits() const;
+    /// Under which entries are kept; empty if they are not. A field in a PropertyList whose
+    /// history() names no key has one of its own there, unless it is a quantity.
+    std::string historyKey() const;
     const QString& toolTip() const;
     const PropertyKeys& sources() const;
+    /// The name under which the application may have registered an editor. Without one of its
+    /// own, a field has that of its shape: "property.quantity", "property.number",
+    /// "property.integer", "property.text", "property.flag", "property.choice" or
+    /// "property.custom".
+    std::string editor() const;
 
     /// Two kinds of object may have a property of the same key. A selection of both has this
     /// property if the fields are alike: the same type of value, kind of quantity, digits,
@@ -77,6 +87,13 @@ public:
     /// as what it is, and no value as an empty text. A value of another type is reported and
     /// has no text.
     QString text(const boost::any& value, const vrn::units::Context& units) const;
+    /// The shortest text that vrn::units::EntryReader reads back as the value, bit for bit: that
+    /// of text() if it does; otherwise with more digits in the shown unit or, where no number
+    /// there comes to the value, in the unit of the base scale or another unit of the kind.
+    /// Feet and inches become decimal feet. It is that of text() if no text reads back: of
+    /// infinity, and of a few numbers that are stored in another unit than that of the base
+    /// scale, or whose kind does not list that unit.
+    QString exactText(const boost::any& value, const vrn::units::Context& units) const;
     /// Why the value cannot be entered, or an empty text: it is out of range, too long, none
     /// of the entries, or empty without need, or a check of the application's own refuses it.
     /// Values that are read from a model are not checked.
@@ -112,12 +129,18 @@ protected:
     void setReadOnly();
     void setStorageUnit(UnitId unit);
     void setRelativeEdits(bool offered);
+    void setFullDigits(bool offered);
+    void setHistory(const std::string& key);
     void setToolTip(const QString& text);
     void setSources(const PropertyKeys& keys);
     void setEntries(const NamedValueList& entries);
     void setEditor(const std::string& name);
 
 private:
+    friend class PropertyList;
+
+    /// For a field with a history that has no key yet.
+    void setHistoryOf(const std::string& propertyKey);
     QString range(const vrn::units::Context& units) const;
 
     QSharedDataPointer<Data> m_data;
@@ -190,6 +213,21 @@ public:
         setRelativeEdits(offered);
         return *this;
     }
+    /// Of numbers and quantities: an editor offers all digits of a value when editing begins,
+    /// unless this says false.
+    FieldOf& fullDigits(bool offered)
+    {
+        setFullDigits(offered);
+        return *this;
+    }
+    /// What is entered is kept, in the storage that the page was given. Fields with one key
+    /// share their entries. Without a key, all quantities of a kind share theirs, and any other
+    /// property has its own.
+    FieldOf& history(const std::string& key = {})
+    {
+        setHistory(key);
+        return *this;
+    }
     FieldOf& toolTip(const QString& text)
     {
         setToolTip(text);
@@ -209,7 +247,7 @@ public:
         setEntries(list);
         return *this;
     }
-    /// The name of a registered editor.
+    /// The name of a registered editor; see docs/hints.md.
     FieldOf& editor(const std::string& name)
     {
         setEditor(name);

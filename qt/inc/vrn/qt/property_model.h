@@ -10,6 +10,7 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace vrn::qt {
@@ -36,6 +37,8 @@ struct PropertyState
     Kind kind = NoObject;
     boost::any value; ///< If it is common.
     QString reason; ///< If it is unreadable.
+    /// If it varies: two of the values. Empty if only some objects have one.
+    std::pair<boost::any, boost::any> different{};
 };
 
 /// Reads and writes objects by id. Selections, tables and undo steps hold it weakly: it may
@@ -96,7 +99,8 @@ public:
     const vrn::units::Context& units() const { return m_units; }
 
     /// Values have changed, or objects come and go, by whatever way; an empty list stands for
-    /// all. changed() comes once per turn of the event loop, however often this is called.
+    /// all. What is computed from one of `keys` has changed, too. changed() comes once per turn
+    /// of the event loop, however often this is called.
     /// What selections and undo steps write is announced already.
     void announce(const PropertyKeys& keys = {}, const ObjectIds& ids = {});
     /// Emits at once what is due at the end of this turn of the event loop.
@@ -144,6 +148,7 @@ private:
 
     /// Calls write() and announces. Throws PropertyError.
     void apply(const std::vector<PropertyEdit>& edits);
+    PropertyKeys affectedBy(const PropertyKeys& keys) const;
     void announceUnique(const PropertyKeys& keys, const SharedIds& ids);
     void addMoreIds();
     void fail(const QString& reason);

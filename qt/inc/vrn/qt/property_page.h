@@ -1,5 +1,6 @@
 #pragma once
 
+#include <vrn/qt/edit_state.h>
 #include <vrn/qt/property_selection.h>
 #include <vrn/qt/value_history.h>
 
@@ -17,15 +18,6 @@
 class QUndoStack;
 
 namespace vrn::qt {
-
-/// How far an editor is from being written.
-enum class EditState
-{
-    Untouched, ///< Nothing was entered, or what stood there before.
-    Complete, ///< It would be written.
-    Unfinished, ///< It can still become right.
-    Refused
-};
 
 /// What a row of a page shows, for tests and tools.
 struct PropertyRow
@@ -73,7 +65,9 @@ struct PropertyRow
 /// property "length", "length.caption", "length.unit", "section.geometry", "filter", "receipt".
 ///
 /// `delete` and `deleteLater` of the page, its parent or its window are safe in any slot of
-/// its signals and in any function of the model that it calls, also from a dialog there.
+/// its signals and in any function of the model that it calls, also from a dialog there. The
+/// exception is an edit that ends because a widget around the page is hidden: Qt goes on with
+/// what it hides. To hide the page itself is safe, and so is closing its window.
 class VRN_QT2_EXPORT PropertyPage : public QWidget
 {
     Q_OBJECT
@@ -140,6 +134,8 @@ public:
     /// belongs to the page, and goes with another selection.
     QWidget* editor(const std::string& key);
     PropertyRow row(const std::string& key) const;
+
+    void setVisible(bool visible) override;
 
 Q_SIGNALS:
     /// After the write, and after the page has read again.

@@ -34,12 +34,17 @@ struct PropertySpread
     struct Share
     {
         boost::any value;
-        QString text; ///< As it is shown.
-        std::size_t objects; ///< How many have it, bit for bit.
+        QString text; ///< As it is shown. Values that differ below the shown digits have one text.
+        std::size_t objects = 0; ///< How many have it, bit for bit.
     };
     /// The five most frequent values, the most frequent first; of equally frequent ones the
     /// lower first, and of texts and the like the one that comes first in the selection.
     std::vector<Share> frequent;
+    /// @{
+    /// Of numbers and quantities. What is not a number stands above all others.
+    boost::any lowest;
+    boost::any highest;
+    /// @}
     std::size_t objects = 0; ///< Objects that were found.
     std::size_t withoutValue = 0; ///< Those of them without a value.
     /// "12 beams: 2.000 m to 7.620 m"; of what has no order "12 beams: 3 different values".
@@ -108,6 +113,10 @@ public:
 
     /// In the order of `keys`.
     std::vector<PropertyState> read(const PropertyKeys& keys) const;
+    /// What varies in one property. It takes a few milliseconds for 100,000 objects; of a type
+    /// without std::hash, it counts the first 64 different values only. An unknown key is
+    /// reported. Throws PropertyError if the model throws.
+    PropertySpread spread(const std::string& key) const;
 
     /// Gives all objects the value, or changes each from its own if the value is a
     /// RelativeEdit. An empty value clears an optional property. An unknown key and a value of

@@ -161,12 +161,19 @@ public:
             if (!values.column() || values.column()->type() != typeid(V))
                 return;
             const auto& column = static_cast<const TypedColumn<V>&>(*values.column());
-            const auto writeAt = [&](std::size_t i, std::size_t place) {
+            if (values.isUniform()) {
+                if (column.presence.front() != Presence::Value)
+                    return;
+                const M value = column.cells.front().value;
+                for (std::size_t i = 0; i < places.count; ++i)
+                    m_set(*objects[i], M(value));
+                return;
+            }
+            for (std::size_t i = 0; i < places.count; ++i) {
+                const std::size_t place = places[i];
                 if (column.presence[place] == Presence::Value)
                     m_set(*objects[i], M(column.cells[place].value));
-            };
-            for (std::size_t i = 0; i < places.count; ++i)
-                writeAt(i, values.isUniform() ? 0 : places[i]);
+            }
         }
     }
 

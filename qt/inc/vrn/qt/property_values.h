@@ -8,9 +8,11 @@
 #include <QVariant>
 
 #include <cstddef>
+#include <functional>
 #include <memory>
 #include <numeric>
 #include <optional>
+#include <type_traits>
 #include <typeinfo>
 #include <vector>
 
@@ -50,6 +52,10 @@ public:
     virtual std::optional<std::vector<std::size_t>> placesOtherThan(
         const ValueColumn& uniform) const = 0;
     virtual void append(const ValueColumn& other, std::size_t otherPlace) = 0;
+    /// The same for values that are the same. None if the type has no std::hash.
+    virtual std::optional<std::size_t> hashAt(std::size_t place) const = 0;
+    /// Whether a number stands before another one; see isBelow(). Both places have a value.
+    virtual bool isBelowAt(std::size_t place, std::size_t otherPlace) const = 0;
 
     std::size_t size() const { return presence.size(); }
 
@@ -177,6 +183,19 @@ public:
     {
         cells.push_back(typed(other).cells[otherPlace]);
         presence.push_back(other.presence[otherPlace]);
+    }
+
+    std::optional<std::size_t> hashAt(std::size_t place) const override
+    {
+        if constexpr (std::is_default_constructible_v<std::hash<T>>)
+            return std::hash<T>()(cells[place].value);
+        else
+            return std::nullopt;
+    }
+
+    bool isBelowAt(std::size_t place, std::size_t otherPlace) const override
+    {
+        return isBelow(cells[place].value, cells[otherPlace].value);
     }
 
     std::vector<Cell> cells;

@@ -5,6 +5,7 @@
 #include <QString>
 #include <QVariant>
 
+#include <cmath>
 #include <cstdint>
 #include <cstring>
 #include <limits>
@@ -27,6 +28,24 @@ bool isSame(const T& a, const T& b)
         return bits[0] == bits[1];
     } else {
         return a == b;
+    }
+}
+
+/// Puts numbers in an order. Minus zero stands below zero, and what is not a number above all
+/// others. Other values have no order.
+template <typename T>
+bool isBelow(const T& a, const T& b)
+{
+    if constexpr (std::is_floating_point_v<T>) {
+        if (a < b || b < a)
+            return a < b;
+        if (std::isnan(a) || std::isnan(b))
+            return !std::isnan(a);
+        return std::signbit(a) && !std::signbit(b);
+    } else if constexpr (std::is_integral_v<T> && !std::is_same_v<T, bool>) {
+        return a < b;
+    } else {
+        return false;
     }
 }
 

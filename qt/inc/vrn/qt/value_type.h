@@ -102,6 +102,8 @@ public:
     virtual bool put(const boost::any& value) = 0;
     virtual bool put(const QVariant& value) = 0;
     virtual boost::any common() const = 0;
+    /// Two of varying values. Empty if only some objects have one.
+    virtual std::pair<boost::any, boost::any> different() const = 0;
 
     bool hasObject = false;
     bool hasValue = false;
@@ -134,7 +136,7 @@ public:
         if (isFirst(value != nullptr))
             m_common = *value;
         else if (value && !varies && !isSame(m_common, *value))
-            varies = true;
+            setOther(*value);
     }
     bool put(const boost::any& value) override
     {
@@ -157,6 +159,12 @@ public:
     {
         return hasValue && !varies ? boost::any(m_common) : boost::any();
     }
+    std::pair<boost::any, boost::any> different() const override
+    {
+        if (!m_other)
+            return {};
+        return {boost::any(m_common), boost::any(*m_other)};
+    }
 
     /// `get` gives the member of each object. Members are compared as they are, and only the
     /// first one is converted.
@@ -176,11 +184,23 @@ public:
         std::size_t i = 1;
         while (i < places.count && Stored<Raw>::isSame(first, get(i)))
             ++i;
-        varies = varies || i < places.count;
+        if (varies || i == places.count)
+            return;
+        varies = true;
+        const Raw other = get(i);
+        if (Stored<Raw>::hasValue(first) && Stored<Raw>::hasValue(other))
+            setOther(Stored<Raw>::value(other));
     }
 
 private:
+    void setOther(const V& value)
+    {
+        varies = true;
+        m_other = value;
+    }
+
     V m_common{};
+    std::optional<V> m_other;
 };
 
 /// What the library has to know of the values of a field.

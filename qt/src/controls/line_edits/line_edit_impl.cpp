@@ -123,14 +123,31 @@ void LineEditImpl::setValueHistory(boost::shared_ptr<vrn::ValueHistory> history)
 
 void LineEditImpl::setCompletions(std::function<QStringList(const QString&)> completions)
 {
-    disposeOfPopups();
-    m_completions = std::move(completions);
-    disconnect(this, &QLineEdit::textEdited, this, &LineEditImpl::offerCompletions);
-    disconnect(this, &QLineEdit::editingFinished, this, &LineEditImpl::dropCompletions);
-    if (!m_completions)
+    if (!completions) {
+        setOffers(nullptr);
         return;
-    vrn_connect(this, &QLineEdit::textEdited, this, &LineEditImpl::offerCompletions);
-    vrn_connect(this, &QLineEdit::editingFinished, this, &LineEditImpl::dropCompletions);
+    }
+    setOffers([completions = std::move(completions)](const QString& text) {
+        std::vector<EntryOffer> offers;
+        for (const QString& each : completions(text)) {
+            if (each != text)
+                offers.push_back({each, each, {}});
+        }
+        return offers;
+    });
+}
+
+void LineEditImpl::setOffers(std::function<std::vector<EntryOffer>(const QString&)> offers)
+{
+    disposeOfPopups();
+    m_offers.clear();
+    m_giveOffers = std::move(offers);
+    disconnect(this, &QLineEdit::textEdited, this, &LineEditImpl::offer);
+    disconnect(this, &QLineEdit::editingFinished, this, &LineEditImpl::dropOffers);
+    if (!m_giveOffers)
+        return;
+    vrn_connect(this, &QLineEdit::textEdited, this, &LineEditImpl::offer);
+    vrn_connect(this, &QLineEdit::editingFinished, this, &LineEditImpl::dropOffers);
 }
 
 void LineEditImpl::showEditHint(const QString& hint)
@@ -153,26 +170,32 @@ void LineEditImpl::showHintPopup()
     m_popups->reposition();
 }
 
-void LineEditImpl::offerCompletions(const QString& text)
+void LineEditImpl::offer()
 {
     const Alive alive(this, this);
-    const auto completions = m_completions;
-    QStringList texts = completions ? completions(text) : QStringList();
-    texts.removeAll(text);
+    const auto giveOffers = m_giveOffers;
+    std::vector<EntryOffer> offers;
+    if (giveOffers)
+        offers = giveOffers(text());
     if (!alive)
         return;
-    if (!m_popups && !texts.isEmpty())
+    if (!m_popups && !offers.empty())
         buildPopups();
     if (!m_entryPopup)
         return;
-    m_entryPopup->setCompletions(texts);
+    m_offers = std::move(offers);
+    QStringList labels;
+    for (const EntryOffer& each : m_offers)
+        labels.append(each.label);
+    m_entryPopup->setCompletions(labels);
     showHintPopup();
 }
 
-void LineEditImpl::dropCompletions()
+void LineEditImpl::dropOffers()
 {
     if (!m_entryPopup)
         return;
+    m_offers.clear();
     m_entryPopup->setCompletions({});
     showHintPopup();
 }
@@ -209,7 +232,10 @@ bool LineEditImpl::event(QEvent* event)
     // The popups were built too late for this event, or a combo box hands it straight to the edit.
     if (buildsPopups || (focusChanges && isInComboBox))
         tellPopups(event);
-    return QLineEdit::event(event);
+    const bool isTaken = QLineEdit::event(event);
+    if (takesFocus && alive && hasFocus())
+        Q_EMIT focused();
+    return isTaken;
 }
 
 // The group comes first, so that the popups are in place when they show.
@@ -256,12 +282,10 @@ void LineEditImpl::resizeEvent(QResizeEvent* event)
 
 void LineEditImpl::buildPopups()
 {
-    if (m_completions) {
+    if (m_giveOffers) {
         m_entryPopup = new EntryPopup(this);
-        vrn_connect(
-            m_entryPopup.data(), &EntryPopup::chosen, this, &LineEditImpl::onCompletionChosen);
-        vrn_connect(
-            m_entryPopup.data(), &EntryPopup::dropped, this, &LineEditImpl::dropCompletions);
+        vrn_connect(m_entryPopup.data(), &EntryPopup::chosen, this, &LineEditImpl::onOfferChosen);
+        vrn_connect(m_entryPopup.data(), &EntryPopup::dropped, this, &LineEditImpl::dropOffers);
         m_hintPopup = m_entryPopup.data();
     } else {
         m_hintPopup = new EditHintPopup(this);
@@ -289,17 +313,20 @@ void LineEditImpl::disposeOfPopups()
 }
 
 // The editing goes on: after a unit may come another quantity.
-void LineEditImpl::onCompletionChosen(const QString& text)
+void LineEditImpl::onOfferChosen(int row)
 {
-    if (isReadOnly())
+    if (isReadOnly() || row >= int(m_offers.size()))
         return;
     const Alive alive(this, m_hintPopup);
-    setText(text);
-    runBoth([&] { Q_EMIT textEdited(text); },
+    const EntryOffer chosen = m_offers[std::size_t(row)];
+    setText(chosen.text);
+    runBoth([&] { Q_EMIT textEdited(chosen.text); },
         [&] {
             if (alive)
-                dropCompletions();
+                dropOffers();
         });
+    if (alive && chosen.onTaken)
+        chosen.onTaken();
 }
 
 void LineEditImpl::onHistoryItemSelected(const QString& text)

@@ -12,6 +12,7 @@
 #include <QStringList>
 
 #include <functional>
+#include <vector>
 
 class QToolButton;
 
@@ -22,6 +23,14 @@ class EntryPopup;
 class HistoryPopup;
 class PopupGroup;
 class ReadableColours;
+
+/// An entry of the list under the hint.
+struct EntryOffer
+{
+    QString label; ///< In the list.
+    QString text; ///< What the text becomes.
+    std::function<void()> onTaken; ///< Called afterwards, if it is not empty.
+};
 
 /// The QLineEdit of a SimpleLineEdit: a line edit with a window for hints and
 /// one for earlier values below it, and at most one tool button inside. Its text can be read
@@ -54,12 +63,22 @@ public:
     /// See SimpleLineEdit::setCompletions.
     void setCompletions(std::function<QStringList(const QString&)> completions);
 
+    /// Offers what `offers` gives for the text: while the user types, and when offer() is
+    /// called. Otherwise as setCompletions(), which replaces it.
+    void setOffers(std::function<std::vector<EntryOffer>(const QString& text)> offers);
+    void offer();
+    void dropOffers();
+
     /// Shows `hint` below the edit if it has the focus, and hides the window of
     /// hints if `hint` is empty and there are no completions.
     void showEditHint(const QString& hint);
 
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
+
+Q_SIGNALS:
+    /// The edit has the focus, and its popups are ready.
+    void focused();
 
 protected:
     void changeEvent(QEvent* event) override;
@@ -72,9 +91,7 @@ protected:
 
 private Q_SLOTS:
     void onHistoryItemSelected(const QString& text);
-    void onCompletionChosen(const QString& text);
-    void offerCompletions(const QString& text);
-    void dropCompletions();
+    void onOfferChosen(int row);
     void onClicked1();
 
 private:
@@ -93,7 +110,8 @@ private:
     QPointer<HistoryPopup> m_historyPopup;
     QPointer<EditHintPopup> m_hintPopup; ///< If there are completions, the next one.
     QPointer<EntryPopup> m_entryPopup;
-    std::function<QStringList(const QString&)> m_completions;
+    std::function<std::vector<EntryOffer>(const QString&)> m_giveOffers;
+    std::vector<EntryOffer> m_offers; ///< In the list.
     boost::shared_ptr<vrn::ValueHistory> m_history;
     unsigned int m_options;
     QPointer<QToolButton> m_btn1;

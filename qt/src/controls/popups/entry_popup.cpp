@@ -45,11 +45,11 @@ void EntryPopup::setHint(const QString& hint)
     fit();
 }
 
-void EntryPopup::setCompletions(const QStringList& texts)
+void EntryPopup::setCompletions(const QStringList& labels)
 {
     m_list->clear();
-    m_list->addItems(texts);
-    m_list->setHidden(texts.isEmpty());
+    m_list->addItems(labels);
+    m_list->setHidden(labels.isEmpty());
     fit();
 }
 
@@ -151,12 +151,11 @@ bool EntryPopup::isOverList(const QEvent& event) const
 
 void EntryPopup::choose()
 {
-    const QListWidgetItem* const item = m_list->currentItem();
-    if (!item)
+    const int row = m_list->currentRow();
+    if (row < 0)
         return;
-    const QString text = item->text();
     setCompletions({});
-    Q_EMIT chosen(text);
+    Q_EMIT chosen(row);
 }
 
 } // namespace vrn::qt::detail

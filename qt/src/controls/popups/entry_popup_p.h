@@ -25,7 +25,7 @@ public:
     void setHint(const QString& hint) override;
 
     /// Sets the list, and resizes the popup for it. It does not show the popup.
-    void setCompletions(const QStringList& texts);
+    void setCompletions(const QStringList& labels);
 
     /// (0, 0) without a hint and a list.
     QSize sizeHint() const override;
@@ -35,8 +35,8 @@ public:
 Q_SIGNALS:
     /// The list has been dropped.
     void dropped();
-    /// The same, because the user has chosen `text`.
-    void chosen(const QString& text);
+    /// The same, because the user has chosen the entry in this row.
+    void chosen(int row);
 
 private:
     void fit();

@@ -1,0 +1,122 @@
+#pragma once
+
+#include <vrn/qt/property_page.h>
+
+#include "page_form_p.h"
+
+#include <QPointer>
+#include <QUndoStack>
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace vrn::qt {
+
+/// Reads the model for the form, and writes what the user has edited.
+///
+/// Functions of the model, editors of the application and slots of the page's signals may
+/// destroy it. What runs such code and goes on afterwards returns whether it is still there.
+class PropertyPage::Private
+{
+public:
+    /// What becomes of an entry that cannot be written when the editing ends.
+    enum class Rest
+    {
+        Stays,
+        IsDropped
+    };
+
+    explicit Private(PropertyPage& page);
+    ~Private();
+
+    /// What was set last, also while it is postponed.
+    /// @{
+    const ObjectIds& ids() const { return m_isPostponed ? m_nextIds : m_ids; }
+    PropertyModel* model() const { return m_isPostponed ? m_nextModel : m_model; }
+    /// @}
+
+    /// Counts from the end of a write.
+    void select(PropertyModel* model, ObjectIds ids);
+    void setStack(QUndoStack* stack);
+    void setHistory(const boost::shared_ptr<vrn::IValueHistoryStorage>& history);
+    void setReadOnly(bool readOnly);
+    bool isReadOnly() const { return m_isReadOnly; }
+
+    bool isPending() const;
+    bool endAll(Rest rest);
+    bool finish();
+    void cancelAll();
+    void flush();
+    /// In the language and the locale of now.
+    void showAgain();
+    /// Both throw PropertyError.
+    PropertyReceipt setValue(const std::string& key, const boost::any& value);
+    PropertyReceipt load(const QJsonObject& saved);
+
+    /// Its editor is made, and shows what the model has. Null for an unknown key.
+    detail::SharedRow upToDate(const std::string& key);
+    const PropertySelection& selection() const { return *m_selection; }
+    detail::PageForm& form() { return *m_form; }
+
+    /// To see that it is asked to close.
+    void watchWindow();
+    QWidget* window() const { return m_window; }
+
+private:
+    using Row = detail::SharedRow;
+    using Act = std::function<PropertyReceipt(PropertySelection&)>;
+
+    void setModel(PropertyModel* model);
+    void build();
+    detail::RowQuestions questions(const std::string& key);
+    QString hint() const;
+    std::string focusedKey() const;
+
+    void onMade(detail::PageRow& row);
+    void onChanged(const PropertyKeys& keys, const ObjectIds& ids);
+    void onUnitsChanged();
+    void onEnded(const std::string& key, Rest rest, bool isInGesture);
+
+    bool read(const std::vector<Row>& rows);
+    bool readDue();
+    bool end(const Row& row, Rest rest, bool isInGesture);
+    bool write(const Row& row, const boost::any& value, Rest rest, bool isInGesture);
+    /// Throws PropertyError.
+    PropertyReceipt carryOut(const Act& act);
+    bool afterWrite(const PropertyReceipt& receipt);
+    bool applyPostponed();
+    bool updatePending();
+    bool refuse(const QString& caption, const QString& reason);
+    std::uint64_t gestureOf(const detail::PageRow& row, bool isInGesture);
+
+    PropertyPage& m_page;
+    detail::PageForm* const m_form;
+    QPointer<PropertyModel> m_model;
+    QPointer<QUndoStack> m_stack;
+    boost::shared_ptr<vrn::IValueHistoryStorage> m_history;
+    ObjectIds m_ids; ///< Sorted, without duplicates.
+    std::vector<std::uint32_t> m_kinds; ///< Of the ids. They decide which rows there are.
+    std::shared_ptr<PropertySelection> m_selection;
+    detail::SharedUnits m_units;
+    QPointer<QWidget> m_window;
+    bool m_isReadOnly = false;
+    bool m_wasPending = false;
+    int m_change = 0; ///< Counts the selections.
+
+    bool m_isWriting = false;
+    bool m_isPostponed = false; ///< Until the end of the write.
+    QPointer<PropertyModel> m_nextModel;
+    ObjectIds m_nextIds;
+
+    std::optional<std::string> m_gestureKey;
+    std::uint64_t m_gesture = 0;
+
+    std::unique_ptr<QObject> m_modelLinks;
+    std::unique_ptr<QObject> m_links;
+};
+
+} // namespace vrn::qt

@@ -1,0 +1,562 @@
+#include "property_page_p.h"
+
+#include <vrn/companion_qt/connect.h>
+#include <vrn/qt/property_error.h>
+
+#include <QApplication>
+#include <QVBoxLayout>
+
+#include "controls/parts/alive_p.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace vrn::qt {
+
+using detail::Alive;
+using detail::PageRow;
+using detail::RowEntry;
+
+namespace {
+
+std::vector<std::uint32_t> kindsOf(const ObjectIds& ids)
+{
+    std::vector<std::uint32_t> kinds;
+    for (const ObjectId& id : ids) {
+        if (kinds.empty() || kinds.back() != id.kind)
+            kinds.push_back(id.kind);
+    }
+    return kinds;
+}
+
+/// Both are sorted.
+bool haveCommon(const ObjectIds& a, const ObjectIds& b)
+{
+    auto i = a.begin();
+    auto j = b.begin();
+    while (i != a.end() && j != b.end()) {
+        if (*i == *j)
+            return true;
+        if (*i < *j)
+            ++i;
+        else
+            ++j;
+    }
+    return false;
+}
+
+} // namespace
+
+PropertyPage::Private::Private(PropertyPage& page)
+    : m_page(page)
+    , m_form(new detail::PageForm(&page))
+    , m_selection(std::make_shared<PropertySelection>())
+    , m_links(std::make_unique<QObject>())
+{
+    auto* layout = new QVBoxLayout(&page);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(m_form);
+    QObject* const links = m_links.get();
+    vrn_connect(m_form, &detail::PageForm::made, links, [this](PageRow* row) { onMade(*row); });
+    vrn_connect(m_form, &detail::PageForm::hiding, links,
+        [this](PageRow* row) { onEnded(row->key(), Rest::IsDropped, false); });
+    vrn_connect(m_form, &detail::PageForm::arranged, links, [this] { readDue(); });
+    vrn_connect(qApp, &QApplication::focusChanged, links, [this] { m_gestureKey.reset(); });
+    build();
+}
+
+PropertyPage::Private::~Private()
+{
+    // From here on, nothing is written.
+    m_modelLinks.reset();
+    m_links.reset();
+    detail::disposeOf(m_form);
+}
+
+// What is selected ----------------------------------------------------------------------
+
+void PropertyPage::Private::select(PropertyModel* model, ObjectIds ids)
+{
+    const Alive alive(&m_page);
+    std::sort(ids.begin(), ids.end());
+    ids.erase(std::unique(ids.begin(), ids.end()), ids.end());
+    if (m_isWriting) {
+        m_isPostponed = true;
+        m_nextModel = model;
+        m_nextIds = std::move(ids);
+        return;
+    }
+    if (model == m_model && ids == m_ids)
+        return;
+    const QPointer<PropertyModel> nextModel(model);
+    if (!endAll(Rest::IsDropped))
+        return;
+
+    const bool isOtherModel = m_model != nextModel;
+    if (isOtherModel)
+        setModel(nextModel);
+    ++m_change;
+    m_gestureKey.reset();
+    m_ids = std::move(ids);
+    m_selection = std::make_shared<PropertySelection>(m_model, m_ids, m_stack);
+    m_form->setReceipt(QString());
+    if (std::vector<std::uint32_t> kinds = kindsOf(m_ids); isOtherModel || kinds != m_kinds) {
+        m_kinds = std::move(kinds);
+        build();
+        return;
+    }
+    for (const Row& row : m_form->rows())
+        row->isDue = true;
+    readDue();
+}
+
+void PropertyPage::Private::setModel(PropertyModel* model)
+{
+    m_modelLinks = std::make_unique<QObject>();
+    m_model = model;
+    m_units.reset();
+    if (!model)
+        return;
+    m_units = std::make_shared<vrn::units::Context>(model->units());
+    QObject* const links = m_modelLinks.get();
+    vrn_connect(model, &PropertyModel::changed, links,
+        [this](const PropertyKeys& keys, const ObjectIds& ids) { onChanged(keys, ids); });
+    vrn_connect(model, &PropertyModel::unitsChanged, links, [this] { onUnitsChanged(); });
+    vrn_connect(model, &PropertyModel::failed, links,
+        [this](const QString& reason) { m_form->setReceipt(reason); });
+    vrn_connect(model, &QObject::destroyed, links, [this] {
+        m_kinds.clear();
+        ++m_change;
+        m_selection = std::make_shared<PropertySelection>();
+        build();
+    });
+}
+
+void PropertyPage::Private::build()
+{
+    const Alive alive(&m_page);
+    const std::string focused = focusedKey();
+    m_form->setProperties(
+        m_selection->rows(), [this](const std::string& key) { return questions(key); }, hint());
+    if (!alive || !updatePending() || focused.empty())
+        return;
+    const Row row = m_form->row(focused);
+    if (row && row->isVisible() && row->widget())
+        row->widget()->setFocus(Qt::OtherFocusReason);
+}
+
+std::string PropertyPage::Private::focusedKey() const
+{
+    const QWidget* focus = QApplication::focusWidget();
+    for (const Row& row : m_form->rows()) {
+        const QWidget* widget = row->widget();
+        if (focus && widget && (widget == focus || widget->isAncestorOf(focus)))
+            return row->key();
+    }
+    return std::string();
+}
+
+QString PropertyPage::Private::hint() const
+{
+    return m_model && !m_ids.empty() ? tr("The selected objects have no property in common.")
+                                     : tr("Nothing is selected.");
+}
+
+detail::RowQuestions PropertyPage::Private::questions(const std::string& key)
+{
+    const QPointer<PropertyPage> page(&m_page);
+    // Copies, because the questions run functions of the model.
+    const auto selection = [page] {
+        return page ? page->m_private->m_selection : std::make_shared<PropertySelection>();
+    };
+    detail::RowQuestions questions;
+    questions.spread = [selection, key] {
+        const auto asked = selection();
+        return asked->row(key) ? asked->spread(key) : PropertySpread();
+    };
+    questions.preview = [selection, key](const boost::any& value) {
+        const auto asked = selection();
+        return asked->row(key) ? asked->preview(key, value).text : QString();
+    };
+    questions.history = m_history;
+    return questions;
+}
+
+void PropertyPage::Private::setStack(QUndoStack* stack)
+{
+    m_stack = stack;
+    m_gestureKey.reset();
+    m_selection = std::make_shared<PropertySelection>(m_model, m_ids, stack);
+}
+
+void PropertyPage::Private::setHistory(const boost::shared_ptr<vrn::IValueHistoryStorage>& history)
+{
+    if (history == m_history || !endAll(Rest::IsDropped))
+        return;
+    m_history = history;
+    ++m_change;
+    build();
+}
+
+void PropertyPage::Private::setReadOnly(bool readOnly)
+{
+    if (readOnly == m_isReadOnly || !endAll(Rest::IsDropped))
+        return;
+    m_isReadOnly = readOnly;
+    for (const Row& row : m_form->rows())
+        row->setReadOnly(readOnly);
+}
+
+void PropertyPage::Private::watchWindow()
+{
+    QWidget* const window = m_page.window();
+    if (window == m_window)
+        return;
+    if (m_window)
+        m_window->removeEventFilter(&m_page);
+    m_window = window;
+    window->installEventFilter(&m_page);
+}
+
+// Reading -------------------------------------------------------------------------------
+
+void PropertyPage::Private::onMade(PageRow& row)
+{
+    row.setReadOnly(m_isReadOnly);
+    detail::RowEditor* const editor = row.editor();
+    const std::string key = row.key();
+    QObject* const links = m_links.get();
+    vrn_connect(editor, &detail::RowEditor::changed, links, [this, key] {
+        if (const Row changed = m_form->row(key)) {
+            const Alive alive(&m_page, changed->widget());
+            changed->updatePending();
+            updatePending();
+        }
+    });
+    vrn_connect(editor, &detail::RowEditor::ended, links,
+        [this, key](bool isInGesture) { onEnded(key, Rest::Stays, isInGesture); });
+    vrn_connect(editor, &detail::RowEditor::cancelled, links, [this, key] {
+        const Row cancelled = m_form->row(key);
+        if (!cancelled || m_isWriting)
+            return;
+        const Alive alive(&m_page, cancelled->widget());
+        cancelled->show();
+        if (alive)
+            updatePending();
+    });
+}
+
+void PropertyPage::Private::onChanged(const PropertyKeys& keys, const ObjectIds& ids)
+{
+    if (!ids.empty() && !haveCommon(ids, m_ids))
+        return;
+    for (const Row& row : m_form->rows()) {
+        if (keys.empty() || std::find(keys.begin(), keys.end(), row->key()) != keys.end())
+            row->isDue = true;
+    }
+    readDue();
+}
+
+void PropertyPage::Private::onUnitsChanged()
+{
+    // The entries are still in the units in which they were shown.
+    if (!endAll(Rest::IsDropped) || !m_model)
+        return;
+    m_units = std::make_shared<vrn::units::Context>(m_model->units());
+    showAgain();
+}
+
+void PropertyPage::Private::showAgain()
+{
+    const Alive alive(&m_page);
+    if (!endAll(Rest::IsDropped))
+        return;
+    const int change = m_change;
+    const std::vector<Row> rows = m_form->rows();
+    for (const Row& row : rows) {
+        if (row->isVisible() && !row->isPending())
+            row->showIn(m_units);
+        else
+            row->isDue = true;
+        if (!alive || change != m_change)
+            return;
+    }
+}
+
+bool PropertyPage::Private::read(const std::vector<Row>& rows)
+{
+    // What is half written is not read; the end of the write reads.
+    if (rows.empty() || m_isWriting)
+        return true;
+    const Alive alive(&m_page);
+    PropertyKeys keys;
+    for (const Row& row : rows) {
+        row->isDue = false;
+        keys.push_back(row->key());
+    }
+    const int change = m_change;
+    const auto selection = m_selection;
+    const std::vector<PropertyState> states = selection->read(keys);
+    for (std::size_t i = 0; alive && change == m_change && i < rows.size(); ++i)
+        rows[i]->take(states[i], m_units);
+    return bool(alive);
+}
+
+bool PropertyPage::Private::readDue()
+{
+    std::vector<Row> due;
+    for (const Row& row : m_form->rows()) {
+        if (row->isDue && row->isVisible())
+            due.push_back(row);
+    }
+    return read(due);
+}
+
+void PropertyPage::Private::flush()
+{
+    const Alive alive(&m_page);
+    if (m_model)
+        m_model->flush();
+    if (alive)
+        readDue();
+}
+
+detail::SharedRow PropertyPage::Private::upToDate(const std::string& key)
+{
+    const Alive alive(&m_page);
+    const Row row = m_form->row(key);
+    if (!row)
+        return row;
+    m_form->make(*row);
+    return alive && (!row->isDue || read({row})) ? row : nullptr;
+}
+
+// Editing -------------------------------------------------------------------------------
+
+bool PropertyPage::Private::isPending() const
+{
+    return std::any_of(m_form->rows().begin(), m_form->rows().end(),
+        [](const Row& row) { return row->isPending(); });
+}
+
+bool PropertyPage::Private::updatePending()
+{
+    const bool pending = isPending();
+    if (std::exchange(m_wasPending, pending) == pending)
+        return true;
+    const Alive alive(&m_page);
+    Q_EMIT m_page.pendingChanged(pending);
+    return bool(alive);
+}
+
+bool PropertyPage::Private::refuse(const QString& caption, const QString& reason)
+{
+    const Alive alive(&m_page);
+    Q_EMIT m_page.refused(caption, reason);
+    return bool(alive);
+}
+
+void PropertyPage::Private::onEnded(const std::string& key, Rest rest, bool isInGesture)
+{
+    if (const Row row = m_form->row(key))
+        end(row, rest, isInGesture);
+}
+
+bool PropertyPage::Private::end(const Row& row, Rest rest, bool isInGesture)
+{
+    // A dialog in the write takes the focus from the field that is being written.
+    if (m_isWriting)
+        return true;
+    const Alive alive(&m_page, row->widget());
+    const RowEntry entry = row->entry();
+    if (!alive)
+        return false;
+    if (entry.state == EditState::Complete)
+        return write(row, entry.value, rest, isInGesture);
+    const bool stays = entry.state != EditState::Untouched && rest == Rest::Stays;
+    if (stays)
+        row->explain(entry.reason);
+    else
+        row->show();
+    if (!alive || !updatePending())
+        return false;
+    return !stays || refuse(row->property().title, entry.reason);
+}
+
+bool PropertyPage::Private::endAll(Rest rest)
+{
+    const Alive alive(&m_page);
+    const std::vector<Row> rows = m_form->rows();
+    for (const Row& row : rows) {
+        if (row->isPending() && !end(row, rest, false))
+            return false;
+    }
+    return bool(alive);
+}
+
+bool PropertyPage::Private::write(
+    const Row& row, const boost::any& value, Rest rest, bool isInGesture)
+{
+    const Alive alive(&m_page, row->widget());
+    const std::uint64_t gesture = gestureOf(*row, isInGesture);
+    PropertyReceipt receipt;
+    try {
+        receipt = carryOut([&](PropertySelection& selection) {
+            return selection.edit(row->key(), value, gesture);
+        });
+    } catch (const PropertyError& error) {
+        if (!alive)
+            return false;
+        if (rest == Rest::IsDropped)
+            row->show();
+        else
+            row->refuse(error.reason());
+        return alive && applyPostponed() && readDue() && updatePending()
+            && refuse(row->property().title, error.reason());
+    }
+    if (!alive)
+        return false;
+    row->drop();
+    return afterWrite(receipt);
+}
+
+PropertyReceipt PropertyPage::Private::carryOut(const Act& act)
+{
+    if (m_isWriting)
+        throw PropertyError(tr("Another edit is being written."));
+    struct Writing
+    {
+        explicit Writing(Private& all)
+            : alive(&all.m_page)
+            , flag(all.m_isWriting)
+        {
+            flag = true;
+        }
+        ~Writing()
+        {
+            if (alive)
+                flag = false;
+        }
+        const Alive alive;
+        bool& flag;
+    };
+    const auto selection = m_selection;
+    const Writing writing(*this);
+    return act(*selection);
+}
+
+bool PropertyPage::Private::afterWrite(const PropertyReceipt& receipt)
+{
+    const Alive alive(&m_page);
+    flush();
+    if (!alive || !applyPostponed() || !readDue() || !updatePending())
+        return false;
+    m_form->setReceipt(receipt.text);
+    Q_EMIT m_page.edited(receipt);
+    return bool(alive);
+}
+
+bool PropertyPage::Private::applyPostponed()
+{
+    const Alive alive(&m_page);
+    if (std::exchange(m_isPostponed, false))
+        select(m_nextModel, std::exchange(m_nextIds, {}));
+    return bool(alive);
+}
+
+std::uint64_t PropertyPage::Private::gestureOf(const PageRow& row, bool isInGesture)
+{
+    static std::uint64_t last = 0; // Pages may share an undo stack.
+    if (!isInGesture) {
+        m_gestureKey.reset();
+        return 0;
+    }
+    if (m_gestureKey != row.key()) {
+        m_gestureKey = row.key();
+        m_gesture = ++last;
+    }
+    return m_gesture;
+}
+
+bool PropertyPage::Private::finish()
+{
+    const Alive alive(&m_page);
+    const std::vector<Row> rows = m_form->rows();
+    for (const Row& row : rows) {
+        if (row->isPending() && row->entry().state == EditState::Complete
+            && !end(row, Rest::Stays, false)) {
+            return true;
+        }
+    }
+    const auto first = std::find_if(
+        rows.begin(), rows.end(), [](const Row& row) { return row->isPending(); });
+    if (first == rows.end())
+        return true;
+    const Row& row = *first;
+    if (m_isWriting)
+        return false;
+    const QString reason = row->entry().reason;
+    row->refuse(reason);
+    if (row->widget()) {
+        row->widget()->setFocus(Qt::OtherFocusReason);
+        m_form->scrollTo(*row);
+    }
+    refuse(row->property().title, reason);
+    return false;
+}
+
+void PropertyPage::Private::cancelAll()
+{
+    if (m_isWriting)
+        return;
+    const Alive alive(&m_page);
+    const std::vector<Row> rows = m_form->rows();
+    for (const Row& row : rows) {
+        if (alive && row->isPending())
+            row->show();
+    }
+    if (alive)
+        updatePending();
+}
+
+PropertyReceipt PropertyPage::Private::setValue(const std::string& key, const boost::any& value)
+{
+    const Alive alive(&m_page);
+    m_gestureKey.reset();
+    PropertyReceipt receipt;
+    try {
+        receipt = carryOut(
+            [&](PropertySelection& selection) { return selection.edit(key, value); });
+    } catch (const PropertyError&) {
+        if (alive && !m_isWriting && applyPostponed())
+            readDue();
+        throw;
+    }
+    if (!alive)
+        return receipt;
+    if (const Row row = m_form->row(key))
+        row->drop();
+    afterWrite(receipt);
+    return receipt;
+}
+
+PropertyReceipt PropertyPage::Private::load(const QJsonObject& saved)
+{
+    const Alive alive(&m_page);
+    if (!endAll(Rest::IsDropped))
+        return {};
+    m_gestureKey.reset();
+    PropertyReceipt receipt;
+    try {
+        receipt = carryOut([&](PropertySelection& selection) { return selection.load(saved); });
+    } catch (const PropertyError&) {
+        if (alive && !m_isWriting && applyPostponed())
+            readDue();
+        throw;
+    }
+    if (alive)
+        afterWrite(receipt);
+    return receipt;
+}
+
+} // namespace vrn::qt

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <QString>
+#include <QToolButton>
+
+namespace vrn::qt::detail {
+
+/// The head of a section of a page. It is checked while the section is open. Space and Enter
+/// fold and unfold, and so do the arrow keys along the line; those across step to another head.
+class SectionHead : public QToolButton
+{
+    Q_OBJECT
+
+public:
+    SectionHead(const QString& key, const QString& title, QWidget* parent);
+
+    /// Emits nothing.
+    void setOpen(bool open);
+
+Q_SIGNALS:
+    /// The user asks for it.
+    void openRequested(bool open);
+    /// To the next head (1) or the one before (-1).
+    void stepRequested(int step);
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
+    void changeEvent(QEvent* event) override;
+
+private:
+    void request(bool open);
+    void updateLook();
+};
+
+} // namespace vrn::qt::detail

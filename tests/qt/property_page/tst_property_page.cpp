@@ -1,0 +1,592 @@
+#include "support/table.h"
+#include "support/test_main.h"
+#include "support/test_object.h"
+
+#include "page_fixture.h"
+
+#include <vrn/qt/property_error.h>
+#include <vrn/qt/varies_string.h>
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDialog>
+#include <QJsonDocument>
+#include <QToolButton>
+
+Q_DECLARE_METATYPE(vrn::qt::PropertyState::Kind)
+
+using namespace vrn::qt;
+using namespace vrn::test;
+
+namespace {
+
+/// A wall has a length like that of a beam, and a name that is not like it.
+struct Wall
+{
+    double length = 4.0;
+    int name = 1;
+};
+
+} // namespace
+
+class TestPropertyPage : public TestObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void paintsWithoutAModel();
+    void showsWhatTheSelectionHas_data();
+    void showsWhatTheSelectionHas();
+    void writesWhatIsTyped_data();
+    void writesWhatIsTyped();
+    void writesOnceAndUndoesInOneStep();
+    void tellsWhatTheWriteRefuses();
+    void tellsWhatCannotBeRead();
+    void tellsWhatCannotBeUndone();
+    void readsOncePerTurn();
+    void readsOnlyWhatIsConcerned();
+    void showsWhatANewPageShows_data();
+    void showsWhatANewPageShows();
+    void showsSharedPropertiesOfSeveralKinds();
+    void keepsTheEditorsOfAKind();
+    void makesEditorsWhenTheirSectionOpens();
+    void foldsByKeyboard();
+    void stepsAmongHeads();
+    void filters();
+    void filtersByKeyboard();
+    void leavesEscapeInAnEmptyFilterToTheDialog();
+    void tabsInReadingOrder();
+    void hidesTheUnitThatTheTextHas();
+    void changesUnits();
+    void isReadOnly();
+    void setsAValue();
+    void savesAndLoads();
+    void savesItsSections();
+    void refusesADamagedState_data();
+    void refusesADamagedState();
+    void isDescribedToAScreenReader();
+    void mergesTheKeysOfAGesture();
+    void endsAGestureWithTheFocus();
+};
+
+void TestPropertyPage::paintsWithoutAModel()
+{
+    PropertyPage page(nullptr);
+    QVERIFY(!page.grab().isNull());
+    QCOMPARE(page.findChild<QLabel*>("hint")->text(), QString("Nothing is selected."));
+    QVERIFY(!page.editor("length"));
+    QVERIFY(page.finishEditing());
+    QVERIFY(page.findChild<QLabel*>("receipt")->isHidden());
+}
+
+void TestPropertyPage::showsWhatTheSelectionHas_data()
+{
+    columns<QByteArray, PropertyState::Kind, QString>("key", "kind", "text");
+    row("a common length is rounded", QByteArray("length"), PropertyState::Common,
+        QString("3.333 m"));
+    row("names that differ vary", QByteArray("name"), PropertyState::Varies, getVariesString());
+    row("an empty load is empty", QByteArray("load"), PropertyState::NoValue, QString());
+    row("a choice is its entry", QByteArray("support"), PropertyState::Common, QString("fixed"));
+    row("a flag is a word", QByteArray("active"), PropertyState::Common, QString("Yes"));
+    row("an integer is its digits", QByteArray("bolts"), PropertyState::Common, QString("1"));
+}
+
+void TestPropertyPage::showsWhatTheSelectionHas()
+{
+    QFETCH(const QByteArray, key);
+    QFETCH(const PropertyState::Kind, kind);
+    QFETCH(const QString, text);
+    const PageFixture f;
+    const PropertyRow row = f.page->row(key.toStdString());
+    QCOMPARE(row.state, kind);
+    QCOMPARE(row.text, text);
+    QCOMPARE(row.edit, EditState::Untouched);
+}
+
+void TestPropertyPage::writesWhatIsTyped_data()
+{
+    columns<QByteArray, QString, QString>("key", "typed", "shown");
+    row("a length", QByteArray("length"), QString("2.5"), QString("2.500 m"));
+    row("a length in feet", QByteArray("length"), QString("10 ft"), QString("3.048 m"));
+    row("a number", QByteArray("factor"), QString("1.25"), QString("1.25"));
+    row("an integer", QByteArray("bolts"), QString("7"), QString("7"));
+    row("a text", QByteArray("grade"), QString("S355"), QString("S355"));
+    row("an optional load", QByteArray("load"), QString("3"), QString("3.00 kN/m"));
+    row("a varying name", QByteArray("name"), QString("Main"), QString("Main"));
+}
+
+void TestPropertyPage::writesWhatIsTyped()
+{
+    QFETCH(const QByteArray, key);
+    QFETCH(const QString, typed);
+    QFETCH(const QString, shown);
+    const PageFixture f;
+    QSignalSpy edited(f.page, &PropertyPage::edited);
+    f.type(key.toStdString(), typed);
+    QVERIFY(f.page->isPending());
+    QCOMPARE(f.model->writes, QStringList());
+    f.press(Qt::Key_Return);
+    QCOMPARE(f.model->writes, QStringList(key + " of 0 1 2"));
+    QCOMPARE(f.text(key.toStdString()), shown);
+    QCOMPARE(edited.count(), 1);
+    QVERIFY(!f.page->isPending());
+    QVERIFY(f.part<QLabel>("receipt")->isVisible());
+}
+
+void TestPropertyPage::writesOnceAndUndoesInOneStep()
+{
+    const PageFixture f;
+    f.model->beams[1].length = 2.5;
+    f.model->announce();
+    f.page->flush();
+    f.type("length", "2.5");
+    f.press(Qt::Key_Tab);
+    QCOMPARE(f.model->writes, QStringList("length of 0 2"));
+    QCOMPARE(f.stack->count(), 1);
+    QCOMPARE(f.stack->text(0), QString("Length of 2 beams"));
+    QCOMPARE(f.part<QLabel>("receipt")->text(), QString("Length: 2 of 3 changed"));
+    f.stack->undo();
+    f.page->flush();
+    QVERIFY(haveSameBits(f.lengthOf(0), 10.0 / 3.0));
+    QCOMPARE(f.page->row("length").state, PropertyState::Varies);
+}
+
+void TestPropertyPage::tellsWhatTheWriteRefuses()
+{
+    const PageFixture f;
+    f.model->beforeWrite = [] { throw PropertyError("The project is locked."); };
+    QSignalSpy refused(f.page, &PropertyPage::refused);
+    f.type("length", "2.5");
+    f.press(Qt::Key_Return);
+    QCOMPARE(refused.count(), 1);
+    QCOMPARE(refused[0][0].toString(), QString("Length"));
+    QCOMPARE(refused[0][1].toString(), QString("The project is locked."));
+    QCOMPARE(f.edit("length"), EditState::Refused);
+    QCOMPARE(f.page->row("length").reason, QString("The project is locked."));
+    QCOMPARE(f.page->editor("length")->toolTip(), QString("The project is locked."));
+    QCOMPARE(f.stack->count(), 0);
+    f.press(Qt::Key_Escape);
+    QCOMPARE(f.text("length"), QString("3.333 m"));
+    QVERIFY(!f.page->isPending());
+}
+
+void TestPropertyPage::tellsWhatCannotBeRead()
+{
+    const PageFixture f;
+    f.model->inRead = [](const PropertyKeys& keys) {
+        if (std::find(keys.begin(), keys.end(), "length") != keys.end())
+            throw PropertyError("The file is gone.");
+    };
+    f.model->announce();
+    f.page->flush();
+    const PropertyRow row = f.page->row("length");
+    QCOMPARE(row.state, PropertyState::Unreadable);
+    QCOMPARE(row.reason, QString("The file is gone."));
+    QCOMPARE(row.text, QString());
+    QVERIFY(row.isReadOnly);
+    QVERIFY(f.line("length")->isReadOnly());
+    QCOMPARE(f.text("bolts"), QString("1"));
+    f.model->inRead = nullptr;
+    f.model->announce();
+    f.page->flush();
+    QCOMPARE(f.text("length"), QString("3.333 m"));
+    QVERIFY(!f.line("length")->isReadOnly());
+}
+
+void TestPropertyPage::tellsWhatCannotBeUndone()
+{
+    const PageFixture f;
+    f.page->setValue("length", 2.5);
+    f.model->beforeWrite = [] { throw PropertyError("The project is locked."); };
+    f.stack->undo();
+    f.page->flush();
+    QCOMPARE(f.part<QLabel>("receipt")->text(), QString("The project is locked."));
+}
+
+void TestPropertyPage::readsOncePerTurn()
+{
+    const PageFixture f;
+    f.model->reads = 0;
+    for (int i = 0; i < 5; ++i)
+        f.model->announce();
+    QCOMPARE(f.model->reads, 0);
+    QCoreApplication::processEvents();
+    QCOMPARE(f.model->reads, 1);
+}
+
+void TestPropertyPage::readsOnlyWhatIsConcerned()
+{
+    const PageFixture f;
+    f.page->setSelection({0, 1});
+    f.model->reads = 0;
+    f.model->announce({}, {2});
+    f.page->flush();
+    QCOMPARE(f.model->reads, 0);
+    PropertyKeys read;
+    f.model->inRead = [&](const PropertyKeys& keys) { read = keys; };
+    f.model->announce({"length", "bolts"}, {1});
+    f.page->flush();
+    QCOMPARE(read, PropertyKeys({"length", "bolts"}));
+}
+
+void TestPropertyPage::showsWhatANewPageShows_data()
+{
+    columns<int>("act");
+    row("after an edit", 0);
+    row("after an undo", 1);
+    row("after a change from elsewhere", 2);
+    row("after a deletion", 3);
+    row("after the deletion of all", 4);
+    row("after a change of units", 5);
+    row("after another selection", 6);
+    row("after an error", 7);
+}
+
+void TestPropertyPage::showsWhatANewPageShows()
+{
+    QFETCH(const int, act);
+    const PageFixture f;
+    switch (act) {
+    case 0:
+        f.page->setValue("length", 2.5);
+        break;
+    case 1:
+        f.page->setValue("bolts", 7);
+        f.stack->undo();
+        break;
+    case 2:
+        f.model->beams[1].support = Support::Pinned;
+        f.model->beams[1].isActive = false;
+        f.model->announce({"support", "active"}, {1});
+        break;
+    case 3:
+        f.model->beams.erase(0);
+        f.model->beams.erase(1);
+        f.model->announce();
+        break;
+    case 4:
+        f.model->beams.clear();
+        f.model->announce();
+        break;
+    case 5:
+        f.model->setUnits(vrn::units::Context(8));
+        break;
+    case 6:
+        f.page->setSelection({1});
+        break;
+    default:
+        f.model->inRead = [](const PropertyKeys& keys) {
+            if (std::find(keys.begin(), keys.end(), "bolts") != keys.end())
+                throw PropertyError("The file is gone.");
+        };
+        f.model->announce({"bolts"}, {});
+    }
+    f.page->flush();
+    PropertyPage fresh;
+    fresh.setModel(f.model.get());
+    fresh.setSelection(f.page->selection());
+    for (const PropertyDescription& property : f.model->kind(0).properties()) {
+        const PropertyRow shown = f.page->row(property.key);
+        const PropertyRow expected = fresh.row(property.key);
+        QCOMPARE(shown.text, expected.text);
+        QCOMPARE(shown.state, expected.state);
+        QCOMPARE(shown.reason, expected.reason);
+        QCOMPARE(shown.isReadOnly, expected.isReadOnly);
+        QCOMPARE(shown.edit, expected.edit);
+    }
+}
+
+void TestPropertyPage::showsSharedPropertiesOfSeveralKinds()
+{
+    PropertySet<Wall> walls("wall", [](int) { return QString("walls"); });
+    walls
+        .add("length", "&Length", &Wall::length,
+            field::quantity(vrn::units::UnitId::GEO_LENGTH).between(0.1, 40.0))
+        .add("name", "&Name", &Wall::name, field::integer());
+    std::map<std::uint64_t, Wall> all{{0, Wall()}};
+    BeamModel model(2);
+    const std::uint32_t kind = model.addKind(walls, &all);
+    PropertyPage page;
+    page.setModel(&model);
+    page.setSelection({{0, kind}, {0, 0}});
+    QVERIFY(page.editor("length"));
+    QVERIFY(!page.editor("name"));
+    QVERIFY(!page.editor("bolts"));
+    page.setSelection({{0, kind}});
+    QVERIFY(page.editor("name"));
+}
+
+void TestPropertyPage::keepsTheEditorsOfAKind()
+{
+    const PageFixture f;
+    QWidget* editor = f.page->editor("length");
+    f.line("length")->setFocus();
+    f.page->setSelection({2});
+    QCOMPARE(f.page->editor("length"), editor);
+    QCOMPARE(f.focus(), f.line("length"));
+    QCOMPARE(f.text("name"), QString("B3"));
+}
+
+void TestPropertyPage::makesEditorsWhenTheirSectionOpens()
+{
+    BeamModel model(2);
+    PropertyPage page;
+    page.setModel(&model);
+    page.setSelection(model.ids());
+    QVERIFY(page.findChild<QWidget*>("length"));
+    QVERIFY(!page.findChild<QWidget*>("support"));
+    PropertyKeys read;
+    model.inRead = [&](const PropertyKeys& keys) { read = keys; };
+    page.findChild<QToolButton*>("section.statics")->click();
+    QVERIFY(page.findChild<QWidget*>("support"));
+    QCOMPARE(read, PropertyKeys({"support", "load", "group", "camber"}));
+}
+
+void TestPropertyPage::foldsByKeyboard()
+{
+    const PageFixture f;
+    auto* head = f.part<QToolButton>("section.geometry");
+    QWidget* editor = f.page->editor("length");
+    head->setFocus();
+    f.press(Qt::Key_Left);
+    QVERIFY(!head->isChecked());
+    QVERIFY(!editor->isVisible());
+    QVERIFY(!f.part<QLabel>("length.caption")->isVisible());
+    f.press(Qt::Key_Left);
+    QVERIFY(!head->isChecked());
+    f.press(Qt::Key_Right);
+    QVERIFY(editor->isVisible());
+    f.press(Qt::Key_Space);
+    QVERIFY(!editor->isVisible());
+    f.press(Qt::Key_Return);
+    QVERIFY(editor->isVisible());
+    f.window->setLayoutDirection(Qt::RightToLeft);
+    f.press(Qt::Key_Right);
+    QVERIFY(!editor->isVisible());
+}
+
+void TestPropertyPage::stepsAmongHeads()
+{
+    const PageFixture f;
+    f.part<QToolButton>("section.general")->setFocus();
+    f.press(Qt::Key_Down);
+    QCOMPARE(f.focus(), f.part<QToolButton>("section.geometry"));
+    f.press(Qt::Key_Down);
+    f.press(Qt::Key_Down);
+    QCOMPARE(f.focus(), f.part<QToolButton>("section.statics"));
+    f.press(Qt::Key_Up);
+    QCOMPARE(f.focus(), f.part<QToolButton>("section.geometry"));
+}
+
+void TestPropertyPage::filters()
+{
+    const PageFixture f;
+    auto* filter = f.part<QLineEdit>("filter");
+    auto* statics = f.part<QToolButton>("section.statics");
+    statics->click();
+    QVERIFY(!f.part<QWidget>("support")->isVisible());
+    filter->setText(" SUPP ");
+    QVERIFY(f.part<QWidget>("support")->isVisible());
+    QVERIFY(!f.part<QWidget>("load")->isVisible());
+    QVERIFY(!f.part<QWidget>("length")->isVisible());
+    QVERIFY(!f.part<QWidget>("section.geometry")->isVisible());
+    filter->setText("nothing has this");
+    QVERIFY(f.part<QLabel>("hint")->isVisible());
+    filter->clear();
+    QVERIFY(!f.part<QLabel>("hint")->isVisible());
+    QVERIFY(!f.part<QWidget>("support")->isVisible());
+    QVERIFY(!statics->isChecked());
+    QVERIFY(f.part<QWidget>("length")->isVisible());
+}
+
+void TestPropertyPage::filtersByKeyboard()
+{
+    const PageFixture f;
+    f.line("length")->setFocus();
+    f.press(Qt::Key_F, Qt::ControlModifier);
+    QCOMPARE(f.focus(), f.part<QLineEdit>("filter"));
+    QTest::keyClicks(f.part<QLineEdit>("filter"), "bolt");
+    f.press(Qt::Key_Down);
+    QCOMPARE(f.focus(), f.line("bolts"));
+    f.press(Qt::Key_F, Qt::ControlModifier);
+    f.press(Qt::Key_Escape);
+    QCOMPARE(f.part<QLineEdit>("filter")->text(), QString());
+    QVERIFY(f.part<QWidget>("length")->isVisible());
+}
+
+void TestPropertyPage::leavesEscapeInAnEmptyFilterToTheDialog()
+{
+    BeamModel model(1);
+    QDialog dialog;
+    auto* page = new PropertyPage(&dialog);
+    page->setModel(&model);
+    page->setSelection(model.ids());
+    dialog.show();
+    QVERIFY(QTest::qWaitForWindowActive(&dialog));
+    auto* filter = page->findChild<QLineEdit*>("filter");
+    filter->setFocus();
+    QTest::keyClicks(filter, "a");
+    QTest::keyClick(filter, Qt::Key_Escape);
+    QVERIFY(dialog.isVisible());
+    QTest::keyClick(filter, Qt::Key_Escape);
+    QVERIFY(!dialog.isVisible());
+}
+
+void TestPropertyPage::tabsInReadingOrder()
+{
+    const PageFixture f;
+    f.part<QToolButton>("section.general")->setFocus();
+    const QStringList wanted{"name", "grade", "comment", "active", "section.geometry", "length",
+        "width", "factor", "bolts", "area", "section.statics", "support", "load"};
+    for (const QString& name : wanted) {
+        f.press(Qt::Key_Tab);
+        QWidget* focus = f.focus();
+        while (focus->objectName() != name && focus != f.page && focus->parentWidget())
+            focus = focus->parentWidget();
+        QCOMPARE(focus->objectName(), name);
+    }
+}
+
+void TestPropertyPage::hidesTheUnitThatTheTextHas()
+{
+    const PageFixture f;
+    auto* unit = f.part<QLabel>("length.unit");
+    QCOMPARE(unit->text(), QString("m"));
+    QVERIFY(!unit->isVisible());
+    f.type("length", "2");
+    QVERIFY(unit->isVisible());
+    QTest::keyClicks(f.line("length"), " m");
+    QVERIFY(!unit->isVisible());
+    QVERIFY(f.part<QLabel>("load.unit")->isVisible());
+    f.part<QToolButton>("section.statics")->click();
+    QVERIFY(!f.part<QLabel>("load.unit")->isVisible());
+}
+
+void TestPropertyPage::changesUnits()
+{
+    const PageFixture f;
+    const vrn::units::Context units(8);
+    const QString expected = f.model->kind(0).find("length")->field.text(10.0 / 3.0, units);
+    f.model->setUnits(units);
+    QCOMPARE(f.text("length"), expected);
+    QVERIFY(expected != "3.333 m");
+    QCOMPARE(f.model->writes, QStringList());
+}
+
+void TestPropertyPage::isReadOnly()
+{
+    const PageFixture f;
+    f.page->setReadOnly(true);
+    QVERIFY(f.line("length")->isReadOnly());
+    QVERIFY(!f.page->editor("active")->isEnabled());
+    QVERIFY(!f.page->editor("support")->isEnabled());
+    QVERIFY(f.page->row("bolts").isReadOnly);
+    f.page->setReadOnly(false);
+    QVERIFY(!f.line("length")->isReadOnly());
+    QVERIFY(f.page->editor("active")->isEnabled());
+    QVERIFY(f.line("area")->isReadOnly());
+}
+
+void TestPropertyPage::setsAValue()
+{
+    const PageFixture f;
+    QSignalSpy edited(f.page, &PropertyPage::edited);
+    const PropertyReceipt receipt = f.page->setValue("length", 2.5);
+    QCOMPARE(receipt.changed, std::size_t(3));
+    QCOMPARE(f.text("length"), QString("2.500 m"));
+    QCOMPARE(edited.count(), 1);
+    QCOMPARE(f.stack->count(), 1);
+    QVERIFY_EXCEPTION_THROWN(f.page->setValue("length", 50.0), PropertyError);
+    QCOMPARE(edited.count(), 1);
+    QCOMPARE(f.text("length"), QString("2.500 m"));
+}
+
+void TestPropertyPage::savesAndLoads()
+{
+    const PageFixture f;
+    f.type("bolts", "7");
+    const QJsonObject saved = f.page->save();
+    QCOMPARE(f.model->beams[0].bolts, 7);
+    f.page->setValue("bolts", 9);
+    f.page->setValue("length", 2.5);
+    QCOMPARE(f.page->load(saved).changed, std::size_t(3));
+    QCOMPARE(f.text("bolts"), QString("7"));
+    QVERIFY(haveSameBits(f.lengthOf(2), 10.0 / 3.0));
+    QVERIFY_EXCEPTION_THROWN(f.page->load(QJsonObject()), PropertyError);
+}
+
+void TestPropertyPage::savesItsSections()
+{
+    const PageFixture f;
+    f.part<QToolButton>("section.geometry")->click();
+    const QByteArray state = f.page->saveState();
+    f.part<QToolButton>("section.geometry")->click();
+    f.part<QToolButton>("section.general")->click();
+    QVERIFY(f.page->restoreState(state));
+    QVERIFY(f.part<QToolButton>("section.general")->isChecked());
+    QVERIFY(!f.part<QToolButton>("section.geometry")->isChecked());
+    QVERIFY(f.part<QToolButton>("section.statics")->isChecked());
+    QCOMPARE(f.page->saveState(), state);
+}
+
+void TestPropertyPage::refusesADamagedState_data()
+{
+    columns<QByteArray>("state");
+    PropertyPage page;
+    BeamModel model(1);
+    page.setModel(&model);
+    page.setSelection(model.ids());
+    const QByteArray state = page.saveState();
+    row("nothing", QByteArray());
+    row("another format", QByteArray("{\"open\":{}}"));
+    row("cut", state.left(state.size() - 3));
+    row("a section that was folded by hand", QByteArray(state).replace("true", "false"));
+    row("a section of another name", QByteArray(state).replace("geometry", "gemeotry"));
+    row("another version", QByteArray(state).replace("\"version\":1", "\"version\":2"));
+}
+
+void TestPropertyPage::refusesADamagedState()
+{
+    QFETCH(const QByteArray, state);
+    const PageFixture f;
+    const QByteArray before = f.page->saveState();
+    QVERIFY(!f.page->restoreState(state));
+    QCOMPARE(f.page->saveState(), before);
+}
+
+void TestPropertyPage::isDescribedToAScreenReader()
+{
+    const PageFixture f;
+    QCOMPARE(f.line("length")->accessibleName(), QString("Length"));
+    QVERIFY(f.line("name")->accessibleDescription().contains("differ"));
+    QCOMPARE(f.page->editor("support")->accessibleName(), QString("Support"));
+    QCOMPARE(f.part<QToolButton>("section.geometry")->accessibleName(), QString("Geometry"));
+    QCOMPARE(f.part<QLabel>("length.caption")->buddy(), f.page->editor("length"));
+}
+
+void TestPropertyPage::mergesTheKeysOfAGesture()
+{
+    const PageFixture f;
+    f.page->editor("support")->setFocus();
+    f.press(Qt::Key_Down);
+    f.press(Qt::Key_Up);
+    f.press(Qt::Key_Down);
+    QCOMPARE(f.model->writes.size(), 3);
+    QCOMPARE(f.stack->count(), 1);
+    f.stack->undo();
+    QCOMPARE(f.model->beams[0].support, Support::Fixed);
+}
+
+void TestPropertyPage::endsAGestureWithTheFocus()
+{
+    const PageFixture f;
+    f.page->editor("support")->setFocus();
+    f.press(Qt::Key_Down);
+    f.button->setFocus();
+    f.page->editor("support")->setFocus();
+    f.press(Qt::Key_Up);
+    QCOMPARE(f.stack->count(), 2);
+}
+
+VRN_TEST(TestPropertyPage)
+#include "tst_property_page.moc"

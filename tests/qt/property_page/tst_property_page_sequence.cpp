@@ -1,0 +1,707 @@
+#include <vrn/qt/property_error.h>
+#include <vrn/qt/property_page.h>
+#include <vrn/qt/varies_string.h>
+
+#include "support/random_sequence.h"
+#include "support/test_main.h"
+#include "support/test_object.h"
+
+#include "qt/properties/beam_model.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QCloseEvent>
+#include <QInputMethodEvent>
+#include <QLineEdit>
+#include <QMap>
+#include <QTest>
+#include <QUndoStack>
+#include <QVBoxLayout>
+
+#include <functional>
+#include <optional>
+
+using namespace vrn::qt;
+using namespace vrn::test;
+
+namespace {
+
+constexpr int beamCount = 4;
+const QString none = "-";
+
+/// A number by its bits, as a text.
+QString bitsOf(double value)
+{
+    quint64 bits = 0;
+    std::memcpy(&bits, &value, sizeof(bits));
+    return QString::number(bits, 16);
+}
+
+double fromBits(const QString& text)
+{
+    const quint64 bits = text.toULongLong(nullptr, 16);
+    double value = 0.0;
+    std::memcpy(&value, &bits, sizeof(value));
+    return value;
+}
+
+/// The values of one object by property, each as a text that tells its bits.
+using Values = QMap<QString, QString>;
+
+Values valuesOf(const Beam& beam)
+{
+    return {{"name", beam.name}, {"active", QString::number(int(beam.isActive))},
+        {"length", bitsOf(beam.length)}, {"factor", bitsOf(beam.factor)},
+        {"bolts", QString::number(beam.bolts)}, {"support", QString::number(int(beam.support))},
+        {"load", beam.load ? bitsOf(*beam.load) : none}, {"camber", bitsOf(beam.camber())}};
+}
+
+/// The new value for an old one; none leaves the object as it is.
+using Change = std::function<std::optional<QString>(const QString& old)>;
+
+/// What a typed text is by the laws.
+struct Typed
+{
+    QString key;
+    QString text;
+    bool isComplete;
+    Change change;
+    /// The setter of the object refuses it, once it is called.
+    bool isRefusedBySetter = false;
+};
+
+Change to(const QString& value)
+{
+    return [value](const QString&) { return std::optional(value); };
+}
+
+Change addTo(double summand)
+{
+    return [summand](const QString& old) -> std::optional<QString> {
+        const double value = fromBits(old) + summand;
+        return value >= 0.1 && value <= 40.0 ? std::optional(bitsOf(value)) : std::nullopt;
+    };
+}
+
+const std::vector<Typed>& typedTexts()
+{
+    static const std::vector<Typed> texts{
+        {"length", "5 m", true, to(bitsOf(5.0))},
+        {"length", "7.123456789 m", true, to(bitsOf(7.123456789))},
+        {"length", "3 m + 20 cm", true, to(bitsOf(3.2))},
+        {"length", "+= 1 m", true, addTo(1.0)},
+        {"length", "-= 30 m", true, addTo(-30.0)},
+        {"length", "12 mn", false, {}},
+        {"length", "12 m ", true, to(bitsOf(12.0))},
+        {"length", "3 +", false, {}},
+        {"length", "50 m", false, {}},
+        {"length", "", false, {}},
+        {"factor", "1.23456", true, to(bitsOf(1.23456))},
+        {"factor", "2", true, to(bitsOf(2.0))},
+        {"factor", "two", false, {}},
+        {"factor", "", false, {}},
+        {"bolts", "7", true, to("7")},
+        {"bolts", "8", false, {}},
+        {"bolts", "1.5", false, {}},
+        {"bolts", "101", false, {}},
+        {"name", "ridge", true, to("ridge")},
+        {"name", "", true, to("")},
+        {"name", "a name that is far too long", false, {}},
+        {"load", "2 kN/m", true, to(bitsOf(2.0))},
+        {"load", "", true, to(none)},
+        {"load", "2 kNm", false, {}},
+        {"camber", "0.5", true, to(bitsOf(0.5))},
+        {"camber", "-1", true, to(bitsOf(-1.0)), true},
+    };
+    return texts;
+}
+
+const QStringList keys{
+    "name", "active", "length", "factor", "bolts", "area", "support", "load", "group", "camber"};
+const QStringList lineKeys{"name", "length", "factor", "bolts", "load", "group", "camber"};
+
+QString sectionOf(const QString& key)
+{
+    return key == "name" || key == "active"                                      ? "general"
+        : key == "support" || key == "load" || key == "group" || key == "camber" ? "statics"
+                                                                                 : "geometry";
+}
+
+/// A window that asks its page and stays.
+class StayingWindow : public QWidget
+{
+protected:
+    void closeEvent(QCloseEvent* event) override { event->ignore(); }
+};
+
+class PageBeside final : public Subject
+{
+public:
+    PageBeside()
+    {
+        m_model.beforeWrite = [this] {
+            if (m_throws)
+                throw PropertyError("not now");
+        };
+        takeOver();
+        m_page = new PropertyPage(&m_window);
+        auto* layout = new QVBoxLayout(&m_window);
+        layout->addWidget(m_page);
+        m_other = new QLineEdit(&m_window);
+        layout->addWidget(m_other);
+        m_page->setModel(&m_model);
+        m_page->setUndoStack(&m_stack);
+        m_window.resize(400, 700);
+        m_window.show();
+        QApplication::setActiveWindow(&m_window);
+        select({0, 1, 2});
+    }
+
+    static QStringList actions()
+    {
+        return {"type", "type", "type", "type what stood there", "Enter", "Tab", "leave", "Escape",
+            "focus", "fold", "filter", "select", "undo", "redo", "change from elsewhere",
+            "delete or restore", "change the units", "hide and show", "disable and enable",
+            "read-only and back", "close the window", "finish", "cancel", "set a value",
+            "press a key in the list", "press the box", "look", "change the palette",
+            "throw or not", "end the turn"};
+    }
+
+    QString perform(int action, unsigned argument) override
+    {
+        Choice choice(argument);
+        // A window of hints that goes may take that from it.
+        if (!m_window.isActiveWindow())
+            QApplication::setActiveWindow(&m_window);
+        const QString name = actions()[action];
+        m_model.writes.clear();
+        m_mayWrite = false;
+        m_due = 0;
+        m_name = name;
+        QString problem = act(name, choice);
+        return problem.isEmpty() ? difference() : problem;
+    }
+
+private:
+    struct Pending
+    {
+        Typed typed;
+        bool isRefused; ///< It has been tried, or is not complete.
+    };
+
+    QString act(const QString& name, Choice& choice)
+    {
+        if (name == "type")
+            return type(choice);
+        if (name == "type what stood there")
+            typeBack(choice);
+        else if (name == "Enter" || name == "Tab" || name == "leave")
+            endByUser(name);
+        else if (name == "Escape")
+            escape();
+        else if (name == "focus")
+            focus(lineKeys[choice.below(int(lineKeys.size()))]);
+        else if (name == "fold")
+            fold(choice.of({"general", "geometry", "statics"}));
+        else if (name == "filter")
+            filter(choice.of({"", "l", "name", "nothing"}));
+        else if (name == "select")
+            select(choice);
+        else if (name == "undo" || name == "redo")
+            undoOrRedo(name == "undo");
+        else if (name == "change from elsewhere")
+            changeFromElsewhere(choice);
+        else if (name == "delete or restore")
+            deleteOrRestore();
+        else if (name == "change the units")
+            changeUnits(choice.below(10));
+        else if (name == "hide and show")
+            hideAndShow();
+        else if (name == "disable and enable")
+            disableAndEnable();
+        else if (name == "read-only and back")
+            readOnlyAndBack();
+        else if (name == "close the window")
+            closeWindow();
+        else if (name == "finish")
+            return finish();
+        else if (name == "cancel")
+            cancel();
+        else if (name == "set a value")
+            return setValue(choice);
+        else if (name == "press a key in the list")
+            press("support", choice.of({Qt::Key_Down, Qt::Key_Up}));
+        else if (name == "press the box")
+            press("active", Qt::Key_Space);
+        else if (name == "look")
+            look();
+        else if (name == "change the palette")
+            changePalette(choice);
+        else if (name == "throw or not")
+            m_throws = !m_throws;
+        else
+            return endTurn();
+        return {};
+    }
+
+    // --- What the laws say ---
+
+    /// The objects are what the model has; for acts that another test holds to the laws.
+    void takeOver()
+    {
+        m_objects.clear();
+        for (const auto& beam : m_model.beams)
+            m_objects[int(beam.first)] = valuesOf(beam.second);
+    }
+
+    /// Whether the edit was taken.
+    bool carryOut(const Typed& typed)
+    {
+        QMap<int, QString> after;
+        for (const int id : m_selected) {
+            if (!m_objects.contains(id))
+                continue;
+            const QString old = m_objects[id][typed.key];
+            const std::optional<QString> value = typed.change(old);
+            if (value && *value != old)
+                after[id] = *value;
+        }
+        if (after.isEmpty())
+            return true;
+        ++m_due;
+        if (m_throws || typed.isRefusedBySetter)
+            return false;
+        for (auto value = after.begin(); value != after.end(); ++value)
+            m_objects[value.key()][typed.key] = value.value();
+        return true;
+    }
+
+    /// Enter, Tab and leaving.
+    void endSoftly(const QString& key)
+    {
+        const auto pending = m_pending.find(key);
+        if (pending == m_pending.end() || pending->isRefused)
+            return;
+        if (pending->typed.isComplete && carryOut(pending->typed)) {
+            m_pending.remove(key);
+        } else {
+            pending->isRefused = true;
+        }
+    }
+
+    /// What drops an incomplete text.
+    void endHard(const QString& key)
+    {
+        endSoftly(key);
+        m_pending.remove(key);
+    }
+
+    void endAllHard()
+    {
+        for (const QString& key : lineKeys)
+            endHard(key);
+    }
+
+    // --- What the user does ---
+
+    QLineEdit* lineEdit(const QString& key) const
+    {
+        QWidget* editor = m_page->findChild<QWidget*>(key);
+        if (!editor)
+            return nullptr;
+        auto* edit = qobject_cast<QLineEdit*>(editor);
+        return edit ? edit : editor->findChild<QLineEdit*>();
+    }
+
+    QString focused() const
+    {
+        for (const QString& key : lineKeys) {
+            const QLineEdit* edit = lineEdit(key);
+            if (edit && m_window.focusWidget() == edit)
+                return key;
+        }
+        return {};
+    }
+
+    /// The edit if it could be given the focus.
+    QLineEdit* focus(const QString& key)
+    {
+        QLineEdit* edit = lineEdit(key);
+        if (!edit || !edit->isVisible())
+            return nullptr;
+        if (!edit->hasFocus()) {
+            const QString before = focused();
+            endSoftly(before);
+            edit->setFocus(Qt::TabFocusReason);
+        }
+        return edit->hasFocus() && !edit->isReadOnly() ? edit : nullptr;
+    }
+
+    static void enter(QLineEdit* edit, const QString& text)
+    {
+        edit->selectAll();
+        if (text.isEmpty()) {
+            QTest::keyClick(edit, Qt::Key_Delete);
+            return;
+        }
+        QInputMethodEvent event;
+        event.setCommitString(text);
+        QCoreApplication::sendEvent(edit, &event);
+    }
+
+    QString type(Choice& choice)
+    {
+        const Typed& typed = typedTexts()[std::size_t(choice.below(int(typedTexts().size())))];
+        QLineEdit* edit = focus(typed.key);
+        if (!edit)
+            return {};
+        if (edit->text() == typed.text)
+            return {}; // no edit
+        enter(edit, typed.text);
+        m_pending[typed.key] = {typed, !typed.isComplete};
+        // The text of the model may stand there when something else was typed first.
+        if (m_page->row(typed.key.toStdString()).edit == EditState::Untouched) {
+            m_pending.remove(typed.key);
+            if (!isText(typed.key, typed.text))
+                return typed.text + " counts as untouched";
+        }
+        return {};
+    }
+
+    /// Whether it is how the common value is shown, or its full digits.
+    bool isText(const QString& key, const QString& text) const
+    {
+        const PropertySelection selection(m_page->model(), m_page->selection());
+        const PropertyState state = selection.read({key.toStdString()}).front();
+        const Field& field = selection.row(key.toStdString())->field;
+        return state.kind != PropertyState::Varies
+            && (text == field.text(state.value, m_model.units())
+                || text == field.exactText(state.value, m_model.units()));
+    }
+
+    void typeBack(Choice& choice)
+    {
+        const QString key = lineKeys[choice.below(int(lineKeys.size()))];
+        QLineEdit* edit = focus(key);
+        if (!edit || m_pending.contains(key))
+            return;
+        const QString before = edit->text();
+        enter(edit, "1");
+        enter(edit, before);
+    }
+
+    void endByUser(const QString& how)
+    {
+        const QString key = focused();
+        if (key.isEmpty())
+            return;
+        endSoftly(key);
+        if (how == "Enter")
+            QTest::keyClick(lineEdit(key), Qt::Key_Return);
+        else if (how == "Tab")
+            QTest::keyClick(lineEdit(key), Qt::Key_Tab);
+        else
+            m_other->setFocus(Qt::MouseFocusReason);
+    }
+
+    void escape()
+    {
+        const QString key = focused();
+        if (key.isEmpty())
+            return;
+        QTest::keyClick(lineEdit(key), Qt::Key_Escape);
+        m_pending.remove(key);
+    }
+
+    void fold(const QString& section)
+    {
+        auto* head = m_page->findChild<QAbstractButton*>("section." + section);
+        if (!head || !head->isVisible())
+            return;
+        endSoftly(focused());
+        m_other->setFocus();
+        for (const QString& key : lineKeys) {
+            const QLineEdit* edit = lineEdit(key);
+            if (edit && edit->isVisible() && sectionOf(key) == section)
+                endHard(key);
+        }
+        head->click();
+    }
+
+    void filter(const QString& text)
+    {
+        auto* edit = m_page->findChild<QLineEdit*>("filter");
+        if (!edit)
+            return;
+        endSoftly(focused());
+        edit->setFocus();
+        enter(edit, text);
+        // What it hides is ended.
+        for (const QString& key : lineKeys) {
+            const QLineEdit* line = lineEdit(key);
+            if (!line || !line->isVisible())
+                endHard(key);
+        }
+    }
+
+    void select(const QList<int>& ids)
+    {
+        if (ids != m_selected)
+            endAllHard();
+        m_selected = ids;
+        ObjectIds selected;
+        for (const int id : ids)
+            selected.emplace_back(std::uint64_t(id));
+        m_page->setSelection(selected);
+    }
+
+    void select(Choice& choice)
+    {
+        QList<int> ids;
+        for (int id = 0; id < beamCount; ++id) {
+            if (choice.below(2) == 0)
+                ids << id;
+        }
+        select(ids);
+    }
+
+    void undoOrRedo(bool isUndo)
+    {
+        if (isUndo)
+            m_stack.undo();
+        else
+            m_stack.redo();
+        m_mayWrite = true;
+    }
+
+    void changeFromElsewhere(Choice& choice)
+    {
+        for (auto& beam : m_model.beams) {
+            if (choice.below(2) == 0)
+                continue;
+            // Out of the range of an edit, too.
+            beam.second.length = choice.of({3.0, 1000.0, 5.0 / 7.0, 3.0000001});
+            beam.second.support = choice.of({Support::Fixed, Support::Pinned, Support::Free});
+        }
+        m_model.announce({"length", "support"});
+        takeOver();
+    }
+
+    void deleteOrRestore()
+    {
+        if (m_deleted.empty() && !m_model.beams.empty()) {
+            m_deleted.push_back(m_model.beams.extract(m_model.beams.begin()));
+        } else if (!m_deleted.empty()) {
+            m_model.beams.insert(std::move(m_deleted.back()));
+            m_deleted.pop_back();
+        }
+        m_model.announce();
+        takeOver();
+    }
+
+    void changeUnits(int system)
+    {
+        endAllHard();
+        m_model.setUnits(vrn::units::Context(system));
+    }
+
+    void hideAndShow()
+    {
+        endAllHard();
+        m_page->hide();
+        m_page->show();
+    }
+
+    void disableAndEnable()
+    {
+        endSoftly(focused());
+        m_page->setEnabled(false);
+        m_page->setEnabled(true);
+    }
+
+    void readOnlyAndBack()
+    {
+        endAllHard();
+        m_page->setReadOnly(true);
+        m_page->setReadOnly(false);
+    }
+
+    void closeWindow()
+    {
+        endAllHard();
+        m_window.close();
+    }
+
+    QString finish()
+    {
+        for (const QString& key : lineKeys)
+            endSoftly(key);
+        const bool isDone = m_page->finishEditing();
+        if (m_mayWrite)
+            return {};
+        const bool isDue = m_pending.isEmpty() && !isPickPending("active")
+            && !isPickPending("support");
+        return isDone == isDue ? QString() : QString("finishEditing() is %1").arg(isDone);
+    }
+
+    /// What was picked and refused is pending, too.
+    bool isPickPending(const std::string& key) const
+    {
+        return m_page->row(key).edit != EditState::Untouched;
+    }
+
+    void cancel()
+    {
+        m_page->cancelEditing();
+        m_pending.clear();
+    }
+
+    QString setValue(Choice& choice)
+    {
+        if (m_selected.isEmpty())
+            return {};
+        const auto support = choice.of({Support::Fixed, Support::Pinned});
+        const Typed typed{"support", {}, true, to(QString::number(int(support)))};
+        const bool isTaken = carryOut(typed);
+        try {
+            m_page->setValue("support", support);
+            return isTaken ? "" : "the value was not refused";
+        } catch (const PropertyError& error) {
+            return isTaken ? error.reason() : QString();
+        }
+    }
+
+    /// What a key picks, another test tells.
+    void press(const QString& key, Qt::Key pressed)
+    {
+        QWidget* editor = m_page->findChild<QWidget*>(key);
+        if (!editor || !editor->isVisible())
+            return;
+        endSoftly(focused());
+        editor->setFocus(Qt::TabFocusReason);
+        if (QWidget* focusWidget = QApplication::focusWidget()) {
+            if (focusWidget == editor || editor->isAncestorOf(focusWidget))
+                QTest::keyClick(focusWidget, pressed);
+        }
+        m_mayWrite = true;
+    }
+
+    void look()
+    {
+        for (const QString& key : keys)
+            m_page->row(key.toStdString());
+        m_page->grab();
+    }
+
+    void changePalette(Choice& choice)
+    {
+        QPalette palette = m_window.palette();
+        palette.setColor(QPalette::Base, choice.of({Qt::white, Qt::black}));
+        m_window.setPalette(palette);
+    }
+
+    QString endTurn()
+    {
+        m_page->flush();
+        return pageDifference();
+    }
+
+    // --- What differs ---
+
+    QString difference()
+    {
+        if (m_mayWrite) {
+            if (m_model.writes.size() > 2)
+                return "it wrote " + m_model.writes.join("; ");
+            takeOver();
+            return {};
+        }
+        if (m_model.writes.size() != m_due) {
+            return QString("%1 writes instead of %2: %3")
+                .arg(m_model.writes.size())
+                .arg(m_due)
+                .arg(m_model.writes.join("; "));
+        }
+        for (const auto& beam : m_model.beams) {
+            const Values values = valuesOf(beam.second);
+            const Values& due = m_objects[int(beam.first)];
+            for (auto value = values.begin(); value != values.end(); ++value) {
+                if (value.value() != due[value.key()]) {
+                    return QString("%1 of %2 is %3 instead of %4")
+                        .arg(value.key())
+                        .arg(beam.first)
+                        .arg(value.value(), due[value.key()]);
+                }
+            }
+        }
+        for (auto pending = m_pending.begin(); pending != m_pending.end(); ++pending) {
+            const PropertyRow row = m_page->row(pending.key().toStdString());
+            const bool isRefused = row.edit == EditState::Refused
+                || row.edit == EditState::Unfinished;
+            if (row.text != pending->typed.text)
+                return QString("%1 was typed, and %2 is there").arg(pending->typed.text, row.text);
+            if (isRefused != pending->isRefused)
+                return QString("%1 is in state %2").arg(pending->typed.text).arg(int(row.edit));
+            if (isRefused && row.reason.isEmpty())
+                return pending->typed.text + " is refused without a reason";
+        }
+        return {};
+    }
+
+    QString pageDifference() const
+    {
+        PropertyPage fresh;
+        fresh.setModel(&m_model);
+        fresh.setSelection(m_page->selection());
+        for (const QString& key : keys) {
+            const PropertyRow row = m_page->row(key.toStdString());
+            const PropertyRow due = fresh.row(key.toStdString());
+            if (row.state != due.state) {
+                return QString("%1 is in state %2 instead of %3")
+                    .arg(key)
+                    .arg(int(row.state))
+                    .arg(int(due.state));
+            }
+            const bool isPicked = !lineKeys.contains(key) && isPickPending(key.toStdString());
+            if (m_pending.contains(key) || isPicked || key == focused())
+                continue;
+            if (row.text != due.text || row.edit != due.edit || row.reason != due.reason)
+                return QString("%1 shows \"%2\" instead of \"%3\"").arg(key, row.text, due.text);
+            const QLineEdit* edit = lineKeys.contains(key) ? lineEdit(key) : nullptr;
+            if (edit && edit->isVisible() && edit->text() != due.text)
+                return QString("%1 has the text \"%2\"").arg(key, edit->text());
+        }
+        return {};
+    }
+
+    mutable BeamModel m_model{beamCount};
+    QUndoStack m_stack;
+    StayingWindow m_window;
+    PropertyPage* m_page = nullptr;
+    QLineEdit* m_other = nullptr;
+
+    QMap<int, Values> m_objects;
+    QList<int> m_selected;
+    QMap<QString, Pending> m_pending;
+    std::vector<Beams::node_type> m_deleted;
+    bool m_throws = false;
+    bool m_mayWrite = false;
+    int m_due = 0;
+    QString m_name;
+};
+
+} // namespace
+
+class TestPropertyPageSequence : public TestObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void followsTheLaws()
+    {
+        runRandomSequences(PageBeside::actions(), [] { return std::make_unique<PageBeside>(); });
+    }
+};
+
+VRN_TEST(TestPropertyPageSequence)
+#include "tst_property_page_sequence.moc"
