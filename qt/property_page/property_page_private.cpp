@@ -488,11 +488,11 @@ bool PropertyPage::Private::finish()
             return true;
         }
     }
-    const auto first = std::find_if(m_form->rows().begin(), m_form->rows().end(),
-        [](const Row& row) { return row->isPending(); });
-    if (first == m_form->rows().end())
+    const auto first = std::find_if(
+        rows.begin(), rows.end(), [](const Row& row) { return row->isPending(); });
+    if (first == rows.end())
         return true;
-    const Row row = *first;
+    const Row& row = *first;
     if (m_isWriting)
         return false;
     const QString reason = row->entry().reason;
