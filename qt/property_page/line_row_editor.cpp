@@ -346,10 +346,11 @@ void LineRowEditor::refuse(const QString& reason)
 // Until the text changes.
 void LineRowEditor::decide(const RowEntry& made)
 {
-    m_judged.emplace();
-    m_judged->revision = m_line->revision();
-    m_judged->entry = made;
-    m_judged->isDecided = true;
+    Judged decided;
+    decided.revision = m_line->revision();
+    decided.entry = made;
+    decided.isDecided = true;
+    m_judged = decided;
 }
 
 void LineRowEditor::onEdited()

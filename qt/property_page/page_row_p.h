@@ -38,7 +38,7 @@ public:
     void dispose();
 
     /// Null before it is made, and after it has gone.
-    RowEditor* editor() const { return m_editor; }
+    RowEditor* editor() const { return m_editor.data(); }
     QWidget* widget() const { return m_editor ? m_editor->widget() : nullptr; }
 
     bool isVisible() const { return m_isVisible; }

@@ -31,6 +31,8 @@ public:
     };
 
     explicit Private(PropertyPage& page);
+    Private(const Private&) = delete;
+    Private& operator=(const Private&) = delete;
     ~Private();
 
     /// What was set last, also while it is postponed.
@@ -64,7 +66,7 @@ public:
 
     /// To see that it is asked to close.
     void watchWindow();
-    QWidget* window() const { return m_window; }
+    QWidget* window() const { return m_window.data(); }
 
 private:
     using Row = detail::SharedRow;

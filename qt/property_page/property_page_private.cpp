@@ -378,9 +378,7 @@ bool PropertyPage::Private::end(const Row& row, Rest rest, bool isInGesture)
         row->explain(entry.reason);
     else
         row->show();
-    if (!alive || !updatePending())
-        return false;
-    return !stays || refuse(row->property().title, entry.reason);
+    return alive && updatePending() && (!stays || refuse(row->property().title, entry.reason));
 }
 
 bool PropertyPage::Private::endAll(Rest rest)

@@ -174,7 +174,7 @@ public:
         using Raw = std::decay_t<decltype(get(0))>;
         if (places.count == 0 || varies)
             return;
-        const Raw first = get(0);
+        decltype(auto) first = get(0);
         if (Stored<Raw>::hasValue(first)) {
             const V value = Stored<Raw>::value(first);
             put(&value);
@@ -187,7 +187,7 @@ public:
         if (varies || i == places.count)
             return;
         varies = true;
-        const Raw other = get(i);
+        decltype(auto) other = get(i);
         if (Stored<Raw>::hasValue(first) && Stored<Raw>::hasValue(other))
             setOther(Stored<Raw>::value(other));
     }
