@@ -341,7 +341,8 @@ void UnitKeys::read_word()
             const std::wstring_view letters = letters_of(m_text[m_place]);
             if (letters.empty())
                 m_key.push_back(m_text[m_place]);
-            m_key.insert(m_key.end(), letters.begin(), letters.end());
+            else
+                m_key.insert(m_key.end(), letters.begin(), letters.end());
         }
         if (m_place == begin + 1 && (m_text[begin] == L's' || m_text[begin] == L'S'))
             m_key.insert(m_key.end(), {L'e', L'c'});
