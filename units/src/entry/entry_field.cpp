@@ -452,7 +452,16 @@ std::vector<std::wstring> EntryField::similar_units(std::wstring_view key) const
     if (key.empty() || key.size() > longest_similar)
         return {};
     const std::wstring word = lower(key);
-    const std::size_t most = word.size() <= 3 ? 1 : word.size() <= 6 ? 2 : 3;
+    std::vector<std::wstring> symbols;
+    for (const std::wstring_view meaning : meanings_of(word)) {
+        if (const FieldUnit* const unit = find(unit_key(meaning)))
+            symbols.push_back(unit->symbol);
+    }
+    // A word of a language is no slip of the finger.
+    if (!symbols.empty())
+        return symbols;
+    // With more slips than one in three characters, it would be another word.
+    const std::size_t most = std::max<std::size_t>(word.size() / 3, 1);
     std::vector<std::pair<Rank, const FieldUnit*>> ranks;
     for (const Spelling& spelling : m_spellings) {
         if (spelling.key.size() > longest_similar || spelling.unit->symbol.empty())
@@ -468,7 +477,6 @@ std::vector<std::wstring> EntryField::similar_units(std::wstring_view key) const
             spelling.unit});
     }
     std::sort(ranks.begin(), ranks.end());
-    std::vector<std::wstring> symbols;
     for (const auto& [rank, unit] : ranks) {
         if (symbols.size() < most_similar_units
             && std::find(symbols.begin(), symbols.end(), unit->symbol) == symbols.end())
