@@ -90,6 +90,8 @@ void addValidators()
         validating(load, "12 kN/m2")});
     add({"entry/validate 5 mm", "UnitValidator", 1.5, validating(lengthEntry, "5 mm"),
         validating(length, "5 mm")});
+    add({"entry/validate 3 m + 20 cm", "the same with 5 mm", 5.0,
+        validating(lengthEntry, "3 m + 20 cm"), validating(lengthEntry, "5 mm")});
 }
 
 void addLongTexts()

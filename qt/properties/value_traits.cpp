@@ -1,5 +1,8 @@
 #include <vrn/qt/value_traits.h>
 
+#include <vrn/qt/property_error.h>
+
+#include <QCoreApplication>
 #include <QLocale>
 
 #include <cmath>
@@ -121,7 +124,43 @@ std::string utf8From(const QString& text)
             begin = i + 1;
         }
     }
-    return begin == 0 ? text.toStdString() : utf8 + text.mid(begin).toStdString();
+    utf8 += text.mid(begin).toStdString();
+    // Halves that are bytes may also make up a character.
+    if (!text.isValidUtf16() && textFrom(utf8) != text)
+        throw PropertyError(QCoreApplication::translate(
+            "vrn::qt::Field", "It has half of a character, which cannot be kept here."));
+    return utf8;
+}
+
+// Qt's own conversions drop a byte order mark, and replace half a pair.
+QString textFrom(const std::wstring& wide)
+{
+    QString text;
+    text.reserve(int(wide.size()));
+    for (const wchar_t character : wide) {
+        const uint code = static_cast<uint>(character);
+        if (code > QChar::LastValidCodePoint)
+            text += QChar(QChar::ReplacementCharacter);
+        else if (QChar::requiresSurrogates(code))
+            text.append(QChar(QChar::highSurrogate(code))).append(QChar(QChar::lowSurrogate(code)));
+        else
+            text += QChar(ushort(code));
+    }
+    return text;
+}
+
+std::wstring wideFrom(const QString& text)
+{
+    std::wstring wide;
+    wide.reserve(std::size_t(text.size()));
+    for (int i = 0; i < int(text.size()); ++i) {
+        const bool isPair = text.at(i).isHighSurrogate() && i + 1 < int(text.size())
+            && text.at(i + 1).isLowSurrogate();
+        wide += static_cast<wchar_t>(
+            isPair ? QChar::surrogateToUcs4(text.at(i), text.at(i + 1)) : text.at(i).unicode());
+        i += isPair ? 1 : 0;
+    }
+    return wide;
 }
 
 } // namespace vrn::qt::detail

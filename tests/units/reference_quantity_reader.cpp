@@ -13,14 +13,27 @@ namespace {
 using units::IConverter;
 namespace UnitId = units::UnitId;
 
-// Compiled expressions are kept: the same few are used over and over.
-const std::wregex& compiled(const std::wstring& expression)
+/// No expression has a class of equivalence such as "[=a=]". The traits of the standard library
+/// ask the locale about these for almost each character, which takes half of the time.
+struct WithoutEquivalence : public std::regex_traits<wchar_t>
 {
-    static std::map<std::wstring, std::wregex> known;
+    template <typename Iterator>
+    std::wstring transform_primary(Iterator /*begin*/, Iterator /*end*/) const
+    {
+        return {};
+    }
+};
+
+using Regex = std::basic_regex<wchar_t, WithoutEquivalence>;
+
+// Compiled expressions are kept: the same few are used over and over.
+const Regex& compiled(const std::wstring& expression)
+{
+    static std::map<std::wstring, Regex> known;
     const auto entry = known.find(expression);
     if (entry != known.end())
         return entry->second;
-    std::wregex regex;
+    Regex regex;
     regex.imbue(std::locale::classic());
     regex.assign(expression);
     return known.emplace(expression, std::move(regex)).first->second;

@@ -53,6 +53,9 @@ private Q_SLOTS:
         row("a sum has the unit of its beginning", QStringLiteral("3 m + 20 cm"), 0,
             QStringLiteral("3.2 m"));
         row("a fraction is a decimal", QStringLiteral("1 1/2 m"), 0, QStringLiteral("1.5 m"));
+        row("zero after a sum is 0", QStringLiteral("3 m - 300 cm"), 0, QStringLiteral("0 m"));
+        row("a decimal less than 1 begins with 0", QStringLiteral("(-.05 m)"), 0,
+            QStringLiteral("-0.05 m"));
         row("a large number has an exponent", QStringLiteral("1e20 m"), 0,
             QStringLiteral("1e20 m"));
         row("a small number, too", QStringLiteral("1e-7 m"), 0, QStringLiteral("1e-07 m"));

@@ -202,6 +202,27 @@ private Q_SLOTS:
         }
     }
 
+    // A number of up to 15 digits is the only one of so few that is read as its double.
+    void aNumberIsWrittenInTheFewestDigits()
+    {
+        const EntryReader reader(Context(), UnitId::GEO_LENGTH);
+        for (int i = 0; i < 20000; ++i) {
+            std::wstring number = std::to_wstring(1 + below(999));
+            for (std::size_t more = below(5); more > 0; --more)
+                number += std::to_wstring(below(10));
+            if (const std::size_t decimals = below(8)) {
+                number += L'.';
+                for (std::size_t more = 1; more < decimals; ++more)
+                    number += std::to_wstring(below(10));
+                number += std::to_wstring(1 + below(9));
+            }
+            if (below(2) == 0)
+                number.insert(0, 1, L'-');
+            const Entry entry = reader.read(L"(" + number + L") m");
+            QCOMPARE(shown(entry.text), shown(number + L" m"));
+        }
+    }
+
     // A symbol in another case is the same unit, or none.
     void theCaseOfWordsDoesNotMatter()
     {

@@ -63,6 +63,10 @@ private Q_SLOTS:
     void keepsEveryBit();
     void keepsEveryText_data();
     void keepsEveryText();
+    void keepsEveryTextInWideCharacters_data();
+    void keepsEveryTextInWideCharacters();
+    void refusesHalfACharacterForUtf8_data();
+    void refusesHalfACharacterForUtf8();
     void loadsInOneStep();
     void writesOnlyWhatDiffers();
     void refusesAnotherFile_data();
@@ -159,6 +163,40 @@ void TestPropertyFile::keepsEveryText()
     const QByteArray file = written(PropertySelection(&model, {0}).save());
     PropertySelection(&model, {1}).load(parsed(file));
     QCOMPARE(model.beams[1].name, text);
+}
+
+void TestPropertyFile::keepsEveryTextInWideCharacters_data()
+{
+    keepsEveryText_data();
+}
+
+void TestPropertyFile::keepsEveryTextInWideCharacters()
+{
+    QFETCH(QString, text);
+    BeamModel model(1);
+    PropertySelection selection(&model, {0});
+    selection.edit("comment", text);
+    const QByteArray file = written(selection.save());
+    selection.edit("comment", QString("other"));
+    selection.load(parsed(file));
+    QCOMPARE(selection.read({"comment"}).front().value, boost::any(text));
+}
+
+void TestPropertyFile::refusesHalfACharacterForUtf8_data()
+{
+    columns<QString>("text");
+    row("of a pair", QString(QChar(0xd800)));
+    row("two bytes of a character", QString(QChar(0xdcc3)) + QChar(0xdca9));
+}
+
+void TestPropertyFile::refusesHalfACharacterForUtf8()
+{
+    QFETCH(QString, text);
+    BeamModel model(1);
+    PropertySelection selection(&model, {0});
+    QCOMPARE(refusal([&] { selection.edit("grade", text); }),
+        QString("It has half of a character, which cannot be kept here."));
+    QCOMPARE(model.beams[0].grade, std::string("S235"));
 }
 
 void TestPropertyFile::loadsInOneStep()

@@ -4,7 +4,6 @@
 #include "entry/entry_field_p.h"
 #include "entry/entry_parser_p.h"
 
-#include <array>
 #include <cmath>
 #include <cstdint>
 #include <optional>
@@ -28,10 +27,7 @@ struct PlainEntry
 std::optional<PlainEntry> read_plain(
     const detail::EntryField& field, std::wstring_view text) noexcept
 {
-    // Both parts are exact in a double, so the quotient is the nearest one.
-    constexpr std::size_t most_digits = 15;
-    constexpr std::array<double, most_digits + 1> powers = {
-        1e0, 1e1, 1e2, 1e3, 1e4, 1e5, 1e6, 1e7, 1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
+    constexpr std::size_t most_digits = detail::most_exact_digits;
 
     std::size_t place = !text.empty() && text[0] == L'-' ? 1 : 0;
     const bool is_negative = place == 1;
@@ -61,7 +57,7 @@ std::optional<PlainEntry> read_plain(
     const detail::FieldUnit* const unit = field.find_symbol(symbol);
     if (!unit)
         return std::nullopt;
-    const double value = static_cast<double>(digits) / powers[decimals];
+    const double value = detail::exact_decimal(digits, decimals);
     return PlainEntry{is_negative ? -value : value, unit};
 }
 
@@ -148,7 +144,10 @@ std::vector<std::wstring> EntryReader::completions(std::wstring_view text, Numbe
     const detail::EntryCompletion& completion = parser.completion();
     if (!completion.is_possible)
         return texts;
-    for (const detail::FieldUnit* const unit : m_field->find_beginning(completion.key)) {
+    const detail::UnitKeys keys(characters.plain(), characters.after_blanks(completion.place));
+    const std::wstring_view beginning = keys.ends().empty() ? std::wstring_view()
+                                                            : keys.key(keys.ends().back());
+    for (const detail::FieldUnit* const unit : m_field->find_beginning(beginning)) {
         if (!unit->symbol.empty())
             texts.push_back(std::wstring(text.substr(0, completion.place)) + L' ' + unit->symbol);
     }

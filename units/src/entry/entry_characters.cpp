@@ -50,7 +50,6 @@ constexpr CharacterFraction fractions[] = {
 constexpr std::wstring_view superscripts =
     L"\u2070\u00b9\u00b2\u00b3\u2074\u2075\u2076\u2077\u2078\u2079";
 
-constexpr wchar_t first_after_ascii = 0x80;
 constexpr wchar_t first_wide = 0xff01;
 constexpr wchar_t last_wide = 0xff5e;
 constexpr wchar_t first_ascii = 0x21; ///< What the first of the wide forms stands for.
@@ -83,29 +82,21 @@ EntryCharacters plain_characters(std::wstring_view text)
     return plain;
 }
 
-int superscript_digit(wchar_t character)
+int superscript_digit_after_ascii(wchar_t character)
 {
-    if (character < first_after_ascii)
-        return -1;
     const std::size_t digit = superscripts.find(character);
     return digit != std::wstring_view::npos ? static_cast<int>(digit) : -1;
 }
 
-const CharacterFraction* find_fraction(wchar_t character)
+const CharacterFraction* find_fraction_after_ascii(wchar_t character)
 {
-    if (character < first_after_ascii)
-        return nullptr;
     const auto* const found = std::find_if(std::begin(fractions), std::end(fractions),
         [character](const CharacterFraction& each) { return each.character == character; });
     return found != std::end(fractions) ? found : nullptr;
 }
 
-bool is_letter(wchar_t character)
+bool is_letter_after_ascii(wchar_t character)
 {
-    if (character < first_after_ascii) {
-        return (character >= L'a' && character <= L'z') || (character >= L'A' && character <= L'Z')
-            || character == L'%' || character == L'?';
-    }
     // Control characters and the halves of pairs are no letters.
     constexpr wchar_t last_control = 0x9f;
     constexpr wchar_t first_half = 0xd800;

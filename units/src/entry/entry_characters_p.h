@@ -22,8 +22,14 @@ constexpr bool is_digit(wchar_t character)
     return character >= L'0' && character <= L'9';
 }
 
+inline constexpr wchar_t first_after_ascii = 0x80;
+
+int superscript_digit_after_ascii(wchar_t character);
 /// The digit that a superscript stands for; -1 for any other character.
-int superscript_digit(wchar_t character);
+inline int superscript_digit(wchar_t character)
+{
+    return character < first_after_ascii ? -1 : superscript_digit_after_ascii(character);
+}
 
 inline constexpr wchar_t superscript_minus = L'\u207b';
 
@@ -35,10 +41,21 @@ struct CharacterFraction
     int denominator;
 };
 
+const CharacterFraction* find_fraction_after_ascii(wchar_t character);
 /// Null if the character is none.
-const CharacterFraction* find_fraction(wchar_t character);
+inline const CharacterFraction* find_fraction(wchar_t character)
+{
+    return character < first_after_ascii ? nullptr : find_fraction_after_ascii(character);
+}
 
+bool is_letter_after_ascii(wchar_t character);
 /// Whether the character can be part of a word for a unit.
-bool is_letter(wchar_t character);
+inline bool is_letter(wchar_t character)
+{
+    if (character >= first_after_ascii)
+        return is_letter_after_ascii(character);
+    return (character >= L'a' && character <= L'z') || (character >= L'A' && character <= L'Z')
+        || character == L'%' || character == L'?';
+}
 
 } // namespace vrn::units::detail

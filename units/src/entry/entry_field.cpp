@@ -93,21 +93,59 @@ std::size_t edit_distance(std::wstring_view left, std::wstring_view right)
     return row[right.size()];
 }
 
-/// The number in the fewest digits that are read as the same, with a point.
-std::wstring number_text(double value)
+/// Writes a number with up to four decimals, for which std::to_chars takes several times as
+/// long. Returns the end; null for any other number.
+char* write_few_decimals(char* begin, char* end, double value)
+{
+    constexpr std::uint64_t scale = 10000;
+
+    const double scaled = std::round(std::abs(value) * scale);
+    // Of the numbers with up to 15 digits, only one is read as `value`. So it is the shortest.
+    if (!(scaled < 1e15) || scaled / scale != std::abs(value))
+        return nullptr;
+    const auto digits = static_cast<std::uint64_t>(scaled);
+    if (std::signbit(value))
+        *begin++ = '-';
+    char* out = std::to_chars(begin, end, digits / scale).ptr;
+    std::uint64_t decimals = digits % scale;
+    if (decimals > 0)
+        *out++ = '.';
+    for (std::uint64_t unit = scale / 10; decimals > 0; unit /= 10) {
+        *out++ = static_cast<char>('0' + decimals / unit);
+        decimals %= unit;
+    }
+    return out;
+}
+
+/// Writes a number in the fewest digits that are read as the same, with a point.
+char* write_number(char* begin, char* end, double value)
 {
     constexpr double least_fixed = 1e-5;
     constexpr double most_fixed = 1e15;
-    constexpr std::size_t most_digits = 64;
 
+    if (char* const out = write_few_decimals(begin, end, value))
+        return out;
     const double size = std::abs(value);
-    const bool is_fixed = size == 0 || (size >= least_fixed && size < most_fixed);
-    std::array<char, most_digits> digits;
-    char* const end = std::to_chars(digits.data(), digits.data() + digits.size(), value,
-        is_fixed ? std::chars_format::fixed : std::chars_format::scientific)
+    const bool is_fixed = size >= least_fixed && size < most_fixed;
+    char* const out = std::to_chars(
+        begin, end, value, is_fixed ? std::chars_format::fixed : std::chars_format::scientific)
                           .ptr;
     // Context::parse() takes a plus for the beginning of a unit.
-    return {digits.data(), std::remove(digits.data(), end, '+')};
+    return std::remove(begin, out, '+');
+}
+
+/// The number, and the symbol after a blank if there is one.
+std::wstring quantity_text(double value, std::wstring_view symbol)
+{
+    constexpr std::size_t most_digits = 64;
+
+    std::array<char, most_digits> number;
+    const char* const end = write_number(number.data(), number.data() + number.size(), value);
+    const auto size = static_cast<std::size_t>(end - number.data());
+    std::wstring text(size + (symbol.empty() ? 0 : 1) + symbol.size(), L' ');
+    std::copy_n(number.data(), size, text.begin());
+    std::copy(symbol.rbegin(), symbol.rend(), text.rbegin());
+    return text;
 }
 
 /// "m^-2" for "1/m2"; empty for a symbol that is not one over a word.
@@ -286,7 +324,7 @@ void EntryField::add_spellings()
         add_key(negative_power(unit->symbol), *unit);
     }
     const auto by_key = [](const Spelling& left, const Spelling& right) {
-        return left.key < right.key;
+        return comes_before(left.key, right.key);
     };
     for (const Spelling& spelling : m_spellings) {
         std::wstring key = lower(spelling.key);
@@ -332,10 +370,18 @@ const FieldUnit* EntryField::unit_of(UnitId::UnitId id) const
     return found != m_units.end() ? &*found : nullptr;
 }
 
+// Keys of other sizes need not be compared character by character.
+bool EntryField::comes_before(std::wstring_view left, std::wstring_view right)
+{
+    return left.size() != right.size() ? left.size() < right.size() : left < right;
+}
+
 const EntryField::Spelling* EntryField::find_in(const Spellings& spellings, std::wstring_view key)
 {
     const auto found = std::lower_bound(spellings.begin(), spellings.end(), key,
-        [](const Spelling& spelling, std::wstring_view wanted) { return spelling.key < wanted; });
+        [](const Spelling& spelling, std::wstring_view wanted) {
+            return comes_before(spelling.key, wanted);
+        });
     return found != spellings.end() && found->key == key ? &*found : nullptr;
 }
 
@@ -406,7 +452,16 @@ std::vector<std::wstring> EntryField::similar_units(std::wstring_view key) const
     if (key.empty() || key.size() > longest_similar)
         return {};
     const std::wstring word = lower(key);
-    const std::size_t most = word.size() <= 3 ? 1 : word.size() <= 6 ? 2 : 3;
+    std::vector<std::wstring> symbols;
+    for (const std::wstring_view meaning : meanings_of(word)) {
+        if (const FieldUnit* const unit = find(unit_key(meaning)))
+            symbols.push_back(unit->symbol);
+    }
+    // A word of a language is no slip of the finger.
+    if (!symbols.empty())
+        return symbols;
+    // With more slips than one in three characters, it would be another word.
+    const std::size_t most = std::max<std::size_t>(word.size() / 3, 1);
     std::vector<std::pair<Rank, const FieldUnit*>> ranks;
     for (const Spelling& spelling : m_spellings) {
         if (spelling.key.size() > longest_similar || spelling.unit->symbol.empty())
@@ -422,7 +477,6 @@ std::vector<std::wstring> EntryField::similar_units(std::wstring_view key) const
             spelling.unit});
     }
     std::sort(ranks.begin(), ranks.end());
-    std::vector<std::wstring> symbols;
     for (const auto& [rank, unit] : ranks) {
         if (symbols.size() < most_similar_units
             && std::find(symbols.begin(), symbols.end(), unit->symbol) == symbols.end())
@@ -452,12 +506,9 @@ EntryField::Written EntryField::write(const FieldUnit& unit, double value) const
             written = &*other;
         }
     }
-    std::wstring text = number_text(value);
-    const bool is_bare = written == m_shown && m_reads_bare_numbers
-        && (!written->is_written || written->symbol.empty());
-    if (!is_bare)
-        text.append(1, L' ').append(written->symbol);
-    return {{m_kind, value_of(*written, value)}, std::move(text)};
+    const bool is_bare = written == m_shown && m_reads_bare_numbers && !written->is_written;
+    return {{m_kind, value_of(*written, value)},
+        quantity_text(value, is_bare ? std::wstring_view() : written->symbol)};
 }
 
 bool EntryField::reads(

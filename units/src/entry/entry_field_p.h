@@ -89,14 +89,16 @@ private:
         std::wstring_view key, std::size_t least_size) const;
     void add_key(std::wstring key, const FieldUnit& unit);
     const FieldUnit* unit_of(UnitId::UnitId id) const;
+    static bool comes_before(std::wstring_view left, std::wstring_view right);
     static const Spelling* find_in(const Spellings& spellings, std::wstring_view key);
     bool reads(const Context& context, const std::wstring& text, const FieldUnit& unit) const;
 
     UnitId::UnitId m_kind = UnitId::DIMENSIONLESS;
     double m_factor_of_kind = 1.0;
     std::vector<FieldUnit> m_units;
-    Spellings m_spellings; ///< By key. The first unit that has a key keeps it.
-    Spellings m_lower_spellings; ///< By the key in lower case.
+    Spellings m_spellings; ///< By the size of the key, then by the key. The first unit that has a
+                           ///< key keeps it.
+    Spellings m_lower_spellings; ///< The same with keys in lower case.
     std::vector<std::wstring> m_usual_units;
     const char* m_wanted = "a number";
     const FieldUnit* m_shown = nullptr;

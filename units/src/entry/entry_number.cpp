@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <charconv>
 #include <limits>
+#include <optional>
 
 namespace vrn::units::detail {
 namespace {
@@ -31,9 +32,32 @@ bool is_metric_length(UnitId::UnitId id)
         || id == UnitId::CENTIMETRE || id == UnitId::MILLIMETRE;
 }
 
+/// The value of a few digits with a point. std::from_chars takes several times as long.
+std::optional<double> exact_value_of(const Digits& digits)
+{
+    if (digits.size() > most_exact_digits)
+        return std::nullopt;
+    std::uint64_t value = 0;
+    std::size_t decimals = 0;
+    bool has_point = false;
+    for (const char digit : digits) {
+        if (digit >= '0' && digit <= '9') {
+            value = value * 10 + static_cast<std::uint64_t>(digit - '0');
+            decimals += has_point ? 1 : 0;
+        } else if (digit == '.') {
+            has_point = true;
+        } else {
+            return std::nullopt;
+        }
+    }
+    return exact_decimal(value, decimals);
+}
+
 /// The value of digits with a point and an exponent. One that is too large is infinite.
 double value_of(const Digits& digits)
 {
+    if (const auto exact = exact_value_of(digits))
+        return *exact;
     double value = 0.0;
     const auto result = std::from_chars(digits.data(), digits.data() + digits.size(), value);
     if (result.ec == std::errc())

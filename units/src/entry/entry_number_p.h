@@ -5,6 +5,9 @@
 #include <vrn/units/entry_reason.h>
 #include <vrn/units/number_signs.h>
 
+#include <array>
+#include <cstdint>
+
 namespace vrn::units::detail {
 
 /// An entry in plain characters, and as it was written.
@@ -64,6 +67,18 @@ struct EntryNumber
     bool is_proper = true; ///< If it is such a fraction, it is less than 1.
     bool is_power_product = false; ///< "2*10^3", which is one number for all that.
 };
+
+/// So many digits are exact in a double, and so is the power of ten with as many zeros.
+inline constexpr std::size_t most_exact_digits = 15;
+
+/// Digits with a point before the last `decimals` of them. The quotient of two exact numbers is
+/// the nearest double.
+inline double exact_decimal(std::uint64_t digits, std::size_t decimals)
+{
+    constexpr std::array<double, most_exact_digits + 1> powers = {
+        1e0, 1e1, 1e2, 1e3, 1e4, 1e5, 1e6, 1e7, 1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
+    return static_cast<double>(digits) / powers[decimals];
+}
 
 /// Whether a number may begin there.
 bool begins_number(const EntryText& text, std::size_t place);

@@ -105,7 +105,7 @@ bool EntryParser::read_unit(Operand& operand)
     operand.end = m_place;
     operand.end_of_number = m_place;
     const std::size_t begin = m_text.after_blanks(m_place);
-    m_completion = {begin >= m_text.size(), m_place, {}};
+    m_completion = {begin >= m_text.size(), m_place};
     const wchar_t next = m_text.at(begin);
     if (next != L'\'' && next != L'"' && next != L'1' && next != L'/' && !is_letter(next))
         return true;
@@ -145,7 +145,7 @@ bool EntryParser::read_word(Operand& operand)
         return true;
     const UnitKeys::End& longest = keys.ends().back();
     if (m_text.is_end(longest.in_text))
-        m_completion = {true, operand.end, std::wstring(keys.key(longest))};
+        m_completion = {true, operand.end};
     operand.unit = m_field.find(keys.key(longest));
     if (operand.unit) {
         m_place = longest.in_text;

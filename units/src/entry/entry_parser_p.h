@@ -21,8 +21,7 @@ struct EntryValue
 struct EntryCompletion
 {
     bool is_possible = false;
-    std::size_t place = 0; ///< After the number.
-    std::wstring key; ///< Of the beginning of a unit that stands there.
+    std::size_t place = 0; ///< After the number. The beginning of a unit may stand there.
 };
 
 /// Reads one text by the grammar in <vrn/units/entry.h>. Brackets are kept on a stack of

@@ -1,6 +1,7 @@
 #include "entry/unit_spellings_p.h"
 
 #include <algorithm>
+#include <iterator>
 #include <unordered_map>
 
 namespace vrn::units::detail {
@@ -17,7 +18,8 @@ struct Spellings
 // The sources: SI is the SI brochure with ISO 80000-1 (unit names, products with a dot or
 // a blank, brackets below the line); 80000 is ISO 80000-3 to -5; US is US customary usage;
 // AISC is the usage of its manual of steel construction; DE is usage in Germany and Switzerland;
-// CAT is the catalogue itself, with product signs between the parts of a symbol.
+// JIS is the Japanese names in JIS Z 8000; CAT is the catalogue itself, with product signs between
+// the parts of a symbol.
 //
 // clang-format off
 constexpr Spellings table[] = {
@@ -148,7 +150,7 @@ constexpr Spellings table[] = {
     // Angles and ratios
     {"rad", L"radian radians"}, // SI
     {"mrad", L"milliradian milliradians"}, // SI
-    {"\u00b0", L"deg degree degrees"}, // 80000
+    {"\u00b0", L"deg degree degrees \u5ea6"}, // 80000, JIS
     {"\u00b0/m", L"deg/m degree/m degrees/m"}, // 80000
     {"\u00b0/ft", L"deg/ft degree/ft degrees/ft"}, // US
     {"\u00b0/in", L"deg/in degree/in degrees/in"}, // US
@@ -207,6 +209,17 @@ constexpr Spellings table[] = {
     {"kJ/K/m3", L"kJ/(m3*K) kJ/(m3K) kJ/m3/K kJ/m3K kJ/(K*m3)"}, // SI
 };
 // clang-format on
+
+/// A word for one unit in one language and for another in another.
+struct AmbiguousWord
+{
+    std::wstring_view key; ///< In lower case.
+    std::wstring_view meanings[2]; ///< Symbols of the catalogue.
+};
+
+constexpr AmbiguousWord ambiguous_words[] = {
+    {L"grad", {L"\u00b0", L"gon"}}, // DE, 80000
+};
 
 /// Units in one character, of which JIS X 0213 has most.
 struct SquaredUnit
@@ -341,7 +354,8 @@ void UnitKeys::read_word()
             const std::wstring_view letters = letters_of(m_text[m_place]);
             if (letters.empty())
                 m_key.push_back(m_text[m_place]);
-            m_key.insert(m_key.end(), letters.begin(), letters.end());
+            else
+                m_key.insert(m_key.end(), letters.begin(), letters.end());
         }
         if (m_place == begin + 1 && (m_text[begin] == L's' || m_text[begin] == L'S'))
             m_key.insert(m_key.end(), {L'e', L'c'});
@@ -407,6 +421,15 @@ const std::vector<std::wstring>& other_keys(const std::string& symbol)
     static const std::vector<std::wstring> none;
     const auto found = keys.find(symbol);
     return found != keys.end() ? found->second : none;
+}
+
+std::vector<std::wstring_view> meanings_of(std::wstring_view key)
+{
+    for (const AmbiguousWord& word : ambiguous_words) {
+        if (word.key == key)
+            return {std::begin(word.meanings), std::end(word.meanings)};
+    }
+    return {};
 }
 
 } // namespace vrn::units::detail

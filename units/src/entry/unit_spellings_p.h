@@ -55,4 +55,8 @@ std::wstring unit_key(std::wstring_view text);
 /// The keys of what engineers write for the unit with that symbol, besides the symbol.
 const std::vector<std::wstring>& other_keys(const std::string& symbol);
 
+/// The symbols of the units that a word means in different languages; empty for other words.
+/// The key is in lower case.
+std::vector<std::wstring_view> meanings_of(std::wstring_view key);
+
 } // namespace vrn::units::detail

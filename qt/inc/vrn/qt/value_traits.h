@@ -59,7 +59,10 @@ VRN_QT2_EXPORT std::optional<double> exactNumber(const QString& text);
 /// Texts of objects as texts of fields, and back. Bytes that are not UTF-8 come back as they
 /// were: each becomes half a surrogate pair, which no valid text contains.
 VRN_QT2_EXPORT QString textFrom(const std::string& utf8);
+VRN_QT2_EXPORT QString textFrom(const std::wstring& wide);
+/// For any other half of a pair, utf8From() throws PropertyError, because it would not come back.
 VRN_QT2_EXPORT std::string utf8From(const QString& text);
+VRN_QT2_EXPORT std::wstring wideFrom(const QString& text);
 /// @}
 
 template <typename T, bool isEnum = std::is_enum_v<T>>

@@ -29,7 +29,7 @@ struct Stored
         if constexpr (std::is_same_v<M, std::string>)
             return textFrom(raw);
         else if constexpr (std::is_same_v<M, std::wstring>)
-            return QString::fromStdWString(raw);
+            return textFrom(raw);
         else
             return static_cast<const M&>(raw);
     }
@@ -41,7 +41,7 @@ struct Stored
         if constexpr (std::is_same_v<M, std::string>)
             raw = utf8From(*value);
         else if constexpr (std::is_same_v<M, std::wstring>)
-            raw = value->toStdWString();
+            raw = wideFrom(*value);
         else
             raw = *value;
     }

@@ -119,7 +119,7 @@ public:
     // Otherwise a hyphen after feet joins.
     Entry read(const WideText& text) override
     {
-        if (text.text().startsWith(QLatin1String("0' -"))) {
+        if (text.view().substr(0, 4) == L"0' -") {
             const QString signFirst = QStringLiteral("-0' ") + text.text().mid(4);
             Entry entry = EntryLink::read(WideText(signFirst));
             if (entry.state == vrn::units::EntryState::Complete && isWritten(entry, text.text()))

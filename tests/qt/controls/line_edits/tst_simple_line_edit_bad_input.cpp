@@ -13,6 +13,7 @@
 #include <QInputMethodEvent>
 #include <QSignalSpy>
 
+#include <limits>
 #include <optional>
 
 using namespace vrn::qt;
@@ -165,9 +166,13 @@ private Q_SLOTS:
         for (const auto& [kind, validator] : validators()) {
             // Qt handles the ways in; three kinds are enough for all of them.
             const bool everyWay = kind == "number" || kind == "distance" || kind == "text";
+            // Qt cuts what an edit does not hold, so one kind is enough for that. It takes Qt
+            // several times as long as all the rest.
+            const int most = kind == "text" ? std::numeric_limits<int>::max()
+                                            : QLineEdit().maxLength();
             for (const auto& [name, text] : hostileTexts())
                 QTest::addRow("%s: %s", kind.constData(), name.constData())
-                    << validator << (kind == "distance") << everyWay << text;
+                    << validator << (kind == "distance") << everyWay << text.left(most);
         }
     }
 
@@ -215,7 +220,17 @@ private Q_SLOTS:
         }
     }
 
-    void aTextLongerThanTheEditHoldsIsTakenCalmly_data() { aBadTextIsTakenCalmly_data(); }
+    void aTextLongerThanTheEditHoldsIsTakenCalmly_data()
+    {
+        QTest::addColumn<IValidator::pointer>("validator");
+        QTest::addColumn<bool>("mayThrow");
+        QTest::addColumn<QString>("text");
+        for (const auto& [kind, validator] : validators()) {
+            for (const auto& [name, text] : hostileTexts())
+                QTest::addRow("%s: %s", kind.constData(), name.constData())
+                    << validator << (kind == "distance") << text;
+        }
+    }
 
     // The slots are public: a text need not have come through the edit.
     void aTextLongerThanTheEditHoldsIsTakenCalmly()
