@@ -177,7 +177,7 @@ public:
         m_model.writes.clear();
         m_mayWrite = false;
         m_due = 0;
-        m_name = name;
+        m_step = m_stack.index();
         QString problem = act(name, choice);
         return problem.isEmpty() ? difference() : problem;
     }
@@ -273,6 +273,7 @@ private:
             return false;
         for (auto value = after.begin(); value != after.end(); ++value)
             m_objects[value.key()][typed.key] = value.value();
+        ++m_step;
         return true;
     }
 
@@ -622,6 +623,8 @@ private:
                 .arg(m_due)
                 .arg(m_model.writes.join("; "));
         }
+        if (m_stack.index() != m_step)
+            return QString("step %1 instead of %2").arg(m_stack.index()).arg(m_step);
         for (const auto& beam : m_model.beams) {
             const Values values = valuesOf(beam.second);
             const Values& due = m_objects[int(beam.first)];
@@ -686,8 +689,8 @@ private:
     std::vector<Beams::node_type> m_deleted;
     bool m_throws = false;
     bool m_mayWrite = false;
-    int m_due = 0;
-    QString m_name;
+    int m_due = 0; ///< Writes.
+    int m_step = 0; ///< Of the undo stack.
 };
 
 } // namespace
