@@ -155,6 +155,9 @@ void FieldLineEdit::show(const QString* text)
     // A field in which nothing was typed has the colours of the palette.
     if (!edit()->styleSheet().isEmpty())
         edit()->setStyleSheet(QString());
+    // What is typed next takes its place.
+    if (edit()->hasFocus())
+        selectAll();
 }
 
 bool FieldLineEdit::isBaseline(const QString& text) const
@@ -177,6 +180,12 @@ FieldQuestions::Verdict FieldLineEdit::verdict() const
 {
     const auto ask = m_questions.judge;
     return ask();
+}
+
+void FieldLineEdit::refuse()
+{
+    m_isEndTold = true;
+    judge();
 }
 
 void FieldLineEdit::judge()

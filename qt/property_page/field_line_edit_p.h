@@ -57,8 +57,8 @@ public:
     int revision() const { return m_revision; }
     /// Whether the end of a pasted text may be missing.
     bool isFull() const;
-    /// Asks again about the colour and the hint.
-    void judge();
+    /// Asks again about the colour and the hint. Leaving does not end the text once more.
+    void refuse();
     /// Asks again for the hint and the list at rest.
     void announce();
     /// Makes the text pending whatever it is, and ends the editing.
@@ -83,6 +83,7 @@ private:
     FieldQuestions::Verdict verdict() const;
     void show(const QString* text);
     void onTextChanged();
+    void judge();
     void open();
     void resume();
     void leave();

@@ -125,7 +125,6 @@ bool LineRowEditor::isSameAsShown(const PropertyState& state) const
 void LineRowEditor::show(const PropertyState& state, const vrn::units::Context& units)
 {
     const QPointer<LineRowEditor> self(this);
-    m_isShown = true;
     bool isSame = isSameAsShown(state);
     m_state = state;
     m_spread.reset();
@@ -195,6 +194,8 @@ QString LineRowEditor::textOfAll()
 
 void LineRowEditor::setReadOnly(bool readOnly)
 {
+    if (readOnly == m_line->edit()->isReadOnly())
+        return;
     m_line->setReadOnly(readOnly);
     if (!m_line->isPending())
         showAtRest();
@@ -339,7 +340,7 @@ void LineRowEditor::take(const boost::any& value)
 void LineRowEditor::refuse(const QString& reason)
 {
     decide(refusedEntry(reason));
-    m_line->judge(); // By what is decided.
+    m_line->refuse(); // By what is decided.
     showStatus();
 }
 
@@ -361,25 +362,24 @@ void LineRowEditor::onEdited()
 
 void LineRowEditor::onEnded()
 {
-    // The model may have changed since.
-    if (m_judged && !m_judged->isDecided)
+    // The model may have changed since, and what has refused may not do it again.
+    if (m_judged && !(m_judged->isDecided && m_judged->entry.state == EditState::Complete))
         m_judged.reset();
+    Q_EMIT ended(false);
+}
+
+// With number, unit and full digits, so that it has its meaning in other units, too.
+void LineRowEditor::remember()
+{
     const QPointer<LineRowEditor> self(this);
     const RowEntry made = entry();
-    if (!self)
-        return;
-    // With number, unit and full digits, so that it has its meaning in other units, too.
-    QString entered;
-    if (made.state == EditState::Complete && made.value.type() == field().valueType().type())
-        entered = m_reader->fullText(made.value);
     // An entry of the history keeps its place.
-    if (std::exchange(m_isOfHistory, false))
-        entered.clear();
-    m_isShown = false;
-    Q_EMIT ended(false);
-    if (!self || !m_isShown || entered.isEmpty())
+    if (!self || std::exchange(m_isOfHistory, false) || made.state != EditState::Complete
+        || made.value.type() != field().valueType().type()) {
         return;
-    if (auto history = this->history())
+    }
+    const QString entered = m_reader->fullText(made.value);
+    if (auto history = this->history(); history && !entered.isEmpty())
         history->add(entered.toStdWString());
 }
 
@@ -397,6 +397,8 @@ void LineRowEditor::showStatus()
     else if (m_isMarked)
         status = m_mark->toolTip();
     edit->setToolTip(status);
+    // A text that is not there cannot be red.
+    edit->setPlaceholderText(m_line->isPending() ? status : QString());
     if (!m_line->isPending() && m_state.kind == PropertyState::Varies && !m_isMarked)
         status = LineTexts::tr("The selected objects differ.");
     edit->setAccessibleDescription(status);

@@ -31,6 +31,7 @@ public:
     RowEntry entry() const override;
     QString text() const override;
     void refuse(const QString& reason) override;
+    void remember() override;
 
 private:
     const Field& field() const { return m_reader->row().field; }
@@ -73,8 +74,7 @@ private:
     bool m_isMarked = false;
     std::optional<PropertySpread> m_spread; ///< Of m_state, once it was asked for.
     mutable std::optional<Judged> m_judged;
-    bool m_isShown = false; ///< Since the last end of editing.
-    bool m_isOfHistory = false; ///< The text that is ended now.
+    bool m_isOfHistory = false; ///< The text was taken from there.
 };
 
 } // namespace vrn::qt::detail

@@ -14,6 +14,7 @@
 #include "section_head_p.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace vrn::qt::detail {
 
@@ -102,19 +103,23 @@ void PageForm::retranslate()
 
 void PageForm::clear()
 {
-    for (const SharedRow& row : m_rows)
+    // What goes may have the focus, and the field that gets it runs code of the application.
+    const auto rows = std::exchange(m_rows, {});
+    const auto sections = std::exchange(m_sections, {});
+    for (const SharedRow& row : rows)
         row->dispose();
-    for (const Section& section : m_sections)
+    for (const Section& section : sections)
         disposeOf(section.head);
-    m_rows.clear();
-    m_sections.clear();
 }
 
 void PageForm::setProperties(const std::vector<PropertySelection::Row>& properties,
     const std::function<RowQuestions(const std::string&)>& questions, const QString& hint)
 {
-    ++m_change;
+    const Alive alive(this);
+    const int change = ++m_change;
     clear();
+    if (!alive || change != m_change)
+        return;
     m_emptyHint = hint;
     delete m_grid;
     m_grid = new QGridLayout;

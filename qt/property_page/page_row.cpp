@@ -39,12 +39,17 @@ RowEditor* makeOwnEditor(
     return makeLineEditor(parent, property, questions);
 }
 
-/// Of a bare number. Empty for a kind that these units do not know.
+/// Of a bare number. Empty for a kind that these units do not know, and for feet with inches,
+/// which have two.
 QString unitOf(const Field& field, const SharedUnits& units)
 {
+    namespace UnitId = vrn::units::UnitId;
     if (!units || field.shape() != Field::Shape::Quantity)
         return QString();
     try {
+        const auto unit = units->format_provider().get_unit(field.kind());
+        if (unit == UnitId::FEET_AND_FRACTIONAL_INCHES)
+            return QString();
         return QString::fromStdString(units->get_display_label(field.kind()));
     } catch (const std::exception&) {
         return QString();
@@ -157,6 +162,8 @@ void PageRow::showIn(const SharedUnits& units)
 
 void PageRow::drop()
 {
+    if (m_editor)
+        m_editor->remember();
     m_isPending = false;
     m_isShown = false;
     m_isWanted = true;
@@ -217,6 +224,9 @@ void PageRow::updatePending()
         updateTexts();
     }
     updateUnit();
+    // What was read while a text was pending.
+    if (!m_isPending && !m_isShown && m_isMade)
+        show();
 }
 
 QString PageRow::text() const

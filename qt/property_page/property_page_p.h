@@ -118,6 +118,7 @@ private:
     std::uint64_t m_gesture = 0;
 
     std::unique_ptr<QObject> m_modelLinks;
+    std::unique_ptr<QObject> m_stackLinks;
     std::unique_ptr<QObject> m_links;
 };
 

@@ -69,6 +69,7 @@ PropertyPage::Private::~Private()
 {
     // From here on, nothing is written.
     m_modelLinks.reset();
+    m_stackLinks.reset();
     m_links.reset();
     detail::disposeOf(m_form);
 }
@@ -185,6 +186,14 @@ detail::RowQuestions PropertyPage::Private::questions(const std::string& key)
 void PropertyPage::Private::setStack(QUndoStack* stack)
 {
     m_stack = stack;
+    m_stackLinks = std::make_unique<QObject>();
+    if (stack) {
+        // What was told of an edit does not hold after an undo.
+        vrn_connect(stack, &QUndoStack::indexChanged, m_stackLinks.get(), [this] {
+            if (!m_isWriting)
+                m_form->setReceipt(QString());
+        });
+    }
     m_gestureKey.reset();
     m_selection = std::make_shared<PropertySelection>(m_model, m_ids, stack);
 }
@@ -203,7 +212,8 @@ void PropertyPage::Private::setReadOnly(bool readOnly)
     if (readOnly == m_isReadOnly || !endAll(Rest::IsDropped))
         return;
     m_isReadOnly = readOnly;
-    for (const Row& row : m_form->rows())
+    const std::vector<Row> rows = m_form->rows();
+    for (const Row& row : rows)
         row->setReadOnly(readOnly);
 }
 
@@ -230,7 +240,8 @@ void PropertyPage::Private::onMade(PageRow& row)
         if (const Row changed = m_form->row(key)) {
             const Alive alive(&m_page, changed->widget());
             changed->updatePending();
-            updatePending();
+            if (alive)
+                updatePending();
         }
     });
     vrn_connect(editor, &detail::RowEditor::ended, links,
@@ -335,16 +346,18 @@ detail::SharedRow PropertyPage::Private::upToDate(const std::string& key)
 
 bool PropertyPage::Private::isPending() const
 {
-    return std::any_of(m_form->rows().begin(), m_form->rows().end(),
-        [](const Row& row) { return row->isPending(); });
+    const std::vector<Row> rows = m_form->rows();
+    return std::any_of(rows.begin(), rows.end(), [](const Row& row) { return row->isPending(); });
 }
 
 bool PropertyPage::Private::updatePending()
 {
+    const Alive alive(&m_page);
     const bool pending = isPending();
+    if (!alive)
+        return false;
     if (std::exchange(m_wasPending, pending) == pending)
         return true;
-    const Alive alive(&m_page);
     Q_EMIT m_page.pendingChanged(pending);
     return bool(alive);
 }
@@ -480,11 +493,13 @@ bool PropertyPage::Private::finish()
 {
     const Alive alive(&m_page);
     const std::vector<Row> rows = m_form->rows();
+    std::vector<Row> tried;
     for (const Row& row : rows) {
-        if (row->isPending() && row->entry().state == EditState::Complete
-            && !end(row, Rest::Stays, false)) {
+        if (!row->isPending() || row->entry().state != EditState::Complete)
+            continue;
+        tried.push_back(row);
+        if (!end(row, Rest::Stays, false))
             return true;
-        }
     }
     const auto first = std::find_if(
         rows.begin(), rows.end(), [](const Row& row) { return row->isPending(); });
@@ -497,9 +512,11 @@ bool PropertyPage::Private::finish()
     row->refuse(reason);
     if (row->widget()) {
         row->widget()->setFocus(Qt::OtherFocusReason);
-        m_form->scrollTo(*row);
+        if (alive)
+            m_form->scrollTo(*row);
     }
-    refuse(row->property().title, reason);
+    if (alive && std::find(tried.begin(), tried.end(), row) == tried.end())
+        refuse(row->property().title, reason);
     return false;
 }
 

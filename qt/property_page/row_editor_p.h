@@ -56,8 +56,10 @@ public:
     /// What stands there. For the description of the row.
     virtual QString text() const = 0;
     /// Keeps what is pending, in red with this reason, which entry() gives from now on until
-    /// the user changes the text. Emits nothing.
+    /// the user changes the text or presses Enter. Emits nothing.
     virtual void refuse(const QString& reason) = 0;
+    /// The entry has been written, and can be offered another time.
+    virtual void remember() {}
 
 Q_SIGNALS:
     /// entry() is another one.

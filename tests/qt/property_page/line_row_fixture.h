@@ -154,6 +154,7 @@ private:
         try {
             if (selection.edit(key, made.value).changed > 0)
                 ++written;
+            editor->remember();
             show();
         } catch (const vrn::qt::PropertyError& error) {
             editor->refuse(error.reason());

@@ -1039,7 +1039,9 @@ void TestLineRowEditor::survivesAnyText()
     const QString pasted = row.text();
     const auto made = row.entry();
     row.press(Qt::Key_Return);
-    if (made.state == EditState::Complete && key == "grade") {
+    // The grade is kept in UTF-8, which has no half characters.
+    const bool canBeKept = QString::fromStdString(pasted.toStdString()) == pasted;
+    if (made.state == EditState::Complete && key == "grade" && canBeKept) {
         QCOMPARE(row.beams[0].grade, pasted.toStdString());
         QVERIFY(pasted == text || text.isEmpty());
     }

@@ -45,6 +45,11 @@ private Q_SLOTS:
     void tellsWhatCannotBeUndone();
     void readsOncePerTurn();
     void readsOnlyWhatIsConcerned();
+    void showsWhatWasReadWhileATextWasPending();
+    void keepsWhatIsSelectedWhenAFieldIsReadAgain();
+    void tellsOnceWhatWasRefused();
+    void remembersWhatFinishEditingHasWritten();
+    void clearsTheReceiptAtAnUndo();
     void showsWhatANewPageShows_data();
     void showsWhatANewPageShows();
     void showsSharedPropertiesOfSeveralKinds();
@@ -226,7 +231,81 @@ void TestPropertyPage::readsOnlyWhatIsConcerned()
     f.model->inRead = [&](const PropertyKeys& keys) { read = keys; };
     f.model->announce({"length", "bolts"}, {1});
     f.page->flush();
-    QCOMPARE(read, PropertyKeys({"length", "bolts"}));
+    QCOMPARE(read, PropertyKeys({"length", "bolts", "area", "camber"}));
+}
+
+void TestPropertyPage::showsWhatWasReadWhileATextWasPending()
+{
+    const PageFixture f;
+    f.type("bolts", "5");
+    for (auto& beam : f.model->beams)
+        beam.second.bolts = 7;
+    f.model->announce({"bolts"});
+    f.page->flush();
+    QCOMPARE(f.line("bolts")->text(), QString("5"));
+    f.type("bolts", "1"); // as it was
+    QCOMPARE(f.line("bolts")->text(), QString("7"));
+    QVERIFY(!f.page->isPending());
+}
+
+void TestPropertyPage::keepsWhatIsSelectedWhenAFieldIsReadAgain()
+{
+    const PageFixture f;
+    for (const char* key : {"bolts", "name", "length"}) {
+        f.line(key)->setFocus(Qt::TabFocusReason);
+        for (auto& beam : f.model->beams)
+            beam.second.bolts += 2;
+        f.model->announce();
+        f.page->flush();
+        QCOMPARE(f.line(key)->selectedText(), f.line(key)->text());
+    }
+    f.press(Qt::Key_Escape);
+    QCOMPARE(f.line("length")->selectedText(), f.line("length")->text());
+}
+
+void TestPropertyPage::tellsOnceWhatWasRefused()
+{
+    const PageFixture f;
+    QSignalSpy refused(f.page, &PropertyPage::refused);
+    f.model->beforeWrite = [] { throw PropertyError("not now"); };
+    f.type("length", "5 m");
+    QVERIFY(!f.page->finishEditing());
+    QCOMPARE(refused.count(), 1);
+    QVERIFY(!f.page->finishEditing());
+    QCOMPARE(refused.count(), 2);
+    f.model->beforeWrite = nullptr;
+    f.press(Qt::Key_Return);
+    QCOMPARE(f.lengthOf(2), 5.0);
+    QCOMPARE(refused.count(), 2);
+}
+
+void TestPropertyPage::remembersWhatFinishEditingHasWritten()
+{
+    const PageFixture f;
+    const auto history = boost::make_shared<vrn::ValueHistoryMemoryStorage>();
+    PropertySet<Beam> remembered("beam", &countedBeams);
+    remembered.add("length", "Length", &Beam::length,
+        field::quantity(vrn::units::UnitId::GEO_LENGTH).history("lengths"));
+    ObjectModel model;
+    model.addKind(remembered, &f.model->beams);
+    f.page->setModel(&model);
+    f.page->setHistory(history);
+    f.type("length", "5 m");
+    QVERIFY(f.page->finishEditing());
+    std::deque<std::wstring> entries;
+    history->get(vrn::ValueHistory(L"lengths", history), entries);
+    QCOMPARE(entries, std::deque<std::wstring>({L"5.000 m"}));
+    f.page->setModel(nullptr);
+}
+
+void TestPropertyPage::clearsTheReceiptAtAnUndo()
+{
+    const PageFixture f;
+    f.type("length", "5 m");
+    f.press(Qt::Key_Return);
+    QVERIFY(!f.part<QLabel>("receipt")->text().isEmpty());
+    f.stack->undo();
+    QCOMPARE(f.part<QLabel>("receipt")->text(), QString());
 }
 
 void TestPropertyPage::showsWhatANewPageShows_data()

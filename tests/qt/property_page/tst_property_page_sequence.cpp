@@ -396,6 +396,10 @@ private:
         const QString key = focused();
         if (key.isEmpty())
             return;
+        const auto pending = m_pending.find(key);
+        // Enter tries again what was refused.
+        if (how == "Enter" && pending != m_pending.end() && pending->typed.isComplete)
+            pending->isRefused = false;
         endSoftly(key);
         if (how == "Enter")
             QTest::keyClick(lineEdit(key), Qt::Key_Return);
