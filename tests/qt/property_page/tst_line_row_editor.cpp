@@ -131,6 +131,8 @@ private Q_SLOTS:
     void offersAllDigits();
     void selectsWhatItOffers_data();
     void selectsWhatItOffers();
+    void selectsWhatVaries_data();
+    void selectsWhatVaries();
     void offersNoDigits_data();
     void offersNoDigits();
     void offersNoDigitsIfTheFieldSaysSo();
@@ -513,6 +515,35 @@ void TestLineRowEditor::selectsWhatItOffers()
     steps(row);
     QCOMPARE(row.text(), QString("0.3333333333333333 m"));
     QCOMPARE(row.edit()->selectedText(), isSelected ? row.text() : QString());
+}
+
+void TestLineRowEditor::selectsWhatVaries_data()
+{
+    columns<Steps>("steps");
+    const auto focus = [](Qt::FocusReason reason) {
+        return [=](LineRow& line) { line.edit()->setFocus(reason); };
+    };
+    row("by Tab", Steps(tabInto));
+    row("by the application", Steps(focus(Qt::OtherFocusReason)));
+    row("by a shortcut", Steps(focus(Qt::ShortcutFocusReason)));
+    row("by a click", Steps(click));
+    row("after Escape",
+        inOrder({focus(Qt::OtherFocusReason), typing("5"), pressing(Qt::Key_Escape)}));
+    row("after another change of the model",
+        inOrder({focus(Qt::OtherFocusReason), [](LineRow& line) {
+                     line.beams[0].length = 4.0;
+                     line.show();
+                 }}));
+}
+
+void TestLineRowEditor::selectsWhatVaries()
+{
+    QFETCH(Steps, steps);
+    LineRow row("length", beamsOfLengths({2.0, 3.0}));
+    row.open();
+    steps(row);
+    row.press(Qt::Key_5);
+    QCOMPARE(row.text(), QString("5"));
 }
 
 void TestLineRowEditor::offersNoDigits_data()
