@@ -157,10 +157,11 @@ void SectionHead::paintEvent(QPaintEvent* /*event*/)
         int(QStyle::visualAlignment(direction, Qt::AlignLeft | Qt::AlignVCenter)), palette(),
         isEnabled(), shown, QPalette::ButtonText);
 
-    // Not every style shows the focus of a tool button.
+    // Not every style shows the focus of a tool button. Its arrow keys work after a click, too.
     if (hasFocus()) {
         QStyleOptionFocusRect focus;
         focus.initFrom(this);
+        focus.state |= QStyle::State_KeyboardFocusChange;
         focus.rect = rect().adjusted(1, 1, -1, -1);
         focus.backgroundColor = palette().color(QPalette::Button);
         painter.drawPrimitive(QStyle::PE_FrameFocusRect, focus);

@@ -11,6 +11,7 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDialog>
+#include <QJsonDocument>
 #include <QToolButton>
 
 Q_DECLARE_METATYPE(vrn::qt::PropertyState::Kind)
@@ -67,6 +68,7 @@ private Q_SLOTS:
     void isDescribedToAScreenReader();
     void saysWhichSectionsAreExpanded();
     void drawsTheArrowAtTheLeadingEdge();
+    void showsTheFocusOfAHead();
     void alignsTheEdgesOfEditors();
     void mergesTheKeysOfAGesture();
     void endsAGestureWithTheFocus();
@@ -610,6 +612,15 @@ void TestPropertyPage::drawsTheArrowAtTheLeadingEdge()
     QVERIFY(placeOfArrow() < head->width() / 2);
     f.window->setLayoutDirection(Qt::RightToLeft);
     QVERIFY(placeOfArrow() > head->width() / 2);
+}
+
+void TestPropertyPage::showsTheFocusOfAHead()
+{
+    const PageFixture f;
+    auto* head = f.part<QToolButton>("section.geometry");
+    const QImage without = head->grab().toImage();
+    head->setFocus();
+    QVERIFY(head->grab().toImage() != without);
 }
 
 void TestPropertyPage::alignsTheEdgesOfEditors()
