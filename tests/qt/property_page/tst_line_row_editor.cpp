@@ -151,6 +151,7 @@ private Q_SLOTS:
     void leavesUndoToTheApplication();
 
     void tellsWhatVaries();
+    void readsTheListAsTheField();
     void asksForTheSpreadWhenEditingBegins_data();
     void asksForTheSpreadWhenEditingBegins();
     void takesTheExactValue_data();
@@ -791,6 +792,26 @@ void TestLineRowEditor::tellsWhatVaries()
     row.press(Qt::Key_Tab);
     QCOMPARE(row.written, 0);
     QCOMPARE(row.list(), QStringList());
+}
+
+// "2 x 3.000 m" does not become "m 3.000 x 2".
+void TestLineRowEditor::readsTheListAsTheField()
+{
+    LineRow row("name", std::vector<Beam>(2));
+    row.beams[0].name = "B1";
+    row.beams[1].name = "B2";
+    row.open();
+    row.window.setLayoutDirection(Qt::RightToLeft);
+    tabInto(row);
+    const auto* list = row.edit()->findChild<QListWidget*>();
+    QVERIFY(list && list->isVisible());
+    QCOMPARE(list->layoutDirection(), Qt::LeftToRight);
+    row.before->setFocus();
+    row.beams[0].name = QString::fromUtf8("\327\220");
+    row.beams[1].name = QString::fromUtf8("\327\221");
+    row.show();
+    tabInto(row);
+    QCOMPARE(list->layoutDirection(), Qt::RightToLeft);
 }
 
 // It takes time in a large selection.
