@@ -221,7 +221,12 @@ void FieldLineEdit::onTextChanged()
 void FieldLineEdit::open()
 {
     m_isOpen = true;
-    if (isPending() || m_showsVaries || edit()->isReadOnly())
+    if (isPending())
+        return;
+    // What is typed takes its place, however the field got the focus.
+    if (m_showsVaries)
+        selectAll();
+    if (m_showsVaries || edit()->isReadOnly())
         return;
     const QString full = m_questions.fullText();
     const bool isAllSelected = edit()->selectedText() == edit()->text();

@@ -78,6 +78,8 @@ LineRowEditor::LineRowEditor(
     m_mark->setObjectName(QStringLiteral("mark"));
     m_mark->setToolTip(LineTexts::tr("The selected objects differ beyond the shown digits."));
     m_mark->hide();
+    // As wide as the other editors of a page.
+    m_line->layout()->setContentsMargins(0, 0, 0, 0);
     m_line->layout()->addWidget(m_mark);
     if (row.isOptional() && !row.isReadOnly())
         addClearAction();

@@ -60,7 +60,8 @@ PageForm::PageForm(QWidget* parent)
     m_hint->setObjectName(QStringLiteral("hint"));
     m_hint->setWordWrap(true);
     m_hint->setAlignment(Qt::AlignCenter);
-    m_hint->setEnabled(false);
+    // In line with the filter and the receipt.
+    m_column->setContentsMargins(0, 0, 0, 0);
     m_column->addWidget(m_hint);
     m_column->addStretch();
     // It would be in the tab order.

@@ -5,8 +5,9 @@
 
 namespace vrn::qt::detail {
 
-/// The head of a section of a page. It is checked while the section is open. Space and Enter
-/// fold and unfold, and so do the arrow keys along the line; those across step to another head.
+/// The head of a section of a page. It is checked while the section is open; to a screen reader
+/// it is expanded then. Space and Enter fold and unfold, and so do the arrow keys along the
+/// line; those across step to another head.
 class SectionHead : public QToolButton
 {
     Q_OBJECT
@@ -26,10 +27,10 @@ Q_SIGNALS:
 protected:
     void keyPressEvent(QKeyEvent* event) override;
     void changeEvent(QEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
 
 private:
     void request(bool open);
-    void updateLook();
 };
 
 } // namespace vrn::qt::detail

@@ -131,6 +131,8 @@ private Q_SLOTS:
     void offersAllDigits();
     void selectsWhatItOffers_data();
     void selectsWhatItOffers();
+    void selectsWhatVaries_data();
+    void selectsWhatVaries();
     void offersNoDigits_data();
     void offersNoDigits();
     void offersNoDigitsIfTheFieldSaysSo();
@@ -149,6 +151,7 @@ private Q_SLOTS:
     void leavesUndoToTheApplication();
 
     void tellsWhatVaries();
+    void readsTheListAsTheField();
     void asksForTheSpreadWhenEditingBegins_data();
     void asksForTheSpreadWhenEditingBegins();
     void takesTheExactValue_data();
@@ -515,6 +518,35 @@ void TestLineRowEditor::selectsWhatItOffers()
     QCOMPARE(row.edit()->selectedText(), isSelected ? row.text() : QString());
 }
 
+void TestLineRowEditor::selectsWhatVaries_data()
+{
+    columns<Steps>("steps");
+    const auto focus = [](Qt::FocusReason reason) {
+        return [=](LineRow& line) { line.edit()->setFocus(reason); };
+    };
+    row("by Tab", Steps(tabInto));
+    row("by the application", Steps(focus(Qt::OtherFocusReason)));
+    row("by a shortcut", Steps(focus(Qt::ShortcutFocusReason)));
+    row("by a click", Steps(click));
+    row("after Escape",
+        inOrder({focus(Qt::OtherFocusReason), typing("5"), pressing(Qt::Key_Escape)}));
+    row("after another change of the model",
+        inOrder({focus(Qt::OtherFocusReason), [](LineRow& line) {
+                     line.beams[0].length = 4.0;
+                     line.show();
+                 }}));
+}
+
+void TestLineRowEditor::selectsWhatVaries()
+{
+    QFETCH(Steps, steps);
+    LineRow row("length", beamsOfLengths({2.0, 3.0}));
+    row.open();
+    steps(row);
+    row.press(Qt::Key_5);
+    QCOMPARE(row.text(), QString("5"));
+}
+
 void TestLineRowEditor::offersNoDigits_data()
 {
     columns<Steps, QString>("prepare", "text");
@@ -760,6 +792,26 @@ void TestLineRowEditor::tellsWhatVaries()
     row.press(Qt::Key_Tab);
     QCOMPARE(row.written, 0);
     QCOMPARE(row.list(), QStringList());
+}
+
+// "2 x 3.000 m" does not become "m 3.000 x 2".
+void TestLineRowEditor::readsTheListAsTheField()
+{
+    LineRow row("name", std::vector<Beam>(2));
+    row.beams[0].name = "B1";
+    row.beams[1].name = "B2";
+    row.open();
+    row.window.setLayoutDirection(Qt::RightToLeft);
+    tabInto(row);
+    const auto* list = row.edit()->findChild<QListWidget*>();
+    QVERIFY(list && list->isVisible());
+    QCOMPARE(list->layoutDirection(), Qt::LeftToRight);
+    row.before->setFocus();
+    row.beams[0].name = QString::fromUtf8("\327\220");
+    row.beams[1].name = QString::fromUtf8("\327\221");
+    row.show();
+    tabInto(row);
+    QCOMPARE(list->layoutDirection(), Qt::RightToLeft);
 }
 
 // It takes time in a large selection.

@@ -7,6 +7,7 @@
 #include <vrn/qt/property_error.h>
 #include <vrn/qt/varies_string.h>
 
+#include <QAccessible>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDialog>
@@ -70,6 +71,10 @@ private Q_SLOTS:
     void refusesADamagedState_data();
     void refusesADamagedState();
     void isDescribedToAScreenReader();
+    void saysWhichSectionsAreExpanded();
+    void drawsTheArrowAtTheLeadingEdge();
+    void showsTheFocusOfAHead();
+    void alignsTheEdgesOfEditors();
     void mergesTheKeysOfAGesture();
     void endsAGestureWithTheFocus();
 };
@@ -190,6 +195,12 @@ void TestPropertyPage::tellsWhatCannotBeRead()
     QCOMPARE(row.text, QString());
     QVERIFY(row.isReadOnly);
     QVERIFY(f.line("length")->isReadOnly());
+    f.type("length", "5");
+    QCOMPARE(f.line("length")->text(), QString());
+    f.type("length", QString());
+    f.press(Qt::Key_Return);
+    QVERIFY(!f.page->isPending());
+    QCOMPARE(f.model->writes, QStringList());
     QCOMPARE(f.text("bolts"), QString("1"));
     f.model->inRead = nullptr;
     f.model->announce();
@@ -641,6 +652,64 @@ void TestPropertyPage::isDescribedToAScreenReader()
     QCOMPARE(f.page->editor("support")->accessibleName(), QString("Support"));
     QCOMPARE(f.part<QToolButton>("section.geometry")->accessibleName(), QString("Geometry"));
     QCOMPARE(f.part<QLabel>("length.caption")->buddy(), f.page->editor("length"));
+}
+
+void TestPropertyPage::saysWhichSectionsAreExpanded()
+{
+    const PageFixture f;
+    auto* head = f.part<QToolButton>("section.geometry");
+    QAccessibleInterface* said = QAccessible::queryAccessibleInterface(head);
+    QCOMPARE(said->role(), QAccessible::Button);
+    QCOMPARE(said->text(QAccessible::Name), QString("Geometry"));
+    QVERIFY(said->state().expandable && said->state().expanded && !said->state().collapsed);
+    QVERIFY(!said->state().checkable && !said->state().checked);
+    said->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+    QVERIFY(!head->isChecked());
+    QVERIFY(said->state().expandable && !said->state().expanded && said->state().collapsed);
+}
+
+void TestPropertyPage::drawsTheArrowAtTheLeadingEdge()
+{
+    const PageFixture f;
+    auto* head = f.part<QToolButton>("section.geometry");
+    head->setText(QString());
+    // The darkest column.
+    const auto placeOfArrow = [&] {
+        const QImage picture = head->grab().toImage();
+        int place = 0;
+        int darkest = 256;
+        for (int x = 5; x < picture.width() - 5; ++x) {
+            const int shade = qGray(picture.pixel(x, picture.height() / 2));
+            if (shade < darkest) {
+                darkest = shade;
+                place = x;
+            }
+        }
+        return place;
+    };
+    QVERIFY(placeOfArrow() < head->width() / 2);
+    f.window->setLayoutDirection(Qt::RightToLeft);
+    QVERIFY(placeOfArrow() > head->width() / 2);
+}
+
+void TestPropertyPage::showsTheFocusOfAHead()
+{
+    const PageFixture f;
+    auto* head = f.part<QToolButton>("section.geometry");
+    const QImage without = head->grab().toImage();
+    head->setFocus();
+    QVERIFY(head->grab().toImage() != without);
+}
+
+void TestPropertyPage::alignsTheEdgesOfEditors()
+{
+    const PageFixture f;
+    const auto edges = [](const QWidget* widget) {
+        const int left = widget->mapTo(widget->window(), QPoint()).x();
+        return std::make_pair(left, left + widget->width());
+    };
+    QCOMPARE(edges(f.line("load")), edges(f.page->editor("support")));
+    QCOMPARE(edges(f.part<QToolButton>("section.statics")), edges(f.part<QLineEdit>("filter")));
 }
 
 void TestPropertyPage::mergesTheKeysOfAGesture()

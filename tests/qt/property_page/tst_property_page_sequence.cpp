@@ -356,28 +356,32 @@ private:
         QLineEdit* edit = focus(typed.key);
         if (!edit)
             return {};
+        if (!m_pending.contains(typed.key)) {
+            m_page->flush();
+            m_baselines[typed.key] = textsOf(typed.key) << edit->text();
+        }
         if (edit->text() == typed.text)
             return {}; // no edit
         enter(edit, typed.text);
         m_pending[typed.key] = {typed, !typed.isComplete};
-        // The text of the model may stand there when something else was typed first.
         if (m_page->row(typed.key.toStdString()).edit == EditState::Untouched) {
             m_pending.remove(typed.key);
-            if (!isText(typed.key, typed.text))
+            if (!m_baselines[typed.key].contains(typed.text))
                 return typed.text + " counts as untouched";
         }
         return {};
     }
 
-    /// Whether it is how the common value is shown, or its full digits.
-    bool isText(const QString& key, const QString& text) const
+    /// How the common value is shown, and its full digits.
+    QStringList textsOf(const QString& key) const
     {
         const PropertySelection selection(m_page->model(), m_page->selection());
+        const PropertySelection::Row* row = selection.row(key.toStdString());
         const PropertyState state = selection.read({key.toStdString()}).front();
-        const Field& field = selection.row(key.toStdString())->field;
-        return state.kind != PropertyState::Varies
-            && (text == field.text(state.value, m_model.units())
-                || text == field.exactText(state.value, m_model.units()));
+        if (!row || state.kind == PropertyState::Varies)
+            return {};
+        return {row->field.text(state.value, m_model.units()),
+            row->field.exactText(state.value, m_model.units())};
     }
 
     void typeBack(Choice& choice)
@@ -690,6 +694,8 @@ private:
     QMap<int, Values> m_objects;
     QList<int> m_selected;
     QMap<QString, Pending> m_pending;
+    /// What stood in the field before it was typed into, in full and rounded.
+    QMap<QString, QStringList> m_baselines;
     std::vector<Beams::node_type> m_deleted;
     bool m_throws = false;
     bool m_mayWrite = false;

@@ -49,6 +49,9 @@ void EntryPopup::setCompletions(const QStringList& labels)
 {
     m_list->clear();
     m_list->addItems(labels);
+    // As a field does it: in a layout from the right to the left, "3 m" would read "m 3".
+    const bool isRightToLeft = !labels.isEmpty() && labels.first().isRightToLeft();
+    m_list->setLayoutDirection(isRightToLeft ? Qt::RightToLeft : Qt::LeftToRight);
     m_list->setHidden(labels.isEmpty());
     fit();
 }
