@@ -360,7 +360,7 @@ private:
             m_page->flush();
             m_baselines[typed.key] = textsOf(typed.key) << edit->text();
         }
-        if (edit->text() == typed.text)
+        if (edit->isReadOnly() || edit->text() == typed.text)
             return {}; // no edit
         enter(edit, typed.text);
         m_pending[typed.key] = {typed, !typed.isComplete};
