@@ -294,7 +294,8 @@ public:
     }
 
     /// What must hold for each object after an edit of one of `keys`: the reason why it does
-    /// not, or an empty text. An edit that breaks it for one object is taken back for all.
+    /// not, or an empty text. An edit that breaks it for one object is taken back for all, a
+    /// relative edit, too.
     PropertySet& require(PropertyKeys keys, std::function<QString(const T&)> reasonAgainst)
     {
         m_requirements.push_back({std::move(keys), std::move(reasonAgainst)});
