@@ -40,12 +40,10 @@ public:
         for (int i = 0; i < count; ++i)
             m_beams[std::uint64_t(i)] = {tr("B%1").arg(i + 1), 3.0 + i % 5 / 7.0, i % 3};
         m_model.addKind(properties(), &m_beams);
-
         m_page->setModel(&m_model);
         m_page->setUndoStack(&m_undo);
         m_page->setHistory(boost::make_shared<SettingsHistory>());
         m_page->restoreState(QSettings().value("page").toByteArray());
-
         m_rows = new PropertyTableModel(&m_model, 0, this);
         m_table->setModel(m_rows);
         m_table->setSelectionBehavior(QAbstractItemView::SelectRows);
@@ -67,7 +65,7 @@ public:
     /// The common values of the selected beams.
     void save(const QString& path)
     {
-        if (!m_page->finishEditing())
+        if (path.isEmpty() || !m_page->finishEditing())
             return;
         QSaveFile file(path);
         const QByteArray text = QJsonDocument(m_page->save()).toJson();
@@ -76,6 +74,8 @@ public:
     }
     void load(const QString& path)
     {
+        if (path.isEmpty())
+            return;
         QFile file(path);
         const QByteArray text = file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
         try {
@@ -90,7 +90,6 @@ private:
     {
         const auto counted = [](int n) { return n == 1 ? tr("1 beam") : tr("%1 beams").arg(n); };
         const auto odd = [](int n) { return n % 2 ? QString() : tr("Bolts come in odd numbers."); };
-
         PropertySet<Beam> beams("beam", counted);
         beams.section("general", tr("General"))
             .add("name", tr("&Name"), &Beam::name, field::text().maxLength(20))
@@ -113,9 +112,10 @@ private:
     {
         QAction* undo = m_undo.createUndoAction(this);
         undo->setShortcut(QKeySequence::Undo);
+        undo->setIconText(tr("Undo")); // of one width, whatever it undoes
         QAction* redo = m_undo.createRedoAction(this);
         redo->setShortcut(QKeySequence::Redo);
-
+        redo->setIconText(tr("Redo"));
         QToolBar* bar = addToolBar(tr("Edit"));
         bar->addActions({undo, redo});
         bar->addAction(tr("Delete"), this, [this] {

@@ -52,7 +52,7 @@ PropertyList& PropertyList::operator=(PropertyList&&) noexcept = default;
 PropertyList& PropertyList::section(const std::string& key, const QString& title, bool open)
 {
     if (found(m_sections, key))
-        throw std::logic_error("duplicate key");
+        throw std::logic_error("duplicate key: " + key);
     m_sections.push_back({key, title, open});
     return *this;
 }
@@ -60,7 +60,7 @@ PropertyList& PropertyList::section(const std::string& key, const QString& title
 PropertyList& PropertyList::add(const std::string& key, const QString& caption, const Field& field)
 {
     if (find(key))
-        throw std::logic_error("duplicate key");
+        throw std::logic_error("duplicate key: " + key);
     if (m_sections.empty())
         section(std::string(), QString());
     m_properties.push_back({key, caption, m_sections.size() - 1, field, false});

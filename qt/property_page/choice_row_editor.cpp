@@ -60,8 +60,8 @@ private:
 };
 
 /// The entries of the field, after "(none)" if the property is optional. What is none of
-/// them stands at the top while it is shown: a value that has no entry, or "*VARIES*". Who
-/// picks it writes nothing.
+/// them stands at the top while it is shown: a value that has no entry, or "*VARIES*".
+/// Picking it writes nothing.
 class ChoiceRowEditor final : public RowEditor
 {
 public:

@@ -14,7 +14,7 @@ class QWidget;
 
 namespace vrn::qt::detail {
 
-/// Those of the model; others after each change.
+/// The model's units; a new object after each change.
 using SharedUnits = std::shared_ptr<const vrn::units::Context>;
 
 /// One property of a page: its caption, its editor and its unit. The editor is made when it is
@@ -34,7 +34,7 @@ public:
     bool isMade() const { return m_isMade; }
     /// Hidden at first.
     void make(QWidget* parent, QGridLayout& grid);
-    /// Removes the widgets. The row remains for whoever is working with it.
+    /// Removes the widgets. The row remains for a caller that still uses it.
     void dispose();
 
     /// Null before it is made, and after it has gone.

@@ -41,21 +41,25 @@ public:
         m_isShowing = true;
         m_reason.clear();
         m_units = units;
-        if (state.kind == PropertyState::Varies) {
-            if (m_editor.forceVaries)
-                m_editor.forceVaries();
-        } else if (m_editor.setValue && (!state.value.empty() || m_row.isOptional())) {
+        const bool isForced = state.kind == PropertyState::Varies && m_editor.forceVaries;
+        if (isForced)
+            m_editor.forceVaries();
+        else if (!state.value.empty() && m_editor.setValue)
             m_editor.setValue(state.value);
-        }
+        else
+            clear();
         if (!alive)
             return;
         m_state = state;
         m_isGiven = give(m_shown);
-        if (alive)
-            m_isShowing = false;
+        if (!alive)
+            return;
+        m_isMisleading = state.value.empty() && !isForced && m_isGiven && !m_shown.empty();
+        m_isShowing = false;
     }
 
-    void setReadOnly(bool readOnly) override { m_widget->setEnabled(!readOnly); }
+    /// An editor that shows a value where there is none is not one to edit with.
+    void setReadOnly(bool readOnly) override { m_widget->setEnabled(!readOnly && !m_isMisleading); }
 
     RowEntry entry() const override
     {
@@ -74,7 +78,7 @@ public:
     QString text() const override
     {
         boost::any value;
-        if (!give(value))
+        if (!give(value) || (m_state.value.empty() && entry().state == EditState::Untouched))
             return m_state.kind == PropertyState::Varies ? getVariesString() : QString();
         return value.type() == m_row.field.valueType().type() ? m_row.field.text(value, m_units)
                                                               : QString();
@@ -101,20 +105,33 @@ private:
         return m_editor.getValue && m_editor.getValue(value);
     }
 
+    /// Editors of fields that are not optional need not know the empty value.
+    void clear()
+    {
+        try {
+            if (m_editor.setValue)
+                m_editor.setValue(boost::any());
+        } catch (const std::exception&) {
+            // It keeps what it showed, which show() notices.
+        }
+    }
+
     /// Values of another type than that of the field are never the same.
     bool isSame(const boost::any& a, const boost::any& b) const
     {
         return m_row.field.valueType().isSame(a, b);
     }
 
+    // What the user drags has the focus, and is one edit until the focus goes.
     void onValueChanged()
     {
         if (m_isShowing)
             return;
         const Alive alive(this, m_widget);
+        const bool isInGesture = holds(QApplication::focusWidget());
         Q_EMIT changed();
         if (alive)
-            Q_EMIT ended(false);
+            Q_EMIT ended(isInGesture);
     }
 
     // Another window and a menu take the focus without ending anything.
@@ -132,7 +149,7 @@ private:
 
     bool holds(const QWidget* widget) const
     {
-        return widget == m_widget || m_widget->isAncestorOf(widget);
+        return widget && (widget == m_widget || m_widget->isAncestorOf(widget));
     }
 
     QWidget* const m_widget;
@@ -145,6 +162,7 @@ private:
     boost::any m_refused;
     QString m_reason;
     bool m_isGiven = false;
+    bool m_isMisleading = false;
     bool m_isShowing = false;
 };
 

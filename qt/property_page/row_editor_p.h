@@ -83,7 +83,7 @@ VRN_QT2_EXPORT RowEditor* makeLineEditor(
     QWidget* parent, const PropertySelection::Row& row, const RowQuestions& questions);
 VRN_QT2_EXPORT RowEditor* makeChoiceEditor(QWidget* parent, const PropertySelection::Row& row);
 VRN_QT2_EXPORT RowEditor* makeFlagEditor(QWidget* parent, const PropertySelection::Row& row);
-/// Of the editor that the application has registered. Null if there is none.
+/// Wraps the editor that the application has registered. Null if there is none.
 VRN_QT2_EXPORT RowEditor* makeRegisteredEditor(QWidget* parent, const PropertySelection::Row& row);
 
 } // namespace vrn::qt::detail

@@ -94,6 +94,8 @@ private Q_SLOTS:
     void showsEverySystem();
     void showsFeetAndInches();
     void savesAndLoads();
+    void doesNothingWhenAFileDialogIsCancelled();
+    void keepsTheTextsOfItsButtons();
     void remembersAfterARestart();
 
 private:
@@ -213,6 +215,42 @@ void TestBeams::savesAndLoads()
     window.editor.load(directory.filePath("none.json"));
     window.settle();
     QCOMPARE(window.cell(5, "Name"), QString("B6"));
+}
+
+void TestBeams::doesNothingWhenAFileDialogIsCancelled()
+{
+    const Window window;
+    window.select(0, 0);
+    QStringList dialogs;
+    QTimer closer;
+    connect(&closer, &QTimer::timeout, this, [&dialogs] {
+        QWidget* dialog = QApplication::activeModalWidget();
+        if (!dialog)
+            return;
+        dialogs << dialog->metaObject()->className();
+        dialog->close();
+    });
+    closer.start();
+    for (const char* text : {"Save", "Load"}) {
+        window.act(text);
+        window.settle();
+    }
+    QCOMPARE(dialogs, QStringList({"QFileDialog", "QFileDialog"}));
+    QCOMPARE(window.cell(0, "Name"), QString("B1"));
+}
+
+void TestBeams::keepsTheTextsOfItsButtons()
+{
+    Window window;
+    window.select(0, 0);
+    window.enter("depth", "0.5");
+    const auto* bar = window.editor.findChild<QToolBar*>();
+    const auto textOf = [bar](int place) {
+        return qobject_cast<QToolButton*>(bar->widgetForAction(bar->actions().at(place)))->text();
+    };
+    QVERIFY(bar->actions().at(0)->text() != "Undo");
+    QCOMPARE(textOf(0), QString("Undo"));
+    QCOMPARE(textOf(1), QString("Redo"));
 }
 
 void TestBeams::remembersAfterARestart()

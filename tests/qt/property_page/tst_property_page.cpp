@@ -61,6 +61,8 @@ private Q_SLOTS:
     void filters();
     void filtersByKeyboard();
     void leavesEscapeInAnEmptyFilterToTheDialog();
+    void hidesItsFilter();
+    void hidesItsReceipt();
     void tabsInReadingOrder();
     void hidesTheUnitThatTheTextHas();
     void changesUnits();
@@ -520,6 +522,41 @@ void TestPropertyPage::leavesEscapeInAnEmptyFilterToTheDialog()
     QVERIFY(dialog.isVisible());
     QTest::keyClick(filter, Qt::Key_Escape);
     QVERIFY(!dialog.isVisible());
+}
+
+void TestPropertyPage::hidesItsFilter()
+{
+    const PageFixture f;
+    auto* filter = f.part<QLineEdit>("filter");
+    filter->setText("bolt");
+    QVERIFY(!f.part<QWidget>("length")->isVisible());
+    f.type("bolts", "3");
+    f.page->setFilterVisible(false);
+    QVERIFY(!f.page->isFilterVisible());
+    QVERIFY(!filter->isVisible());
+    QVERIFY(f.part<QWidget>("length")->isVisible());
+    QCOMPARE(f.edit("bolts"), EditState::Complete);
+    QCOMPARE(f.model->writes, QStringList());
+    f.page->setFilterVisible(true);
+    QVERIFY(filter->isVisible());
+    QCOMPARE(filter->text(), QString());
+}
+
+void TestPropertyPage::hidesItsReceipt()
+{
+    const PageFixture f;
+    auto* receipt = f.part<QLabel>("receipt");
+    const QSignalSpy edited(f.page, &PropertyPage::edited);
+    f.page->setReceiptVisible(false);
+    QVERIFY(!f.page->isReceiptVisible());
+    const PropertyReceipt written = f.page->setValue("bolts", 3);
+    QVERIFY(!receipt->isVisible());
+    QCOMPARE(edited.count(), 1);
+    f.page->setReceiptVisible(true);
+    QVERIFY(receipt->isVisible());
+    QCOMPARE(receipt->text(), written.text);
+    f.page->setReceiptVisible(false);
+    QVERIFY(!receipt->isVisible());
 }
 
 void TestPropertyPage::tabsInReadingOrder()

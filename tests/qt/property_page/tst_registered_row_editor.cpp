@@ -3,7 +3,9 @@
 #include <vrn/qt/editor_meta_data.h>
 #include <vrn/qt/multi_edit_check_box.h>
 #include <vrn/qt/property_error.h>
+#include <vrn/qt/varies_string.h>
 
+#include "property_page/row_editor_p.h"
 #include "support/table.h"
 #include "support/test_main.h"
 #include "support/test_object.h"
@@ -13,6 +15,8 @@
 #include <QToolButton>
 
 #include <stdexcept>
+
+Q_DECLARE_METATYPE(vrn::qt::PropertyState::Kind)
 
 using namespace vrn::qt;
 using namespace vrn::test;
@@ -43,6 +47,23 @@ EditorMetaData spinBox(QWidget* parent, const Hints& hints)
         value = spin->value() == -1000 ? boost::any() : boost::any(spin->value());
         return true;
     };
+    return editor;
+}
+
+/// Cannot say that objects differ.
+EditorMetaData simpleSpinBox(QWidget* parent, const Hints& hints)
+{
+    EditorMetaData editor = spinBox(parent, hints);
+    editor.forceVaries.clear();
+    return editor;
+}
+
+EditorMetaData spinBoxNeverEmpty(QWidget* parent, const Hints& hints)
+{
+    EditorMetaData editor = simpleSpinBox(parent, hints);
+    auto* spin = qobject_cast<QSpinBox*>(editor.widget);
+    editor.setValue = [spin](
+                          const boost::any& value) { spin->setValue(boost::any_cast<int>(value)); };
     return editor;
 }
 
@@ -100,6 +121,9 @@ private Q_SLOTS:
     void writesNothingUntouched();
     void clearsOnlyWhatIsOptional();
     void keepsWhatIsRefused();
+    void showsNothingWithoutACommonValue_data();
+    void showsNothingWithoutACommonValue();
+    void isOneEditWhileItHasTheFocus();
     void isDisabledWhenReadOnly();
     void givesWayIfItCannotBeMade();
     void mayBeDestroyedByTheApplication();
@@ -241,6 +265,66 @@ void TestRegisteredRowEditor::keepsWhatIsRefused()
     f.button->setFocus();
     QCOMPARE(f.model->writes, QStringList("bolts of 0 1 2"));
     QCOMPARE(editor->toolTip(), QString());
+}
+
+void TestRegisteredRowEditor::showsNothingWithoutACommonValue_data()
+{
+    columns<PropertyState::Kind, bool, QString>("kind", "canBeEmpty", "text");
+    row("no object clears it", PropertyState::NoObject, true, QString());
+    row("an unreadable value clears it", PropertyState::Unreadable, true, QString());
+    row("no value clears it", PropertyState::NoValue, true, QString());
+    row("values that differ clear it", PropertyState::Varies, true, getVariesString());
+    row("no object disables one that is never empty", PropertyState::NoObject, false, QString());
+    row("no value disables one that is never empty", PropertyState::NoValue, false, QString());
+    row("values that differ disable one that is never empty", PropertyState::Varies, false,
+        getVariesString());
+}
+
+void TestRegisteredRowEditor::showsNothingWithoutACommonValue()
+{
+    QFETCH(const PropertyState::Kind, kind);
+    QFETCH(const bool, canBeEmpty);
+    const Registration spin("property.integer", canBeEmpty ? &simpleSpinBox : &spinBoxNeverEmpty);
+    QWidget form;
+    const auto bolts = field::integer().between(1, 99);
+    const PropertySelection::Row row{"bolts", "&Bolts", {}, bolts, "Bolts", {{0, bolts}}};
+    vrn::qt::detail::RowEditor* editor = vrn::qt::detail::makeRegisteredEditor(&form, row);
+    const PropertyState common{PropertyState::Common, 7, QString()};
+    const vrn::units::Context units;
+    editor->show(common, units);
+    editor->setReadOnly(false);
+    QCOMPARE(editor->text(), QString("7"));
+
+    editor->show({kind, {}, QString()}, units);
+    editor->setReadOnly(false);
+    QTEST(editor->text(), "text");
+    QCOMPARE(editor->widget()->isEnabled(), canBeEmpty);
+    QCOMPARE(editor->entry().state, EditState::Untouched);
+
+    editor->show(common, units);
+    editor->setReadOnly(false);
+    QCOMPARE(editor->text(), QString("7"));
+    QVERIFY(editor->widget()->isEnabled());
+}
+
+void TestRegisteredRowEditor::isOneEditWhileItHasTheFocus()
+{
+    const Registration box("property.flag", &checkBox);
+    const PageFixture f;
+    auto* editor = qobject_cast<MultiEditCheckBox*>(f.page->editor("active"));
+    editor->setFocus();
+    editor->setChecked(false);
+    editor->setChecked(true);
+    editor->setChecked(false);
+    QCOMPARE(f.model->writes.size(), 3);
+    QCOMPARE(f.stack->count(), 1);
+    f.button->setFocus();
+    editor->setFocus();
+    editor->setChecked(true);
+    QCOMPARE(f.stack->count(), 2);
+    f.stack->undo();
+    f.stack->undo();
+    QVERIFY(f.model->beams[1].isActive);
 }
 
 void TestRegisteredRowEditor::isDisabledWhenReadOnly()

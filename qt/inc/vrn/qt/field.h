@@ -90,9 +90,9 @@ public:
     /// The shortest text that vrn::units::EntryReader reads back as the value, bit for bit: that
     /// of text() if it does; otherwise with more digits in the shown unit or, where no number
     /// there comes to the value, in the unit of the base scale or another unit of the kind.
-    /// Feet and inches become decimal feet. It is that of text() if no text reads back: of
-    /// infinity, and of a few numbers that are stored in another unit than that of the base
-    /// scale, or whose kind does not list that unit.
+    /// Feet and inches become decimal feet. If no text reads back, it is text(): for infinity,
+    /// and for a few numbers that are stored in another unit than that of the base scale, or
+    /// whose kind does not list that unit.
     QString exactText(const boost::any& value, const vrn::units::Context& units) const;
     /// Why the value cannot be entered, or an empty text: it is out of range, too long, none
     /// of the entries, or empty without need, or a check of the application's own refuses it.
@@ -157,8 +157,9 @@ public:
         : Field(shape, std::make_shared<detail::TypedValueType<V>>())
     {}
 
-    /// Of numbers and quantities; these in the base scale. A value out of range is refused
-    /// when it is entered, with the range as the reason. If a model has one, it stays.
+    /// Of numbers and quantities; these in the base scale, with storedIn(), too. A value out of
+    /// range is refused when it is entered, with the range as the reason. If a model has one, it
+    /// stays.
     FieldOf& between(V lowest, V highest)
     {
         static_assert(

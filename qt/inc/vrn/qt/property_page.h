@@ -116,7 +116,7 @@ public:
     PropertyReceipt setValue(const std::string& key, const boost::any& value);
 
     /// The common values of the selection, and loading them; see PropertySelection. A pending
-    /// text is ended before.
+    /// text is ended before. Both throw PropertyError.
     /// @{
     QJsonObject save();
     PropertyReceipt load(const QJsonObject& saved);

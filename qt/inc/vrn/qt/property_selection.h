@@ -130,7 +130,8 @@ public:
     PropertyReceipt preview(const std::string& key, const boost::any& value) const;
 
     /// The common values by key, and null for no value. What varies, cannot be written, or is
-    /// neither number nor text is left out. Numbers keep every bit.
+    /// neither number nor text is left out. Numbers keep every bit. Throws PropertyError if a
+    /// property cannot be read.
     QJsonObject save() const;
     /// Gives the saved values to all objects, in one step. Throws PropertyError, and has
     /// written nothing, for another format, other kinds of object, a file that was altered,

@@ -52,11 +52,12 @@ public:
     PropertyList& operator=(const PropertyList&);
     PropertyList& operator=(PropertyList&&) noexcept;
 
-    /// What is added next belongs to this section. Throws std::logic_error with "duplicate
-    /// key" for a key that is there already.
+    /// All that is added from now on belongs to this section, up to the next one. Each section
+    /// is begun once: a key that is there already throws std::logic_error with "duplicate key: "
+    /// and the key.
     PropertyList& section(const std::string& key, const QString& title, bool open = true);
-    /// Without a section before it, the property is in one without a title. Throws
-    /// std::logic_error with "duplicate key" for a key that is there already.
+    /// Without a section before it, the property is in one without a title. A key that is
+    /// there already throws std::logic_error with "duplicate key: " and the key.
     PropertyList& add(const std::string& key, const QString& caption, const Field& field);
 
     const std::string& key() const { return m_key; }
@@ -293,7 +294,8 @@ public:
     }
 
     /// What must hold for each object after an edit of one of `keys`: the reason why it does
-    /// not, or an empty text. An edit that breaks it for one object is taken back for all.
+    /// not, or an empty text. An edit that breaks it for one object is taken back for all, a
+    /// relative edit, too.
     PropertySet& require(PropertyKeys keys, std::function<QString(const T&)> reasonAgainst)
     {
         m_requirements.push_back({std::move(keys), std::move(reasonAgainst)});
