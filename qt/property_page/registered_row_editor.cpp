@@ -52,10 +52,10 @@ public:
             return;
         m_state = state;
         m_isGiven = give(m_shown);
-        if (!alive)
-            return;
-        m_isMisleading = state.value.empty() && !isForced && m_isGiven && !m_shown.empty();
-        m_isShowing = false;
+        if (alive) {
+            m_isMisleading = state.value.empty() && !isForced && m_isGiven && !m_shown.empty();
+            m_isShowing = false;
+        }
     }
 
     /// An editor that shows a value where there is none is not one to edit with.

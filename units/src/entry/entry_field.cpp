@@ -108,12 +108,15 @@ char* write_few_decimals(char* begin, char* end, double value)
         *begin++ = '-';
     char* out = std::to_chars(begin, end, digits / scale).ptr;
     std::uint64_t decimals = digits % scale;
-    if (decimals > 0)
-        *out++ = '.';
-    for (std::uint64_t unit = scale / 10; decimals > 0; unit /= 10) {
+    if (decimals == 0)
+        return out;
+    *out++ = '.';
+    for (std::uint64_t unit = scale / 10; unit > 0; unit /= 10) {
         *out++ = static_cast<char>('0' + decimals / unit);
         decimals %= unit;
     }
+    while (out[-1] == '0')
+        --out;
     return out;
 }
 
