@@ -138,7 +138,7 @@ QString textFrom(const std::wstring& wide)
     QString text;
     text.reserve(int(wide.size()));
     for (const wchar_t character : wide) {
-        const uint code = static_cast<uint>(character);
+        const uint code = std::char_traits<wchar_t>::to_int_type(character);
         if (code > QChar::LastValidCodePoint)
             text += QChar(QChar::ReplacementCharacter);
         else if (QChar::requiresSurrogates(code))

@@ -26,9 +26,7 @@ struct Stored
     static bool isSame(const M& a, const M& b) { return detail::isSame(a, b); }
     static decltype(auto) value(const M& raw)
     {
-        if constexpr (std::is_same_v<M, std::string>)
-            return textFrom(raw);
-        else if constexpr (std::is_same_v<M, std::wstring>)
+        if constexpr (std::is_same_v<M, std::string> || std::is_same_v<M, std::wstring>)
             return textFrom(raw);
         else
             return static_cast<const M&>(raw);
