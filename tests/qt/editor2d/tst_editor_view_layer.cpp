@@ -308,7 +308,8 @@ private Q_SLOTS:
         QString difference = differenceOf(seed, true);
         // Where Qt leaves out what only touches the part that it paints, a view without a layer
         // differs in the very same way.
-        while (!difference.isEmpty() && difference == differenceOf(seed, false))
+        const auto pixel = [](const QString& text) { return text.section('\n', 0, 0); };
+        while (!difference.isEmpty() && pixel(difference) == pixel(differenceOf(seed, false)))
             difference = differenceOf(++seed, true);
         QVERIFY2(difference.isEmpty(), qPrintable(difference));
     }
