@@ -1,12 +1,14 @@
 #pragma once
 
+#include "support/address_sanitizer.h"
+
 #include <QApplication>
 
 #include <exception>
 #include <string>
 #include <vector>
 
-#if defined(__SANITIZE_ADDRESS__)
+#if defined(VRN_ADDRESS_SANITIZER)
 #include <sanitizer/lsan_interface.h>
 #endif
 
@@ -21,7 +23,7 @@ class ThroughQt
 public:
     ThroughQt() {}
 
-#if defined(__SANITIZE_ADDRESS__)
+#if defined(VRN_ADDRESS_SANITIZER)
 private:
     __lsan::ScopedDisabler m_disabler;
 #endif

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "support/address_sanitizer.h"
+
 namespace vrn::test {
 
 /// The longest that one step of a user may take, in milliseconds of processor
@@ -8,10 +10,10 @@ namespace vrn::test {
 /// a step that hangs.
 constexpr int timeLimitMs(int shipped = 50)
 {
-#if defined(__SANITIZE_ADDRESS__)
+#if defined(VRN_ADDRESS_SANITIZER)
     return 40 * shipped;
 #elif !defined(__OPTIMIZE__)
-    return 5 * shipped;
+    return 10 * shipped;
 #else
     return shipped;
 #endif

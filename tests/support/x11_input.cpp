@@ -76,7 +76,11 @@ void turnWheel(const QPoint& position, bool isAway)
 
 quintptr activeWindow()
 {
-    return xdotool({QStringLiteral("getactivewindow")}).trimmed().toULongLong();
+    // While the focus goes from one window to another there is none, and the program fails.
+    QProcess process;
+    process.start(QStringLiteral("xdotool"), {QStringLiteral("getactivewindow")});
+    process.waitForFinished();
+    return process.readAllStandardOutput().trimmed().toULongLong();
 }
 
 void minimise(quintptr window)

@@ -3,6 +3,8 @@
 #include "injection/actions.h"
 #include "injection/stage.h"
 
+#include "support/address_sanitizer.h"
+
 #include <QApplication>
 #include <QRegularExpression>
 #include <QTimer>
@@ -19,7 +21,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#if defined(__SANITIZE_ADDRESS__)
+#if defined(VRN_ADDRESS_SANITIZER)
 #include <execinfo.h>
 #include <sanitizer/common_interface_defs.h>
 #endif
@@ -32,7 +34,7 @@ vrn::test::injection::Outcome* placeOfStack = nullptr;
 
 } // namespace
 
-#if defined(__SANITIZE_ADDRESS__)
+#if defined(VRN_ADDRESS_SANITIZER)
 // A report takes ten times as long as a cell, and one for each stack is enough. The
 // processes are copies, so addresses are the same in all of them.
 extern "C" Q_DECL_EXPORT void __asan_on_error();
@@ -66,7 +68,7 @@ struct Worker
 void endForTime(int)
 {
     std::fputs("takes too long\n", stderr);
-#if defined(__SANITIZE_ADDRESS__)
+#if defined(VRN_ADDRESS_SANITIZER)
     __sanitizer_print_stack_trace();
 #endif
     _exit(1);
@@ -279,7 +281,7 @@ private:
 
 void runForked(std::vector<Cell> cells, int jobs, const std::function<void(const Result&)>& take)
 {
-#if defined(__SANITIZE_ADDRESS__)
+#if defined(VRN_ADDRESS_SANITIZER)
     void* frame[1];
     backtrace(frame, 1); // What it loads at first use is there for all.
 #endif

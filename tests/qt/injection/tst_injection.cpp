@@ -16,6 +16,8 @@
 #include "injection/report.h"
 #include "injection/stage.h"
 
+#include "support/address_sanitizer.h"
+
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QThread>
@@ -26,7 +28,7 @@
 
 using namespace vrn::test::injection;
 
-#if defined(__SANITIZE_ADDRESS__)
+#if defined(VRN_ADDRESS_SANITIZER)
 // A process of a cell ends without a look at what it leaves: that would take longer than
 // the cell.
 extern "C" Q_DECL_EXPORT const char* __asan_default_options();

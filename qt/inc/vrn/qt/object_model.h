@@ -203,6 +203,16 @@ private:
         detail::Places places;
     };
 
+    /// How many are there before the first one that is not. `found` is nothing that m_find
+    /// looks at, so that the compiler need not read anew where its container begins and ends.
+    std::size_t findWhileThere(const detail::IdRange& range, T** __restrict found) const
+    {
+        std::size_t count = 0;
+        while (count < range.count && (found[count] = m_find(range.ids[count])))
+            ++count;
+        return count;
+    }
+
     /// In parts that stay in the cache while all of their properties are read.
     template <typename Use>
     void forEachPart(const detail::IdRange& range, const Use& use) const
@@ -212,9 +222,7 @@ private:
         for (std::size_t done = 0; done < range.count; done += most) {
             const detail::IdRange part{
                 range.ids + done, range.first + done, std::min(most, range.count - done)};
-            std::size_t count = 0;
-            while (count < part.count && (objects[count] = m_find(part.ids[count])))
-                ++count;
+            const std::size_t count = findWhileThere(part, objects.data());
             if (count == part.count) {
                 use(objects.data(), detail::Places{part.first, count, nullptr});
             } else {
