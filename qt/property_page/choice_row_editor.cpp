@@ -93,6 +93,8 @@ public:
             break;
         }
         setExtra(extra);
+        if (m_row.isOptional())
+            m_box->setItemText(m_hasExtra ? 1 : 0, tr("(none)"));
         m_box->setCurrentIndex(m_hasExtra ? 0 : m_place);
     }
 
@@ -136,7 +138,7 @@ private:
         , m_row(row)
     {
         if (row.isOptional())
-            box->addItem(tr("(none)"));
+            box->addItem(QString()); // Its text is set when it is shown.
         for (const auto& entry : row.field.entries())
             box->addItem(entry.first);
         box->installEventFilter(this);

@@ -76,7 +76,6 @@ LineRowEditor::LineRowEditor(
 
     m_mark = new QLabel(QString(QChar(0x2248)));
     m_mark->setObjectName(QStringLiteral("mark"));
-    m_mark->setToolTip(LineTexts::tr("The selected objects differ beyond the shown digits."));
     m_mark->hide();
     // As wide as the other editors of a page.
     m_line->layout()->setContentsMargins(0, 0, 0, 0);
@@ -103,17 +102,24 @@ void LineRowEditor::addClearAction()
     QLineEdit* const edit = m_line->edit();
     m_clear = edit->addAction(
         edit->style()->standardIcon(QStyle::SP_LineEditClearButton), QLineEdit::TrailingPosition);
-    m_clear->setText(LineTexts::tr("Clear"));
     m_clear->setShortcut(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Delete));
     m_clear->setShortcutContext(Qt::WidgetShortcut);
-    m_clear->setToolTip(
-        LineTexts::tr("Clear (%1)").arg(m_clear->shortcut().toString(QKeySequence::NativeText)));
     vrn_connect(m_clear, &QAction::triggered, this, [this] {
         const QPointer<LineRowEditor> self(this);
         m_line->edit()->clear();
         if (self)
             take(boost::any());
     });
+}
+
+void LineRowEditor::retranslate()
+{
+    m_mark->setToolTip(LineTexts::tr("The selected objects differ beyond the shown digits."));
+    if (!m_clear)
+        return;
+    m_clear->setText(LineTexts::tr("Clear"));
+    m_clear->setToolTip(
+        LineTexts::tr("Clear (%1)").arg(m_clear->shortcut().toString(QKeySequence::NativeText)));
 }
 
 bool LineRowEditor::isSameAsShown(const PropertyState& state) const
@@ -130,6 +136,7 @@ void LineRowEditor::show(const PropertyState& state, const vrn::units::Context& 
     bool isSame = isSameAsShown(state);
     m_state = state;
     m_spread.reset();
+    retranslate();
     m_reader->setUnits(units);
     const QString common = state.kind == PropertyState::Varies ? textOfAll()
                                                                : m_reader->text(state.value);

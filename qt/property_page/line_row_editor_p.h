@@ -40,6 +40,7 @@ private:
     PropertySpread spread();
     QString textOfAll();
     void addClearAction();
+    void retranslate();
     void showStatus();
 
     /// What was made of a text.

@@ -160,6 +160,12 @@ void PageRow::showIn(const SharedUnits& units)
     show();
 }
 
+void PageRow::setStale()
+{
+    m_isShown = false;
+    isDue = true;
+}
+
 void PageRow::drop()
 {
     if (m_editor)

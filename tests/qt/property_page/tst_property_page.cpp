@@ -8,11 +8,13 @@
 #include <vrn/qt/varies_string.h>
 
 #include <QAccessible>
+#include <QAction>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDialog>
 #include <QJsonDocument>
 #include <QToolButton>
+#include <QTranslator>
 
 Q_DECLARE_METATYPE(vrn::qt::PropertyState::Kind)
 
@@ -27,6 +29,56 @@ struct Wall
     double length = 4.0;
     int name = 1;
 };
+
+/// Puts what it translates into angle brackets.
+class Brackets : public QTranslator
+{
+public:
+    Brackets() { QCoreApplication::installTranslator(this); }
+    ~Brackets() override { QCoreApplication::removeTranslator(this); }
+
+    QString translate(const char* /*context*/, const char* source, const char* /*disambiguation*/,
+        int /*n*/) const override
+    {
+        return "<" + QString::fromUtf8(source) + ">";
+    }
+    bool isEmpty() const override { return false; }
+};
+
+/// Whatever a user can read or hear of the page.
+QStringList allTexts(const PropertyPage& page)
+{
+    QStringList texts;
+    for (const QWidget* each : page.findChildren<QWidget*>()) {
+        texts << each->toolTip() << each->accessibleName() << each->accessibleDescription();
+        if (const auto* label = qobject_cast<const QLabel*>(each))
+            texts << label->text();
+        if (const auto* edit = qobject_cast<const QLineEdit*>(each))
+            texts << edit->text() << edit->placeholderText();
+        if (const auto* button = qobject_cast<const QAbstractButton*>(each))
+            texts << button->text();
+        if (const auto* box = qobject_cast<const QComboBox*>(each)) {
+            for (int i = 0; i < box->count(); ++i)
+                texts << box->itemText(i);
+        }
+        for (const QAction* action : each->actions())
+            texts << action->text() << action->toolTip();
+    }
+    texts.removeAll(QString());
+    return texts;
+}
+
+PropertySet<Beam> optionalBeams()
+{
+    PropertySet<Beam> beams("beam", &countedBeams);
+    beams.section("geometry", "Geometry")
+        .add("length", "Length", &Beam::length, field::quantity(vrn::units::UnitId::GEO_LENGTH));
+    beams.section("statics", "Statics")
+        .add("load", "Load", &Beam::load, field::quantity(vrn::units::UnitId::LOAD_LINE))
+        .add("group", "Group", &Beam::group, field::choice<int>({{"one", 1}, {"two", 2}}))
+        .add("active", "Active", &Beam::isActive, field::flag());
+    return beams;
+}
 
 } // namespace
 
@@ -53,6 +105,8 @@ private Q_SLOTS:
     void clearsTheReceiptAtAnUndo();
     void showsWhatANewPageShows_data();
     void showsWhatANewPageShows();
+    void speaksTheLanguageOfNow_data();
+    void speaksTheLanguageOfNow();
     void showsSharedPropertiesOfSeveralKinds();
     void keepsTheEditorsOfAKind();
     void makesEditorsWhenTheirSectionOpens();
@@ -386,6 +440,50 @@ void TestPropertyPage::showsWhatANewPageShows()
         QCOMPARE(shown.isReadOnly, expected.isReadOnly);
         QCOMPARE(shown.edit, expected.edit);
     }
+}
+
+void TestPropertyPage::speaksTheLanguageOfNow_data()
+{
+    columns<bool, bool, QString>("isSelected", "isFolded", "text");
+    row("nothing is selected", false, false, QString("<Nothing is selected.>"));
+    row("the filter", true, false, QString("<Filter>"));
+    row("the mark of small differences", true, false,
+        QString("<The selected objects differ beyond the shown digits.>"));
+    row("the button that clears", true, false, QString("<Clear>"));
+    row("no choice", true, false, QString("<(none)>"));
+    row("no choice in a section that was folded", true, true, QString("<(none)>"));
+}
+
+void TestPropertyPage::speaksTheLanguageOfNow()
+{
+    QFETCH(const bool, isSelected);
+    QFETCH(const bool, isFolded);
+    QFETCH(const QString, text);
+    Beams beams{{0, Beam()}, {1, Beam()}};
+    beams[1].length += 1e-9;
+    beams[0].load = beams[1].load = 2.0;
+    ObjectModel model;
+    model.addKind(optionalBeams(), &beams);
+    const auto set = [&](PropertyPage& page) {
+        page.setModel(&model);
+        page.setSelection(isSelected ? ObjectIds{0, 1} : ObjectIds{});
+        page.show();
+    };
+    PropertyPage page(nullptr);
+    set(page);
+    auto* head = page.findChild<QToolButton*>("section.statics");
+    if (isFolded)
+        head->click();
+    const Brackets language;
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::LanguageChange);
+    QCoreApplication::processEvents();
+    if (isFolded)
+        head->click();
+    const QStringList texts = allTexts(page);
+    QVERIFY(texts.contains(text));
+    PropertyPage fresh(nullptr);
+    set(fresh);
+    QCOMPARE(texts, allTexts(fresh));
 }
 
 void TestPropertyPage::showsSharedPropertiesOfSeveralKinds()
