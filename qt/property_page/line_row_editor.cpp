@@ -309,8 +309,11 @@ std::vector<EntryOffer> LineRowEditor::offersAtRest()
         history->get(entries);
     if (!self)
         return {};
-    for (const std::wstring& entry : entries) {
-        const QString text = QString::fromStdWString(entry);
+    QStringList texts;
+    for (const std::wstring& entry : entries)
+        texts << m_reader->textOfEntry(QString::fromStdWString(entry));
+    texts.removeDuplicates();
+    for (const QString& text : texts) {
         made.push_back({labelFor(text), text, [this] {
                             m_judged.reset();
                             m_isOfHistory = true;
