@@ -313,6 +313,9 @@ std::vector<EntryOffer> LineRowEditor::offersAtRest()
     for (const std::wstring& entry : entries)
         texts << m_reader->textOfEntry(QString::fromStdWString(entry));
     texts.removeDuplicates();
+    // Else nothing tells the two lists apart.
+    if (!made.empty() && !texts.isEmpty())
+        made.push_back({LineTexts::tr("Entered before"), QString(), {}, true});
     for (const QString& text : texts) {
         made.push_back({labelFor(text), text, [this] {
                             m_judged.reset();

@@ -166,6 +166,8 @@ private Q_SLOTS:
     void offersTheHistoryInTheShownUnits_data();
     void offersTheHistoryInTheShownUnits();
     void offersATextOnce();
+    void keepsTheHistoryApart_data();
+    void keepsTheHistoryApart();
     void forgetsWhatWasRefused();
 
     void clears_data();
@@ -1076,6 +1078,47 @@ void TestLineRowEditor::offersATextOnce()
     row.open();
     tabInto(row);
     QCOMPARE(row.list(), QStringList({"2.500 m", "2.000 m"}));
+}
+
+// From the values of the selection, by a heading that cannot be taken.
+void TestLineRowEditor::keepsTheHistoryApart_data()
+{
+    columns<Steps, double>("steps", "taken");
+    const Steps down = pressing(Qt::Key_Down);
+    const Steps enter = pressing(Qt::Key_Return);
+    row("Down stops before it", inOrder({down, down, enter}), 3.0);
+    row("Down passes over it", inOrder({down, down, down, enter}), 7.5);
+    row("Down stops at the end", inOrder({down, down, down, down, enter}), 7.5);
+    row("Up passes over it", inOrder({down, down, down, pressing(Qt::Key_Up), enter}), 3.0);
+    row("a click on it takes nothing", Steps([](LineRow& row) {
+        row.press(Qt::Key_Down);
+        auto* list = row.edit()->findChild<QListWidget*>();
+        const QRect place = list->visualItemRect(list->item(2));
+        QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, place.center());
+    }),
+        0.0);
+}
+
+void TestLineRowEditor::keepsTheHistoryApart()
+{
+    QFETCH(Steps, steps);
+    QFETCH(double, taken);
+    PropertySet<Beam> beams("beam", &countedBeams);
+    beams.add("length", "&Length", &Beam::length, field::quantity(UnitId::GEO_LENGTH).history());
+    LineRow row("length", beamsOfLengths({2.0, 3.0}), beams);
+    row.questions.history = boost::make_shared<vrn::ValueHistoryMemoryStorage>();
+    vrn::ValueHistory history(
+        QString::fromStdString(row.selection.row("length")->field.historyKey()).toStdWString(),
+        row.questions.history);
+    history.add(L"7.500 m");
+    row.open();
+    tabInto(row);
+    QCOMPARE(row.list(),
+        QStringList({"1 \303\227 2.000 m", "1 \303\227 3.000 m", "Entered before", "7.500 m"}));
+    QVERIFY(row.edit()->findChild<QListWidget*>()->item(2)->font().bold());
+    steps(row);
+    QCOMPARE(row.written, taken == 0.0 ? 0 : 1);
+    QCOMPARE(row.beams[0].length, taken == 0.0 ? 2.0 : taken);
 }
 
 void TestLineRowEditor::forgetsWhatWasRefused()
