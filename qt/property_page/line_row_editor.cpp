@@ -96,6 +96,13 @@ QString LineRowEditor::text() const
     return m_line->edit()->text();
 }
 
+QString LineRowEditor::status() const
+{
+    if (m_line->isPending())
+        return m_judged ? m_judged->entry.reason : QString();
+    return m_isMarked ? m_mark->toolTip() : QString();
+}
+
 // An emptied text clears, too. This is for the mouse, and for an empty text.
 void LineRowEditor::addClearAction()
 {
@@ -216,7 +223,7 @@ RowEntry LineRowEditor::entry() const
     return judged().entry;
 }
 
-// What judges may belong to the application, and destroy this.
+// The check may be the application's, and may destroy this.
 LineRowEditor::Judged LineRowEditor::judged() const
 {
     const int revision = m_line->revision();
@@ -398,7 +405,7 @@ void LineRowEditor::remember()
         history->add(entered.toStdWString());
 }
 
-// For a screen reader, and for a field without the focus.
+// For a field without the focus, and for one whose text is empty and cannot be red.
 void LineRowEditor::showStatus()
 {
     QLineEdit* const edit = m_line->edit();
@@ -406,17 +413,9 @@ void LineRowEditor::showStatus()
         m_clear->setVisible(!edit->isReadOnly()
             && (m_state.kind == PropertyState::Common || m_state.kind == PropertyState::Varies));
     }
-    QString status = m_state.reason;
-    if (m_line->isPending())
-        status = entry().reason;
-    else if (m_isMarked)
-        status = m_mark->toolTip();
-    edit->setToolTip(status);
-    // A text that is not there cannot be red.
+    const QString status = this->status();
+    edit->setToolTip(status.isEmpty() ? m_state.reason : status);
     edit->setPlaceholderText(m_line->isPending() ? status : QString());
-    if (!m_line->isPending() && m_state.kind == PropertyState::Varies && !m_isMarked)
-        status = LineTexts::tr("The selected objects differ.");
-    edit->setAccessibleDescription(status);
 }
 
 RowEditor* makeLineEditor(

@@ -30,6 +30,7 @@ public:
     void setReadOnly(bool readOnly) override;
     RowEntry entry() const override;
     QString text() const override;
+    QString status() const override;
     void refuse(const QString& reason) override;
     void remember() override;
 

@@ -235,7 +235,7 @@ void PageForm::scrollTo(PageRow& row)
 {
     if (!row.widget())
         return;
-    // Where it is, is not known before that.
+    // The layout is only valid after this.
     m_content->layout()->activate();
     m_scroll->ensureWidgetVisible(row.widget());
 }

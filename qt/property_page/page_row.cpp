@@ -225,10 +225,9 @@ void PageRow::updatePending()
 {
     const RowEntry now = entry();
     m_isPending = now.state != EditState::Untouched;
-    if (now.reason != m_reason && !m_reason.isEmpty()) {
+    if (now.reason != m_reason)
         m_reason.clear();
-        updateTexts();
-    }
+    updateTexts();
     updateUnit();
     // What was read while a text was pending.
     if (!m_isPending && !m_isShown && m_isMade)
@@ -240,6 +239,18 @@ QString PageRow::text() const
     return m_editor ? m_editor->text() : QString();
 }
 
+QString PageRow::status() const
+{
+    if (!m_reason.isEmpty())
+        return m_reason;
+    const QString ofEditor = m_editor->status();
+    if (!ofEditor.isEmpty() || m_isPending)
+        return ofEditor;
+    if (m_state.kind == PropertyState::Varies)
+        return RowTexts::tr("The selected objects differ.");
+    return m_state.reason;
+}
+
 void PageRow::describeTo(QWidget* widget) const
 {
     QStringList parts;
@@ -248,12 +259,8 @@ void PageRow::describeTo(QWidget* widget) const
     const QString unit = unitOf(m_property.field, m_units);
     if (!unit.isEmpty())
         parts << unit;
-    if (m_state.kind == PropertyState::Varies)
-        parts << RowTexts::tr("The selected objects differ.");
-    if (m_state.kind == PropertyState::Unreadable)
-        parts << m_state.reason;
-    if (!m_reason.isEmpty())
-        parts << m_reason;
+    if (const QString status = this->status(); !status.isEmpty())
+        parts << status;
     widget->setAccessibleName(m_property.title);
     widget->setAccessibleDescription(parts.join(QLatin1Char('\n')));
 }

@@ -72,6 +72,7 @@ public:
 
 private:
     bool isShown(const PropertyState& state, const SharedUnits& units) const;
+    QString status() const;
     void describeTo(QWidget* widget) const;
     void updateTexts();
     void updateUnit();

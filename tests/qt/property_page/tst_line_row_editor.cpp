@@ -176,7 +176,7 @@ private Q_SLOTS:
     void offersToClear();
 
     void cannotBeEditedIfReadOnly();
-    void saysItsStateToAScreenReader();
+    void hasAStatusForAScreenReader();
     void survivesAnyText_data();
     void survivesAnyText();
     void keepsALongText();
@@ -887,7 +887,7 @@ void TestLineRowEditor::marksWhatDiffersBelowTheDigits()
     QVERIFY(mark && mark->isVisible());
     const QString meaning = "The selected objects differ beyond the shown digits.";
     QCOMPARE(mark->toolTip(), meaning);
-    QCOMPARE(row.edit()->accessibleDescription(), meaning);
+    QCOMPARE(row.editor->status(), meaning);
     tabInto(row);
     QCOMPARE(row.text(), QString("2.000 m"));
     QCOMPARE(row.hint(), meaning);
@@ -901,7 +901,7 @@ void TestLineRowEditor::marksWhatDiffersBelowTheDigits()
     QCOMPARE(row.written, 1);
     QVERIFY(haveSameBits(row.beams[1].length, 2.0));
     QVERIFY(!mark->isVisible());
-    QCOMPARE(row.edit()->accessibleDescription(), QString());
+    QCOMPARE(row.editor->status(), QString());
 }
 
 void TestLineRowEditor::previewsRelativeEdits()
@@ -1200,15 +1200,15 @@ void TestLineRowEditor::cannotBeEditedIfReadOnly()
     QCOMPARE(row.ended, 0);
 }
 
-void TestLineRowEditor::saysItsStateToAScreenReader()
+void TestLineRowEditor::hasAStatusForAScreenReader()
 {
     LineRow row("length", beamsOfLengths({2.0, 3.0}));
     row.open();
-    QCOMPARE(row.edit()->accessibleDescription(), QString("The selected objects differ."));
+    QCOMPARE(row.editor->status(), QString());
     row.type("50 m");
-    QCOMPARE(row.edit()->accessibleDescription(), tooLong);
+    QCOMPARE(row.editor->status(), tooLong);
     row.type("5 m");
-    QCOMPARE(row.edit()->accessibleDescription(), QString());
+    QCOMPARE(row.editor->status(), QString());
 }
 
 void TestLineRowEditor::survivesAnyText_data()

@@ -16,6 +16,11 @@
 #include <QToolButton>
 #include <QTranslator>
 
+#include <functional>
+
+using Steps = std::function<void(const vrn::test::PageFixture&)>;
+
+Q_DECLARE_METATYPE(Steps)
 Q_DECLARE_METATYPE(vrn::qt::PropertyState::Kind)
 
 using namespace vrn::qt;
@@ -127,6 +132,8 @@ private Q_SLOTS:
     void refusesADamagedState_data();
     void refusesADamagedState();
     void isDescribedToAScreenReader();
+    void describesTheStateOfAField_data();
+    void describesTheStateOfAField();
     void saysWhichSectionsAreExpanded();
     void drawsTheArrowAtTheLeadingEdge();
     void showsTheFocusOfAHead();
@@ -783,10 +790,63 @@ void TestPropertyPage::isDescribedToAScreenReader()
 {
     const PageFixture f;
     QCOMPARE(f.line("length")->accessibleName(), QString("Length"));
-    QVERIFY(f.line("name")->accessibleDescription().contains("differ"));
     QCOMPARE(f.page->editor("support")->accessibleName(), QString("Support"));
     QCOMPARE(f.part<QToolButton>("section.geometry")->accessibleName(), QString("Geometry"));
     QCOMPARE(f.part<QLabel>("length.caption")->buddy(), f.page->editor("length"));
+}
+
+// After its unit.
+void TestPropertyPage::describesTheStateOfAField_data()
+{
+    columns<Steps, QString>("steps", "status");
+    const QString refused = "\nIt must be between 0.100 m and 40.000 m.";
+    const auto typing = [](const QString& text) {
+        return Steps([text](const PageFixture& f) { f.type("length", text); });
+    };
+    const auto vary = [](const PageFixture& f, double difference) {
+        f.model->beams[0].length += difference;
+        f.model->announce();
+        QCoreApplication::processEvents();
+    };
+    row("at rest", Steps([](const PageFixture&) {}), QString());
+    row("objects that differ", Steps([=](const PageFixture& f) { vary(f, 1.0); }),
+        QString("\nThe selected objects differ."));
+    row("objects that differ beyond the shown digits",
+        Steps([=](const PageFixture& f) { vary(f, 1e-9); }),
+        QString("\nThe selected objects differ beyond the shown digits."));
+    row("a text where objects differ", Steps([=](const PageFixture& f) {
+        vary(f, 1.0);
+        f.type("length", "5 m");
+    }),
+        QString());
+    row("a text that will do", typing("5 m"), QString());
+    row("a text that is refused", typing("50 m"), refused);
+    row("a text that was refused by Enter", Steps([](const PageFixture& f) {
+        f.type("length", "50 m");
+        f.press(Qt::Key_Return);
+    }),
+        refused);
+    row("a text that was refused and will do now", Steps([](const PageFixture& f) {
+        f.type("length", "50 m");
+        f.press(Qt::Key_Return);
+        f.type("length", "5 m");
+    }),
+        QString());
+    row("a text that was taken back", Steps([](const PageFixture& f) {
+        f.type("length", "50 m");
+        f.press(Qt::Key_Escape);
+    }),
+        QString());
+}
+
+void TestPropertyPage::describesTheStateOfAField()
+{
+    QFETCH(const Steps, steps);
+    QFETCH(const QString, status);
+    const PageFixture f;
+    steps(f);
+    QCOMPARE(f.line("length")->accessibleDescription(), "m" + status);
+    QCOMPARE(f.page->editor("length")->accessibleDescription(), "m" + status);
 }
 
 void TestPropertyPage::saysWhichSectionsAreExpanded()
