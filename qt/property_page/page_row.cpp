@@ -8,6 +8,7 @@
 #include <QSizePolicy>
 
 #include "controls/parts/alive_p.h"
+#include "row_caption_p.h"
 
 #include <exception>
 #include <utility>
@@ -82,13 +83,13 @@ void PageRow::make(QWidget* parent, QGridLayout& grid)
     QWidget* const widget = m_editor->widget();
     widget->setObjectName(key);
     widget->hide();
-    m_caption = new QLabel(m_property.caption, parent);
+    m_caption = new RowCaption(m_property.caption, parent);
     m_caption->setObjectName(key + QStringLiteral(".caption"));
-    m_caption->setTextFormat(Qt::PlainText);
     m_caption->setBuddy(widget);
     m_caption->hide();
     grid.addWidget(m_caption, m_gridRow, 0);
-    grid.addWidget(widget, m_gridRow, 1);
+    // The text beside a flag needs room, and its edge is not seen.
+    grid.addWidget(widget, m_gridRow, 1, 1, m_property.field.shape() == Field::Shape::Flag ? 2 : 1);
     if (m_property.field.shape() == Field::Shape::Quantity) {
         m_unit = new QLabel(parent);
         m_unit->setObjectName(key + QStringLiteral(".unit"));

@@ -179,6 +179,8 @@ private Q_SLOTS:
     void hasAStatusForAScreenReader();
     void survivesAnyText_data();
     void survivesAnyText();
+    void showsTheBeginningAtRest();
+    void takesKeysAtTheEnd();
     void keepsALongText();
     void survivesItsEndInItsSignals_data();
     void survivesItsEndInItsSignals();
@@ -1241,6 +1243,31 @@ void TestLineRowEditor::survivesAnyText()
     row.press(Qt::Key_Escape);
     row.press(Qt::Key_Tab);
     QApplication::clipboard()->clear();
+}
+
+// Of "3.333 m" in a narrow field, "333 m" would be seen.
+void TestLineRowEditor::showsTheBeginningAtRest()
+{
+    LineRow row("length", beamsOfLengths({10.0 / 3.0}));
+    row.open();
+    QCOMPARE(row.edit()->cursorPosition(), 0);
+    row.type("7.777777");
+    row.press(Qt::Key_Tab);
+    QCOMPARE(row.written, 1);
+    QCOMPARE(row.edit()->cursorPosition(), 0);
+    tabInto(row);
+    row.press(Qt::Key_Tab);
+    QCOMPARE(row.edit()->cursorPosition(), 0);
+}
+
+// If the application gives the focus, "5" must not make 52 m of 2 m.
+void TestLineRowEditor::takesKeysAtTheEnd()
+{
+    LineRow row("length", beamsOfLengths({2.0}));
+    row.open();
+    row.edit()->setFocus(Qt::OtherFocusReason);
+    row.press(Qt::Key_5);
+    QCOMPARE(row.text(), QString("2.000 m5"));
 }
 
 void TestLineRowEditor::keepsALongText()

@@ -12,8 +12,12 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDialog>
+#include <QHelpEvent>
 #include <QJsonDocument>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QToolButton>
+#include <QToolTip>
 #include <QTranslator>
 
 #include <functional>
@@ -138,6 +142,8 @@ private Q_SLOTS:
     void drawsTheArrowAtTheLeadingEdge();
     void showsTheFocusOfAHead();
     void alignsTheEdgesOfEditors();
+    void fitsANarrowPage_data();
+    void fitsANarrowPage();
     void mergesTheKeysOfAGesture();
     void endsAGestureWithTheFocus();
 };
@@ -905,6 +911,56 @@ void TestPropertyPage::alignsTheEdgesOfEditors()
     };
     QCOMPARE(edges(f.line("load")), edges(f.page->editor("support")));
     QCOMPARE(edges(f.part<QToolButton>("section.statics")), edges(f.part<QLineEdit>("filter")));
+}
+
+void TestPropertyPage::fitsANarrowPage_data()
+{
+    columns<Qt::LayoutDirection, QString>("direction", "caption");
+    for (const auto direction : {Qt::LeftToRight, Qt::RightToLeft}) {
+        const QByteArray where = direction == Qt::LeftToRight ? "" : "from the right: ";
+        row(where + "short captions", direction, QString("&Length"));
+        row(where + "a long caption", direction, QString("&Length between the supports"));
+    }
+}
+
+// No scroll bar lies across it, and each editor has room for a number.
+void TestPropertyPage::fitsANarrowPage()
+{
+    QFETCH(const Qt::LayoutDirection, direction);
+    QFETCH(const QString, caption);
+    constexpr int narrow = 220;
+    Beams beams{{0, Beam()}, {1, Beam()}};
+    beams[0].isActive = false;
+    beams[0].load = beams[1].load = 2.0;
+    PropertySet<Beam> set("beam", &countedBeams);
+    set.section("geometry", "Geometry, supports and all that goes with them")
+        .add("length", caption, &Beam::length, field::quantity(vrn::units::UnitId::GEO_LENGTH))
+        .add("load", "Load", &Beam::load, field::quantity(vrn::units::UnitId::LOAD_LINE))
+        .add("support", "Support", &Beam::support,
+            field::choice<Support>({{"fixed in all directions", Support::Fixed}}))
+        .add("active", "Active", &Beam::isActive, field::flag());
+    ObjectModel model;
+    model.addKind(set, &beams);
+    PropertyPage page(nullptr);
+    page.setLayoutDirection(direction);
+    page.setModel(&model);
+    page.setSelection({0, 1});
+    // At the 96 dpi of the tests.
+    page.resize(narrow, narrow);
+    page.show();
+    QCoreApplication::processEvents();
+    QCOMPARE(page.width(), narrow);
+    const auto* scroll = page.findChild<QScrollArea*>();
+    QCOMPARE(scroll->horizontalScrollBar()->maximum(), 0);
+    const int number = page.fontMetrics().horizontalAdvance("1.000");
+    for (const char* key : {"length", "load", "support", "active"})
+        QVERIFY2(page.editor(key)->width() > number, key);
+
+    const auto* label = page.findChild<QLabel*>("length.caption");
+    const QString whole = QString(caption).remove('&');
+    QHelpEvent event(QEvent::ToolTip, QPoint(1, 1), label->mapToGlobal(QPoint(1, 1)));
+    QApplication::sendEvent(const_cast<QLabel*>(label), &event);
+    QCOMPARE(QToolTip::text(), caption.size() > narrow / 10 ? whole : QString());
 }
 
 void TestPropertyPage::mergesTheKeysOfAGesture()
