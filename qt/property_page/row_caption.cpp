@@ -12,7 +12,7 @@
 namespace vrn::qt::detail {
 namespace {
 
-constexpr int fewestLetters = 12; ///< That are shown on the narrowest page.
+constexpr int fewestLetters = 10; ///< That are shown on the narrowest page.
 
 } // namespace
 
