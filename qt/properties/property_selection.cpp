@@ -33,6 +33,15 @@ QString number(std::size_t count)
     return QLocale().toString(qulonglong(count));
 }
 
+QString changedText(const QString& title, std::size_t changed, std::size_t selected)
+{
+    if (changed > 0)
+        return SelectionTexts::tr("%1: %2 of %3 changed")
+            .arg(title, number(changed), number(selected));
+    return selected > 1 ? SelectionTexts::tr("%1: none of %2 changed").arg(title, number(selected))
+                        : SelectionTexts::tr("%1: not changed").arg(title);
+}
+
 /// Why an object keeps its value.
 enum Left
 {
@@ -96,8 +105,17 @@ struct PropertySelection::Plan
         return count;
     }
 
-    /// Which objects are left and why, as the parts of a sentence.
-    QString leftText(const vrn::units::Context& units, bool isReceipt) const;
+    /// How many objects are left and why. The reason of a check is a sentence of its own, so
+    /// it comes last.
+    /// @{
+    /// The rest of a receipt, with the comma before it. There are some.
+    QString leftText(const vrn::units::Context& units) const;
+    /// Of a preview. Empty if there are none.
+    QString wouldBeLeftText(const vrn::units::Context& units) const;
+    /// @}
+
+    /// As "1 would exceed 40.000 m", with `count` in place of the number.
+    QString outcomeText(Left why, const QString& count, const vrn::units::Context& units) const;
 
     /// Without places, all objects change.
     void setBefore(const SharedIds& all, const PropertyValues& values,
@@ -303,7 +321,7 @@ PropertySelection::Plan PropertySelection::planRelative(
     const bool refusesAll = std::any_of(row.fields.begin(), row.fields.end(),
         [](const auto& each) { return each.second.outOfRangePolicy() == OutOfRange::RefuseAll; });
     if (refusesAll && plan.left[Below] + plan.left[Above] + plan.left[Refused] > 0)
-        throw PropertyError(plan.leftText(units, false));
+        throw PropertyError(plan.wouldBeLeftText(units));
     const bool changesAll = places.size() == m_ids.size();
     plan.after = PropertyValues(changesAll ? after : after->select(places), false);
     plan.setBefore(m_ids, old, changesAll ? std::nullopt : std::make_optional(std::move(places)));
@@ -314,27 +332,67 @@ PropertySelection::Plan PropertySelection::planRelative(
     return plan;
 }
 
-QString PropertySelection::Plan::leftText(const vrn::units::Context& units, bool isReceipt) const
+QString PropertySelection::Plan::outcomeText(
+    Left why, const QString& count, const vrn::units::Context& units) const
+{
+    switch (why) {
+    case Below:
+        return SelectionTexts::tr("%1 would fall below %2")
+            .arg(count, row->field.limitTexts(units).first);
+    case Above:
+        return SelectionTexts::tr("%1 would exceed %2")
+            .arg(count, row->field.limitTexts(units).second);
+    case NotWhole:
+        return SelectionTexts::tr("%1 would not be whole").arg(count);
+    case NotANumber:
+        return SelectionTexts::tr("%1 would be too large").arg(count);
+    case NoValue:
+        return (left[why] == 1 ? SelectionTexts::tr("%1 has no value")
+                               : SelectionTexts::tr("%1 have no value"))
+            .arg(count);
+    case Refused:
+        break;
+    }
+    return SelectionTexts::tr("%1 would be refused: %2").arg(count, reason);
+}
+
+QString PropertySelection::Plan::wouldBeLeftText(const vrn::units::Context& units) const
 {
     QStringList parts;
-    const auto add = [&](Left why, const QString& text, const QString& detail = QString()) {
+    for (const Left why : {Below, Above, NotWhole, NotANumber, NoValue, Refused}) {
         if (left[why] > 0)
-            parts << (detail.isNull() ? text.arg(number(left[why]))
-                                      : text.arg(number(left[why]), detail));
-    };
-    // Only a number can be out of range.
-    if (left[Below] + left[Above] > 0) {
-        const auto limits = row->field.limitTexts(units);
-        add(Below, SelectionTexts::tr("%1 would fall below %2"), limits.first);
-        add(Above, SelectionTexts::tr("%1 would exceed %2"), limits.second);
+            parts << outcomeText(why, number(left[why]), units);
     }
-    add(NotWhole, SelectionTexts::tr("%1 would not be whole"));
-    add(NotANumber, SelectionTexts::tr("%1 would be too large"));
-    add(Refused, SelectionTexts::tr("%1 would be refused: %2"), reason);
-    if (isReceipt && !parts.isEmpty())
-        parts.last() = SelectionTexts::tr("%1 and were left").arg(parts.last());
-    add(NoValue, SelectionTexts::tr("%1 have no value"));
     return parts.join(QStringLiteral(", "));
+}
+
+QString PropertySelection::Plan::leftText(const vrn::units::Context& units) const
+{
+    // "Length: not changed, it would exceed 40.000 m"
+    if (selected == 1) {
+        if (left[Refused] > 0)
+            return QStringLiteral(". ") + reason;
+        const auto why = std::find(left.begin(), left.end(), 1U) - left.begin();
+        return QStringLiteral(", ") + outcomeText(Left(why), SelectionTexts::tr("it"), units);
+    }
+    QStringList parts;
+    for (const Left why : {Below, Above, NotWhole, NotANumber}) {
+        const std::size_t count = left[why];
+        if (count == 0)
+            continue;
+        const QString outcome = outcomeText(why, number(count), units);
+        parts << (count == 1 ? SelectionTexts::tr("%1 and was left")
+                             : SelectionTexts::tr("%1 and were left"))
+                     .arg(outcome);
+    }
+    if (left[NoValue] > 0)
+        parts << outcomeText(NoValue, number(left[NoValue]), units);
+    if (left[Refused] > 0) {
+        parts << (left[Refused] == 1 ? SelectionTexts::tr("%1 was left: %2")
+                                     : SelectionTexts::tr("%1 were left: %2"))
+                     .arg(number(left[Refused]), reason);
+    }
+    return QStringLiteral(", ") + parts.join(QStringLiteral(", "));
 }
 
 PropertyReceipt PropertySelection::receipt(const Plan& plan) const
@@ -345,11 +403,9 @@ PropertyReceipt PropertySelection::receipt(const Plan& plan) const
     receipt.changed = plan.ids.size();
     receipt.left = plan.leftCount();
     receipt.same = receipt.selected - receipt.changed - receipt.left;
-    receipt.text = SelectionTexts::tr("%1: %2 of %3 changed")
-                       .arg(plan.row->title, number(receipt.changed), number(receipt.selected));
-    const QString left = plan.leftText(m_model->units(), true);
-    if (!left.isEmpty())
-        receipt.text += QStringLiteral(", ") + left;
+    receipt.text = changedText(plan.row->title, receipt.changed, receipt.selected);
+    if (receipt.left > 0)
+        receipt.text += plan.leftText(m_model->units());
     return receipt;
 }
 
@@ -411,7 +467,7 @@ PropertyReceipt PropertySelection::preview(const std::string& key, const boost::
         parts << SelectionTexts::tr("%1: %2").arg(countedName(),
             lowest == highest ? lowest : SelectionTexts::tr("%1 to %2").arg(lowest, highest));
     }
-    const QString left = made.leftText(m_model->units(), false);
+    const QString left = made.wouldBeLeftText(m_model->units());
     if (!left.isEmpty())
         parts << left;
     expected.text = parts.join(QStringLiteral(", "));
@@ -481,8 +537,7 @@ PropertyReceipt PropertySelection::load(const QJsonObject& saved)
     const QString name = plans.size() == 1
         ? plans.front().row->title
         : SelectionTexts::tr("%n properties", nullptr, int(plans.size()));
-    done.text = SelectionTexts::tr("%1: %2 of %3 changed")
-                    .arg(name, number(done.changed), number(done.selected));
+    done.text = changedText(name, done.changed, done.selected);
     carryOut(std::move(plans), name, 0);
     return done;
 }

@@ -155,7 +155,8 @@ PropertySpread PropertySelection::spread(const std::string& key) const
         parts << field.text(column.at(tally.groups.front().place), units);
     }
     if (spread.withoutValue > 0) {
-        parts << SpreadTexts::tr("%1 have no value")
+        parts << (spread.withoutValue == 1 ? SpreadTexts::tr("%1 has no value")
+                                           : SpreadTexts::tr("%1 have no value"))
                      .arg(QLocale().toString(qulonglong(spread.withoutValue)));
     }
     parts.removeAll(QString());

@@ -4,6 +4,7 @@
 #include <vrn/qt/cell_data.h>
 #include <vrn/qt/property_error.h>
 
+#include <QGuiApplication>
 #include <QItemSelection>
 
 #include <algorithm>
@@ -30,6 +31,17 @@ std::pair<std::size_t, std::size_t> gapOf(const ObjectIds& kept, const ObjectIds
     const bool isGap = std::equal(kept.begin() + std::ptrdiff_t(first), kept.end(),
         all.begin() + std::ptrdiff_t(first + count));
     return {first, isGap ? count : 0};
+}
+
+/// A cell of a view that runs from right to left would show "3 m" as "m 3". A field goes by its
+/// text, and so does this.
+QString inItsOwnDirection(const QString& text)
+{
+    const QChar firstStrongIsolate(0x2068);
+    const QChar popDirectionalIsolate(0x2069);
+    return text.isEmpty() || QGuiApplication::layoutDirection() == Qt::LeftToRight
+        ? text
+        : firstStrongIsolate + text + popDirectionalIsolate;
 }
 
 ObjectIds sorted(ObjectIds ids)
@@ -325,7 +337,7 @@ QVariant PropertyTableModel::data(const QModelIndex& index, int role) const
     }
     if (role == Qt::ToolTipRole && !rows.reasons[column].isEmpty())
         return rows.reasons[column];
-    return field.text(values[place], m_model->units());
+    return inItsOwnDirection(field.text(values[place], m_model->units()));
 }
 
 QVariant PropertyTableModel::headerData(int section, Qt::Orientation orientation, int role) const

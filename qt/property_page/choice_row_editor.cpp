@@ -16,6 +16,7 @@ namespace vrn::qt::detail {
 namespace {
 
 constexpr int shownLetters = 10;
+constexpr int fewestLetters = 2;
 
 /// A closed list. Without the focus it leaves the wheel to the page.
 class ChoiceBox : public QComboBox
@@ -27,6 +28,13 @@ public:
         setFocusPolicy(Qt::StrongFocus);
         setSizeAdjustPolicy(compat::adjustToMinimumContentsLength);
         setMinimumContentsLength(shownLetters);
+    }
+
+    /// On a narrow page it gives way, as a line edit does.
+    QSize minimumSizeHint() const override
+    {
+        const int letter = fontMetrics().horizontalAdvance(QLatin1Char('X'));
+        return QComboBox::minimumSizeHint() - QSize((shownLetters - fewestLetters) * letter, 0);
     }
 
     /// Whether a key or the wheel is picking while the list is closed.
@@ -93,6 +101,8 @@ public:
             break;
         }
         setExtra(extra);
+        if (m_row.isOptional())
+            m_box->setItemText(m_hasExtra ? 1 : 0, tr("(none)"));
         m_box->setCurrentIndex(m_hasExtra ? 0 : m_place);
     }
 
@@ -136,7 +146,7 @@ private:
         , m_row(row)
     {
         if (row.isOptional())
-            box->addItem(tr("(none)"));
+            box->addItem(QString()); // Its text is set when it is shown.
         for (const auto& entry : row.field.entries())
             box->addItem(entry.first);
         box->installEventFilter(this);

@@ -155,9 +155,11 @@ void FieldLineEdit::show(const QString* text)
     // A field in which nothing was typed has the colours of the palette.
     if (!edit()->styleSheet().isEmpty())
         edit()->setStyleSheet(QString());
-    // What is typed next takes its place.
+    // What is typed next takes its place. Elsewhere the first digits count more than the last.
     if (edit()->hasFocus())
         selectAll();
+    else
+        edit()->setCursorPosition(0);
 }
 
 bool FieldLineEdit::isBaseline(const QString& text) const
@@ -303,8 +305,12 @@ bool FieldLineEdit::handle(QEvent& event)
 {
     switch (event.type()) {
     case QEvent::FocusIn:
-        if (!m_isOpen)
-            open();
+        if (m_isOpen)
+            return false;
+        // The mouse sets the cursor by itself. Other keys must not come before the digits.
+        if (static_cast<QFocusEvent&>(event).reason() != Qt::MouseFocusReason)
+            edit()->end(false);
+        open();
         return false;
     case QEvent::FocusOut:
         if (!isForOtherWindow(event))

@@ -149,7 +149,28 @@ QString FieldReader::reasonAgainst(const boost::any& value) const
 
 QStringList FieldReader::completions(const QString& text) const
 {
-    return isNumeric() && !isRelativeEdit(text) ? entries().completions(text) : QStringList();
+    if (!isNumeric() || isRelativeEdit(text))
+        return QStringList();
+    const auto plain = vrn::units::EntryReader().read(text.toStdWString());
+    const bool hasUnit = plain.state != EntryState::Complete
+        && entries().read(text).state == EntryState::Complete;
+    return hasUnit ? QStringList() : entries().completions(text);
+}
+
+QString FieldReader::textOfEntry(const QString& entry) const
+{
+    if (m_row.field.shape() != Field::Shape::Quantity)
+        return entry;
+    const auto valueOfText = [this](const QString& text) {
+        boost::any read;
+        QString reason;
+        return entries().validate(text, read, {}) ? valueOf(read, reason) : boost::any();
+    };
+    const boost::any value = valueOfText(entry);
+    const QString shown = text(value);
+    const bool readsBack = !value.empty()
+        && m_row.field.valueType().isSame(valueOfText(shown), value);
+    return readsBack ? shown : entry;
 }
 
 QString FieldReader::text(const boost::any& value) const

@@ -41,13 +41,17 @@ public:
     void setUnits(const vrn::units::Context& units);
 
     FieldReading read(const QString& text) const;
-    /// The text with each unit that may stand at its end.
+    /// The text with each unit that may stand at its end. None if it is complete with the unit
+    /// that it has: "5 m" may be meant, and not the beginning of "5 mm".
     QStringList completions(const QString& text) const;
 
     /// As it is shown at rest.
     QString text(const boost::any& value) const;
     /// Reads back as the value, bit for bit, if a text does; see Field::exactText().
     QString fullText(const boost::any& value) const;
+    /// What was entered, maybe in other units: as it is shown at rest if that reads back as the
+    /// same value, bit for bit, and otherwise as it is.
+    QString textOfEntry(const QString& entry) const;
 
 private:
     bool isNumeric() const;

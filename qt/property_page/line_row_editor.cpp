@@ -76,7 +76,6 @@ LineRowEditor::LineRowEditor(
 
     m_mark = new QLabel(QString(QChar(0x2248)));
     m_mark->setObjectName(QStringLiteral("mark"));
-    m_mark->setToolTip(LineTexts::tr("The selected objects differ beyond the shown digits."));
     m_mark->hide();
     // As wide as the other editors of a page.
     m_line->layout()->setContentsMargins(0, 0, 0, 0);
@@ -97,23 +96,37 @@ QString LineRowEditor::text() const
     return m_line->edit()->text();
 }
 
+QString LineRowEditor::status() const
+{
+    if (m_line->isPending())
+        return m_judged ? m_judged->entry.reason : QString();
+    return m_isMarked ? m_mark->toolTip() : QString();
+}
+
 // An emptied text clears, too. This is for the mouse, and for an empty text.
 void LineRowEditor::addClearAction()
 {
     QLineEdit* const edit = m_line->edit();
     m_clear = edit->addAction(
         edit->style()->standardIcon(QStyle::SP_LineEditClearButton), QLineEdit::TrailingPosition);
-    m_clear->setText(LineTexts::tr("Clear"));
     m_clear->setShortcut(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Delete));
     m_clear->setShortcutContext(Qt::WidgetShortcut);
-    m_clear->setToolTip(
-        LineTexts::tr("Clear (%1)").arg(m_clear->shortcut().toString(QKeySequence::NativeText)));
     vrn_connect(m_clear, &QAction::triggered, this, [this] {
         const QPointer<LineRowEditor> self(this);
         m_line->edit()->clear();
         if (self)
             take(boost::any());
     });
+}
+
+void LineRowEditor::retranslate()
+{
+    m_mark->setToolTip(LineTexts::tr("The selected objects differ beyond the shown digits."));
+    if (!m_clear)
+        return;
+    m_clear->setText(LineTexts::tr("Clear"));
+    m_clear->setToolTip(
+        LineTexts::tr("Clear (%1)").arg(m_clear->shortcut().toString(QKeySequence::NativeText)));
 }
 
 bool LineRowEditor::isSameAsShown(const PropertyState& state) const
@@ -130,6 +143,7 @@ void LineRowEditor::show(const PropertyState& state, const vrn::units::Context& 
     bool isSame = isSameAsShown(state);
     m_state = state;
     m_spread.reset();
+    retranslate();
     m_reader->setUnits(units);
     const QString common = state.kind == PropertyState::Varies ? textOfAll()
                                                                : m_reader->text(state.value);
@@ -209,7 +223,7 @@ RowEntry LineRowEditor::entry() const
     return judged().entry;
 }
 
-// What judges may belong to the application, and destroy this.
+// The check may be the application's, and may destroy this.
 LineRowEditor::Judged LineRowEditor::judged() const
 {
     const int revision = m_line->revision();
@@ -302,8 +316,14 @@ std::vector<EntryOffer> LineRowEditor::offersAtRest()
         history->get(entries);
     if (!self)
         return {};
-    for (const std::wstring& entry : entries) {
-        const QString text = QString::fromStdWString(entry);
+    QStringList texts;
+    for (const std::wstring& entry : entries)
+        texts << m_reader->textOfEntry(QString::fromStdWString(entry));
+    texts.removeDuplicates();
+    // Else nothing tells the two lists apart.
+    if (!made.empty() && !texts.isEmpty())
+        made.push_back({LineTexts::tr("Entered before"), QString(), {}, true});
+    for (const QString& text : texts) {
         made.push_back({labelFor(text), text, [this] {
                             m_judged.reset();
                             m_isOfHistory = true;
@@ -385,7 +405,7 @@ void LineRowEditor::remember()
         history->add(entered.toStdWString());
 }
 
-// For a screen reader, and for a field without the focus.
+// For a field without the focus, and for one whose text is empty and cannot be red.
 void LineRowEditor::showStatus()
 {
     QLineEdit* const edit = m_line->edit();
@@ -393,17 +413,9 @@ void LineRowEditor::showStatus()
         m_clear->setVisible(!edit->isReadOnly()
             && (m_state.kind == PropertyState::Common || m_state.kind == PropertyState::Varies));
     }
-    QString status = m_state.reason;
-    if (m_line->isPending())
-        status = entry().reason;
-    else if (m_isMarked)
-        status = m_mark->toolTip();
-    edit->setToolTip(status);
-    // A text that is not there cannot be red.
+    const QString status = this->status();
+    edit->setToolTip(status.isEmpty() ? m_state.reason : status);
     edit->setPlaceholderText(m_line->isPending() ? status : QString());
-    if (!m_line->isPending() && m_state.kind == PropertyState::Varies && !m_isMarked)
-        status = LineTexts::tr("The selected objects differ.");
-    edit->setAccessibleDescription(status);
 }
 
 RowEditor* makeLineEditor(

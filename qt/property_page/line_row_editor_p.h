@@ -30,6 +30,7 @@ public:
     void setReadOnly(bool readOnly) override;
     RowEntry entry() const override;
     QString text() const override;
+    QString status() const override;
     void refuse(const QString& reason) override;
     void remember() override;
 
@@ -40,6 +41,7 @@ private:
     PropertySpread spread();
     QString textOfAll();
     void addClearAction();
+    void retranslate();
     void showStatus();
 
     /// What was made of a text.

@@ -80,7 +80,7 @@ PageForm::PageForm(QWidget* parent)
     column->addWidget(m_filter);
     column->addWidget(m_scroll);
     column->addWidget(m_receipt);
-    retranslate();
+    retranslate(QString());
 
     vrn_connect(m_filter, &QLineEdit::textChanged, this, [this] {
         m_foldedInFilter.clear();
@@ -95,8 +95,9 @@ PageForm::~PageForm()
     disposeOf(m_scroll);
 }
 
-void PageForm::retranslate()
+void PageForm::retranslate(const QString& hint)
 {
+    m_emptyHint = hint;
     m_filter->setPlaceholderText(FormTexts::tr("Filter"));
     m_filter->setAccessibleName(FormTexts::tr("Filter of properties"));
     updateHint();
@@ -234,7 +235,7 @@ void PageForm::scrollTo(PageRow& row)
 {
     if (!row.widget())
         return;
-    // Where it is, is not known before that.
+    // The layout is only valid after this.
     m_content->layout()->activate();
     m_scroll->ensureWidgetVisible(row.widget());
 }

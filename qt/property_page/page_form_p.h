@@ -57,7 +57,8 @@ public:
     void setReceiptVisible(bool visible);
     void setReceipt(const QString& text);
 
-    void retranslate();
+    /// Renews its texts. `hint` is that of setProperties().
+    void retranslate(const QString& hint);
 
     bool eventFilter(QObject* watched, QEvent* event) override;
 

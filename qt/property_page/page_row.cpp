@@ -8,6 +8,7 @@
 #include <QSizePolicy>
 
 #include "controls/parts/alive_p.h"
+#include "row_caption_p.h"
 
 #include <exception>
 #include <utility>
@@ -82,13 +83,13 @@ void PageRow::make(QWidget* parent, QGridLayout& grid)
     QWidget* const widget = m_editor->widget();
     widget->setObjectName(key);
     widget->hide();
-    m_caption = new QLabel(m_property.caption, parent);
+    m_caption = new RowCaption(m_property.caption, parent);
     m_caption->setObjectName(key + QStringLiteral(".caption"));
-    m_caption->setTextFormat(Qt::PlainText);
     m_caption->setBuddy(widget);
     m_caption->hide();
     grid.addWidget(m_caption, m_gridRow, 0);
-    grid.addWidget(widget, m_gridRow, 1);
+    // The text beside a flag needs room, and its edge is not seen.
+    grid.addWidget(widget, m_gridRow, 1, 1, m_property.field.shape() == Field::Shape::Flag ? 2 : 1);
     if (m_property.field.shape() == Field::Shape::Quantity) {
         m_unit = new QLabel(parent);
         m_unit->setObjectName(key + QStringLiteral(".unit"));
@@ -160,6 +161,12 @@ void PageRow::showIn(const SharedUnits& units)
     show();
 }
 
+void PageRow::setStale()
+{
+    m_isShown = false;
+    isDue = true;
+}
+
 void PageRow::drop()
 {
     if (m_editor)
@@ -219,10 +226,9 @@ void PageRow::updatePending()
 {
     const RowEntry now = entry();
     m_isPending = now.state != EditState::Untouched;
-    if (now.reason != m_reason && !m_reason.isEmpty()) {
+    if (now.reason != m_reason)
         m_reason.clear();
-        updateTexts();
-    }
+    updateTexts();
     updateUnit();
     // What was read while a text was pending.
     if (!m_isPending && !m_isShown && m_isMade)
@@ -234,6 +240,18 @@ QString PageRow::text() const
     return m_editor ? m_editor->text() : QString();
 }
 
+QString PageRow::status() const
+{
+    if (!m_reason.isEmpty())
+        return m_reason;
+    const QString ofEditor = m_editor->status();
+    if (!ofEditor.isEmpty() || m_isPending)
+        return ofEditor;
+    if (m_state.kind == PropertyState::Varies)
+        return RowTexts::tr("The selected objects differ.");
+    return m_state.reason;
+}
+
 void PageRow::describeTo(QWidget* widget) const
 {
     QStringList parts;
@@ -242,12 +260,8 @@ void PageRow::describeTo(QWidget* widget) const
     const QString unit = unitOf(m_property.field, m_units);
     if (!unit.isEmpty())
         parts << unit;
-    if (m_state.kind == PropertyState::Varies)
-        parts << RowTexts::tr("The selected objects differ.");
-    if (m_state.kind == PropertyState::Unreadable)
-        parts << m_state.reason;
-    if (!m_reason.isEmpty())
-        parts << m_reason;
+    if (const QString status = this->status(); !status.isEmpty())
+        parts << status;
     widget->setAccessibleName(m_property.title);
     widget->setAccessibleDescription(parts.join(QLatin1Char('\n')));
 }

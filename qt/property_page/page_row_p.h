@@ -51,6 +51,8 @@ public:
     void showIn(const SharedUnits& units);
     /// Shows what was read last, and drops what is pending.
     void show();
+    /// What is read next is shown, even if it is the same: the language may be another one.
+    void setStale();
     /// What is pending has been written; what is read next is shown in its place.
     void drop();
     void refuse(const QString& reason);
@@ -70,6 +72,7 @@ public:
 
 private:
     bool isShown(const PropertyState& state, const SharedUnits& units) const;
+    QString status() const;
     void describeTo(QWidget* widget) const;
     void updateTexts();
     void updateUnit();

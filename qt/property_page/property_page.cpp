@@ -225,7 +225,7 @@ void PropertyPage::changeEvent(QEvent* event)
     if (!alive)
         return;
     if (event->type() == QEvent::LanguageChange)
-        m_private->form().retranslate();
+        m_private->form().retranslate(m_private->hint());
     if (event->type() == QEvent::LanguageChange || event->type() == QEvent::LocaleChange)
         m_private->showAgain();
 }

@@ -55,6 +55,8 @@ public:
     void flush();
     /// In the language and the locale of now.
     void showAgain();
+    /// What stands in the place of rows, if there are none.
+    QString hint() const;
     /// Both throw PropertyError.
     PropertyReceipt setValue(const std::string& key, const boost::any& value);
     PropertyReceipt load(const QJsonObject& saved);
@@ -75,7 +77,6 @@ private:
     void setModel(PropertyModel* model);
     void build();
     detail::RowQuestions questions(const std::string& key);
-    QString hint() const;
     std::string focusedKey() const;
 
     void onMade(detail::PageRow& row);

@@ -288,7 +288,7 @@ void PropertyPage::Private::showAgain()
         if (row->isVisible() && !row->isPending())
             row->showIn(m_units);
         else
-            row->isDue = true;
+            row->setStale();
         if (!alive || change != m_change)
             return;
     }

@@ -55,6 +55,9 @@ public:
     virtual RowEntry entry() const = 0;
     /// What stands there. For the description of the row.
     virtual QString text() const = 0;
+    /// What a screen reader adds to the text: why it is refused or not complete yet, or that
+    /// objects differ where the text does not show it. It asks nobody.
+    virtual QString status() const { return QString(); }
     /// Keeps what is pending, in red with this reason, which entry() gives from now on until
     /// the user changes the text or presses Enter. Emits nothing.
     virtual void refuse(const QString& reason) = 0;

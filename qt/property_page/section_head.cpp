@@ -79,6 +79,11 @@ SectionHead::SectionHead(const QString& key, const QString& title, QWidget* pare
     vrn_connect(this, &QToolButton::clicked, this, &SectionHead::openRequested);
 }
 
+QSize SectionHead::minimumSizeHint() const
+{
+    return {4 * headMargin + iconSize().width(), sizeHint().height()};
+}
+
 void SectionHead::setOpen(bool open)
 {
     if (open == isChecked())

@@ -18,6 +18,9 @@ public:
     /// Emits nothing.
     void setOpen(bool open);
 
+    /// On a narrow page the title gives way.
+    QSize minimumSizeHint() const override;
+
 Q_SIGNALS:
     /// The user asks for it.
     void openRequested(bool open);

@@ -204,7 +204,7 @@ void TestPropertySelection::writesNothingIfNothingDiffers()
     const PropertyReceipt receipt = selection.edit("length", 3.0);
     QVERIFY(model.writes.isEmpty());
     QCOMPARE(stack.count(), 0);
-    QCOMPARE(receipt.text, QString("Length: 0 of 2 changed"));
+    QCOMPARE(receipt.text, QString("Length: none of 2 changed"));
     model.flush();
     QCOMPARE(changed.count(), 0);
 }
@@ -405,40 +405,86 @@ void TestPropertySelection::changesEachFromItsOwnValue()
     QVERIFY(haveSameBits(model.beams[1].width, 305.0));
 }
 
+// Numbers with groups, one object and many, and reasons that are sentences of their own.
 void TestPropertySelection::leavesAndCounts_data()
 {
-    columns<QString, QString, QString>("key", "text", "receipt");
-    row("nothing", "length", "+= 1", "Length: 3 of 3 changed");
-    row("what would be too long", "length", "*= 3",
-        "Length: 2 of 3 changed, 1 would exceed 40.000 m and were left");
-    row("what would be too short", "length", "-= 5",
+    columns<int, QString, QString, QString, QString>("count", "key", "text", "preview", "receipt");
+    const QString none;
+    row("nothing is left", 3, "length", "+= 1", "3 beams: 4.000 m to 21.000 m",
+        "Length: 3 of 3 changed");
+    row("one is too long", 3, "length", "*= 3", "3 beams: 9.000 m, 1 would exceed 40.000 m",
+        "Length: 2 of 3 changed, 1 would exceed 40.000 m and was left");
+    row("many are too long", 10000, "length", "*= 3",
+        "10000 beams: 9.000 m, 188 would exceed 40.000 m",
+        "Length: 9,812 of 10,000 changed, 188 would exceed 40.000 m and were left");
+    row("many are too short", 3, "length", "-= 5", "3 beams: 15.000 m, 2 would fall below 0.100 m",
         "Length: 1 of 3 changed, 2 would fall below 0.100 m and were left");
-    row("what has no value", "load", "*= 2", "Load: 1 of 3 changed, 2 have no value");
-    row("what would be refused", "bolts", "+= 1",
-        "Bolts: 0 of 3 changed, 3 would be refused: Bolts come in odd numbers. and were left");
-    row("what would not be whole", "group", "/= 2",
-        "Group: 1 of 3 changed, 1 would not be whole and were left, 1 have no value");
-    row("what would be too large for its type", "group", "*= 1e10",
-        "Group: 0 of 3 changed, 2 would be too large and were left, 1 have no value");
-    row("what would be infinite", "factor", "*= 1e308",
-        "Factor: 2 of 3 changed, 1 would be too large and were left");
-    row("what has the value already", "factor", "*= 1", "Factor: 0 of 3 changed");
+    row("one is too short and one too long", 2, "width", "*= 100",
+        "1 would fall below 0.050 m, 1 would exceed 3.000 m",
+        "Width: none of 2 changed, 1 would fall below 0.050 m and was left, 1 would exceed 3.000 m "
+        "and was left");
+    row("all are too long", 3, "length", "+= 100 m", "3 would exceed 40.000 m",
+        "Length: none of 3 changed, 3 would exceed 40.000 m and were left");
+    row("the only one is too long", 1, "length", "+= 100 m", "1 would exceed 40.000 m",
+        "Length: not changed, it would exceed 40.000 m");
+    row("the only one is too short", 1, "length", "-= 100 m", "1 would fall below 0.100 m",
+        "Length: not changed, it would fall below 0.100 m");
+    row("one has no value", 2, "load", "*= 2", "2 beams: 4.00 kN/m, 1 has no value",
+        "Load: 1 of 2 changed, 1 has no value");
+    row("many have no value", 3, "load", "*= 2", "3 beams: 4.00 kN/m, 2 have no value",
+        "Load: 1 of 3 changed, 2 have no value");
+    row("the only one has no value", 1, "load", "*= 2", "1 has no value",
+        "Load: not changed, it has no value");
+    row("one is refused", 2, "bolts", "+= 4",
+        "2 beams: 5, 1 would be refused: Bolts come in odd "
+        "numbers.",
+        "Bolts: 1 of 2 changed, 1 was left: Bolts come in odd numbers.");
+    row("many are refused", 5, "bolts", "*= 2", none,
+        "Bolts: none of 5 changed, 5 were left: Bolts come in odd numbers.");
+    row("the only one is refused", 1, "bolts", "+= 1",
+        "1 would be refused: Bolts come in odd numbers.",
+        "Bolts: not changed. Bolts come in odd numbers.");
+    row("one is not whole", 3, "group", "/= 2", none,
+        "Group: 1 of 3 changed, 1 would not be whole and was left, 1 has no value");
+    row("many are too large for their type", 3, "group", "*= 1e10", none,
+        "Group: none of 3 changed, 2 would be too large and were left, 1 has no value");
+    row("the only one is not whole", 1, "group", "/= 2", "1 would not be whole",
+        "Group: not changed, it would not be whole");
+    row("one is infinite", 3, "factor", "*= 1e308", none,
+        "Factor: 2 of 3 changed, 1 would be too large and was left");
+    row("the only one is infinite", 1, "factor", "*= 1e308", "1 would be too large",
+        "Factor: not changed, it would be too large");
+    row("all have the value already", 3, "factor", "*= 1", "3 beams: 1.00 to 100.00",
+        "Factor: none of 3 changed");
+    row("the only one has the value already", 1, "factor", "*= 1", "1 beam: 100.00",
+        "Factor: not changed");
 }
 
 void TestPropertySelection::leavesAndCounts()
 {
+    QFETCH(int, count);
     QFETCH(QString, key);
     QFETCH(QString, text);
-    BeamModel model(3);
-    model.beams[2].length = 20.0;
-    model.beams[1].load = 2.0;
-    model.beams[0].group = 3;
-    model.beams[1].group = 4;
-    model.beams[2].factor = 100.0;
+    QFETCH(QString, preview);
+    BeamModel model(count);
+    for (auto& [id, beam] : model.beams) {
+        // The last one of a few, and 188 of many.
+        beam.length = id >= 2 && (count < 10 || id < 190) ? 20.0 : 3.0;
+        beam.factor = id == 0 ? 100.0 : 1.0;
+        if (id < 2)
+            beam.group = int(id) + 3;
+        if (id != 1)
+            continue;
+        beam.load = 2.0;
+        beam.width = -50.0;
+        beam.bolts = 2;
+    }
     PropertySelection selection(&model, model.ids());
     const RelativeEntry entry = readRelativeEdit(
         text, selection.row(key.toStdString())->field, model.units());
     QVERIFY2(entry.reason.isEmpty(), qPrintable(entry.reason));
+    if (!preview.isNull())
+        QCOMPARE(selection.preview(key.toStdString(), entry.edit).text, preview);
     QTEST(selection.edit(key.toStdString(), entry.edit).text, "receipt");
 }
 

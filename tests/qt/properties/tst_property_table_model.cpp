@@ -13,8 +13,10 @@
 #include <QAbstractItemModelTester>
 #include <QItemSelectionModel>
 #include <QPointer>
+#include <QScopeGuard>
 #include <QSignalSpy>
 #include <QTableView>
+#include <QTextLayout>
 
 #include <algorithm>
 #include <memory>
@@ -79,6 +81,8 @@ class TestPropertyTableModel : public TestObject
 
 private Q_SLOTS:
     void showsAllObjects();
+    void showsTextsInTheirOwnDirection_data();
+    void showsTextsInTheirOwnDirection();
     void hasTypedValues();
     void writesNothing();
     void setsRows_data();
@@ -117,6 +121,41 @@ void TestPropertyTableModel::showsAllObjects()
         int(Qt::AlignVCenter | Qt::AlignRight));
     QCOMPARE(table.cell(0, "name").data(Qt::TextAlignmentRole).toInt(),
         int(Qt::AlignVCenter | Qt::AlignLeft));
+}
+
+void TestPropertyTableModel::showsTextsInTheirOwnDirection_data()
+{
+    columns<QByteArray, QString, bool>("key", "text", "runsToTheRight");
+    row("a length", QByteArray("length"), QString("-3.000 m"), true);
+    row("a name", QByteArray("name"), QString("B 1"), true);
+    row("a name from the right", QByteArray("name"), QString::fromUtf8("\327\220 1"), false);
+}
+
+// In the cell of a view whose layout runs from right to left.
+void TestPropertyTableModel::showsTextsInTheirOwnDirection()
+{
+    QFETCH(QByteArray, key);
+    QFETCH(QString, text);
+    QFETCH(bool, runsToTheRight);
+    Table table(1);
+    table.model.beams[0].length = -3.0;
+    table.model.beams[0].name = text;
+    table.update();
+    QCOMPARE(table.cell(0, key).data().toString(), text);
+    QGuiApplication::setLayoutDirection(Qt::RightToLeft);
+    const auto restored = qScopeGuard([] { QGuiApplication::setLayoutDirection(Qt::LeftToRight); });
+    const QString shown = table.cell(0, key).data().toString();
+    QVERIFY(shown.contains(text));
+    QTextLayout layout(shown);
+    QTextOption option;
+    option.setTextDirection(Qt::RightToLeft);
+    layout.setTextOption(option);
+    layout.beginLayout();
+    const QTextLine line = layout.createLine();
+    layout.endLayout();
+    const int first = int(shown.indexOf(text));
+    const qreal end = line.cursorToX(first + int(text.size()) - 1);
+    QCOMPARE(line.cursorToX(first) < end, runsToTheRight);
 }
 
 void TestPropertyTableModel::hasTypedValues()

@@ -160,7 +160,14 @@ private Q_SLOTS:
     void previewsRelativeEdits();
     void refusesWhatThePolicyRefuses();
     void completesUnits();
+    void completesWhatIsNotComplete_data();
+    void completesWhatIsNotComplete();
     void remembersWhatWasEntered();
+    void offersTheHistoryInTheShownUnits_data();
+    void offersTheHistoryInTheShownUnits();
+    void offersATextOnce();
+    void keepsTheHistoryApart_data();
+    void keepsTheHistoryApart();
     void forgetsWhatWasRefused();
 
     void clears_data();
@@ -169,9 +176,11 @@ private Q_SLOTS:
     void offersToClear();
 
     void cannotBeEditedIfReadOnly();
-    void saysItsStateToAScreenReader();
+    void hasAStatusForAScreenReader();
     void survivesAnyText_data();
     void survivesAnyText();
+    void showsTheBeginningAtRest();
+    void takesKeysAtTheEnd();
     void keepsALongText();
     void survivesItsEndInItsSignals_data();
     void survivesItsEndInItsSignals();
@@ -880,7 +889,7 @@ void TestLineRowEditor::marksWhatDiffersBelowTheDigits()
     QVERIFY(mark && mark->isVisible());
     const QString meaning = "The selected objects differ beyond the shown digits.";
     QCOMPARE(mark->toolTip(), meaning);
-    QCOMPARE(row.edit()->accessibleDescription(), meaning);
+    QCOMPARE(row.editor->status(), meaning);
     tabInto(row);
     QCOMPARE(row.text(), QString("2.000 m"));
     QCOMPARE(row.hint(), meaning);
@@ -894,7 +903,7 @@ void TestLineRowEditor::marksWhatDiffersBelowTheDigits()
     QCOMPARE(row.written, 1);
     QVERIFY(haveSameBits(row.beams[1].length, 2.0));
     QVERIFY(!mark->isVisible());
-    QCOMPARE(row.edit()->accessibleDescription(), QString());
+    QCOMPARE(row.editor->status(), QString());
 }
 
 void TestLineRowEditor::previewsRelativeEdits()
@@ -941,6 +950,30 @@ void TestLineRowEditor::completesUnits()
     QCOMPARE(row.beams[0].length, 12 * 0.3048);
 }
 
+void TestLineRowEditor::completesWhatIsNotComplete_data()
+{
+    columns<QString, bool>("text", "completes");
+    row("a number may get a unit", "5", true);
+    row("a sum of numbers may get a unit", "5 + 3", true);
+    row("a unit has begun", "5 f", true);
+    row("a unit has begun in a sum", "3 m + 20 c", true);
+    row("the number of a sum may get a unit", "3 m + 20 ", true);
+    row("a unit that others begin with", "5 m", false);
+    row("a unit without a blank", "5m", false);
+    row("a unit of one letter more", "5 mm", false);
+    row("feet and inches", "6' 2 1/2\"", false);
+    row("a sum of lengths", "3 m + 20 cm", false);
+}
+
+void TestLineRowEditor::completesWhatIsNotComplete()
+{
+    QFETCH(QString, text);
+    LineRow row("length");
+    row.open();
+    row.type(text);
+    QTEST(!row.list().isEmpty(), "completes");
+}
+
 void TestLineRowEditor::remembersWhatWasEntered()
 {
     PropertySet<Beam> beams("beam", &countedBeams);
@@ -978,6 +1011,116 @@ void TestLineRowEditor::remembersWhatWasEntered()
     row.press(Qt::Key_Down);
     row.press(Qt::Key_Return);
     QVERIFY(haveSameBits(row.beams[0].camber(), 12 * 0.3048));
+}
+
+void TestLineRowEditor::offersTheHistoryInTheShownUnits_data()
+{
+    columns<QString, int, int, QString>("typed", "typedIn", "shownIn", "offered");
+    const int metres = UnitId::METRE;
+    const int feet = UnitId::FOOT;
+    const int feetAndInches = UnitId::FEET_AND_FRACTIONAL_INCHES;
+    row("feet and inches stay so", "6' 2 1/2\"", feetAndInches, feetAndInches, "6' 2 1/2 ''");
+    row("feet and inches come back from metres", "6' 2 1/2\"", metres, feetAndInches,
+        "6' 2 1/2 ''");
+    row("whole feet come back from metres", "12'", metres, feetAndInches, "12' 0 ''");
+    row("a sixteenth comes back from metres", "1' 1/16\"", metres, feetAndInches, "1' 1/16 ''");
+    row("what is no fraction of an inch stays as it was kept", "2 m", metres, feetAndInches,
+        "2.000 m");
+    row("decimal feet come back from metres", "12 ft", metres, feet, "12.000 ft");
+    row("what has more digits than are shown stays as it was kept", "10 m / 3", metres, feet,
+        "3.3333333333333335 m");
+    row("what has more digits in metres than are shown stays", "6' 2 1/2\"", feetAndInches, metres,
+        "6' 2 1/2 ''");
+}
+
+void TestLineRowEditor::offersTheHistoryInTheShownUnits()
+{
+    QFETCH(QString, typed);
+    QFETCH(int, typedIn);
+    QFETCH(int, shownIn);
+    const auto unitsIn = [](int unit) {
+        Context units;
+        units.format_provider().set_unit(UnitId::GEO_LENGTH, UnitId::UnitId(unit));
+        if (unit == UnitId::FEET_AND_FRACTIONAL_INCHES)
+            units.format_provider().set_precision(UnitId::GEO_LENGTH, 16);
+        return units;
+    };
+    PropertySet<Beam> beams("beam", &countedBeams);
+    beams.add("length", "&Length", &Beam::length, field::quantity(UnitId::GEO_LENGTH).history());
+    LineRow row("length", std::vector<Beam>(1), beams);
+    row.questions.history = boost::make_shared<vrn::ValueHistoryMemoryStorage>();
+    row.model.setUnits(unitsIn(typedIn));
+    row.open();
+    row.type(typed);
+    row.press(Qt::Key_Return);
+    const double entered = row.beams[0].length;
+    row.beams[0].length = 1.0;
+    row.model.setUnits(unitsIn(shownIn));
+    row.show();
+    tabInto(row);
+    QTEST(row.list().value(0), "offered");
+    row.press(Qt::Key_Down);
+    row.press(Qt::Key_Return);
+    QCOMPARE(row.ended, 2);
+    QVERIFY(haveSameBits(row.beams[0].length, entered));
+}
+
+// Of two entries that have become the same text.
+void TestLineRowEditor::offersATextOnce()
+{
+    PropertySet<Beam> beams("beam", &countedBeams);
+    beams.add("length", "&Length", &Beam::length, field::quantity(UnitId::GEO_LENGTH).history());
+    LineRow row("length", std::vector<Beam>(1), beams);
+    row.questions.history = boost::make_shared<vrn::ValueHistoryMemoryStorage>();
+    vrn::ValueHistory history(
+        QString::fromStdString(row.selection.row("length")->field.historyKey()).toStdWString(),
+        row.questions.history);
+    for (const wchar_t* entry : {L"250 cm", L"2 m", L"2.500 m"})
+        history.add(entry);
+    row.open();
+    tabInto(row);
+    QCOMPARE(row.list(), QStringList({"2.500 m", "2.000 m"}));
+}
+
+// From the values of the selection, by a heading that cannot be taken.
+void TestLineRowEditor::keepsTheHistoryApart_data()
+{
+    columns<Steps, double>("steps", "taken");
+    const Steps down = pressing(Qt::Key_Down);
+    const Steps enter = pressing(Qt::Key_Return);
+    row("Down stops before it", inOrder({down, down, enter}), 3.0);
+    row("Down passes over it", inOrder({down, down, down, enter}), 7.5);
+    row("Down stops at the end", inOrder({down, down, down, down, enter}), 7.5);
+    row("Up passes over it", inOrder({down, down, down, pressing(Qt::Key_Up), enter}), 3.0);
+    row("a click on it takes nothing", Steps([](LineRow& row) {
+        row.press(Qt::Key_Down);
+        auto* list = row.edit()->findChild<QListWidget*>();
+        const QRect place = list->visualItemRect(list->item(2));
+        QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, place.center());
+    }),
+        0.0);
+}
+
+void TestLineRowEditor::keepsTheHistoryApart()
+{
+    QFETCH(Steps, steps);
+    QFETCH(double, taken);
+    PropertySet<Beam> beams("beam", &countedBeams);
+    beams.add("length", "&Length", &Beam::length, field::quantity(UnitId::GEO_LENGTH).history());
+    LineRow row("length", beamsOfLengths({2.0, 3.0}), beams);
+    row.questions.history = boost::make_shared<vrn::ValueHistoryMemoryStorage>();
+    vrn::ValueHistory history(
+        QString::fromStdString(row.selection.row("length")->field.historyKey()).toStdWString(),
+        row.questions.history);
+    history.add(L"7.500 m");
+    row.open();
+    tabInto(row);
+    QCOMPARE(row.list(),
+        QStringList({"1 \303\227 2.000 m", "1 \303\227 3.000 m", "Entered before", "7.500 m"}));
+    QVERIFY(row.edit()->findChild<QListWidget*>()->item(2)->font().bold());
+    steps(row);
+    QCOMPARE(row.written, taken == 0.0 ? 0 : 1);
+    QCOMPARE(row.beams[0].length, taken == 0.0 ? 2.0 : taken);
 }
 
 void TestLineRowEditor::forgetsWhatWasRefused()
@@ -1059,15 +1202,15 @@ void TestLineRowEditor::cannotBeEditedIfReadOnly()
     QCOMPARE(row.ended, 0);
 }
 
-void TestLineRowEditor::saysItsStateToAScreenReader()
+void TestLineRowEditor::hasAStatusForAScreenReader()
 {
     LineRow row("length", beamsOfLengths({2.0, 3.0}));
     row.open();
-    QCOMPARE(row.edit()->accessibleDescription(), QString("The selected objects differ."));
+    QCOMPARE(row.editor->status(), QString());
     row.type("50 m");
-    QCOMPARE(row.edit()->accessibleDescription(), tooLong);
+    QCOMPARE(row.editor->status(), tooLong);
     row.type("5 m");
-    QCOMPARE(row.edit()->accessibleDescription(), QString());
+    QCOMPARE(row.editor->status(), QString());
 }
 
 void TestLineRowEditor::survivesAnyText_data()
@@ -1100,6 +1243,31 @@ void TestLineRowEditor::survivesAnyText()
     row.press(Qt::Key_Escape);
     row.press(Qt::Key_Tab);
     QApplication::clipboard()->clear();
+}
+
+// Of "3.333 m" in a narrow field, "333 m" would be seen.
+void TestLineRowEditor::showsTheBeginningAtRest()
+{
+    LineRow row("length", beamsOfLengths({10.0 / 3.0}));
+    row.open();
+    QCOMPARE(row.edit()->cursorPosition(), 0);
+    row.type("7.777777");
+    row.press(Qt::Key_Tab);
+    QCOMPARE(row.written, 1);
+    QCOMPARE(row.edit()->cursorPosition(), 0);
+    tabInto(row);
+    row.press(Qt::Key_Tab);
+    QCOMPARE(row.edit()->cursorPosition(), 0);
+}
+
+// If the application gives the focus, "5" must not make 52 m of 2 m.
+void TestLineRowEditor::takesKeysAtTheEnd()
+{
+    LineRow row("length", beamsOfLengths({2.0}));
+    row.open();
+    row.edit()->setFocus(Qt::OtherFocusReason);
+    row.press(Qt::Key_5);
+    QCOMPARE(row.text(), QString("2.000 m5"));
 }
 
 void TestLineRowEditor::keepsALongText()

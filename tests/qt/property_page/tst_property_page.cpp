@@ -8,12 +8,23 @@
 #include <vrn/qt/varies_string.h>
 
 #include <QAccessible>
+#include <QAction>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDialog>
+#include <QHelpEvent>
 #include <QJsonDocument>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QToolButton>
+#include <QToolTip>
+#include <QTranslator>
 
+#include <functional>
+
+using Steps = std::function<void(const vrn::test::PageFixture&)>;
+
+Q_DECLARE_METATYPE(Steps)
 Q_DECLARE_METATYPE(vrn::qt::PropertyState::Kind)
 
 using namespace vrn::qt;
@@ -27,6 +38,56 @@ struct Wall
     double length = 4.0;
     int name = 1;
 };
+
+/// Puts what it translates into angle brackets.
+class Brackets : public QTranslator
+{
+public:
+    Brackets() { QCoreApplication::installTranslator(this); }
+    ~Brackets() override { QCoreApplication::removeTranslator(this); }
+
+    QString translate(const char* /*context*/, const char* source, const char* /*disambiguation*/,
+        int /*n*/) const override
+    {
+        return "<" + QString::fromUtf8(source) + ">";
+    }
+    bool isEmpty() const override { return false; }
+};
+
+/// Whatever a user can read or hear of the page.
+QStringList allTexts(const PropertyPage& page)
+{
+    QStringList texts;
+    for (const QWidget* each : page.findChildren<QWidget*>()) {
+        texts << each->toolTip() << each->accessibleName() << each->accessibleDescription();
+        if (const auto* label = qobject_cast<const QLabel*>(each))
+            texts << label->text();
+        if (const auto* edit = qobject_cast<const QLineEdit*>(each))
+            texts << edit->text() << edit->placeholderText();
+        if (const auto* button = qobject_cast<const QAbstractButton*>(each))
+            texts << button->text();
+        if (const auto* box = qobject_cast<const QComboBox*>(each)) {
+            for (int i = 0; i < box->count(); ++i)
+                texts << box->itemText(i);
+        }
+        for (const QAction* action : each->actions())
+            texts << action->text() << action->toolTip();
+    }
+    texts.removeAll(QString());
+    return texts;
+}
+
+PropertySet<Beam> optionalBeams()
+{
+    PropertySet<Beam> beams("beam", &countedBeams);
+    beams.section("geometry", "Geometry")
+        .add("length", "Length", &Beam::length, field::quantity(vrn::units::UnitId::GEO_LENGTH));
+    beams.section("statics", "Statics")
+        .add("load", "Load", &Beam::load, field::quantity(vrn::units::UnitId::LOAD_LINE))
+        .add("group", "Group", &Beam::group, field::choice<int>({{"one", 1}, {"two", 2}}))
+        .add("active", "Active", &Beam::isActive, field::flag());
+    return beams;
+}
 
 } // namespace
 
@@ -53,6 +114,8 @@ private Q_SLOTS:
     void clearsTheReceiptAtAnUndo();
     void showsWhatANewPageShows_data();
     void showsWhatANewPageShows();
+    void speaksTheLanguageOfNow_data();
+    void speaksTheLanguageOfNow();
     void showsSharedPropertiesOfSeveralKinds();
     void keepsTheEditorsOfAKind();
     void makesEditorsWhenTheirSectionOpens();
@@ -73,10 +136,14 @@ private Q_SLOTS:
     void refusesADamagedState_data();
     void refusesADamagedState();
     void isDescribedToAScreenReader();
+    void describesTheStateOfAField_data();
+    void describesTheStateOfAField();
     void saysWhichSectionsAreExpanded();
     void drawsTheArrowAtTheLeadingEdge();
     void showsTheFocusOfAHead();
     void alignsTheEdgesOfEditors();
+    void fitsANarrowPage_data();
+    void fitsANarrowPage();
     void mergesTheKeysOfAGesture();
     void endsAGestureWithTheFocus();
 };
@@ -388,6 +455,50 @@ void TestPropertyPage::showsWhatANewPageShows()
     }
 }
 
+void TestPropertyPage::speaksTheLanguageOfNow_data()
+{
+    columns<bool, bool, QString>("isSelected", "isFolded", "text");
+    row("nothing is selected", false, false, QString("<Nothing is selected.>"));
+    row("the filter", true, false, QString("<Filter>"));
+    row("the mark of small differences", true, false,
+        QString("<The selected objects differ beyond the shown digits.>"));
+    row("the button that clears", true, false, QString("<Clear>"));
+    row("no choice", true, false, QString("<(none)>"));
+    row("no choice in a section that was folded", true, true, QString("<(none)>"));
+}
+
+void TestPropertyPage::speaksTheLanguageOfNow()
+{
+    QFETCH(const bool, isSelected);
+    QFETCH(const bool, isFolded);
+    QFETCH(const QString, text);
+    Beams beams{{0, Beam()}, {1, Beam()}};
+    beams[1].length += 1e-9;
+    beams[0].load = beams[1].load = 2.0;
+    ObjectModel model;
+    model.addKind(optionalBeams(), &beams);
+    const auto set = [&](PropertyPage& page) {
+        page.setModel(&model);
+        page.setSelection(isSelected ? ObjectIds{0, 1} : ObjectIds{});
+        page.show();
+    };
+    PropertyPage page(nullptr);
+    set(page);
+    auto* head = page.findChild<QToolButton*>("section.statics");
+    if (isFolded)
+        head->click();
+    const Brackets language;
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::LanguageChange);
+    QCoreApplication::processEvents();
+    if (isFolded)
+        head->click();
+    const QStringList texts = allTexts(page);
+    QVERIFY(texts.contains(text));
+    PropertyPage fresh(nullptr);
+    set(fresh);
+    QCOMPARE(texts, allTexts(fresh));
+}
+
 void TestPropertyPage::showsSharedPropertiesOfSeveralKinds()
 {
     PropertySet<Wall> walls("wall", [](int) { return QString("walls"); });
@@ -685,10 +796,63 @@ void TestPropertyPage::isDescribedToAScreenReader()
 {
     const PageFixture f;
     QCOMPARE(f.line("length")->accessibleName(), QString("Length"));
-    QVERIFY(f.line("name")->accessibleDescription().contains("differ"));
     QCOMPARE(f.page->editor("support")->accessibleName(), QString("Support"));
     QCOMPARE(f.part<QToolButton>("section.geometry")->accessibleName(), QString("Geometry"));
     QCOMPARE(f.part<QLabel>("length.caption")->buddy(), f.page->editor("length"));
+}
+
+// After its unit.
+void TestPropertyPage::describesTheStateOfAField_data()
+{
+    columns<Steps, QString>("steps", "status");
+    const QString refused = "\nIt must be between 0.100 m and 40.000 m.";
+    const auto typing = [](const QString& text) {
+        return Steps([text](const PageFixture& f) { f.type("length", text); });
+    };
+    const auto vary = [](const PageFixture& f, double difference) {
+        f.model->beams[0].length += difference;
+        f.model->announce();
+        QCoreApplication::processEvents();
+    };
+    row("at rest", Steps([](const PageFixture&) {}), QString());
+    row("objects that differ", Steps([=](const PageFixture& f) { vary(f, 1.0); }),
+        QString("\nThe selected objects differ."));
+    row("objects that differ beyond the shown digits",
+        Steps([=](const PageFixture& f) { vary(f, 1e-9); }),
+        QString("\nThe selected objects differ beyond the shown digits."));
+    row("a text where objects differ", Steps([=](const PageFixture& f) {
+        vary(f, 1.0);
+        f.type("length", "5 m");
+    }),
+        QString());
+    row("a text that will do", typing("5 m"), QString());
+    row("a text that is refused", typing("50 m"), refused);
+    row("a text that was refused by Enter", Steps([](const PageFixture& f) {
+        f.type("length", "50 m");
+        f.press(Qt::Key_Return);
+    }),
+        refused);
+    row("a text that was refused and will do now", Steps([](const PageFixture& f) {
+        f.type("length", "50 m");
+        f.press(Qt::Key_Return);
+        f.type("length", "5 m");
+    }),
+        QString());
+    row("a text that was taken back", Steps([](const PageFixture& f) {
+        f.type("length", "50 m");
+        f.press(Qt::Key_Escape);
+    }),
+        QString());
+}
+
+void TestPropertyPage::describesTheStateOfAField()
+{
+    QFETCH(const Steps, steps);
+    QFETCH(const QString, status);
+    const PageFixture f;
+    steps(f);
+    QCOMPARE(f.line("length")->accessibleDescription(), "m" + status);
+    QCOMPARE(f.page->editor("length")->accessibleDescription(), "m" + status);
 }
 
 void TestPropertyPage::saysWhichSectionsAreExpanded()
@@ -747,6 +911,57 @@ void TestPropertyPage::alignsTheEdgesOfEditors()
     };
     QCOMPARE(edges(f.line("load")), edges(f.page->editor("support")));
     QCOMPARE(edges(f.part<QToolButton>("section.statics")), edges(f.part<QLineEdit>("filter")));
+}
+
+void TestPropertyPage::fitsANarrowPage_data()
+{
+    columns<Qt::LayoutDirection, QString>("direction", "caption");
+    for (const auto direction : {Qt::LeftToRight, Qt::RightToLeft}) {
+        const QByteArray where = direction == Qt::LeftToRight ? "" : "from the right: ";
+        row(where + "short captions", direction, QString("&Length"));
+        row(where + "a long caption", direction, QString("&Length between the supports"));
+    }
+}
+
+// It does not scroll sideways, and each editor has room for a number.
+void TestPropertyPage::fitsANarrowPage()
+{
+    QFETCH(const Qt::LayoutDirection, direction);
+    QFETCH(const QString, caption);
+    constexpr int narrow = 220;
+    Beams beams{{0, Beam()}, {1, Beam()}};
+    beams[0].isActive = false;
+    beams[0].load = beams[1].load = 2.0;
+    PropertySet<Beam> set("beam", &countedBeams);
+    set.section("geometry", "Geometry, supports and all that goes with them")
+        .add("length", caption, &Beam::length, field::quantity(vrn::units::UnitId::GEO_LENGTH))
+        .add("load", "Load", &Beam::load, field::quantity(vrn::units::UnitId::LOAD_LINE))
+        .add("support", "Support", &Beam::support,
+            field::choice<Support>({{"fixed in all directions", Support::Fixed}}))
+        .add("active", "Active", &Beam::isActive, field::flag());
+    ObjectModel model;
+    model.addKind(set, &beams);
+    PropertyPage page(nullptr);
+    page.setLayoutDirection(direction);
+    page.setModel(&model);
+    page.setSelection({0, 1});
+    // At the 96 dpi of the tests. It is so low that it scrolls upright.
+    page.resize(narrow, narrow / 2);
+    page.show();
+    QCoreApplication::processEvents();
+    QCOMPARE(page.width(), narrow);
+    const auto* scroll = page.findChild<QScrollArea*>();
+    QVERIFY(scroll->verticalScrollBar()->isVisible());
+    QCOMPARE(scroll->horizontalScrollBar()->maximum(), 0);
+    const int number = page.fontMetrics().horizontalAdvance("1.000");
+    for (const char* key : {"length", "load", "support", "active"})
+        QVERIFY2(page.editor(key)->width() > number, key);
+
+    const auto* label = page.findChild<QLabel*>("length.caption");
+    const QString whole = QString(caption).remove('&');
+    QHelpEvent event(QEvent::ToolTip, QPoint(1, 1), label->mapToGlobal(QPoint(1, 1)));
+    QApplication::sendEvent(const_cast<QLabel*>(label), &event);
+    QCOMPARE(QToolTip::text(), caption.size() > narrow / 10 ? whole : QString());
 }
 
 void TestPropertyPage::mergesTheKeysOfAGesture()

@@ -27,7 +27,9 @@ namespace vrn::qt {
 ///     const QString depth = rows.index(1, 0).data().toString(); // "3.333"
 ///     const ObjectId second = rows.id(1); // 8
 ///
-/// A cell shows the text of its value. Its value itself, a `boost::any`, is in EditRole of
+/// A cell shows the text of its value. In an application whose layout runs from right to left,
+/// the text is in invisible marks (U+2068 and U+2069), so that it reads as in a field: "3 m" and
+/// not "m 3". The value itself, a `boost::any`, is in EditRole of
 /// cell_data.h, so that the typed copy of a CppDbTableViewBase works. setData() is false:
 /// edit with a PropertySelection of ids().
 ///

@@ -185,9 +185,13 @@ void LineEditImpl::offer()
         return;
     m_offers = std::move(offers);
     QStringList labels;
-    for (const EntryOffer& each : m_offers)
+    std::vector<int> headings;
+    for (const EntryOffer& each : m_offers) {
+        if (each.isHeading)
+            headings.push_back(int(labels.size()));
         labels.append(each.label);
-    m_entryPopup->setCompletions(labels);
+    }
+    m_entryPopup->setCompletions(labels, headings);
     showHintPopup();
 }
 

@@ -30,6 +30,7 @@ struct EntryOffer
     QString label; ///< In the list.
     QString text; ///< What the text becomes.
     std::function<void()> onTaken; ///< Called afterwards, if it is not empty.
+    bool isHeading = false; ///< Of the entries after it; cannot be taken.
 };
 
 /// The QLineEdit of a SimpleLineEdit: a line edit with a window for hints and

@@ -32,7 +32,10 @@ EntryPopup::EntryPopup(QWidget* owner)
     // A click must leave the focus in the edit.
     m_list->setFocusPolicy(Qt::NoFocus);
     new ReadableColours(m_list, this);
-    vrn_connect(m_list, &QListWidget::clicked, this, [this] { choose(); });
+    vrn_connect(m_list, &QListWidget::itemClicked, this, [this](const QListWidgetItem* item) {
+        if (item->flags().testFlag(Qt::ItemIsSelectable))
+            choose();
+    });
     EntryPopup::setHint(QString());
     EntryPopup::setCompletions({});
 }
@@ -45,10 +48,17 @@ void EntryPopup::setHint(const QString& hint)
     fit();
 }
 
-void EntryPopup::setCompletions(const QStringList& labels)
+void EntryPopup::setCompletions(const QStringList& labels, const std::vector<int>& headings)
 {
     m_list->clear();
     m_list->addItems(labels);
+    // The colours of the list do not tell a disabled item.
+    QFont bold = m_list->font();
+    bold.setBold(true);
+    for (const int row : headings) {
+        m_list->item(row)->setFlags(Qt::NoItemFlags);
+        m_list->item(row)->setFont(bold);
+    }
     // As a field does it: in a layout from the right to the left, "3 m" would read "m 3".
     const bool isRightToLeft = !labels.isEmpty() && labels.first().isRightToLeft();
     m_list->setLayoutDirection(isRightToLeft ? Qt::RightToLeft : Qt::LeftToRight);
@@ -119,14 +129,12 @@ bool EntryPopup::isForList(const QKeyEvent& event) const
 
 void EntryPopup::handle(const QKeyEvent& event)
 {
-    const int row = m_list->currentRow();
     switch (event.key()) {
     case Qt::Key_Down:
-        m_list->setCurrentRow(std::min(row + 1, m_list->count() - 1));
+        step(1);
         break;
     case Qt::Key_Up:
-        // Up from the first row leaves the list.
-        m_list->setCurrentRow(row - 1);
+        step(-1);
         break;
     case Qt::Key_Escape:
         setCompletions({});
@@ -136,6 +144,18 @@ void EntryPopup::handle(const QKeyEvent& event)
         choose();
         break;
     }
+}
+
+// Up from the first row leaves the list; Down from the last one stays there.
+void EntryPopup::step(int by)
+{
+    int row = m_list->currentRow() + by;
+    while (row >= 0 && row < m_list->count()
+        && !m_list->item(row)->flags().testFlag(Qt::ItemIsSelectable)) {
+        row += by;
+    }
+    if (row < m_list->count())
+        m_list->setCurrentRow(row);
 }
 
 bool EntryPopup::isOverList(const QEvent& event) const

@@ -4,6 +4,8 @@
 
 #include <QStringList>
 
+#include <vector>
+
 class QKeyEvent;
 class QListWidget;
 
@@ -13,7 +15,8 @@ namespace vrn::qt::detail {
 ///
 /// The keys go to the edit. Down enters the list; then Up and Down move in it, Enter and Tab
 /// choose, and Escape drops it. As long as no Down has entered it, and without a list, all
-/// other keys keep their meaning. A click chooses, too.
+/// other keys keep their meaning. A click chooses, too. A heading between entries cannot be
+/// chosen, and Up and Down pass over it.
 class VRN_QT2_EXPORT EntryPopup : public EditHintPopup
 {
     Q_OBJECT
@@ -24,8 +27,9 @@ public:
 
     void setHint(const QString& hint) override;
 
-    /// Sets the list, and resizes the popup for it. It does not show the popup.
-    void setCompletions(const QStringList& labels);
+    /// Sets the list, and resizes the popup for it. It does not show the popup. `headings` are
+    /// the rows that cannot be chosen.
+    void setCompletions(const QStringList& labels, const std::vector<int>& headings = {});
 
     /// (0, 0) without a hint and a list.
     QSize sizeHint() const override;
@@ -43,6 +47,7 @@ private:
     bool isForList(const QKeyEvent& event) const;
     void handle(const QKeyEvent& event);
     bool isOverList(const QEvent& event) const;
+    void step(int by);
     void choose();
 
     QListWidget* m_list;
