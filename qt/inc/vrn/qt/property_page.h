@@ -27,6 +27,8 @@ struct PropertyRow
     QString reason; ///< Why it is unreadable, unfinished or refused.
     EditState edit = EditState::Untouched;
     bool isReadOnly = false;
+    /// Whether the user may edit it as far as FieldOf::enabledIf() is concerned.
+    bool isEnabled = true;
 };
 
 /// Shows the properties of the selected objects, and writes what the user edits and nothing
@@ -48,13 +50,13 @@ struct PropertyRow
 ///     page->setSelection({0, 1});
 ///
 /// What the user types is pending from the first key that changes the text until Enter, Tab or
-/// leaving the field. Folding or hiding the field, another selection, other units, another
-/// locale, setReadOnly() and a window that is asked to close end it, too, before they take
-/// effect. A complete text is written to the objects that it was typed for. One that is not
-/// complete stays, in red with its reason, after Enter, Tab and leaving; the others drop it.
-/// Another window and an open menu do not end it, and neither do changes of the model: Escape
-/// then shows what the model has. Before anything else that takes the model as it is, such as
-/// saving or deleting, call finishEditing().
+/// leaving the field. Folding, hiding or disabling the field, see FieldOf::enabledIf(), another
+/// selection, other units, another locale, setReadOnly() and a window that is asked to close end
+/// it, too, before they take effect. A complete text is written to the objects that it was typed
+/// for. One that is not complete stays, in red with its reason, after Enter, Tab and leaving; the
+/// others drop it. Another window and an open menu do not end it, and neither do changes of the
+/// model: Escape then shows what the model has. Before anything else that takes the model as it is,
+/// such as saving or deleting, call finishEditing().
 ///
 /// The page holds model, stack and history weakly or shared; the model and the stack may go
 /// before it. Once flush() has run, it shows what a new page would show, but for a field with
