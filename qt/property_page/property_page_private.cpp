@@ -481,8 +481,8 @@ bool PropertyPage::Private::write(
     }
     if (!alive)
         return false;
-    row->drop();
-    return afterWrite(receipt);
+    row->drop(); // Its history is the application's.
+    return alive && afterWrite(receipt);
 }
 
 PropertyReceipt PropertyPage::Private::carryOut(const Act& act)
@@ -605,7 +605,8 @@ PropertyReceipt PropertyPage::Private::setValue(const std::string& key, const bo
         return receipt;
     if (const Row row = m_form->row(key))
         row->drop();
-    afterWrite(receipt);
+    if (alive)
+        afterWrite(receipt);
     return receipt;
 }
 
