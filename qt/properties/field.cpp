@@ -38,6 +38,9 @@ struct Field::Data : public QSharedData
     std::string historyKey;
     QString toolTip;
     PropertyKeys sources;
+    std::string conditionKey;
+    boost::any conditionValue;
+    std::shared_ptr<const detail::ValueType> conditionType;
     NamedValueList entries;
     std::string editor;
 };
@@ -48,6 +51,13 @@ struct FieldTexts
 {
     Q_DECLARE_TR_FUNCTIONS(vrn::qt::Field)
 };
+
+using SharedType = std::shared_ptr<const detail::ValueType>;
+
+bool haveSameType(const SharedType& a, const SharedType& b)
+{
+    return a && b ? a->type() == b->type() : !a && !b;
+}
 
 } // namespace
 
@@ -124,6 +134,17 @@ const QString& Field::toolTip() const
 const PropertyKeys& Field::sources() const
 {
     return m_data->sources;
+}
+
+const std::string& Field::conditionKey() const
+{
+    return m_data->conditionKey;
+}
+
+bool Field::isEnabledBy(const boost::any& value) const
+{
+    return !m_data->conditionType
+        || (!value.empty() && m_data->conditionType->isSame(value, m_data->conditionValue));
 }
 
 std::string Field::editor() const
@@ -233,6 +254,27 @@ void Field::setSources(const PropertyKeys& keys)
     m_data->sources = keys;
 }
 
+void Field::setCondition(
+    const std::string& key, const boost::any& value, std::shared_ptr<const detail::ValueType> type)
+{
+    m_data->conditionKey = key;
+    m_data->conditionValue = value;
+    m_data->conditionType = std::move(type);
+}
+
+void Field::checkCondition(const Field* source)
+{
+    if (!m_data->conditionType)
+        return;
+    VRN_ASSERT_MESSAGE(source, "a condition names a property of its kind of object")
+    ("key", m_data->conditionKey);
+    const bool isOfType = source && source->valueType().type() == m_data->conditionType->type();
+    VRN_ASSERT_MESSAGE(!source || isOfType, "a condition has the type of the property it names")
+    ("key", m_data->conditionKey);
+    if (!isOfType)
+        setCondition({}, {}, nullptr);
+}
+
 void Field::setEntries(const NamedValueList& entries)
 {
     m_data->entries = entries;
@@ -250,7 +292,9 @@ bool Field::isLike(const Field& other) const
     return a.shape == b.shape && a.type->type() == b.type->type() && a.kind == b.kind
         && a.storageUnit == b.storageUnit && a.decimals == b.decimals
         && detail::isSame(a.lowest, b.lowest) && detail::isSame(a.highest, b.highest)
-        && a.maxLength == b.maxLength && a.editor == b.editor
+        && a.maxLength == b.maxLength && a.editor == b.editor && a.conditionKey == b.conditionKey
+        && haveSameType(a.conditionType, b.conditionType)
+        && (!a.conditionType || a.conditionType->isSame(a.conditionValue, b.conditionValue))
         && std::equal(a.entries.begin(), a.entries.end(), b.entries.begin(), b.entries.end(),
             [&](const auto& entry, const auto& otherEntry) {
                 return entry.first == otherEntry.first

@@ -81,6 +81,7 @@ PropertyModel::~PropertyModel() = default;
 std::uint32_t PropertyModel::addKind(const PropertyList& properties)
 {
     m_kinds.push_back(properties);
+    m_kinds.back().checkConditions();
     return kindCount() - 1;
 }
 

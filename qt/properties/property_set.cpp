@@ -68,6 +68,14 @@ PropertyList& PropertyList::add(const std::string& key, const QString& caption, 
     return *this;
 }
 
+void PropertyList::checkConditions()
+{
+    for (PropertyDescription& property : m_properties) {
+        const PropertyDescription* const source = find(property.field.conditionKey());
+        property.field.checkCondition(source ? &source->field : nullptr);
+    }
+}
+
 QString PropertyList::countedName(std::size_t count) const
 {
     return m_name ? m_name(int(count)) : QString::number(count);

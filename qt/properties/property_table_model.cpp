@@ -79,6 +79,8 @@ PropertyTableModel::PropertyTableModel(PropertyModel* model, std::uint32_t kind,
     if (!m_model)
         return;
     m_columns = m_model->kind(kind).properties();
+    for (const PropertyDescription& column : m_columns)
+        m_conditions.push_back(columnOf(column.field.conditionKey()));
     connect(model, &PropertyModel::changed, this, &PropertyTableModel::onChanged);
     connect(model, &PropertyModel::unitsChanged, this, &PropertyTableModel::onUnitsChanged);
     connect(model, &QObject::destroyed, this, &PropertyTableModel::onModelDestroyed);
@@ -241,8 +243,12 @@ void PropertyTableModel::onChanged(const PropertyKeys& keys, const ObjectIds& id
     }
     int left = keys.empty() ? 0 : columnCount();
     int right = keys.empty() ? columnCount() - 1 : -1;
+    const auto hasChanged = [&](const std::string& key) {
+        return std::find(keys.begin(), keys.end(), key) != keys.end();
+    };
     for (int column = 0; column < columnCount(); ++column) {
-        if (std::find(keys.begin(), keys.end(), m_columns[std::size_t(column)].key) != keys.end()) {
+        const PropertyDescription& property = m_columns[std::size_t(column)];
+        if (hasChanged(property.key) || hasChanged(property.field.conditionKey())) {
             left = std::min(left, column);
             right = column;
         }
@@ -273,6 +279,14 @@ int PropertyTableModel::rowCount(const QModelIndex& parent) const
 int PropertyTableModel::columnCount(const QModelIndex& parent) const
 {
     return parent.isValid() ? 0 : int(m_columns.size());
+}
+
+/// -1 for an unknown key.
+int PropertyTableModel::columnOf(const std::string& key) const
+{
+    const auto found = std::find_if(m_columns.begin(), m_columns.end(),
+        [&](const PropertyDescription& column) { return column.key == key; });
+    return found == m_columns.end() ? -1 : int(found - m_columns.begin());
 }
 
 const PropertyTableModel::Block& PropertyTableModel::block(std::size_t number) const
@@ -338,6 +352,24 @@ QVariant PropertyTableModel::data(const QModelIndex& index, int role) const
     if (role == Qt::ToolTipRole && !rows.reasons[column].isEmpty())
         return rows.reasons[column];
     return inItsOwnDirection(field.text(values[place], m_model->units()));
+}
+
+Qt::ItemFlags PropertyTableModel::flags(const QModelIndex& index) const
+{
+    const Qt::ItemFlags all = QAbstractTableModel::flags(index);
+    if (!m_model || !index.isValid())
+        return all;
+    const auto column = std::size_t(index.column());
+    if (m_conditions[column] < 0)
+        return all;
+    const auto row = std::size_t(index.row());
+    const Block& rows = block(row / rowsOfBlock);
+    const auto condition = std::size_t(m_conditions[column]);
+    const PropertyValues& conditions = rows.columns[condition];
+    const std::size_t place = rows.places[row % rowsOfBlock];
+    const bool isEnabled = m_columns[column].field.isEnabledBy(conditions[place])
+        || (!conditions.hasObject(place) && rows.reasons[condition].isEmpty());
+    return isEnabled ? all : all & ~(Qt::ItemIsEnabled | Qt::ItemIsEditable);
 }
 
 QVariant PropertyTableModel::headerData(int section, Qt::Orientation orientation, int role) const

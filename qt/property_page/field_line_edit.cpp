@@ -316,6 +316,11 @@ bool FieldLineEdit::handle(QEvent& event)
         if (!isForOtherWindow(event))
             leave();
         return false;
+    case QEvent::EnabledChange:
+        // Behind another window it loses the focus without an event.
+        if (m_isOpen && !edit()->isEnabled())
+            leave();
+        return false;
     case QEvent::Drop:
         // Without the focus nothing would end the editing. The field before may end its own.
         if (const Alive alive(this, edit()); true) {

@@ -378,7 +378,7 @@ bool PageForm::eventFilter(QObject* watched, QEvent* event)
     if (key == Qt::Key_Down) {
         for (const Section& section : m_sections) {
             for (const SharedRow& row : section.rows) {
-                if (row->isVisible() && row->widget()) {
+                if (row->isVisible() && row->widget() && row->isEnabled()) {
                     row->widget()->setFocus(Qt::TabFocusReason);
                     return true;
                 }

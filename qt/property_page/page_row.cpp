@@ -133,7 +133,31 @@ bool PageRow::isReadOnly() const
 void PageRow::setReadOnly(bool readOnly)
 {
     m_isPageReadOnly = readOnly;
-    if (m_editor)
+    updateReadOnly();
+}
+
+void PageRow::setEnabled(bool enabled)
+{
+    if (m_isEnabled == enabled)
+        return;
+    m_isEnabled = enabled;
+    if (m_caption)
+        m_caption->setEnabled(enabled);
+    if (m_unit)
+        m_unit->setEnabled(enabled);
+    if (!m_editor)
+        return;
+    // The focus goes elsewhere now, and code that runs then may destroy anything.
+    const Alive alive(m_editor, m_editor->widget());
+    m_editor->widget()->setEnabled(enabled);
+    if (alive)
+        updateReadOnly();
+}
+
+void PageRow::updateReadOnly()
+{
+    // Some editors are enabled by this.
+    if (m_editor && m_isEnabled)
         m_editor->setReadOnly(isReadOnly());
 }
 
@@ -192,7 +216,7 @@ void PageRow::show()
     editor->show(state, units ? *units : vrn::units::Context());
     if (!editor || editor != m_editor)
         return;
-    editor->setReadOnly(isReadOnly());
+    updateReadOnly();
     updateTexts();
     updateUnit();
 }
@@ -219,7 +243,8 @@ RowEntry PageRow::entry() const
 bool PageRow::isPending() const
 {
     return m_isPending
-        || (m_isPolled && !m_isWanted && m_isVisible && entry().state != EditState::Untouched);
+        || (m_isPolled && !m_isWanted && m_isVisible && m_isEnabled
+            && entry().state != EditState::Untouched);
 }
 
 void PageRow::updatePending()

@@ -44,6 +44,9 @@ public:
     bool isVisible() const { return m_isVisible; }
     void setVisible(bool visible);
     void setReadOnly(bool readOnly);
+    /// Whether the user may edit it. What is pending has been ended before.
+    bool isEnabled() const { return m_isEnabled; }
+    void setEnabled(bool enabled);
 
     /// Takes what was read. It is shown at once, but for a pending text, which stays.
     void take(const PropertyState& state, const SharedUnits& units);
@@ -76,6 +79,7 @@ private:
     void describeTo(QWidget* widget) const;
     void updateTexts();
     void updateUnit();
+    void updateReadOnly();
 
     const PropertySelection::Row m_property;
     const RowQuestions m_questions;
@@ -92,6 +96,7 @@ private:
     bool m_isWanted = true; ///< What is read next is shown in any case.
     bool m_isPolled = false; ///< Its editor need not tell that it was changed.
     bool m_isPageReadOnly = false;
+    bool m_isEnabled = true;
     QString m_reason; ///< Why the entry was refused.
 };
 

@@ -163,6 +163,7 @@ PropertyRow PropertyPage::row(const std::string& key) const
     description.reason = entry.reason.isEmpty() ? row->state().reason : entry.reason;
     description.edit = entry.state;
     description.isReadOnly = row->isReadOnly();
+    description.isEnabled = row->isEnabled();
     return description;
 }
 

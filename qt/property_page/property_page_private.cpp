@@ -16,8 +16,48 @@ namespace vrn::qt {
 using detail::Alive;
 using detail::PageRow;
 using detail::RowEntry;
+using detail::SharedRow;
 
 namespace {
+
+bool isAmong(const std::string& key, const PropertyKeys& keys)
+{
+    return std::find(keys.begin(), keys.end(), key) != keys.end();
+}
+
+/// What a row shows, and whether the user may edit it.
+struct RowReading
+{
+    PropertyState state;
+    bool isEnabled = true;
+};
+
+/// The condition of a row is read with it, wherever its own row is.
+std::vector<RowReading> readRows(
+    const PropertySelection& selection, const std::vector<SharedRow>& rows)
+{
+    PropertyKeys keys;
+    for (const SharedRow& row : rows)
+        keys.push_back(row->key());
+    for (const SharedRow& row : rows) {
+        const std::string& condition = row->property().field.conditionKey();
+        if (!condition.empty() && !isAmong(condition, keys))
+            keys.push_back(condition);
+    }
+    const std::vector<PropertyState> states = selection.read(keys);
+    std::vector<RowReading> readings(rows.size());
+    for (std::size_t i = 0; i < rows.size(); ++i) {
+        readings[i].state = states[i];
+        const Field& field = rows[i]->property().field;
+        const auto place = std::find(keys.begin(), keys.end(), field.conditionKey());
+        if (place == keys.end())
+            continue;
+        const PropertyState& condition = states[std::size_t(place - keys.begin())];
+        readings[i].isEnabled = condition.kind == PropertyState::NoObject
+            || field.isEnabledBy(condition.value);
+    }
+    return readings;
+}
 
 std::vector<std::uint32_t> kindsOf(const ObjectIds& ids)
 {
@@ -262,8 +302,10 @@ void PropertyPage::Private::onChanged(const PropertyKeys& keys, const ObjectIds&
     if (!ids.empty() && !haveCommon(ids, m_ids))
         return;
     for (const Row& row : m_form->rows()) {
-        if (keys.empty() || std::find(keys.begin(), keys.end(), row->key()) != keys.end())
+        if (keys.empty() || isAmong(row->key(), keys)
+            || isAmong(row->property().field.conditionKey(), keys)) {
             row->isDue = true;
+        }
     }
     readDue();
 }
@@ -300,16 +342,27 @@ bool PropertyPage::Private::read(const std::vector<Row>& rows)
     if (rows.empty() || m_isWriting)
         return true;
     const Alive alive(&m_page);
-    PropertyKeys keys;
-    for (const Row& row : rows) {
-        row->isDue = false;
-        keys.push_back(row->key());
-    }
     const int change = m_change;
+    const auto isCurrent = [&] { return alive && change == m_change; };
+    for (const Row& row : rows)
+        row->isDue = false;
     const auto selection = m_selection;
-    const std::vector<PropertyState> states = selection->read(keys);
-    for (std::size_t i = 0; alive && change == m_change && i < rows.size(); ++i)
-        rows[i]->take(states[i], m_units);
+    std::vector<RowReading> readings = readRows(*selection, rows);
+    bool hasEnded = false;
+    for (std::size_t i = 0; isCurrent() && i < rows.size(); ++i) {
+        // What was typed is written before its editor is disabled.
+        if (!readings[i].isEnabled && rows[i]->isEnabled() && rows[i]->isPending()) {
+            end(rows[i], Rest::IsDropped, false);
+            hasEnded = true;
+        }
+    }
+    if (hasEnded && isCurrent())
+        readings = readRows(*selection, rows);
+    for (std::size_t i = 0; isCurrent() && i < rows.size(); ++i) {
+        rows[i]->take(readings[i].state, m_units);
+        if (isCurrent())
+            rows[i]->setEnabled(readings[i].isEnabled);
+    }
     return bool(alive);
 }
 
@@ -381,7 +434,8 @@ bool PropertyPage::Private::end(const Row& row, Rest rest, bool isInGesture)
     if (m_isWriting)
         return true;
     const Alive alive(&m_page, row->widget());
-    const RowEntry entry = row->entry();
+    // A list that is still open does not edit a row that was disabled meanwhile.
+    const RowEntry entry = row->isEnabled() ? row->entry() : RowEntry();
     if (!alive)
         return false;
     if (entry.state == EditState::Complete)
@@ -427,8 +481,8 @@ bool PropertyPage::Private::write(
     }
     if (!alive)
         return false;
-    row->drop();
-    return afterWrite(receipt);
+    row->drop(); // Its history is the application's.
+    return alive && afterWrite(receipt);
 }
 
 PropertyReceipt PropertyPage::Private::carryOut(const Act& act)
@@ -551,7 +605,8 @@ PropertyReceipt PropertyPage::Private::setValue(const std::string& key, const bo
         return receipt;
     if (const Row row = m_form->row(key))
         row->drop();
-    afterWrite(receipt);
+    if (alive)
+        afterWrite(receipt);
     return receipt;
 }
 

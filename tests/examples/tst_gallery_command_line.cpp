@@ -22,6 +22,7 @@ private Q_SLOTS:
                     "groups\tGroups\n"
                     "files-and-toolbars\tFiles and toolbars\n"
                     "hints\tHints\n"
+                    "properties\tProperties\n"
                     "tables\tTables\n"
                     "editor2d\t2D editor\n"));
     }

@@ -8,6 +8,7 @@
 #include "pages/hints_page.h"
 #include "pages/line_edits_page.h"
 #include "pages/multi_edit_page.h"
+#include "pages/properties_page.h"
 #include "pages/quantities_page.h"
 #include "pages/tables_page.h"
 
@@ -34,6 +35,7 @@ const std::vector<Page>& pages()
         {QStringLiteral("files-and-toolbars"), QStringLiteral("Files and toolbars"),
             &make<FilesAndToolbarsPage>},
         {QStringLiteral("hints"), QStringLiteral("Hints"), &make<HintsPage>},
+        {QStringLiteral("properties"), QStringLiteral("Properties"), &make<PropertiesPage>},
         {QStringLiteral("tables"), QStringLiteral("Tables"), &make<TablesPage>},
         {QStringLiteral("editor2d"), QStringLiteral("2D editor"), &make<Editor2dPage>},
     };

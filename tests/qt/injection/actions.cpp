@@ -5,6 +5,7 @@
 #include "injection/user.h"
 
 #include <vrn/qt/controls.h>
+#include <vrn/qt/properties.h>
 
 #include <QAbstractItemView>
 #include <QApplication>
@@ -263,6 +264,16 @@ std::vector<Action> ofProgram()
         program<Toolbar>("clear", [](Scene&, auto& c) { c.clear(); }),
         program<Toolbar>("addButton", [](Scene&, auto& c) { c.addButtonWithText("new", "New", "", {}, 1); }),
         program<Toolbar>("a button goes", [](Scene& s, auto&) { delete partOf<QPushButton>(s); }),
+
+        program<PropertyPage>("finishEditing", [](Scene&, auto& c) { c.finishEditing(); }),
+        program<PropertyPage>("cancelEditing", [](Scene&, auto& c) { c.cancelEditing(); }),
+        program<PropertyPage>("setSelection", [](Scene&, auto& c) { c.setSelection({1}); }),
+        program<PropertyPage>("setModel of none", [](Scene&, auto& c) { c.setModel(nullptr); }),
+        program<PropertyPage>("setReadOnly of a page", [](Scene&, auto& c) { c.setReadOnly(true); }),
+        program<PropertyPage>("setValue of a property", [](Scene&, auto& c) { c.setValue("bolts", 7); }),
+        program<PropertyPage>("flush", [](Scene&, auto& c) { c.flush(); }),
+        program<PropertyPage>("save of a page", [](Scene&, auto& c) { c.save(); }),
+        program<PropertyPage>("setUnits", [](Scene&, auto& c) { if (c.model()) c.model()->setUnits(vrn::units::Context(8)); }),
         // clang-format on
     };
 }

@@ -5,6 +5,7 @@
 
 #include <vrn/qt/controls.h>
 #include <vrn/qt/factories.h>
+#include <vrn/qt/properties.h>
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -12,7 +13,10 @@
 #include <QIcon>
 #include <QPushButton>
 #include <QToolButton>
+#include <QUndoStack>
 
+#include <cstdint>
+#include <map>
 #include <stdexcept>
 
 namespace vrn::test::injection {
@@ -488,6 +492,49 @@ void makeDialogButtonByFactory(Scene& s)
     });
 }
 
+// A page of one property, whose objects, check and history are the application's.
+void makePropertyPage(Scene& s)
+{
+    struct Plate
+    {
+        int bolts = 12;
+    };
+    for (const char* place : {"the getter", "the setter", "the check of a field",
+             "the history storage's get", "the history storage's add"})
+        s.offer(place);
+    const auto get = [](const Plate& plate) {
+        scene().visit("the getter");
+        return plate.bolts;
+    };
+    const auto set = [](Plate& plate, int bolts) {
+        scene().visit("the setter");
+        plate.bolts = bolts;
+    };
+    const auto check = [](int bolts) {
+        scene().visit("the check of a field");
+        return bolts == 3 ? QString("Not three.") : QString();
+    };
+    PropertySet<Plate> plates("plate", [](int n) { return QString("%1 plates").arg(n); });
+    plates.add("bolts", "&Bolts", get, set, field::integer().accept(check).history("bolts"));
+    const auto objects = std::make_shared<std::map<std::uint64_t, Plate>>();
+    (*objects)[1] = {4};
+    (*objects)[2] = {5};
+    const auto model = std::make_shared<ObjectModel>();
+    model->addKind(plates, objects.get());
+    const auto stack = std::make_shared<QUndoStack>();
+    s.belongings = {objects, model, stack};
+
+    auto* page = present(s, new PropertyPage(s.page));
+    // The field is the first part that takes the focus.
+    page->setFilterVisible(false);
+    page->setHistory(boost::make_shared<ForeignStorage>());
+    page->setUndoStack(stack.get());
+    page->setModel(model.get());
+    page->setSelection({1, 2});
+    if (s.control)
+        s.lay(page);
+}
+
 template <typename T>
 void makeReference(Scene& s)
 {
@@ -546,6 +593,7 @@ const std::vector<Control>& controls()
         {"a factory's MultiEditLineEditWithResetButton", &makeResetButtonByFactory},
         {"a factory's editable MultiEditEnumBox", &makeEditableListByFactory},
         {"a button of a factory's MultiEditValue", &makeDialogButtonByFactory},
+        {"a PropertyPage", &makePropertyPage},
         {"Qt's QLineEdit", &makeReference<QLineEdit>, true},
         {"Qt's QLineEdit in a widget", &makeReferenceInWidget<QLineEdit>, true},
         {"Qt's QCheckBox", &makeReference<QCheckBox>, true},

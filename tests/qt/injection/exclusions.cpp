@@ -11,7 +11,7 @@ const QByteArray destroyWindow = "@(delete |a dialog with @(delete|deleteLater) 
 // Those after which a part is no longer there, or all.
 const QByteArray destroyPart =
     "@(delete |a dialog with |call a box goes|call a button goes|call clear"
-    "|call setEditable)*";
+    "|call setEditable|call setModel)*";
 
 // Where Qt calls code of the application that the control has not called.
 const QByteArray around = "@(an event filter*|the application's focusChanged*)";
@@ -67,6 +67,8 @@ std::vector<Exclusion> allRows()
             "The control is being made then."},
         {"*Toolbar / a button goes / the end of * / " + destroy, "toolbar.h",
             "The button is half destroyed then."},
+        {"*PropertyPage / * / inner selectionChanged* / " + destroyPart, "property_page.h",
+            "Qt goes on with the editor that the page has given another text."},
     };
 }
 

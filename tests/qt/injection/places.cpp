@@ -41,6 +41,9 @@ const char* const callbacks[] = {
     "the creator of a kind",
     "the callback",
     "while its dialog is open",
+    "the getter",
+    "the setter",
+    "the check of a field",
 };
 
 struct Signal
@@ -57,6 +60,9 @@ const Signal signalRows[] = {
     {"activated", "activated(int)", false},
     {"clicked", "clicked(bool)", false},
     {"toggled", "toggled(bool)", false},
+    {"edited", "edited(vrn::qt::PropertyReceipt)", false},
+    {"refused", "refused(QString,QString)", false},
+    {"pendingChanged", "pendingChanged(bool)", false},
     {"inner valueChanged", "valueChanged()", true},
     {"inner textEdited", "textEdited(QString)", true},
     {"inner textChanged", "textChanged(QString)", true},

@@ -68,6 +68,10 @@ private Q_SLOTS:
     void isAValue();
     void isLikeAField_data();
     void isLikeAField();
+    void isLikeAFieldOfTheSameCondition_data();
+    void isLikeAFieldOfTheSameCondition();
+    void isEnabledByItsCondition_data();
+    void isEnabledByItsCondition();
 };
 
 void TestField::showsValues_data()
@@ -247,6 +251,56 @@ void TestField::isLikeAField()
     QCOMPARE(length().isLike(field()), isLike);
     QCOMPARE(field().isLike(length()), isLike);
     QVERIFY(field().isLike(field()));
+}
+
+void TestField::isLikeAFieldOfTheSameCondition_data()
+{
+    columns<Made, bool>("field", "isLike");
+    row<Made>(
+        "the same", [] { return Field(field::flag().enabledIf("fire", 60)); }, true);
+    row<Made>(
+        "the last one counts",
+        [] { return Field(field::flag().enabledIf("smoke").enabledIf("fire", 60)); }, true);
+    row<Made>(
+        "another value", [] { return Field(field::flag().enabledIf("fire", 90)); }, false);
+    row<Made>(
+        "a value of another type", [] { return Field(field::flag().enabledIf("fire", 60.0)); },
+        false);
+    row<Made>(
+        "another property", [] { return Field(field::flag().enabledIf("smoke", 60)); }, false);
+    row<Made>(
+        "without one", [] { return Field(field::flag()); }, false);
+}
+
+void TestField::isLikeAFieldOfTheSameCondition()
+{
+    QFETCH(Made, field);
+    QFETCH(bool, isLike);
+    const Field protectedFor = field::flag().enabledIf("fire", 60);
+    QCOMPARE(protectedFor.isLike(field()), isLike);
+    QCOMPARE(field().isLike(protectedFor), isLike);
+}
+
+void TestField::isEnabledByItsCondition_data()
+{
+    columns<Made, boost::any, bool>("field", "value", "isEnabled");
+    const Made flag = [] { return Field(field::text().enabledIf("fire")); };
+    const Made text = [] { return Field(field::text().enabledIf("grade", QString("C"))); };
+    row<Made>(
+        "nothing, without a condition", [] { return Field(field::text()); }, boost::any(), true);
+    row<Made>("true", flag, boost::any(true), true);
+    row<Made>("false", flag, boost::any(false), false);
+    row<Made>("no value", flag, boost::any(), false);
+    row<Made>("a value of another type", flag, boost::any(1), false);
+    row<Made>("the value that was named", text, boost::any(QString("C")), true);
+    row<Made>("another value", text, boost::any(QString("S")), false);
+}
+
+void TestField::isEnabledByItsCondition()
+{
+    QFETCH(Made, field);
+    QFETCH(boost::any, value);
+    QTEST(field().isEnabledBy(value), "isEnabled");
 }
 
 VRN_TEST(TestField)

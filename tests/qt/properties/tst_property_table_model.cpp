@@ -1,6 +1,7 @@
 #include <vrn/qt/property_table_model.h>
 
 #include <vrn/qt/cell_data.h>
+#include <vrn/qt/property_error.h>
 #include <vrn/qt/property_selection.h>
 
 #include "support/random_seed.h"
@@ -94,6 +95,7 @@ private Q_SLOTS:
     void keepsRowsThatWereSet();
     void followsAnEdit();
     void followsTheUnits();
+    void disablesCellsByTheirCondition();
     void readsInBlocks();
     void showsTheReasonOfAColumn();
     void keepsItsRowsIfTheObjectsCannotBeListed();
@@ -342,6 +344,52 @@ void TestPropertyTableModel::followsTheUnits()
     table.model.setUnits(vrn::units::Context(8));
     QCOMPARE(changed.count(), 1);
     QCOMPARE(table.cell(1, "length").data().toString(), QString("9.84 ft"));
+}
+
+void TestPropertyTableModel::disablesCellsByTheirCondition()
+{
+    BeamModel model(3);
+    PropertySet<Beam> beams("beam", &countedBeams);
+    beams.add("length", "Length", &Beam::length, field::number().enabledIf("active"))
+        .add("name", "Name", &Beam::name, field::text())
+        .add("active", "Active", &Beam::isActive, field::flag());
+    const std::uint32_t kind = model.addKind(beams, &model.beams);
+    model.beams[1].isActive = false;
+    PropertyTableModel rows(&model, kind);
+    const QAbstractItemModelTester tester(
+        &rows, QAbstractItemModelTester::FailureReportingMode::QtTest);
+    const auto isEnabled = [&](int row, int column) {
+        return (rows.flags(rows.index(row, column)) & Qt::ItemIsEnabled) != 0;
+    };
+    QVERIFY(isEnabled(0, 0));
+    QVERIFY(!isEnabled(1, 0));
+    QVERIFY(!(rows.flags(rows.index(1, 0)) & Qt::ItemIsEditable));
+    QCOMPARE(rows.index(1, 0).data().toString(), QString("3.000"));
+    QVERIFY(isEnabled(1, 1) && isEnabled(1, 2));
+
+    // The cells of the condition and of what it enables are drawn again.
+    const QSignalSpy changed(&rows, &QAbstractItemModel::dataChanged);
+    model.beams[1].isActive = true;
+    model.beams[2].isActive = false;
+    model.announce({"active"}, {{1, kind}, {2, kind}});
+    model.flush();
+    QCOMPARE(changed.count(), 1);
+    QCOMPARE(changed[0][0].toModelIndex(), rows.index(1, 0));
+    QCOMPARE(changed[0][1].toModelIndex(), rows.index(2, 2));
+    QVERIFY(isEnabled(1, 0));
+    QVERIFY(!isEnabled(2, 0));
+
+    // As long as it is not there, nothing speaks against it.
+    model.beams.erase(2);
+    rows.setIds(rows.ids());
+    model.announce();
+    model.flush();
+    QVERIFY(isEnabled(2, 0));
+    model.inRead = [](const PropertyKeys&) { throw PropertyError("The file is gone."); };
+    model.announce();
+    model.flush();
+    QVERIFY(!isEnabled(0, 0));
+    QVERIFY(isEnabled(0, 1));
 }
 
 void TestPropertyTableModel::readsInBlocks()

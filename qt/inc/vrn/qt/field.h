@@ -72,6 +72,11 @@ public:
     std::string historyKey() const;
     const QString& toolTip() const;
     const PropertyKeys& sources() const;
+    /// The property that decides whether the user may edit this one, see FieldOf::enabledIf();
+    /// empty if none does.
+    const std::string& conditionKey() const;
+    /// Whether the user may edit an object that has `value` in conditionKey().
+    bool isEnabledBy(const boost::any& value) const;
     /// The name under which the application may have registered an editor. Without one of its
     /// own, a field has that of its shape: "property.quantity", "property.number",
     /// "property.integer", "property.text", "property.flag", "property.choice" or
@@ -80,7 +85,7 @@ public:
 
     /// Two kinds of object may have a property of the same key. A selection of both has this
     /// property if the fields are alike: the same type of value, kind of quantity, digits,
-    /// limits and entries, and the same name of an editor.
+    /// limits, entries and condition, and the same name of an editor.
     bool isLike(const Field& other) const;
 
     /// As it is shown: numbers with a point and rounded, a value that is none of the entries
@@ -133,6 +138,8 @@ protected:
     void setHistory(const std::string& key);
     void setToolTip(const QString& text);
     void setSources(const PropertyKeys& keys);
+    void setCondition(const std::string& key, const boost::any& value,
+        std::shared_ptr<const detail::ValueType> type);
     void setEntries(const NamedValueList& entries);
     void setEditor(const std::string& name);
 
@@ -141,6 +148,9 @@ private:
 
     /// For a field with a history that has no key yet.
     void setHistoryOf(const std::string& propertyKey);
+    /// Reports and drops a condition that no object can meet, because conditionKey() is unknown,
+    /// and `source` null, or because its values have another type.
+    void checkCondition(const Field* source);
     QString range(const vrn::units::Context& units) const;
 
     QSharedDataPointer<Data> m_data;
@@ -240,6 +250,22 @@ public:
         setSources(keys);
         return *this;
     }
+    /// A page enables the property while all selected objects have `value` in the property
+    /// `key`, and a table shows the cells of the other objects disabled. That is for the user
+    /// only: an edit by the program, a file that is loaded, undo and redo do not ask. There is
+    /// one condition; the last one counts.
+    ///
+    /// `value` has the type of the property `key`. An unknown key and a value of another type
+    /// are reported when a model gets the properties, and then there is no condition.
+    template <typename U>
+    FieldOf& enabledIf(const std::string& key, U value)
+    {
+        setCondition(
+            key, boost::any(std::move(value)), std::make_shared<detail::TypedValueType<U>>());
+        return *this;
+    }
+    /// While all selected objects have `true` there.
+    FieldOf& enabledIf(const std::string& key) { return enabledIf(key, true); }
     FieldOf& entries(const std::vector<std::pair<QString, V>>& choice)
     {
         NamedValueList list;

@@ -27,6 +27,8 @@ struct PropertyRow
     QString reason; ///< Why it is unreadable, unfinished or refused.
     EditState edit = EditState::Untouched;
     bool isReadOnly = false;
+    /// Whether the user may edit it as far as FieldOf::enabledIf() is concerned.
+    bool isEnabled = true;
 };
 
 /// Shows the properties of the selected objects, and writes what the user edits and nothing
@@ -48,13 +50,13 @@ struct PropertyRow
 ///     page->setSelection({0, 1});
 ///
 /// What the user types is pending from the first key that changes the text until Enter, Tab or
-/// leaving the field. Folding or hiding the field, another selection, other units, another
-/// locale, setReadOnly() and a window that is asked to close end it, too, before they take
-/// effect. A complete text is written to the objects that it was typed for. One that is not
-/// complete stays, in red with its reason, after Enter, Tab and leaving; the others drop it.
-/// Another window and an open menu do not end it, and neither do changes of the model: Escape
-/// then shows what the model has. Before anything else that takes the model as it is, such as
-/// saving or deleting, call finishEditing().
+/// leaving the field. Folding, hiding or disabling the field, see FieldOf::enabledIf(), another
+/// selection, other units, another locale, setReadOnly() and a window that is asked to close end
+/// it, too, before they take effect. A complete text is written to the objects that it was typed
+/// for. One that is not complete stays, in red with its reason, after Enter, Tab and leaving; the
+/// others drop it. Another window and an open menu do not end it, and neither do changes of the
+/// model: Escape then shows what the model has. Before anything else that takes the model as it is,
+/// such as saving or deleting, call finishEditing().
 ///
 /// The page holds model, stack and history weakly or shared; the model and the stack may go
 /// before it. Once flush() has run, it shows what a new page would show, but for a field with
@@ -65,9 +67,10 @@ struct PropertyRow
 /// property "length", "length.caption", "length.unit", "section.geometry", "filter", "receipt".
 ///
 /// `delete` and `deleteLater` of the page, its parent or its window are safe in any slot of
-/// its signals and in any function of the model that it calls, also from a dialog there. The
-/// exception is an edit that ends because a widget around the page is hidden: Qt goes on with
-/// what it hides. To hide the page itself is safe, and so is closing its window.
+/// its signals and in any function of the model and of the history that it calls, also from a
+/// dialog there. There are two exceptions. An edit may end because a widget around the page is
+/// hidden: Qt goes on with what it hides. To hide the page itself is safe, and so is closing its
+/// window. And Qt goes on with an editor of the page after the signals of that editor.
 class VRN_QT2_EXPORT PropertyPage : public QWidget
 {
     Q_OBJECT

@@ -73,6 +73,11 @@ protected:
     void setComputed() { m_properties.back().isComputed = true; }
 
 private:
+    friend class PropertyModel;
+
+    /// Reports and drops the conditions that no object can meet.
+    void checkConditions();
+
     std::string m_key;
     CountedName m_name;
     std::vector<PropertySection> m_sections;

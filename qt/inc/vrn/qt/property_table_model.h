@@ -61,6 +61,8 @@ public:
     int rowCount(const QModelIndex& parent = QModelIndex()) const override;
     int columnCount(const QModelIndex& parent = QModelIndex()) const override;
     QVariant data(const QModelIndex& index, int role = Qt::DisplayRole) const override;
+    /// A cell is disabled if its object does not meet the condition of FieldOf::enabledIf().
+    Qt::ItemFlags flags(const QModelIndex& index) const override;
     QVariant headerData(
         int section, Qt::Orientation orientation, int role = Qt::DisplayRole) const override;
 
@@ -76,6 +78,7 @@ private:
     void insertNew(const ObjectIds& ids);
     void reorder(const ObjectIds& ids);
     void take(const ObjectIds& ids);
+    int columnOf(const std::string& key) const;
     const Block& block(std::size_t number) const;
 
     QPointer<PropertyModel> m_model;
@@ -83,6 +86,7 @@ private:
     bool m_hasAll = true;
     ObjectIds m_ids;
     std::vector<PropertyDescription> m_columns;
+    std::vector<int> m_conditions; ///< For each column, the one of its condition, or -1.
     int m_change = 0; ///< Counts the calls of setRows().
     mutable std::vector<std::pair<ObjectId, int>> m_rows; ///< Sorted; empty until asked for.
     mutable std::map<std::size_t, std::unique_ptr<Block>> m_blocks;
