@@ -11,7 +11,7 @@ namespace vrn::test {
 constexpr int timeLimitMs(int shipped = 50)
 {
 #if defined(VRN_ADDRESS_SANITIZER)
-    return 40 * shipped;
+    return 100 * shipped;
 #elif !defined(__OPTIMIZE__)
     return 10 * shipped;
 #else

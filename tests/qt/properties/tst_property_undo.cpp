@@ -114,10 +114,11 @@ void TestPropertyUndo::restoresWhatConversionsLose()
 
 void TestPropertyUndo::isPushedAfterTheWrite()
 {
-    Undoing undoing;
+    // The stack tells of its end, too.
     int inWrite = -1;
-    undoing.model.afterWrite = [&] { inWrite = undoing.stack.count(); };
     bool isWritten = false;
+    Undoing undoing;
+    undoing.model.afterWrite = [&] { inWrite = undoing.stack.count(); };
     connect(&undoing.stack, &QUndoStack::indexChanged, this,
         [&] { isWritten = undoing.haveLength(5.0) && !undoing.model.isWriting(); });
     undoing.selection.edit("length", 5.0);
