@@ -2,6 +2,7 @@
 
 #include <vrn/companion_qt/connect.h>
 
+#include <QApplication>
 #include <QCoreApplication>
 #include <QGridLayout>
 #include <QKeyEvent>
@@ -105,13 +106,20 @@ void PageForm::retranslate(const QString& hint)
 
 void PageForm::clear()
 {
-    // What goes may have the focus, and the field that gets it runs code of the application.
+    // What goes may have the focus. It loses it while it is whole, as code of the application
+    // runs then.
+    const Alive alive(this);
     const auto rows = std::exchange(m_rows, {});
     const auto sections = std::exchange(m_sections, {});
+    QWidget* const focus = QApplication::focusWidget();
+    if (focus && m_content->isAncestorOf(focus))
+        focus->clearFocus();
     for (const SharedRow& row : rows)
         row->dispose();
-    for (const Section& section : sections)
-        disposeOf(section.head);
+    for (const Section& section : sections) {
+        if (alive)
+            disposeOf(section.head);
+    }
 }
 
 void PageForm::setProperties(const std::vector<PropertySelection::Row>& properties,

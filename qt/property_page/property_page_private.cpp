@@ -177,8 +177,9 @@ void PropertyPage::Private::build()
 {
     const Alive alive(&m_page);
     const std::string focused = focusedKey();
+    const auto selection = m_selection; // The focus goes, and a slot may select others.
     m_form->setProperties(
-        m_selection->rows(), [this](const std::string& key) { return questions(key); }, hint());
+        selection->rows(), [this](const std::string& key) { return questions(key); }, hint());
     if (!alive || !updatePending() || focused.empty())
         return;
     const Row row = m_form->row(focused);
