@@ -359,11 +359,11 @@ void TestPropertyTableModel::disablesCellsByTheirCondition()
     const QAbstractItemModelTester tester(
         &rows, QAbstractItemModelTester::FailureReportingMode::QtTest);
     const auto isEnabled = [&](int row, int column) {
-        return (rows.flags(rows.index(row, column)) & Qt::ItemIsEnabled) != 0;
+        return rows.flags(rows.index(row, column)).testFlag(Qt::ItemIsEnabled);
     };
     QVERIFY(isEnabled(0, 0));
     QVERIFY(!isEnabled(1, 0));
-    QVERIFY(!(rows.flags(rows.index(1, 0)) & Qt::ItemIsEditable));
+    QVERIFY(!rows.flags(rows.index(1, 0)).testFlag(Qt::ItemIsEditable));
     QCOMPARE(rows.index(1, 0).data().toString(), QString("3.000"));
     QVERIFY(isEnabled(1, 1) && isEnabled(1, 2));
 
