@@ -59,9 +59,14 @@ public:
 
     void retranslate();
 
+    /// Shows and hides rows by their sections and the filter.
+    void arrange();
+
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 Q_SIGNALS:
+    /// Sections or the filter have changed. The page calls arrange().
+    void arrangementDue();
     void made(vrn::qt::detail::PageRow* row);
     /// Before it is hidden by its section or by the filter.
     void hiding(vrn::qt::detail::PageRow* row);
@@ -83,7 +88,6 @@ private:
     void addSection(const PropertySection& section, int gridRow);
     void requestOpen(const std::string& section, bool open);
     void step(const SectionHead* from, int by);
-    void arrange();
     void updateHint();
     void updateTabOrder();
 

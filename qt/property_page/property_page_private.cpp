@@ -60,6 +60,7 @@ PropertyPage::Private::Private(PropertyPage& page)
     vrn_connect(m_form, &detail::PageForm::made, links, [this](PageRow* row) { onMade(*row); });
     vrn_connect(m_form, &detail::PageForm::hiding, links,
         [this](PageRow* row) { onEnded(row->key(), Rest::IsDropped, false); });
+    vrn_connect(m_form, &detail::PageForm::arrangementDue, links, [this] { arrange(); });
     vrn_connect(m_form, &detail::PageForm::arranged, links, [this] { readDue(); });
     vrn_connect(qApp, &QApplication::focusChanged, links, [this] { m_gestureKey.reset(); });
     build();
@@ -82,9 +83,14 @@ void PropertyPage::Private::select(PropertyModel* model, ObjectIds ids)
     std::sort(ids.begin(), ids.end());
     ids.erase(std::unique(ids.begin(), ids.end()), ids.end());
     if (m_isWriting) {
-        m_isPostponed = true;
         m_nextModel = model;
         m_nextIds = std::move(ids);
+        if (!std::exchange(m_isSelectionPostponed, true)) {
+            postpone([this] {
+                m_isSelectionPostponed = false;
+                select(m_nextModel, std::exchange(m_nextIds, {}));
+            });
+        }
         return;
     }
     if (model == m_model && ids == m_ids)
@@ -200,6 +206,8 @@ void PropertyPage::Private::setStack(QUndoStack* stack)
 
 void PropertyPage::Private::setHistory(const boost::shared_ptr<vrn::IValueHistoryStorage>& history)
 {
+    if (postpone([this, history] { setHistory(history); }))
+        return;
     if (history == m_history || !endAll(Rest::IsDropped))
         return;
     m_history = history;
@@ -209,12 +217,20 @@ void PropertyPage::Private::setHistory(const boost::shared_ptr<vrn::IValueHistor
 
 void PropertyPage::Private::setReadOnly(bool readOnly)
 {
-    if (readOnly == m_isReadOnly || !endAll(Rest::IsDropped))
+    if (readOnly == m_isReadOnly)
         return;
     m_isReadOnly = readOnly;
+    if (!postpone([this] { showReadOnly(); }))
+        showReadOnly();
+}
+
+void PropertyPage::Private::showReadOnly()
+{
+    if (!endAll(Rest::IsDropped))
+        return;
     const std::vector<Row> rows = m_form->rows();
     for (const Row& row : rows)
-        row->setReadOnly(readOnly);
+        row->setReadOnly(m_isReadOnly);
 }
 
 void PropertyPage::Private::watchWindow()
@@ -270,6 +286,8 @@ void PropertyPage::Private::onChanged(const PropertyKeys& keys, const ObjectIds&
 
 void PropertyPage::Private::onUnitsChanged()
 {
+    if (postpone([this] { onUnitsChanged(); }))
+        return;
     // The entries are still in the units in which they were shown.
     if (!endAll(Rest::IsDropped) || !m_model)
         return;
@@ -279,6 +297,8 @@ void PropertyPage::Private::onUnitsChanged()
 
 void PropertyPage::Private::showAgain()
 {
+    if (postpone([this] { showAgain(); }))
+        return;
     const Alive alive(&m_page);
     if (!endAll(Rest::IsDropped))
         return;
@@ -292,6 +312,12 @@ void PropertyPage::Private::showAgain()
         if (!alive || change != m_change)
             return;
     }
+}
+
+void PropertyPage::Private::arrange()
+{
+    if (!postpone([this] { arrange(); }))
+        m_form->arrange();
 }
 
 bool PropertyPage::Private::read(const std::vector<Row>& rows)
@@ -371,15 +397,17 @@ bool PropertyPage::Private::refuse(const QString& caption, const QString& reason
 
 void PropertyPage::Private::onEnded(const std::string& key, Rest rest, bool isInGesture)
 {
+    // A dialog in the write takes the focus from the field that is being written.
+    if (m_isWriting && key == m_written)
+        return;
+    if (postpone([=] { onEnded(key, rest, isInGesture); }))
+        return;
     if (const Row row = m_form->row(key))
         end(row, rest, isInGesture);
 }
 
 bool PropertyPage::Private::end(const Row& row, Rest rest, bool isInGesture)
 {
-    // A dialog in the write takes the focus from the field that is being written.
-    if (m_isWriting)
-        return true;
     const Alive alive(&m_page, row->widget());
     const RowEntry entry = row->entry();
     if (!alive)
@@ -396,6 +424,8 @@ bool PropertyPage::Private::end(const Row& row, Rest rest, bool isInGesture)
 
 bool PropertyPage::Private::endAll(Rest rest)
 {
+    if (postpone([this, rest] { endAll(rest); }))
+        return true;
     const Alive alive(&m_page);
     const std::vector<Row> rows = m_form->rows();
     for (const Row& row : rows) {
@@ -410,6 +440,7 @@ bool PropertyPage::Private::write(
 {
     const Alive alive(&m_page, row->widget());
     const std::uint64_t gesture = gestureOf(*row, isInGesture);
+    m_written = row->key();
     PropertyReceipt receipt;
     try {
         receipt = carryOut([&](PropertySelection& selection) {
@@ -439,17 +470,19 @@ PropertyReceipt PropertyPage::Private::carryOut(const Act& act)
     {
         explicit Writing(Private& all)
             : alive(&all.m_page)
-            , flag(all.m_isWriting)
+            , page(all)
         {
-            flag = true;
+            page.m_isWriting = true;
         }
         ~Writing()
         {
-            if (alive)
-                flag = false;
+            if (!alive)
+                return;
+            page.m_isWriting = false;
+            page.m_written.clear();
         }
         const Alive alive;
-        bool& flag;
+        Private& page;
     };
     const auto selection = m_selection;
     const Writing writing(*this);
@@ -467,11 +500,21 @@ bool PropertyPage::Private::afterWrite(const PropertyReceipt& receipt)
     return bool(alive);
 }
 
+bool PropertyPage::Private::postpone(std::function<void()> act)
+{
+    if (m_isWriting)
+        m_postponed.push_back(std::move(act));
+    return m_isWriting;
+}
+
 bool PropertyPage::Private::applyPostponed()
 {
     const Alive alive(&m_page);
-    if (std::exchange(m_isPostponed, false))
-        select(m_nextModel, std::exchange(m_nextIds, {}));
+    while (alive && !m_isWriting && !m_postponed.empty()) {
+        const std::function<void()> act = std::move(m_postponed.front());
+        m_postponed.pop_front();
+        act();
+    }
     return bool(alive);
 }
 
@@ -491,6 +534,8 @@ std::uint64_t PropertyPage::Private::gestureOf(const PageRow& row, bool isInGest
 
 bool PropertyPage::Private::finish()
 {
+    if (m_isWriting)
+        return !isPending();
     const Alive alive(&m_page);
     const std::vector<Row> rows = m_form->rows();
     std::vector<Row> tried;
@@ -506,8 +551,6 @@ bool PropertyPage::Private::finish()
     if (first == rows.end())
         return true;
     const Row& row = *first;
-    if (m_isWriting)
-        return false;
     const QString reason = row->entry().reason;
     row->refuse(reason);
     if (row->widget()) {
@@ -558,7 +601,7 @@ PropertyReceipt PropertyPage::Private::setValue(const std::string& key, const bo
 PropertyReceipt PropertyPage::Private::load(const QJsonObject& saved)
 {
     const Alive alive(&m_page);
-    if (!endAll(Rest::IsDropped))
+    if (!m_isWriting && !endAll(Rest::IsDropped))
         return {};
     m_gestureKey.reset();
     PropertyReceipt receipt;

@@ -77,13 +77,33 @@ public:
     {
         QTest::keyClick(focus(), key, modifiers);
     }
-    /// What takes the keys. A popup is the active window here, unlike on a desktop.
+    /// What takes the keys, in the active window. A popup is the active window here, unlike on a
+    /// desktop.
     QWidget* focus() const
     {
         if (!window->isActiveWindow() && window->isVisible())
             QApplication::setActiveWindow(window.get());
         QWidget* focus = window->focusWidget();
         return focus ? focus : window.get();
+    }
+    void leave() const
+    {
+        focus();
+        button->setFocus();
+    }
+    /// While another window is active.
+    template <typename Act>
+    void inAnotherWindow(Act act) const
+    {
+        QWidget other;
+        other.show();
+        other.activateWindow();
+        if (!QTest::qWaitForWindowActive(&other))
+            qFatal("the other window is not active");
+        act();
+        window->activateWindow();
+        if (!QTest::qWaitForWindowActive(window.get()))
+            qFatal("the window is not active");
     }
     double lengthOf(std::uint64_t key) const { return model->beams.at(key).length; }
 

@@ -6,12 +6,15 @@
 #include "page_fixture.h"
 
 #include <vrn/qt/property_error.h>
+#include <vrn/qt/value_history.h>
 #include <vrn/qt/varies_string.h>
 
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDialog>
 #include <QToolButton>
+
+#include <boost/make_shared.hpp>
 
 #include <functional>
 
@@ -62,6 +65,38 @@ const std::vector<std::pair<const char*, Deed>>& deeds()
                 });
                 QDialog dialog;
                 dialog.exec();
+            }},
+    };
+    return all;
+}
+
+/// What ends a pending text, and drops one that is not complete.
+const std::vector<std::pair<const char*, Deed>>& endings()
+{
+    static const std::vector<std::pair<const char*, Deed>> all{
+        {"read-only", [](PageFixture& f) { f.page->setReadOnly(true); }},
+        {"other units", [](PageFixture& f) { f.model->setUnits(vrn::units::Context(8)); }},
+        {"another locale", [](PageFixture& f) { f.page->setLocale(QLocale(QLocale::German)); }},
+        {"another history",
+            [](PageFixture& f) {
+                f.page->setHistory(boost::make_shared<vrn::ValueHistoryMemoryStorage>());
+            }},
+        {"folding", [](PageFixture& f) { f.part<QToolButton>("section.geometry")->click(); }},
+        {"filtering", [](PageFixture& f) { f.part<QLineEdit>("filter")->setText("name"); }},
+        {"restoring folded sections",
+            [](PageFixture& f) {
+                PropertyPage other;
+                other.setModel(f.model.get());
+                other.setSelection(f.model->ids());
+                other.findChild<QToolButton*>("section.geometry")->click();
+                f.page->restoreState(other.saveState());
+            }},
+        {"hiding the page", [](PageFixture& f) { f.page->hide(); }},
+        {"closing the window", [](PageFixture& f) { f.window->close(); }},
+        {"another selection",
+            [](PageFixture& f) {
+                f.page->setSelection({2});
+                f.page->setSelection({1});
             }},
     };
     return all;
@@ -178,6 +213,10 @@ class TestPropertyPageLifetime : public TestObject
 private Q_SLOTS:
     void survives_data();
     void survives();
+    void endsOtherTextsAfterTheWrite_data();
+    void endsOtherTextsAfterTheWrite();
+    void leavesAnotherFieldAfterTheWrite_data();
+    void leavesAnotherFieldAfterTheWrite();
     void selectsAfterTheWrite();
     void takesNoOtherEditWhileItWrites();
     void outlivesModelAndStack();
@@ -248,6 +287,88 @@ void TestPropertyPageLifetime::survives()
         if (isOnce)
             return;
     }
+}
+
+void TestPropertyPageLifetime::endsOtherTextsAfterTheWrite_data()
+{
+    columns<int, QString, bool>("deed", "typed", "isRefused");
+    for (std::size_t deed = 0; deed < endings().size(); ++deed) {
+        const char* name = endings()[deed].first;
+        row(qPrintable(QString("%1 beside a complete text").arg(name)), int(deed), "2.5 m", false);
+        row(qPrintable(QString("%1 beside an incomplete text").arg(name)), int(deed), "2.5 m +",
+            false);
+        row(qPrintable(QString("%1 in a write that is refused").arg(name)), int(deed), "2.5 m",
+            true);
+    }
+}
+
+// The texts were typed for the objects, in the units and in the language of before.
+void TestPropertyPageLifetime::endsOtherTextsAfterTheWrite()
+{
+    QFETCH(const int, deed);
+    QFETCH(const QString, typed);
+    QFETCH(const bool, isRefused);
+    PageFixture f;
+    f.type("length", typed);
+    bool isDone = false;
+    f.model->beforeWrite = [&] {
+        if (std::exchange(isDone, true))
+            return;
+        endings()[std::size_t(deed)].second(f);
+        QCOMPARE(f.model->writes.size(), 1);
+        QCOMPARE(f.text("length"), typed);
+        if (isRefused)
+            throw PropertyError("It is locked.");
+    };
+    try {
+        f.page->setValue("bolts", 7);
+        QVERIFY(!isRefused);
+    } catch (const PropertyError&) {
+        QVERIFY(isRefused);
+    }
+    const bool isComplete = typed == "2.5 m";
+    QStringList writes{"bolts of 0 1 2"};
+    if (isComplete)
+        writes << "length of 0 1 2";
+    QCOMPARE(f.model->writes, writes);
+    QVERIFY(haveSameBits(f.lengthOf(0), isComplete ? 2.5 : 10.0 / 3.0));
+    QVERIFY(!f.page->isPending());
+    f.leave();
+    PropertyPage fresh;
+    fresh.setModel(f.model.get());
+    fresh.setSelection(f.page->selection());
+    fresh.setReadOnly(f.page->isReadOnly());
+    for (const char* key : {"length", "bolts"}) {
+        QCOMPARE(f.text(key), fresh.row(key).text);
+        QCOMPARE(f.page->row(key).isReadOnly, fresh.row(key).isReadOnly);
+        QCOMPARE(f.edit(key), EditState::Untouched);
+    }
+    QVERIFY(f.page->finishEditing());
+}
+
+void TestPropertyPageLifetime::leavesAnotherFieldAfterTheWrite_data()
+{
+    columns<QString, QStringList, int>("typed", "reasons", "edit");
+    row("a complete text", "2.5 m", QStringList(), int(EditState::Untouched));
+    row("an incomplete text", "50 m", QStringList("It must be between 0.100 m and 40.000 m."),
+        int(EditState::Refused));
+}
+
+void TestPropertyPageLifetime::leavesAnotherFieldAfterTheWrite()
+{
+    QFETCH(const QString, typed);
+    QFETCH(const QStringList, reasons);
+    QFETCH(const int, edit);
+    const PageFixture f;
+    QStringList told;
+    connect(f.page, &PropertyPage::refused, this,
+        [&](const QString&, const QString& reason) { told << reason; });
+    f.type("length", typed);
+    f.model->beforeWrite = [&] { f.button->setFocus(); };
+    f.page->setValue("bolts", 7);
+    QCOMPARE(told, reasons);
+    QCOMPARE(int(f.edit("length")), edit);
+    QVERIFY(haveSameBits(f.lengthOf(0), reasons.isEmpty() ? 2.5 : 10.0 / 3.0));
 }
 
 void TestPropertyPageLifetime::selectsAfterTheWrite()
