@@ -9,6 +9,7 @@
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QScopedValueRollback>
+#include <QTimer>
 
 #include "controls/parts/alive_p.h"
 
@@ -259,6 +260,12 @@ void FieldLineEdit::resume()
         announce();
 }
 
+// While the window was inactive, which Qt does not tell the field.
+bool FieldLineEdit::hasLostFocus()
+{
+    return m_isOpen && edit()->window()->focusWidget() != edit();
+}
+
 void FieldLineEdit::leave()
 {
     if (!isPending()) {
@@ -309,6 +316,14 @@ bool FieldLineEdit::handle(QEvent& event)
     case QEvent::FocusOut:
         if (!isForOtherWindow(event))
             leave();
+        return false;
+    case QEvent::WindowActivate:
+        // Qt goes on with what is in the window.
+        if (hasLostFocus())
+            QTimer::singleShot(0, this, [this] {
+                if (hasLostFocus())
+                    leave();
+            });
         return false;
     case QEvent::Drop:
         // Without the focus nothing would end the editing. The field before may end its own.

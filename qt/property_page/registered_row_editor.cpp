@@ -134,11 +134,14 @@ private:
             Q_EMIT ended(isInGesture);
     }
 
-    // Another window and a menu take the focus without ending anything.
-    void onFocusChanged(QWidget* from, QWidget* to)
+    // Another window and a menu take the focus without ending anything. The focus may move on
+    // while the window is inactive.
+    void onFocusChanged(QWidget* /*from*/, QWidget* to)
     {
-        if (m_isShowing || !from || !to || !holds(from) || holds(to)
-            || to->window() != m_widget->window()) {
+        if (holds(to))
+            m_isEntered = true;
+        if (m_isShowing || !to || holds(to) || to->window() != m_widget->window()
+            || !std::exchange(m_isEntered, false)) {
             return;
         }
         const Alive alive(this, m_widget);
@@ -164,6 +167,7 @@ private:
     bool m_isGiven = false;
     bool m_isMisleading = false;
     bool m_isShowing = false;
+    bool m_isEntered = false; ///< It has the focus, or had it when its window was active last.
 };
 
 } // namespace
