@@ -104,7 +104,7 @@ void LineRowEditor::addClearAction()
     m_clear = edit->addAction(
         edit->style()->standardIcon(QStyle::SP_LineEditClearButton), QLineEdit::TrailingPosition);
     m_clear->setText(LineTexts::tr("Clear"));
-    m_clear->setShortcut(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Delete));
+    m_clear->setShortcut(clearKeys());
     m_clear->setShortcutContext(Qt::WidgetShortcut);
     m_clear->setToolTip(
         LineTexts::tr("Clear (%1)").arg(m_clear->shortcut().toString(QKeySequence::NativeText)));
