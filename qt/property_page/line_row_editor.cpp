@@ -298,8 +298,13 @@ std::vector<EntryOffer> LineRowEditor::offersAtRest()
             made.push_back(offerOf(share, all));
     }
     std::deque<std::wstring> entries;
-    if (auto history = this->history())
-        history->get(entries);
+    try {
+        if (auto history = this->history())
+            history->get(entries);
+    } catch (...) {
+        // A history that is out of order offers nothing.
+        entries.clear();
+    }
     if (!self)
         return {};
     for (const std::wstring& entry : entries) {
@@ -381,8 +386,12 @@ void LineRowEditor::remember()
         return;
     }
     const QString entered = m_reader->fullText(made.value);
-    if (auto history = this->history(); history && !entered.isEmpty())
-        history->add(entered.toStdWString());
+    try {
+        if (auto history = this->history(); history && !entered.isEmpty())
+            history->add(entered.toStdWString());
+    } catch (...) {
+        // The value is written. Only the history lacks it.
+    }
 }
 
 // For a screen reader, and for a field without the focus.

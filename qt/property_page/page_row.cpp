@@ -162,12 +162,13 @@ void PageRow::showIn(const SharedUnits& units)
 
 void PageRow::drop()
 {
-    if (m_editor)
-        m_editor->remember();
     m_isPending = false;
     m_isShown = false;
     m_isWanted = true;
     isDue = true;
+    // The history is the application's.
+    if (m_editor)
+        m_editor->remember();
 }
 
 void PageRow::show()
@@ -278,7 +279,9 @@ void PageRow::updateUnit()
     QSizePolicy policy = m_unit->sizePolicy();
     policy.setRetainSizeWhenHidden(m_isVisible);
     m_unit->setSizePolicy(policy);
-    m_unit->setVisible(m_isVisible && !unit.isEmpty() && !m_editor->text().endsWith(unit));
+    const bool isAlone = m_isVisible && !unit.isEmpty() && !m_editor->text().endsWith(unit);
+    if (m_unit)
+        m_unit->setVisible(isAlone);
 }
 
 } // namespace vrn::qt::detail

@@ -4,6 +4,7 @@
 #include <vrn/qt/property_error.h>
 
 #include <QApplication>
+#include <QTimer>
 #include <QVBoxLayout>
 
 #include "controls/parts/alive_p.h"
@@ -409,9 +410,11 @@ void PropertyPage::Private::onEnded(const std::string& key, Rest rest, bool isIn
 bool PropertyPage::Private::end(const Row& row, Rest rest, bool isInGesture)
 {
     const Alive alive(&m_page, row->widget());
+    // What judges a text may be the application's, and select other objects.
+    const int change = m_change;
     const RowEntry entry = row->entry();
-    if (!alive)
-        return false;
+    if (!alive || change != m_change)
+        return bool(alive);
     if (entry.state == EditState::Complete)
         return write(row, entry.value, rest, isInGesture);
     const bool stays = entry.state != EditState::Untouched && rest == Rest::Stays;
@@ -459,7 +462,7 @@ bool PropertyPage::Private::write(
     if (!alive)
         return false;
     row->drop();
-    return afterWrite(receipt);
+    return alive && afterWrite(receipt);
 }
 
 PropertyReceipt PropertyPage::Private::carryOut(const Act& act)
@@ -480,6 +483,9 @@ PropertyReceipt PropertyPage::Private::carryOut(const Act& act)
                 return;
             page.m_isWriting = false;
             page.m_written.clear();
+            // A slot that throws may keep the page from doing it at once.
+            if (!page.m_postponed.empty())
+                QTimer::singleShot(0, page.m_links.get(), [all = &page] { all->applyPostponed(); });
         }
         const Alive alive;
         Private& page;
@@ -553,6 +559,7 @@ bool PropertyPage::Private::finish()
     const Row& row = *first;
     const QString reason = row->entry().reason;
     row->refuse(reason);
+    const Alive focusing(&m_page, row->widget());
     if (row->widget()) {
         row->widget()->setFocus(Qt::OtherFocusReason);
         if (alive)
@@ -594,7 +601,8 @@ PropertyReceipt PropertyPage::Private::setValue(const std::string& key, const bo
         return receipt;
     if (const Row row = m_form->row(key))
         row->drop();
-    afterWrite(receipt);
+    if (alive)
+        afterWrite(receipt);
     return receipt;
 }
 
