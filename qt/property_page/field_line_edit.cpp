@@ -9,7 +9,6 @@
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QScopedValueRollback>
-#include <QTimer>
 
 #include "controls/parts/alive_p.h"
 
@@ -320,10 +319,13 @@ bool FieldLineEdit::handle(QEvent& event)
     case QEvent::WindowActivate:
         // Qt goes on with what is in the window.
         if (hasLostFocus())
-            QTimer::singleShot(0, this, [this] {
-                if (hasLostFocus())
-                    leave();
-            });
+            QMetaObject::invokeMethod(
+                this,
+                [this] {
+                    if (hasLostFocus())
+                        leave();
+                },
+                Qt::QueuedConnection);
         return false;
     case QEvent::Drop:
         // Without the focus nothing would end the editing. The field before may end its own.
