@@ -139,6 +139,28 @@ QString sectionOf(const QString& key)
                                                                                  : "geometry";
 }
 
+/// Another kind, with some of the properties of beams.
+PropertySet<Beam> wallProperties()
+{
+    PropertySet<Beam> walls("wall", &countedBeams);
+    walls.section("general", "General")
+        .add("name", "&Name", &Beam::name, field::text().maxLength(20));
+    walls.section("geometry", "Geometry")
+        .add("length", "&Length", &Beam::length,
+            field::quantity(vrn::units::UnitId::GEO_LENGTH).between(0.1, 40.0));
+    walls.section("statics", "Statics", false)
+        .add("load", "L&oad", &Beam::load, field::quantity(vrn::units::UnitId::LOAD_LINE));
+    return walls;
+}
+
+constexpr int firstWall = 100;
+
+ObjectId idOf(int object)
+{
+    return object < firstWall ? ObjectId(std::uint64_t(object))
+                              : ObjectId(std::uint64_t(object - firstWall), 1);
+}
+
 /// A window that asks its page and stays.
 class StayingWindow : public QWidget
 {
@@ -155,6 +177,9 @@ public:
             if (m_throws)
                 throw PropertyError("not now");
         };
+        for (int wall = 0; wall < 2; ++wall)
+            m_walls[std::uint64_t(wall)].name = QString("W%1").arg(wall);
+        m_model.addKind(wallProperties(), &m_walls);
         takeOver();
         m_page = new PropertyPage(&m_window);
         auto* layout = new QVBoxLayout(&m_window);
@@ -287,7 +312,11 @@ private:
         m_objects.clear();
         for (const auto& beam : m_model.beams)
             m_objects[int(beam.first)] = valuesOf(beam.second);
+        for (const auto& wall : m_walls)
+            m_objects[firstWall + int(wall.first)] = valuesOf(wall.second);
     }
+
+    bool isWallSelected() const { return !m_selected.isEmpty() && m_selected.last() >= firstWall; }
 
     /// Whether the edit was taken.
     bool carryOut(const Typed& typed, bool isInGesture = false)
@@ -540,7 +569,7 @@ private:
         m_selected = ids;
         ObjectIds selected;
         for (const int id : ids)
-            selected.emplace_back(std::uint64_t(id));
+            selected.push_back(idOf(id));
         m_page->setSelection(selected);
     }
 
@@ -551,6 +580,10 @@ private:
             if (choice.below(2) == 0)
                 ids << id;
         }
+        if (choice.below(4) == 0)
+            ids << firstWall;
+        if (choice.below(8) == 0)
+            ids << firstWall + 1;
         select(ids);
     }
 
@@ -661,7 +694,7 @@ private:
 
     QString setValue(Choice& choice)
     {
-        if (m_selected.isEmpty())
+        if (m_selected.isEmpty() || isWallSelected())
             return {};
         const auto support = choice.of({Support::Fixed, Support::Pinned});
         const Typed typed{"support", {}, true, to(QString::number(int(support)))};
@@ -744,7 +777,7 @@ private:
             if (m_savedValues.contains(key))
                 addChanges({key, {}, true, to(m_savedValues[key])}, step);
         }
-        bool isTaken = m_isSavedInRange && !m_selected.isEmpty();
+        bool isTaken = m_isSavedInRange && !m_selected.isEmpty() && !isWallSelected();
         isTaken = isTaken && carryOut(step, false);
         try {
             m_page->load(m_saved);
@@ -899,15 +932,17 @@ private:
 
     QString objectDifference() const
     {
-        for (const auto& beam : m_model.beams) {
-            const Values values = valuesOf(beam.second);
-            const Values& due = m_objects[int(beam.first)];
+        for (auto object = m_objects.begin(); object != m_objects.end(); ++object) {
+            const std::uint64_t key = idOf(object.key()).key;
+            const Beams& all = object.key() < firstWall ? m_model.beams : m_walls;
+            const Values values = valuesOf(all.at(key));
             for (auto value = values.begin(); value != values.end(); ++value) {
-                if (value.value() != due[value.key()]) {
+                const QString due = object->value(value.key());
+                if (value.value() != due) {
                     return QString("%1 of %2 is %3 instead of %4")
                         .arg(value.key())
-                        .arg(beam.first)
-                        .arg(value.value(), due[value.key()]);
+                        .arg(object.key())
+                        .arg(value.value(), due);
                 }
             }
         }
@@ -943,6 +978,7 @@ private:
         return {};
     }
 
+    Beams m_walls;
     mutable BeamModel m_model{beamCount};
     QUndoStack m_stack;
     StayingWindow m_window;
