@@ -145,13 +145,21 @@ private:
         , m_colours(new ReadableColours(box))
         , m_row(row)
     {
-        if (row.isOptional())
+        if (row.isOptional()) {
             box->addItem(QString()); // Its text is set when it is shown.
+            onClearKeys(box, [this] { clear(); });
+        }
         for (const auto& entry : row.field.entries())
             box->addItem(entry.first);
         box->installEventFilter(this);
         vrn_connect(
             box, QOverload<int>::of(&QComboBox::activated), this, &ChoiceRowEditor::onPicked);
+    }
+
+    void clear()
+    {
+        m_box->setCurrentIndex(m_hasExtra ? 1 : 0);
+        onPicked();
     }
 
     void onPicked()

@@ -261,6 +261,12 @@ void FieldLineEdit::resume()
         announce();
 }
 
+// While the window was inactive, which Qt does not tell the field.
+bool FieldLineEdit::hasLostFocus()
+{
+    return m_isOpen && edit()->window()->focusWidget() != edit();
+}
+
 void FieldLineEdit::leave()
 {
     if (!isPending()) {
@@ -320,6 +326,17 @@ bool FieldLineEdit::handle(QEvent& event)
         // Behind another window it loses the focus without an event.
         if (m_isOpen && !edit()->isEnabled())
             leave();
+        return false;
+    case QEvent::WindowActivate:
+        // Qt goes on with what is in the window.
+        if (hasLostFocus())
+            QMetaObject::invokeMethod(
+                this,
+                [this] {
+                    if (hasLostFocus())
+                        leave();
+                },
+                Qt::QueuedConnection);
         return false;
     case QEvent::Drop:
         // Without the focus nothing would end the editing. The field before may end its own.

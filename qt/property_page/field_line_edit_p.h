@@ -86,6 +86,7 @@ private:
     void judge();
     void open();
     void resume();
+    bool hasLostFocus();
     void leave();
     void end();
     bool isBaseline(const QString& text) const;

@@ -2,6 +2,7 @@
 
 #include <vrn/qt/double_edit_validator.h>
 #include <vrn/qt/entry_validator.h>
+#include <vrn/qt/property_error.h>
 #include <vrn/qt/relative_edit.h>
 #include <vrn/qt/unit_validator.h>
 
@@ -10,6 +11,7 @@
 #include <QCoreApplication>
 
 #include <cmath>
+#include <exception>
 #include <limits>
 
 namespace vrn::qt::detail {
@@ -139,10 +141,14 @@ boost::any FieldReader::wholeNumber(double number, QString& reason) const
 // Each kind of object may have checks of its own.
 QString FieldReader::reasonAgainst(const boost::any& value) const
 {
-    for (const auto& field : m_row.fields) {
-        const QString reason = field.second.reasonAgainst(value, m_units);
-        if (!reason.isEmpty())
-            return reason;
+    try {
+        for (const auto& field : m_row.fields) {
+            const QString reason = field.second.reasonAgainst(value, m_units);
+            if (!reason.isEmpty())
+                return reason;
+        }
+    } catch (...) {
+        return PropertyError::from(std::current_exception()).reason();
     }
     return QString();
 }

@@ -49,7 +49,10 @@ class FlagRowEditor final : public RowEditor
 public:
     FlagRowEditor(QWidget* parent, const PropertySelection::Row& row)
         : FlagRowEditor(new FlagBox(parent, row.isOptional()))
-    {}
+    {
+        if (row.isOptional())
+            onClearKeys(m_box, [this] { clear(); });
+    }
 
     QWidget* widget() const override { return m_box; }
 
@@ -113,11 +116,18 @@ private:
         vrn_connect(box, &QCheckBox::clicked, this, &FlagRowEditor::onClicked);
     }
 
+    void clear()
+    {
+        m_box->setCheckState(Qt::PartiallyChecked);
+        onClicked();
+    }
+
     void onClicked()
     {
         const Alive alive(this, m_box);
         setReason(QString());
-        m_isEdited = isVarying() || m_box->checkState() != m_shownState;
+        // Objects that differ have no value that a click could bring back.
+        m_isEdited = m_shown == PropertyState::Varies || m_box->checkState() != m_shownState;
         updateText();
         Q_EMIT changed();
         if (alive)

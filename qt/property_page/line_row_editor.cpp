@@ -109,7 +109,7 @@ void LineRowEditor::addClearAction()
     QLineEdit* const edit = m_line->edit();
     m_clear = edit->addAction(
         edit->style()->standardIcon(QStyle::SP_LineEditClearButton), QLineEdit::TrailingPosition);
-    m_clear->setShortcut(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Delete));
+    m_clear->setShortcut(clearKeys());
     m_clear->setShortcutContext(Qt::WidgetShortcut);
     vrn_connect(m_clear, &QAction::triggered, this, [this] {
         const QPointer<LineRowEditor> self(this);
@@ -312,8 +312,13 @@ std::vector<EntryOffer> LineRowEditor::offersAtRest()
             made.push_back(offerOf(share, all));
     }
     std::deque<std::wstring> entries;
-    if (auto history = this->history())
-        history->get(entries);
+    try {
+        if (auto history = this->history())
+            history->get(entries);
+    } catch (...) {
+        // A history that is out of order offers nothing.
+        entries.clear();
+    }
     if (!self)
         return {};
     QStringList texts;
@@ -401,8 +406,12 @@ void LineRowEditor::remember()
         return;
     }
     const QString entered = m_reader->fullText(made.value);
-    if (auto history = this->history(); history && !entered.isEmpty())
-        history->add(entered.toStdWString());
+    try {
+        if (auto history = this->history(); history && !entered.isEmpty())
+            history->add(entered.toStdWString());
+    } catch (...) {
+        // The value is written. Only the history lacks it.
+    }
 }
 
 // For a field without the focus, and for one whose text is empty and cannot be red.

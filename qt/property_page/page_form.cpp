@@ -85,7 +85,7 @@ PageForm::PageForm(QWidget* parent)
 
     vrn_connect(m_filter, &QLineEdit::textChanged, this, [this] {
         m_foldedInFilter.clear();
-        arrange();
+        Q_EMIT arrangementDue();
     });
 }
 
@@ -221,7 +221,7 @@ void PageForm::requestOpen(const std::string& section, bool open)
         m_foldedInFilter.erase(section);
     else
         m_foldedInFilter.insert(section);
-    arrange();
+    Q_EMIT arrangementDue();
 }
 
 void PageForm::open(const std::string& key)
@@ -252,7 +252,7 @@ void PageForm::setOpenSections(const OpenSections& sections)
 {
     for (const auto& section : sections)
         m_isOpen[section.first] = section.second;
-    arrange();
+    Q_EMIT arrangementDue();
 }
 
 void PageForm::step(const SectionHead* from, int by)

@@ -60,9 +60,14 @@ public:
     /// Renews its texts. `hint` is that of setProperties().
     void retranslate(const QString& hint);
 
+    /// Shows and hides rows by their sections and the filter.
+    void arrange();
+
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 Q_SIGNALS:
+    /// Sections or the filter have changed. The page calls arrange().
+    void arrangementDue();
     void made(vrn::qt::detail::PageRow* row);
     /// Before it is hidden by its section or by the filter.
     void hiding(vrn::qt::detail::PageRow* row);
@@ -84,7 +89,6 @@ private:
     void addSection(const PropertySection& section, int gridRow);
     void requestOpen(const std::string& section, bool open);
     void step(const SectionHead* from, int by);
-    void arrange();
     void updateHint();
     void updateTabOrder();
 

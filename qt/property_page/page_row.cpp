@@ -193,12 +193,13 @@ void PageRow::setStale()
 
 void PageRow::drop()
 {
-    if (m_editor)
-        m_editor->remember();
     m_isPending = false;
     m_isShown = false;
     m_isWanted = true;
     isDue = true;
+    // The history is the application's.
+    if (m_editor)
+        m_editor->remember();
 }
 
 void PageRow::show()
@@ -317,7 +318,9 @@ void PageRow::updateUnit()
     QSizePolicy policy = m_unit->sizePolicy();
     policy.setRetainSizeWhenHidden(m_isVisible);
     m_unit->setSizePolicy(policy);
-    m_unit->setVisible(m_isVisible && !unit.isEmpty() && !m_editor->text().endsWith(unit));
+    const bool isAlone = m_isVisible && !unit.isEmpty() && !m_editor->text().endsWith(unit);
+    if (m_unit)
+        m_unit->setVisible(isAlone);
 }
 
 } // namespace vrn::qt::detail

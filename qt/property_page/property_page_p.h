@@ -8,6 +8,7 @@
 #include <QUndoStack>
 
 #include <cstdint>
+#include <deque>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -37,24 +38,26 @@ public:
 
     /// What was set last, also while it is postponed.
     /// @{
-    const ObjectIds& ids() const { return m_isPostponed ? m_nextIds : m_ids; }
-    PropertyModel* model() const { return m_isPostponed ? m_nextModel : m_model; }
+    const ObjectIds& ids() const { return m_isSelectionPostponed ? m_nextIds : m_ids; }
+    PropertyModel* model() const { return m_isSelectionPostponed ? m_nextModel : m_model; }
+    bool isReadOnly() const { return m_isReadOnly; }
     /// @}
 
-    /// Counts from the end of a write.
+    /// What ends a pending text takes effect after a write that is going on.
+    /// @{
     void select(PropertyModel* model, ObjectIds ids);
     void setStack(QUndoStack* stack);
     void setHistory(const boost::shared_ptr<vrn::IValueHistoryStorage>& history);
     void setReadOnly(bool readOnly);
-    bool isReadOnly() const { return m_isReadOnly; }
+    /// In the language and the locale of now.
+    void showAgain();
+    bool endAll(Rest rest);
+    /// @}
 
     bool isPending() const;
-    bool endAll(Rest rest);
     bool finish();
     void cancelAll();
     void flush();
-    /// In the language and the locale of now.
-    void showAgain();
     /// What stands in the place of rows, if there are none.
     QString hint() const;
     /// Both throw PropertyError.
@@ -82,6 +85,8 @@ private:
     void onMade(detail::PageRow& row);
     void onChanged(const PropertyKeys& keys, const ObjectIds& ids);
     void onUnitsChanged();
+    void showReadOnly();
+    void arrange();
     void onEnded(const std::string& key, Rest rest, bool isInGesture);
 
     bool read(const std::vector<Row>& rows);
@@ -91,6 +96,8 @@ private:
     /// Throws PropertyError.
     PropertyReceipt carryOut(const Act& act);
     bool afterWrite(const PropertyReceipt& receipt);
+    /// Whether it waits for the end of the write.
+    bool postpone(std::function<void()> act);
     bool applyPostponed();
     bool updatePending();
     bool refuse(const QString& caption, const QString& reason);
@@ -111,7 +118,9 @@ private:
     int m_change = 0; ///< Counts the selections.
 
     bool m_isWriting = false;
-    bool m_isPostponed = false; ///< Until the end of the write.
+    std::string m_written; ///< The property that the user has edited.
+    std::deque<std::function<void()>> m_postponed;
+    bool m_isSelectionPostponed = false;
     QPointer<PropertyModel> m_nextModel;
     ObjectIds m_nextIds;
 

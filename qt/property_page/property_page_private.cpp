@@ -4,6 +4,7 @@
 #include <vrn/qt/property_error.h>
 
 #include <QApplication>
+#include <QTimer>
 #include <QVBoxLayout>
 
 #include "controls/parts/alive_p.h"
@@ -100,6 +101,7 @@ PropertyPage::Private::Private(PropertyPage& page)
     vrn_connect(m_form, &detail::PageForm::made, links, [this](PageRow* row) { onMade(*row); });
     vrn_connect(m_form, &detail::PageForm::hiding, links,
         [this](PageRow* row) { onEnded(row->key(), Rest::IsDropped, false); });
+    vrn_connect(m_form, &detail::PageForm::arrangementDue, links, [this] { arrange(); });
     vrn_connect(m_form, &detail::PageForm::arranged, links, [this] { readDue(); });
     vrn_connect(qApp, &QApplication::focusChanged, links, [this] { m_gestureKey.reset(); });
     build();
@@ -122,9 +124,14 @@ void PropertyPage::Private::select(PropertyModel* model, ObjectIds ids)
     std::sort(ids.begin(), ids.end());
     ids.erase(std::unique(ids.begin(), ids.end()), ids.end());
     if (m_isWriting) {
-        m_isPostponed = true;
         m_nextModel = model;
         m_nextIds = std::move(ids);
+        if (!std::exchange(m_isSelectionPostponed, true)) {
+            postpone([this] {
+                m_isSelectionPostponed = false;
+                select(m_nextModel, std::exchange(m_nextIds, {}));
+            });
+        }
         return;
     }
     if (model == m_model && ids == m_ids)
@@ -241,6 +248,8 @@ void PropertyPage::Private::setStack(QUndoStack* stack)
 
 void PropertyPage::Private::setHistory(const boost::shared_ptr<vrn::IValueHistoryStorage>& history)
 {
+    if (postpone([this, history] { setHistory(history); }))
+        return;
     if (history == m_history || !endAll(Rest::IsDropped))
         return;
     m_history = history;
@@ -250,12 +259,20 @@ void PropertyPage::Private::setHistory(const boost::shared_ptr<vrn::IValueHistor
 
 void PropertyPage::Private::setReadOnly(bool readOnly)
 {
-    if (readOnly == m_isReadOnly || !endAll(Rest::IsDropped))
+    if (readOnly == m_isReadOnly)
         return;
     m_isReadOnly = readOnly;
+    if (!postpone([this] { showReadOnly(); }))
+        showReadOnly();
+}
+
+void PropertyPage::Private::showReadOnly()
+{
+    if (!endAll(Rest::IsDropped))
+        return;
     const std::vector<Row> rows = m_form->rows();
     for (const Row& row : rows)
-        row->setReadOnly(readOnly);
+        row->setReadOnly(m_isReadOnly);
 }
 
 void PropertyPage::Private::watchWindow()
@@ -313,6 +330,8 @@ void PropertyPage::Private::onChanged(const PropertyKeys& keys, const ObjectIds&
 
 void PropertyPage::Private::onUnitsChanged()
 {
+    if (postpone([this] { onUnitsChanged(); }))
+        return;
     // The entries are still in the units in which they were shown.
     if (!endAll(Rest::IsDropped) || !m_model)
         return;
@@ -322,6 +341,8 @@ void PropertyPage::Private::onUnitsChanged()
 
 void PropertyPage::Private::showAgain()
 {
+    if (postpone([this] { showAgain(); }))
+        return;
     const Alive alive(&m_page);
     if (!endAll(Rest::IsDropped))
         return;
@@ -335,6 +356,12 @@ void PropertyPage::Private::showAgain()
         if (!alive || change != m_change)
             return;
     }
+}
+
+void PropertyPage::Private::arrange()
+{
+    if (!postpone([this] { arrange(); }))
+        m_form->arrange();
 }
 
 bool PropertyPage::Private::read(const std::vector<Row>& rows)
@@ -425,20 +452,24 @@ bool PropertyPage::Private::refuse(const QString& caption, const QString& reason
 
 void PropertyPage::Private::onEnded(const std::string& key, Rest rest, bool isInGesture)
 {
+    // A dialog in the write takes the focus from the field that is being written.
+    if (m_isWriting && key == m_written)
+        return;
+    if (postpone([=] { onEnded(key, rest, isInGesture); }))
+        return;
     if (const Row row = m_form->row(key))
         end(row, rest, isInGesture);
 }
 
 bool PropertyPage::Private::end(const Row& row, Rest rest, bool isInGesture)
 {
-    // A dialog in the write takes the focus from the field that is being written.
-    if (m_isWriting)
-        return true;
     const Alive alive(&m_page, row->widget());
+    // What judges a text may be the application's, and select other objects.
+    const int change = m_change;
     // A list that is still open does not edit a row that was disabled meanwhile.
     const RowEntry entry = row->isEnabled() ? row->entry() : RowEntry();
-    if (!alive)
-        return false;
+    if (!alive || change != m_change)
+        return bool(alive);
     if (entry.state == EditState::Complete)
         return write(row, entry.value, rest, isInGesture);
     const bool stays = entry.state != EditState::Untouched && rest == Rest::Stays;
@@ -451,6 +482,8 @@ bool PropertyPage::Private::end(const Row& row, Rest rest, bool isInGesture)
 
 bool PropertyPage::Private::endAll(Rest rest)
 {
+    if (postpone([this, rest] { endAll(rest); }))
+        return true;
     const Alive alive(&m_page);
     const std::vector<Row> rows = m_form->rows();
     for (const Row& row : rows) {
@@ -465,6 +498,7 @@ bool PropertyPage::Private::write(
 {
     const Alive alive(&m_page, row->widget());
     const std::uint64_t gesture = gestureOf(*row, isInGesture);
+    m_written = row->key();
     PropertyReceipt receipt;
     try {
         receipt = carryOut([&](PropertySelection& selection) {
@@ -494,17 +528,22 @@ PropertyReceipt PropertyPage::Private::carryOut(const Act& act)
     {
         explicit Writing(Private& all)
             : alive(&all.m_page)
-            , flag(all.m_isWriting)
+            , page(all)
         {
-            flag = true;
+            page.m_isWriting = true;
         }
         ~Writing()
         {
-            if (alive)
-                flag = false;
+            if (!alive)
+                return;
+            page.m_isWriting = false;
+            page.m_written.clear();
+            // A slot that throws may keep the page from doing it at once.
+            if (!page.m_postponed.empty())
+                QTimer::singleShot(0, page.m_links.get(), [all = &page] { all->applyPostponed(); });
         }
         const Alive alive;
-        bool& flag;
+        Private& page;
     };
     const auto selection = m_selection;
     const Writing writing(*this);
@@ -522,11 +561,21 @@ bool PropertyPage::Private::afterWrite(const PropertyReceipt& receipt)
     return bool(alive);
 }
 
+bool PropertyPage::Private::postpone(std::function<void()> act)
+{
+    if (m_isWriting)
+        m_postponed.push_back(std::move(act));
+    return m_isWriting;
+}
+
 bool PropertyPage::Private::applyPostponed()
 {
     const Alive alive(&m_page);
-    if (std::exchange(m_isPostponed, false))
-        select(m_nextModel, std::exchange(m_nextIds, {}));
+    while (alive && !m_isWriting && !m_postponed.empty()) {
+        const std::function<void()> act = std::move(m_postponed.front());
+        m_postponed.pop_front();
+        act();
+    }
     return bool(alive);
 }
 
@@ -546,6 +595,8 @@ std::uint64_t PropertyPage::Private::gestureOf(const PageRow& row, bool isInGest
 
 bool PropertyPage::Private::finish()
 {
+    if (m_isWriting)
+        return !isPending();
     const Alive alive(&m_page);
     const std::vector<Row> rows = m_form->rows();
     std::vector<Row> tried;
@@ -561,10 +612,9 @@ bool PropertyPage::Private::finish()
     if (first == rows.end())
         return true;
     const Row& row = *first;
-    if (m_isWriting)
-        return false;
     const QString reason = row->entry().reason;
     row->refuse(reason);
+    const Alive focusing(&m_page, row->widget());
     if (row->widget()) {
         row->widget()->setFocus(Qt::OtherFocusReason);
         if (alive)
@@ -614,7 +664,7 @@ PropertyReceipt PropertyPage::Private::setValue(const std::string& key, const bo
 PropertyReceipt PropertyPage::Private::load(const QJsonObject& saved)
 {
     const Alive alive(&m_page);
-    if (!endAll(Rest::IsDropped))
+    if (!m_isWriting && !endAll(Rest::IsDropped))
         return {};
     m_gestureKey.reset();
     PropertyReceipt receipt;

@@ -2,9 +2,11 @@
 
 #include <vrn/qt/editor_meta_data.h>
 #include <vrn/qt/on_value_changed_hook.h>
+#include <vrn/qt/property_error.h>
 #include <vrn/qt/varies_string.h>
 
 #include <QApplication>
+#include <QPointer>
 
 #include "controls/parts/alive_p.h"
 
@@ -41,33 +43,34 @@ public:
         m_isShowing = true;
         m_reason.clear();
         m_units = units;
-        const bool isForced = state.kind == PropertyState::Varies && m_editor.forceVaries;
-        if (isForced)
-            m_editor.forceVaries();
-        else if (!state.value.empty() && m_editor.setValue)
-            m_editor.setValue(state.value);
-        else
-            clear();
+        const bool isForced = state.kind == PropertyState::Varies && forceVaries();
+        const bool isSet = alive && !isForced && setValue(state.value);
+        const Given shown = alive ? give() : Given();
         if (!alive)
             return;
         m_state = state;
-        m_isGiven = give(m_shown);
-        if (alive) {
-            m_isMisleading = state.value.empty() && !isForced && m_isGiven && !m_shown.empty();
-            m_isShowing = false;
-        }
+        m_shown = shown;
+        const bool hasValue = !state.value.empty();
+        m_isMisleading = !m_shown.error.isEmpty() || (hasValue && !isSet)
+            || (!hasValue && !isForced && m_shown.isGiven && !m_shown.value.empty());
+        m_isShowing = false;
     }
 
-    /// An editor that shows a value where there is none is not one to edit with.
+    /// An editor that shows another value than the objects have is not one to edit with.
     void setReadOnly(bool readOnly) override { m_widget->setEnabled(!readOnly && !m_isMisleading); }
 
     RowEntry entry() const override
     {
-        boost::any value;
-        if (!give(value) || (m_isGiven && isSame(value, m_shown)))
+        const QPointer<const RegisteredRowEditor> self(this);
+        const Given now = give();
+        if (!self || m_isMisleading || isSame(now, m_shown)
+            || (!now.isGiven && now.error.isEmpty()))
             return {};
-        if (!m_reason.isEmpty() && isSame(value, m_refused))
+        if (!m_reason.isEmpty() && isSame(now, m_refused))
             return {EditState::Refused, {}, m_reason};
+        if (!now.error.isEmpty())
+            return {EditState::Refused, {}, now.error};
+        const boost::any& value = now.value;
         if (!value.empty() && value.type() != m_row.field.valueType().type())
             return {EditState::Refused, {}, tr("It is a value of another type.")};
         if (value.empty() && !m_row.isOptional())
@@ -77,49 +80,101 @@ public:
 
     QString text() const override
     {
-        boost::any value;
-        if (!give(value) || (m_state.value.empty() && entry().state == EditState::Untouched))
-            return m_state.kind == PropertyState::Varies ? getVariesString() : QString();
-        return value.type() == m_row.field.valueType().type() ? m_row.field.text(value, m_units)
-                                                              : QString();
+        const QPointer<const RegisteredRowEditor> self(this);
+        const Given now = give();
+        if (!self)
+            return QString();
+        if (!now.isGiven || m_isMisleading || (m_state.value.empty() && isSame(now, m_shown)))
+            return textOfState();
+        return now.value.type() == m_row.field.valueType().type()
+            ? m_row.field.text(now.value, m_units)
+            : QString();
     }
 
     void refuse(const QString& reason) override
     {
-        give(m_refused);
+        const QPointer<RegisteredRowEditor> self(this);
+        const Given refused = give();
+        if (!self)
+            return;
+        m_refused = refused;
         m_reason = reason;
     }
 
     bool eventFilter(QObject* watched, QEvent* event) override
     {
-        return (event->type() == QEvent::KeyPress && entry().state != EditState::Untouched
-                   && endsByKey(*event))
-            || RowEditor::eventFilter(watched, event);
+        if (event->type() == QEvent::KeyPress) {
+            const Alive alive(this, m_widget);
+            const bool isPending = entry().state != EditState::Untouched;
+            // It may be folded away meanwhile.
+            if (!alive || !m_widget->isVisible() || (isPending && endsByKey(*event)))
+                return true;
+        }
+        return RowEditor::eventFilter(watched, event);
     }
 
 private:
-    /// False if the editor has no value that it would give to all objects.
-    bool give(boost::any& value) const
+    /// What the editor has. What its functions throw goes no further, because the page has
+    /// other rows to show and to write.
+    struct Given
     {
-        value = boost::any();
-        return m_editor.getValue && m_editor.getValue(value);
-    }
+        bool isGiven = false; ///< Otherwise it has no value that it would give to all objects.
+        boost::any value;
+        QString error; ///< What was thrown instead.
+    };
 
-    /// Editors of fields that are not optional need not know the empty value.
-    void clear()
+    Given give() const
     {
+        const auto getValue = m_editor.getValue;
+        Given given;
         try {
-            if (m_editor.setValue)
-                m_editor.setValue(boost::any());
-        } catch (const std::exception&) {
-            // It keeps what it showed, which show() notices.
+            given.isGiven = getValue && getValue(given.value);
+        } catch (...) {
+            given.error = PropertyError::from(std::current_exception()).reason();
         }
+        if (!given.isGiven)
+            given.value = boost::any();
+        return given;
     }
 
     /// Values of another type than that of the field are never the same.
-    bool isSame(const boost::any& a, const boost::any& b) const
+    bool isSame(const Given& a, const Given& b) const
     {
-        return m_row.field.valueType().isSame(a, b);
+        return a.isGiven == b.isGiven && a.error == b.error
+            && (!a.isGiven || m_row.field.valueType().isSame(a.value, b.value));
+    }
+
+    /// False if it throws: editors of fields that are not optional need not know the empty
+    /// value.
+    bool setValue(const boost::any& value) const
+    {
+        const auto set = m_editor.setValue;
+        try {
+            if (set)
+                set(value);
+            return bool(set);
+        } catch (...) {
+            return false;
+        }
+    }
+
+    bool forceVaries() const
+    {
+        const auto force = m_editor.forceVaries;
+        try {
+            if (force)
+                force();
+            return bool(force);
+        } catch (...) {
+            return false;
+        }
+    }
+
+    QString textOfState() const
+    {
+        return m_state.kind == PropertyState::Varies ? getVariesString()
+            : m_state.value.empty()                  ? QString()
+                                                     : m_row.field.text(m_state.value, m_units);
     }
 
     // What the user drags has the focus, and is one edit until the focus goes.
@@ -134,11 +189,14 @@ private:
             Q_EMIT ended(isInGesture);
     }
 
-    // Another window and a menu take the focus without ending anything.
-    void onFocusChanged(QWidget* from, QWidget* to)
+    // Another window and a menu take the focus without ending anything. The focus may move on
+    // while the window is inactive.
+    void onFocusChanged(QWidget* /*from*/, QWidget* to)
     {
-        if (m_isShowing || !from || !to || !holds(from) || holds(to)
-            || to->window() != m_widget->window()) {
+        if (holds(to))
+            m_isEntered = true;
+        if (m_isShowing || !to || holds(to) || to->window() != m_widget->window()
+            || !std::exchange(m_isEntered, false)) {
             return;
         }
         const Alive alive(this, m_widget);
@@ -154,16 +212,16 @@ private:
 
     QWidget* const m_widget;
     const EditorMetaData m_editor;
-    const PropertySelection::Row& m_row;
+    const PropertySelection::Row m_row; ///< The one of the page may go while this is in use.
     std::unique_ptr<OnValueChangedHook> m_hook;
     vrn::units::Context m_units;
     PropertyState m_state;
-    boost::any m_shown;
-    boost::any m_refused;
+    Given m_shown;
+    Given m_refused;
     QString m_reason;
-    bool m_isGiven = false;
     bool m_isMisleading = false;
     bool m_isShowing = false;
+    bool m_isEntered = false; ///< It has the focus, or had it when its window was active last.
 };
 
 } // namespace

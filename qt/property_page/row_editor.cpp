@@ -1,6 +1,11 @@
 #include "row_editor_p.h"
 
+#include <vrn/companion_qt/connect.h>
+
 #include <QKeyEvent>
+#include <QShortcut>
+
+#include <utility>
 
 namespace vrn::qt::detail {
 
@@ -9,6 +14,17 @@ RowEditor::RowEditor(QObject* parent)
 {}
 
 RowEditor::~RowEditor() = default;
+
+QKeySequence RowEditor::clearKeys()
+{
+    return QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Delete);
+}
+
+void RowEditor::onClearKeys(QWidget* widget, std::function<void()> clear)
+{
+    auto* keys = new QShortcut(clearKeys(), widget, nullptr, nullptr, Qt::WidgetShortcut);
+    vrn_connect(keys, &QShortcut::activated, this, std::move(clear));
+}
 
 bool RowEditor::endsByKey(const QEvent& event)
 {

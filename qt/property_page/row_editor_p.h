@@ -7,6 +7,7 @@
 #include <boost/any.hpp>
 #include <boost/shared_ptr.hpp>
 
+#include <QKeySequence>
 #include <QObject>
 #include <QString>
 
@@ -76,6 +77,11 @@ Q_SIGNALS:
 
 protected:
     explicit RowEditor(QObject* parent);
+
+    /// The keys that clear an optional property.
+    static QKeySequence clearKeys();
+    /// Calls `clear` for them, while `widget` has the focus.
+    void onClearKeys(QWidget* widget, std::function<void()> clear);
 
     /// Emits ended() for Enter and cancelled() for Escape. False for other events.
     bool endsByKey(const QEvent& event);

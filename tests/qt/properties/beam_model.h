@@ -15,11 +15,12 @@ namespace vrn::test {
 class BeamModel : public vrn::qt::ObjectModel
 {
 public:
-    explicit BeamModel(int count = 0)
+    explicit BeamModel(
+        int count = 0, const vrn::qt::PropertySet<Beam>& properties = beamProperties())
     {
         for (int i = 0; i < count; ++i)
             beams[std::uint64_t(i)].name = QStringLiteral("B%1").arg(i + 1);
-        addKind(beamProperties(), &beams);
+        addKind(properties, &beams);
     }
 
     vrn::qt::ObjectIds ids() const { return objects(0); }

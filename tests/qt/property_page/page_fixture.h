@@ -7,6 +7,7 @@
 #include <QApplication>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPointer>
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QTest>
@@ -23,8 +24,9 @@ namespace vrn::test {
 class PageFixture
 {
 public:
-    explicit PageFixture(int count = 3)
-        : model(std::make_unique<BeamModel>(count))
+    explicit PageFixture(
+        int count = 3, const vrn::qt::PropertySet<Beam>& properties = beamProperties())
+        : model(std::make_unique<BeamModel>(count, properties))
         , stack(std::make_unique<QUndoStack>())
         , window(std::make_unique<QWidget>())
         , page(new vrn::qt::PropertyPage(window.get()))
@@ -41,9 +43,8 @@ public:
         page->editor("support");
         window->resize(500, 700);
         window->show();
-        window->activateWindow();
-        if (!QTest::qWaitForWindowActive(window.get()))
-            qFatal("the window is not active");
+        // At once, because waiting for it takes longer than most tests.
+        QApplication::setActiveWindow(window.get());
         button->setFocus();
     }
 
@@ -52,7 +53,7 @@ public:
     {
         QWidget* editor = page->editor(key);
         auto* edit = qobject_cast<QLineEdit*>(editor);
-        return edit ? edit : editor->findChild<QLineEdit*>();
+        return edit || !editor ? edit : editor->findChild<QLineEdit*>();
     }
     template <typename W>
     W* part(const char* name) const
@@ -65,19 +66,22 @@ public:
     /// Types it in place of what stands there, and does not end it.
     void type(const std::string& key, const QString& text) const
     {
-        QLineEdit* edit = line(key);
+        // What it calls may destroy it.
+        const QPointer<QLineEdit> edit(line(key));
         edit->setFocus(Qt::TabFocusReason);
-        edit->selectAll();
-        if (text.isEmpty())
+        if (edit)
+            edit->selectAll();
+        if (edit && text.isEmpty())
             QTest::keyClick(edit, Qt::Key_Delete);
-        else
-            QTest::keyClicks(edit, text);
+        for (int i = 0; i < text.size() && edit && edit->isVisible(); ++i)
+            QTest::keyClicks(edit, text.mid(i, 1));
     }
     void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) const
     {
         QTest::keyClick(focus(), key, modifiers);
     }
-    /// What takes the keys. A popup is the active window here, unlike on a desktop.
+    /// What takes the keys, in the active window. A popup is the active window here, unlike on a
+    /// desktop.
     QWidget* focus() const
     {
         if (!window->isActiveWindow() && window->isVisible())
@@ -85,12 +89,31 @@ public:
         QWidget* focus = window->focusWidget();
         return focus ? focus : window.get();
     }
+    void leave() const
+    {
+        focus();
+        button->setFocus();
+    }
+    /// While another window is active.
+    template <typename Act>
+    void inAnotherWindow(Act act) const
+    {
+        QWidget other;
+        other.show();
+        other.activateWindow();
+        if (!QTest::qWaitForWindowActive(&other))
+            qFatal("the other window is not active");
+        act();
+        window->activateWindow();
+        if (!QTest::qWaitForWindowActive(window.get()))
+            qFatal("the window is not active");
+    }
     double lengthOf(std::uint64_t key) const { return model->beams.at(key).length; }
 
     std::unique_ptr<BeamModel> model;
     std::unique_ptr<QUndoStack> stack;
     std::unique_ptr<QWidget> window;
-    vrn::qt::PropertyPage* page;
+    QPointer<vrn::qt::PropertyPage> page;
     QPushButton* button;
 };
 

@@ -54,6 +54,12 @@ struct Choice
             texts << box->itemText(i);
         return texts;
     }
+    void pressClear()
+    {
+        if (!QTest::qWaitForWindowActive(&form))
+            qFatal("the form is not active");
+        QTest::keyClick(box, Qt::Key_Delete, Qt::ControlModifier | Qt::ShiftModifier);
+    }
     int value() const
     {
         const RowEntry entry = editor->entry();
@@ -89,6 +95,9 @@ private Q_SLOTS:
     void takesNoPickOfWhatIsNoEntry_data();
     void takesNoPickOfWhatIsNoEntry();
     void clears();
+    void clearsByKeys_data();
+    void clearsByKeys();
+    void clearsOnlyWhatIsOptional();
     void takesKeysAsOneGesture();
     void emitsNothingByItself();
     void cannotBeChangedWithoutEntries();
@@ -175,6 +184,38 @@ void TestChoiceRowEditor::clears()
     QCOMPARE(choice.editor->entry().state, EditState::Untouched);
     choice.pick("fixed");
     QCOMPARE(choice.value(), 1);
+}
+
+void TestChoiceRowEditor::clearsByKeys_data()
+{
+    columns<int, bool>("state", "isEdit");
+    row("an entry", 0, true);
+    row("a value without an entry", 1, true);
+    row("what varies", 2, true);
+    row("no value", 3, false);
+}
+
+void TestChoiceRowEditor::clearsByKeys()
+{
+    QFETCH(const int, state);
+    QFETCH(const bool, isEdit);
+    const PropertyState states[]{common(2), common(7), varying, none};
+    Choice choice(states[state], true);
+    QSignalSpy ended(choice.editor, &RowEditor::ended);
+    choice.pressClear();
+    QCOMPARE(ended.count(), 1);
+    QCOMPARE(ended[0][0].toBool(), false);
+    QCOMPARE(choice.value(), isEdit ? 0 : -1);
+    QCOMPARE(choice.box->currentText(), QString("(none)"));
+}
+
+void TestChoiceRowEditor::clearsOnlyWhatIsOptional()
+{
+    Choice choice(common(2));
+    QSignalSpy ended(choice.editor, &RowEditor::ended);
+    choice.pressClear();
+    QCOMPARE(ended.count(), 0);
+    QCOMPARE(choice.box->currentText(), QString("free"));
 }
 
 void TestChoiceRowEditor::takesKeysAsOneGesture()

@@ -42,6 +42,15 @@ struct Flag
     }
 
     void click() const { QTest::keyClick(box, Qt::Key_Space); }
+    void pressClear()
+    {
+        form.show();
+        form.activateWindow();
+        if (!QTest::qWaitForWindowActive(&form))
+            qFatal("the form is not active");
+        box->setFocus();
+        QTest::keyClick(box, Qt::Key_Delete, Qt::ControlModifier | Qt::ShiftModifier);
+    }
 
     QWidget form;
     const PropertySelection::Row row;
@@ -63,6 +72,9 @@ private Q_SLOTS:
     void showsTheState();
     void takesClicks_data();
     void takesClicks();
+    void clears_data();
+    void clears();
+    void clearsOnlyWhatIsOptional();
     void signalsOnceForAClick();
     void isUntouchedAgainOnceItIsBack();
     void keepsWhatIsRefused();
@@ -101,6 +113,7 @@ void TestFlagRowEditor::takesClicks_data()
     row("two clicks uncheck what varies", 2, false, 2, QString("false"));
     row("an optional one comes round to no value", 0, true, 2, QString("none"));
     row("and from there to true", 3, true, 1, QString("true"));
+    row("an optional one that varies comes round to no value", 2, true, 3, QString("none"));
 }
 
 void TestFlagRowEditor::takesClicks()
@@ -119,6 +132,47 @@ void TestFlagRowEditor::takesClicks()
             : boost::any_cast<bool>(entry.value) ? QString("true")
                                                  : QString("false"),
         value);
+}
+
+void TestFlagRowEditor::clears_data()
+{
+    columns<int, int, bool>("state", "clicks", "isEdit");
+    row("true", 0, 0, true);
+    row("false", 1, 0, true);
+    row("what varies", 2, 0, true);
+    row("what was picked for varying objects and refused", 2, 1, true);
+    row("no value", 3, 0, false);
+    row("what was picked for no value and refused", 3, 1, false);
+}
+
+void TestFlagRowEditor::clears()
+{
+    QFETCH(const int, state);
+    QFETCH(const int, clicks);
+    QFETCH(const bool, isEdit);
+    const PropertyState states[]{common(true), common(false), varying, none};
+    Flag flag(states[state], true);
+    if (clicks > 0) {
+        flag.click();
+        flag.editor->refuse("It is locked.");
+    }
+    QSignalSpy ended(flag.editor, &RowEditor::ended);
+    flag.pressClear();
+    QCOMPARE(ended.count(), 1);
+    const RowEntry entry = flag.editor->entry();
+    QCOMPARE(entry.state, isEdit ? EditState::Complete : EditState::Untouched);
+    QVERIFY(entry.value.empty());
+    QCOMPARE(flag.editor->text(), QString());
+    QCOMPARE(flag.box->text(), QString("(none)"));
+}
+
+void TestFlagRowEditor::clearsOnlyWhatIsOptional()
+{
+    Flag flag(varying);
+    QSignalSpy ended(flag.editor, &RowEditor::ended);
+    flag.pressClear();
+    QCOMPARE(ended.count(), 0);
+    QCOMPARE(flag.editor->entry().state, EditState::Untouched);
 }
 
 void TestFlagRowEditor::signalsOnceForAClick()

@@ -38,6 +38,9 @@ const std::vector<Row>& acts()
         {"Enter", [](const PageFixture& f) { f.press(Qt::Key_Return); }, Written},
         {"Tab", [](const PageFixture& f) { f.press(Qt::Key_Tab); }, Written},
         {"leaving", [](const PageFixture& f) { f.button->setFocus(); }, Written},
+        {"leaving while another window is active",
+            [](const PageFixture& f) { f.inAnotherWindow([&] { f.button->setFocus(); }); },
+            Written},
         {"finishing", [](const PageFixture& f) { f.page->finishEditing(); }, Written},
         {"saving", [](const PageFixture& f) { f.page->save(); }, Written},
         {"folding",
@@ -80,15 +83,7 @@ const std::vector<Row>& acts()
         {"destroying the page", [](const PageFixture& f) { delete f.page; }, Dropped},
         {"destroying the model",
             [](const PageFixture& f) { const_cast<PageFixture&>(f).model.reset(); }, Dropped},
-        {"another window",
-            [](const PageFixture& f) {
-                QWidget other;
-                other.show();
-                other.activateWindow();
-                QVERIFY(QTest::qWaitForWindowActive(&other));
-                f.window->activateWindow();
-            },
-            None},
+        {"another window", [](const PageFixture& f) { f.inAnotherWindow([] {}); }, None},
         {"an open menu",
             [](const PageFixture&) {
                 QMenu menu;

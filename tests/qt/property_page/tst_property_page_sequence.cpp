@@ -2,6 +2,7 @@
 #include <vrn/qt/property_page.h>
 #include <vrn/qt/varies_string.h>
 
+#include "support/other_language.h"
 #include "support/random_sequence.h"
 #include "support/test_main.h"
 #include "support/test_object.h"
@@ -10,10 +11,14 @@
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QCheckBox>
 #include <QCloseEvent>
+#include <QComboBox>
 #include <QInputMethodEvent>
 #include <QLineEdit>
 #include <QMap>
+#include <QMenu>
+#include <QPair>
 #include <QTest>
 #include <QUndoStack>
 #include <QVBoxLayout>
@@ -58,6 +63,13 @@ Values valuesOf(const Beam& beam)
 
 /// The new value for an old one; none leaves the object as it is.
 using Change = std::function<std::optional<QString>(const QString& old)>;
+
+/// What a step of the undo stack has changed: the values before and after.
+struct Step
+{
+    QMap<QPair<int, QString>, QPair<QString, QString>> changes; ///< By object and property.
+    int gesture = 0;
+};
 
 /// What a typed text is by the laws.
 struct Typed
@@ -127,6 +139,28 @@ QString sectionOf(const QString& key)
                                                                                  : "geometry";
 }
 
+/// Another kind, with some of the properties of beams.
+PropertySet<Beam> wallProperties()
+{
+    PropertySet<Beam> walls("wall", &countedBeams);
+    walls.section("general", "General")
+        .add("name", "&Name", &Beam::name, field::text().maxLength(20));
+    walls.section("geometry", "Geometry")
+        .add("length", "&Length", &Beam::length,
+            field::quantity(vrn::units::UnitId::GEO_LENGTH).between(0.1, 40.0));
+    walls.section("statics", "Statics", false)
+        .add("load", "L&oad", &Beam::load, field::quantity(vrn::units::UnitId::LOAD_LINE));
+    return walls;
+}
+
+constexpr int firstWall = 100;
+
+ObjectId idOf(int object)
+{
+    return object < firstWall ? ObjectId(std::uint64_t(object))
+                              : ObjectId(std::uint64_t(object - firstWall), 1);
+}
+
 /// A window that asks its page and stays.
 class StayingWindow : public QWidget
 {
@@ -143,6 +177,9 @@ public:
             if (m_throws)
                 throw PropertyError("not now");
         };
+        for (int wall = 0; wall < 2; ++wall)
+            m_walls[std::uint64_t(wall)].name = QString("W%1").arg(wall);
+        m_model.addKind(wallProperties(), &m_walls);
         takeOver();
         m_page = new PropertyPage(&m_window);
         auto* layout = new QVBoxLayout(&m_window);
@@ -151,20 +188,27 @@ public:
         layout->addWidget(m_other);
         m_page->setModel(&m_model);
         m_page->setUndoStack(&m_stack);
+        QObject::connect(qApp, &QApplication::focusChanged, &m_window, [this] { ++m_gesture; });
         m_window.resize(400, 700);
         m_window.show();
         QApplication::setActiveWindow(&m_window);
         select({0, 1, 2});
     }
 
+    /// What changes values comes most often.
     static QStringList actions()
     {
-        return {"type", "type", "type", "type what stood there", "Enter", "Tab", "leave", "Escape",
-            "focus", "fold", "filter", "select", "undo", "redo", "change from elsewhere",
-            "delete or restore", "change the units", "hide and show", "disable and enable",
-            "read-only and back", "close the window", "finish", "cancel", "set a value",
-            "press a key in the list", "press the box", "look", "change the palette",
-            "throw or not", "end the turn"};
+        const QStringList often{"type", "type", "Enter", "leave", "Escape", "undo", "undo", "redo",
+            "press a key in the list", "change from elsewhere", "delete or restore"};
+        return often + often
+            + QStringList{"type", "type what stood there", "Enter", "Tab", "leave", "Escape",
+                "focus", "fold", "filter", "select", "undo", "redo", "change from elsewhere",
+                "delete or restore", "change the units", "hide and show", "disable and enable",
+                "read-only and back", "close the window", "finish", "cancel", "set a value",
+                "press a key in the list", "press the box", "look", "change the palette",
+                "throw or not", "end the turn", "change the locale", "change the language", "save",
+                "load", "pick from the spread", "clear", "press F2", "click", "another window",
+                "leave in another window", "open a menu"};
     }
 
     QString perform(int action, unsigned argument) override
@@ -175,9 +219,7 @@ public:
             QApplication::setActiveWindow(&m_window);
         const QString name = actions()[action];
         m_model.writes.clear();
-        m_mayWrite = false;
         m_due = 0;
-        m_step = m_stack.index();
         QString problem = act(name, choice);
         return problem.isEmpty() ? difference() : problem;
     }
@@ -234,13 +276,31 @@ private:
         else if (name == "press the box")
             press("active", Qt::Key_Space);
         else if (name == "look")
-            look();
+            look(choice);
         else if (name == "change the palette")
             changePalette(choice);
         else if (name == "throw or not")
             m_throws = !m_throws;
+        else if (name == "change the locale")
+            changeLocale();
+        else if (name == "change the language")
+            changeLanguage();
+        else if (name == "save")
+            save();
+        else if (name == "load")
+            return load();
+        else if (name == "pick from the spread")
+            pickFromSpread(choice);
+        else if (name == "clear")
+            clear();
+        else if (name == "press F2" || name == "click")
+            return begin(choice, name == "click");
+        else if (name == "another window" || name == "leave in another window")
+            visitAnotherWindow(name != "another window");
+        else if (name == "open a menu")
+            openMenu();
         else
-            return endTurn();
+            return endTurn(choice);
         return {};
     }
 
@@ -252,29 +312,69 @@ private:
         m_objects.clear();
         for (const auto& beam : m_model.beams)
             m_objects[int(beam.first)] = valuesOf(beam.second);
+        for (const auto& wall : m_walls)
+            m_objects[firstWall + int(wall.first)] = valuesOf(wall.second);
     }
 
+    bool isWallSelected() const { return !m_selected.isEmpty() && m_selected.last() >= firstWall; }
+
     /// Whether the edit was taken.
-    bool carryOut(const Typed& typed)
+    bool carryOut(const Typed& typed, bool isInGesture = false)
     {
-        QMap<int, QString> after;
+        if (!isInGesture)
+            ++m_gesture;
+        Step step;
+        step.gesture = isInGesture ? m_gesture : 0;
+        addChanges(typed, step);
+        return carryOut(step, typed.isRefusedBySetter);
+    }
+
+    void addChanges(const Typed& typed, Step& step) const
+    {
         for (const int id : m_selected) {
             if (!m_objects.contains(id))
                 continue;
             const QString old = m_objects[id][typed.key];
             const std::optional<QString> value = typed.change(old);
             if (value && *value != old)
-                after[id] = *value;
+                step.changes[{id, typed.key}] = {old, *value};
         }
-        if (after.isEmpty())
+    }
+
+    bool carryOut(const Step& step, bool isRefusedBySetter)
+    {
+        if (step.changes.isEmpty())
             return true;
         ++m_due;
-        if (m_throws || typed.isRefusedBySetter)
+        if (m_throws || isRefusedBySetter)
             return false;
-        for (auto value = after.begin(); value != after.end(); ++value)
-            m_objects[value.key()][typed.key] = value.value();
+        for (auto change = step.changes.begin(); change != step.changes.end(); ++change)
+            m_objects[change.key().first][change.key().second] = change->second;
+        m_steps.resize(std::size_t(m_step));
+        m_steps.push_back(step);
         ++m_step;
+        if (step.gesture > 0 && m_step > 1
+            && m_steps[std::size_t(m_step) - 2].gesture == step.gesture)
+            merge();
         return true;
+    }
+
+    /// The last two steps are one, or none if it comes back to where it began.
+    void merge()
+    {
+        const Step later = m_steps.back();
+        m_steps.pop_back();
+        auto& changes = m_steps.back().changes;
+        for (auto change = later.changes.begin(); change != later.changes.end(); ++change) {
+            const QString before = changes.value(change.key(), *change).first;
+            if (before == change->second)
+                changes.remove(change.key());
+            else
+                changes[change.key()] = {before, change->second};
+        }
+        if (changes.isEmpty())
+            m_steps.pop_back();
+        m_step = int(m_steps.size());
     }
 
     /// Enter, Tab and leaving.
@@ -375,24 +475,31 @@ private:
     /// How the common value is shown, and its full digits.
     QStringList textsOf(const QString& key) const
     {
-        const PropertySelection selection(m_page->model(), m_page->selection());
-        const PropertySelection::Row* row = selection.row(key.toStdString());
-        const PropertyState state = selection.read({key.toStdString()}).front();
-        if (!row || state.kind == PropertyState::Varies)
+        const PropertyDescription* property = m_model.kind(0).find(key.toStdString());
+        const PropertyState state =
+            m_model.readStates({key.toStdString()}, m_page->selection()).front();
+        if (state.kind == PropertyState::Varies)
             return {};
-        return {row->field.text(state.value, m_model.units()),
-            row->field.exactText(state.value, m_model.units())};
+        return {property->field.text(state.value, m_model.units()),
+            property->field.exactText(state.value, m_model.units())};
     }
 
     void typeBack(Choice& choice)
     {
         const QString key = lineKeys[choice.below(int(lineKeys.size()))];
         QLineEdit* edit = focus(key);
-        if (!edit || m_pending.contains(key))
+        if (!edit)
             return;
-        const QString before = edit->text();
-        enter(edit, "1");
-        enter(edit, before);
+        const auto pending = m_pending.find(key);
+        if (pending == m_pending.end()) {
+            const QString before = edit->text();
+            enter(edit, "1");
+            enter(edit, before);
+        } else if (!m_baselines[key].isEmpty()) {
+            // What stood there before it was typed into.
+            enter(edit, m_baselines[key].last());
+            m_pending.remove(key);
+        }
     }
 
     void endByUser(const QString& how)
@@ -455,12 +562,14 @@ private:
 
     void select(const QList<int>& ids)
     {
-        if (ids != m_selected)
+        if (ids != m_selected) {
             endAllHard();
+            ++m_gesture;
+        }
         m_selected = ids;
         ObjectIds selected;
         for (const int id : ids)
-            selected.emplace_back(std::uint64_t(id));
+            selected.push_back(idOf(id));
         m_page->setSelection(selected);
     }
 
@@ -471,16 +580,36 @@ private:
             if (choice.below(2) == 0)
                 ids << id;
         }
+        if (choice.below(4) == 0)
+            ids << firstWall;
+        if (choice.below(8) == 0)
+            ids << firstWall + 1;
         select(ids);
     }
 
     void undoOrRedo(bool isUndo)
     {
+        const int place = isUndo ? m_step - 1 : m_step;
         if (isUndo)
             m_stack.undo();
         else
             m_stack.redo();
-        m_mayWrite = true;
+        if (place < 0 || place >= int(m_steps.size()))
+            return;
+        ++m_due;
+        m_step += isUndo ? -1 : 1;
+        const auto step = m_steps.begin() + place;
+        if (m_throws) {
+            // It is obsolete.
+            m_step = place;
+            m_steps.erase(step);
+            return;
+        }
+        for (auto change = step->changes.begin(); change != step->changes.end(); ++change) {
+            const int id = change.key().first;
+            if (m_objects.contains(id))
+                m_objects[id][change.key().second] = isUndo ? change->first : change->second;
+        }
     }
 
     void changeFromElsewhere(Choice& choice)
@@ -546,8 +675,6 @@ private:
         for (const QString& key : lineKeys)
             endSoftly(key);
         const bool isDone = m_page->finishEditing();
-        if (m_mayWrite)
-            return {};
         const bool isDue = m_pending.isEmpty() && !isPickPending("active")
             && !isPickPending("support");
         return isDone == isDue ? QString() : QString("finishEditing() is %1").arg(isDone);
@@ -567,7 +694,7 @@ private:
 
     QString setValue(Choice& choice)
     {
-        if (m_selected.isEmpty())
+        if (m_selected.isEmpty() || isWallSelected())
             return {};
         const auto support = choice.of({Support::Fixed, Support::Pinned});
         const Typed typed{"support", {}, true, to(QString::number(int(support)))};
@@ -580,26 +707,177 @@ private:
         }
     }
 
-    /// What a key picks, another test tells.
+    /// What a key picks in the list and in the box, by what these show.
     void press(const QString& key, Qt::Key pressed)
     {
-        QWidget* editor = m_page->findChild<QWidget*>(key);
+        m_page->flush();
+        auto* editor = m_page->findChild<QWidget*>(key);
         if (!editor || !editor->isVisible())
             return;
         endSoftly(focused());
         editor->setFocus(Qt::TabFocusReason);
-        if (QWidget* focusWidget = QApplication::focusWidget()) {
-            if (focusWidget == editor || editor->isAncestorOf(focusWidget))
-                QTest::keyClick(focusWidget, pressed);
-        }
-        m_mayWrite = true;
+        if (!editor->hasFocus())
+            return;
+        auto* list = qobject_cast<QComboBox*>(editor);
+        auto* box = qobject_cast<QCheckBox*>(editor);
+        const int before = list ? list->currentIndex() : int(box->checkState());
+        if (!isPickPending(key.toStdString()))
+            m_firstPicks[key] = before;
+        const int after = !list
+            ? (before == int(Qt::Checked) ? int(Qt::Unchecked) : int(Qt::Checked))
+            : pressed == Qt::Key_Down ? before + 1
+                                      : before - 1;
+        const QString text = list ? list->itemText(after) : QString();
+        QTest::keyClick(editor, pressed);
+        if (list && (after < 0 || after >= list->count() + (text.isEmpty() ? 0 : 1)))
+            return;
+        if (after == m_firstPicks[key])
+            return;
+        if (box)
+            carryOut({key, {}, true, to(QString::number(int(after == int(Qt::Checked))))});
+        else if (text == "fixed" || text == "pinned")
+            carryOut(
+                {key, {}, true,
+                    to(QString::number(int(text == "pinned" ? Support::Pinned : Support::Fixed)))},
+                true);
     }
 
-    void look()
+    void changeLocale()
+    {
+        endAllHard();
+        const bool isGerman = m_page->locale().language() == QLocale::German;
+        m_page->setLocale(isGerman ? QLocale::c() : QLocale(QLocale::German));
+    }
+
+    void changeLanguage()
+    {
+        endAllHard();
+        m_language.change();
+        deliverLanguage();
+    }
+
+    void save()
+    {
+        if (m_model.beams.empty())
+            return;
+        const auto first = m_model.beams.begin();
+        m_saved = PropertySelection(&m_model, {first->first}).save();
+        m_savedValues = valuesOf(first->second);
+        m_isSavedInRange = first->second.length <= 40.0 && first->second.support != Support::Free;
+    }
+
+    QString load()
+    {
+        if (m_saved.isEmpty())
+            return {};
+        endAllHard();
+        ++m_gesture;
+        Step step;
+        for (const QString& key : keys) {
+            if (m_savedValues.contains(key))
+                addChanges({key, {}, true, to(m_savedValues[key])}, step);
+        }
+        bool isTaken = m_isSavedInRange && !m_selected.isEmpty() && !isWallSelected();
+        isTaken = isTaken && carryOut(step, false);
+        try {
+            m_page->load(m_saved);
+            return isTaken ? "" : "the file was not refused";
+        } catch (const PropertyError& error) {
+            return isTaken ? error.reason() : QString();
+        }
+    }
+
+    /// The most frequent value, to all.
+    void pickFromSpread(Choice& choice)
+    {
+        const QString key = choice.of({"length", "factor", "bolts", "load"});
+        m_page->flush();
+        QLineEdit* edit = focus(key);
+        if (!edit || m_pending.contains(key))
+            return;
+        PropertySelection selection(&m_model, m_page->selection());
+        if (m_page->row(key.toStdString()).state != PropertyState::Varies)
+            return;
+        const PropertySpread spread = selection.spread(key.toStdString());
+        const PropertySpread::Share& first = spread.frequent.front();
+        const auto* number = boost::any_cast<double>(&first.value);
+        const bool isInRange = key == "bolts"
+            ? boost::any_cast<int>(first.value) % 2 == 1
+            : key != "length" || (*number >= 0.1 && *number <= 40.0);
+        const QString value = number ? bitsOf(*number)
+                                     : QString::number(boost::any_cast<int>(first.value));
+        // The list was offered when the field got the focus.
+        QTest::keyClick(edit, Qt::Key_F2);
+        QTest::keyClick(edit, Qt::Key_Down);
+        QTest::keyClick(edit, Qt::Key_Return);
+        const Typed typed{key, edit->text(), true, to(value)};
+        if (!isInRange || !carryOut(typed))
+            m_pending[key] = {typed, true};
+    }
+
+    void clear()
+    {
+        m_page->flush();
+        QLineEdit* edit = focus("load");
+        if (!edit || m_pending.contains("load"))
+            return;
+        const Typed typed{"load", "", true, to(none)};
+        QTest::keyClick(edit, Qt::Key_Delete, Qt::ControlModifier | Qt::ShiftModifier);
+        if (!carryOut(typed))
+            m_pending["load"] = {typed, true};
+    }
+
+    /// F2 and a click offer all digits.
+    QString begin(Choice& choice, bool byMouse)
+    {
+        const QString key = lineKeys[choice.below(int(lineKeys.size()))];
+        m_page->flush();
+        QLineEdit* edit = lineEdit(key);
+        if (!edit || !edit->isVisible())
+            return {};
+        if (byMouse && focused() != key)
+            endSoftly(focused());
+        else if (!byMouse && !focus(key))
+            return {};
+        if (byMouse)
+            QTest::mouseClick(edit, Qt::LeftButton);
+        else
+            QTest::keyClick(edit, Qt::Key_F2);
+        const QStringList texts = textsOf(key);
+        if (texts.isEmpty() || m_pending.contains(key) || edit->isReadOnly()
+            || edit->text() == texts[1])
+            return {};
+        return QString("%1 offers %2 instead of %3").arg(key, edit->text(), texts[1]);
+    }
+
+    void visitAnotherWindow(bool leaves)
+    {
+        const QString key = focused();
+        m_elsewhere.show();
+        QApplication::setActiveWindow(&m_elsewhere);
+        if (leaves)
+            m_other->setFocus();
+        QApplication::setActiveWindow(&m_window);
+        if (leaves) {
+            endSoftly(key);
+            QCoreApplication::sendPostedEvents(nullptr, QEvent::MetaCall);
+        }
+    }
+
+    void openMenu()
+    {
+        QMenu menu(&m_window);
+        menu.addAction("Copy");
+        menu.popup(m_window.mapToGlobal(QPoint(5, 5)));
+        menu.close();
+    }
+
+    void look(Choice& choice)
     {
         for (const QString& key : keys)
             m_page->row(key.toStdString());
-        m_page->grab();
+        if (choice.below(4) == 0)
+            m_page->grab();
     }
 
     void changePalette(Choice& choice)
@@ -609,41 +887,34 @@ private:
         m_window.setPalette(palette);
     }
 
-    QString endTurn()
+    /// A new page for comparison takes as long as many steps.
+    QString endTurn(Choice& choice)
     {
         m_page->flush();
-        return pageDifference();
+        return choice.below(3) == 0 ? pageDifference() : QString();
     }
 
     // --- What differs ---
 
     QString difference()
     {
-        if (m_mayWrite) {
-            if (m_model.writes.size() > 2)
-                return "it wrote " + m_model.writes.join("; ");
-            takeOver();
-            return {};
-        }
         if (m_model.writes.size() != m_due) {
             return QString("%1 writes instead of %2: %3")
                 .arg(m_model.writes.size())
                 .arg(m_due)
                 .arg(m_model.writes.join("; "));
         }
-        if (m_stack.index() != m_step)
-            return QString("step %1 instead of %2").arg(m_stack.index()).arg(m_step);
-        for (const auto& beam : m_model.beams) {
-            const Values values = valuesOf(beam.second);
-            const Values& due = m_objects[int(beam.first)];
-            for (auto value = values.begin(); value != values.end(); ++value) {
-                if (value.value() != due[value.key()]) {
-                    return QString("%1 of %2 is %3 instead of %4")
-                        .arg(value.key())
-                        .arg(beam.first)
-                        .arg(value.value(), due[value.key()]);
-                }
-            }
+        if (m_stack.index() != m_step || m_stack.count() != int(m_steps.size())) {
+            return QString("step %1 of %2 instead of %3 of %4")
+                .arg(m_stack.index())
+                .arg(m_stack.count())
+                .arg(m_step)
+                .arg(m_steps.size());
+        }
+        // Nothing else changes the objects.
+        if (const QString text = m_model.writes.isEmpty() ? QString() : objectDifference();
+            !text.isEmpty()) {
+            return text;
         }
         for (auto pending = m_pending.begin(); pending != m_pending.end(); ++pending) {
             const PropertyRow row = m_page->row(pending.key().toStdString());
@@ -655,6 +926,25 @@ private:
                 return QString("%1 is in state %2").arg(pending->typed.text).arg(int(row.edit));
             if (isRefused && row.reason.isEmpty())
                 return pending->typed.text + " is refused without a reason";
+        }
+        return {};
+    }
+
+    QString objectDifference() const
+    {
+        for (auto object = m_objects.begin(); object != m_objects.end(); ++object) {
+            const std::uint64_t key = idOf(object.key()).key;
+            const Beams& all = object.key() < firstWall ? m_model.beams : m_walls;
+            const Values values = valuesOf(all.at(key));
+            for (auto value = values.begin(); value != values.end(); ++value) {
+                const QString due = object->value(value.key());
+                if (value.value() != due) {
+                    return QString("%1 of %2 is %3 instead of %4")
+                        .arg(value.key())
+                        .arg(object.key())
+                        .arg(value.value(), due);
+                }
+            }
         }
         return {};
     }
@@ -674,7 +964,10 @@ private:
                     .arg(int(due.state));
             }
             const bool isPicked = !lineKeys.contains(key) && isPickPending(key.toStdString());
-            if (m_pending.contains(key) || isPicked || key == focused())
+            if (m_pending.contains(key) || isPicked)
+                continue;
+            // When editing began, all digits were offered.
+            if (key == focused() && textsOf(key).contains(row.text))
                 continue;
             if (row.text != due.text || row.edit != due.edit || row.reason != due.reason)
                 return QString("%1 shows \"%2\" instead of \"%3\"").arg(key, row.text, due.text);
@@ -685,9 +978,11 @@ private:
         return {};
     }
 
+    Beams m_walls;
     mutable BeamModel m_model{beamCount};
     QUndoStack m_stack;
     StayingWindow m_window;
+    QWidget m_elsewhere;
     PropertyPage* m_page = nullptr;
     QLineEdit* m_other = nullptr;
 
@@ -698,9 +993,15 @@ private:
     QMap<QString, QStringList> m_baselines;
     std::vector<Beams::node_type> m_deleted;
     bool m_throws = false;
-    bool m_mayWrite = false;
     int m_due = 0; ///< Writes.
-    int m_step = 0; ///< Of the undo stack.
+    std::vector<Step> m_steps; ///< Of the undo stack.
+    int m_step = 0; ///< Its index.
+    int m_gesture = 0; ///< Counts. It ends with the focus.
+    QMap<QString, int> m_firstPicks; ///< What list and box showed before they were picked in.
+    QJsonObject m_saved;
+    Values m_savedValues;
+    bool m_isSavedInRange = false;
+    OtherLanguage m_language;
 };
 
 } // namespace

@@ -4,9 +4,12 @@
 
 #include "page_fixture.h"
 
+#include <vrn/qt/property_error.h>
+
 #include <QAction>
 #include <QDialog>
 #include <QDialogButtonBox>
+#include <QMenu>
 #include <QToolButton>
 #include <QWheelEvent>
 
@@ -22,6 +25,13 @@ using Act = std::function<void(const PageFixture&, QWidget* editor)>;
 QWidget* focusOf(QWidget* editor)
 {
     return editor->focusProxy() ? editor->focusProxy() : editor;
+}
+
+/// Into a field; on a box and a list it would be an edit.
+void click(QWidget* editor)
+{
+    if (auto* line = qobject_cast<QLineEdit*>(focusOf(editor)))
+        QTest::mouseClick(line, Qt::LeftButton);
 }
 
 const std::vector<std::pair<const char*, Act>>& acts()
@@ -40,6 +50,30 @@ const std::vector<std::pair<const char*, Act>>& acts()
         {"F2", [](const PageFixture& f, QWidget*) { f.press(Qt::Key_F2); }},
         {"Ctrl and Z",
             [](const PageFixture& f, QWidget*) { f.press(Qt::Key_Z, Qt::ControlModifier); }},
+        {"a click", [](const PageFixture&, QWidget* editor) { click(editor); }},
+        {"a click and focus elsewhere",
+            [](const PageFixture& f, QWidget* editor) {
+                click(editor);
+                f.button->setFocus();
+            }},
+        {"a double click",
+            [](const PageFixture&, QWidget* editor) {
+                if (qobject_cast<QLineEdit*>(focusOf(editor)))
+                    QTest::mouseDClick(focusOf(editor), Qt::LeftButton);
+            }},
+        {"another window", [](const PageFixture& f, QWidget*) { f.inAnotherWindow([] {}); }},
+        {"focus elsewhere while another window is active",
+            [](const PageFixture& f, QWidget*) {
+                f.inAnotherWindow([&] { f.button->setFocus(); });
+            }},
+        {"a menu",
+            [](const PageFixture& f, QWidget*) {
+                QMenu menu(f.window.get());
+                menu.addAction("Copy");
+                menu.popup(f.window->mapToGlobal(QPoint(5, 5)));
+                QCoreApplication::processEvents();
+                menu.close();
+            }},
         {"focus elsewhere", [](const PageFixture& f, QWidget*) { f.button->setFocus(); }},
         {"folding",
             [](const PageFixture& f, QWidget*) {
@@ -88,7 +122,14 @@ const std::vector<std::pair<const char*, Act>>& acts()
                 f.model->announce();
                 f.page->flush();
             }},
-        {"saving", [](const PageFixture& f, QWidget*) { f.page->save(); }},
+        {"saving",
+            [](const PageFixture& f, QWidget*) {
+                try {
+                    f.page->save();
+                } catch (const PropertyError&) {
+                    // What cannot be read cannot be saved.
+                }
+            }},
         {"typing what stands there",
             [](const PageFixture&, QWidget* editor) {
                 auto* line = qobject_cast<QLineEdit*>(focusOf(editor));
@@ -117,6 +158,43 @@ const std::vector<std::pair<const char*, Act>>& acts()
     return all;
 }
 
+enum Fields
+{
+    Alike,
+    Varying,
+    DifferentBelowTheDigits,
+    Unreadable,
+    WithoutObjects
+};
+const char* const fieldNames[]{
+    "are alike", "vary", "differ below the shown digits", "cannot be read", "have no objects"};
+
+void prepare(const PageFixture& f, Fields fields)
+{
+    int serial = 1;
+    for (auto& each : f.model->beams) {
+        Beam& beam = each.second;
+        if (fields == Varying)
+            ++serial;
+        double number = 10.0 / 3.0 * serial;
+        if (fields == DifferentBelowTheDigits)
+            number += 1e-9 * double(each.first);
+        beam.length = beam.factor = number;
+        beam.width = 1000.0 * number / 8.0;
+        beam.bolts = 2 * serial; // even ones would be refused
+        beam.support = fields == Varying && serial % 2 == 0 ? Support::Free : Support::Pinned;
+        beam.isActive = serial % 2 == 0;
+        if (serial % 2 == 1)
+            beam.load = number;
+    }
+    if (fields == Unreadable)
+        f.model->inRead = [](const PropertyKeys&) { throw PropertyError("Out of order."); };
+    if (fields == WithoutObjects)
+        f.model->beams.clear();
+    f.model->announce();
+    f.page->flush();
+}
+
 } // namespace
 
 /// Untouched is unwritten: no field, whatever it shows and whatever is done to it.
@@ -134,12 +212,13 @@ private Q_SLOTS:
 
 void TestPropertyPageUntouched::writesNothing_data()
 {
-    columns<int, bool>("act", "varies");
+    columns<int, int>("act", "fields");
     for (std::size_t act = 0; act < acts().size(); ++act) {
-        for (const bool varies : {false, true}) {
-            const QString name = QString("%1 in fields that %2")
-                                     .arg(acts()[act].first, varies ? "vary" : "are alike");
-            row(qPrintable(name), int(act), varies);
+        for (const Fields fields :
+            {Alike, Varying, DifferentBelowTheDigits, Unreadable, WithoutObjects}) {
+            row(qPrintable(
+                    QString("%1 in fields that %2").arg(acts()[act].first, fieldNames[fields])),
+                int(act), int(fields));
         }
     }
 }
@@ -147,24 +226,11 @@ void TestPropertyPageUntouched::writesNothing_data()
 void TestPropertyPageUntouched::writesNothing()
 {
     QFETCH(const int, act);
-    QFETCH(const bool, varies);
+    QFETCH(const int, fields);
     // One of each shape, and one that is optional.
     for (const char* key : {"name", "length", "factor", "bolts", "active", "support", "load"}) {
         const PageFixture f;
-        int serial = 1;
-        for (auto& each : f.model->beams) {
-            Beam& beam = each.second;
-            const double number = 10.0 / 3.0 * (varies ? ++serial : 1);
-            beam.length = beam.factor = number;
-            beam.width = 1000.0 * number / 8.0;
-            beam.bolts = 2 * serial; // even ones would be refused
-            beam.support = varies && serial % 2 == 0 ? Support::Free : Support::Pinned;
-            beam.isActive = serial % 2 == 0;
-            if (serial % 2 == 1)
-                beam.load = number;
-        }
-        f.model->announce();
-        f.page->flush();
+        prepare(f, Fields(fields));
         int edits = 0;
         connect(f.page, &PropertyPage::edited, this, [&] { ++edits; });
         QWidget* editor = f.page->editor(key);

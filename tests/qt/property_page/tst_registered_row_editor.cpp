@@ -115,6 +115,7 @@ private Q_SLOTS:
     void winsOverThatOfThePage();
     void isHandedHints();
     void writesWhenItIsLeft();
+    void writesWhenItIsLeftInAnInactiveWindow();
     void writesWhenItSignals();
     void writesWithoutASignalBeforeAnotherSelection();
     void endsByEnterAndEscape();
@@ -163,6 +164,19 @@ void TestRegisteredRowEditor::writesWhenItIsLeft()
     QCOMPARE(f.model->writes, QStringList("bolts of 0 1 2"));
     QCOMPARE(f.model->beams[1].bolts, 7);
     QCOMPARE(f.stack->count(), 1);
+}
+
+void TestRegisteredRowEditor::writesWhenItIsLeftInAnInactiveWindow()
+{
+    const Registration spin("property.integer", &spinBox);
+    const PageFixture f;
+    auto* editor = qobject_cast<QSpinBox*>(f.page->editor("bolts"));
+    editor->setFocus();
+    editor->setValue(7);
+    f.inAnotherWindow([] {});
+    QCOMPARE(f.model->writes, QStringList());
+    f.inAnotherWindow([&] { f.button->setFocus(); });
+    QCOMPARE(f.model->writes, QStringList("bolts of 0 1 2"));
 }
 
 void TestRegisteredRowEditor::writesWhenItSignals()

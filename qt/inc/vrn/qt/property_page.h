@@ -60,8 +60,8 @@ struct PropertyRow
 ///
 /// The page holds model, stack and history weakly or shared; the model and the stack may go
 /// before it. Once flush() has run, it shows what a new page would show, but for a field with
-/// a pending text. While it writes it takes no other edit. A selection or a model set meanwhile
-/// counts from the end of the write.
+/// a pending text. While it writes it takes no other edit. What ends a pending text meanwhile,
+/// such as another selection or other units, takes effect after the write.
 ///
 /// Names of the objects in it, for tests and style sheets: "length" for the editor of the
 /// property "length", "length.caption", "length.unit", "section.geometry", "filter", "receipt".
