@@ -816,6 +816,7 @@ private:
             : key != "length" || (*number >= 0.1 && *number <= 40.0);
         const QString value = number ? bitsOf(*number)
                                      : QString::number(boost::any_cast<int>(first.value));
+        m_baselines[key] = QStringList(edit->text());
         // The list was offered when the field got the focus.
         QTest::keyClick(edit, Qt::Key_F2);
         QTest::keyClick(edit, Qt::Key_Down);
@@ -831,6 +832,7 @@ private:
         QLineEdit* edit = focus("load");
         if (!edit || m_pending.contains("load"))
             return;
+        m_baselines["load"] = textsOf("load") << edit->text();
         const Typed typed{"load", "", true, to(none)};
         QTest::keyClick(edit, Qt::Key_Delete, Qt::ControlModifier | Qt::ShiftModifier);
         if (!carryOut(typed))
