@@ -236,8 +236,8 @@ private:
         if (name == "type")
             return type(choice);
         if (name == "type what stood there")
-            typeBack(choice);
-        else if (name == "Enter" || name == "Tab" || name == "leave")
+            return typeBack(choice);
+        if (name == "Enter" || name == "Tab" || name == "leave")
             endByUser(name);
         else if (name == "Escape")
             escape();
@@ -484,22 +484,32 @@ private:
             property->field.exactText(state.value, m_model.units())};
     }
 
-    void typeBack(Choice& choice)
+    QString typeBack(Choice& choice)
     {
-        const QString key = lineKeys[choice.below(int(lineKeys.size()))];
+        const QString key = !m_pending.isEmpty() && choice.below(2) == 0
+            ? m_pending.firstKey()
+            : lineKeys[choice.below(int(lineKeys.size()))];
         QLineEdit* edit = focus(key);
         if (!edit)
-            return;
+            return {};
+        m_page->flush();
         const auto pending = m_pending.find(key);
         if (pending == m_pending.end()) {
             const QString before = edit->text();
             enter(edit, "1");
             enter(edit, before);
         } else if (!m_baselines[key].isEmpty()) {
-            // What stood there before it was typed into.
+            // What stood there before it was typed into. The objects may have another value.
+            if (choice.below(2) == 0)
+                changeFromElsewhere(choice);
+            m_page->flush();
             enter(edit, m_baselines[key].last());
             m_pending.remove(key);
+            const QStringList texts = textsOf(key);
+            if (!texts.isEmpty() && !texts.contains(edit->text()))
+                return QString("%1 shows %2 instead of %3").arg(key, edit->text(), texts[0]);
         }
+        return {};
     }
 
     void endByUser(const QString& how)
@@ -712,7 +722,7 @@ private:
     {
         m_page->flush();
         auto* editor = m_page->findChild<QWidget*>(key);
-        if (!editor || !editor->isVisible())
+        if (!editor || !editor->isVisible() || !editor->isEnabled())
             return;
         endSoftly(focused());
         editor->setFocus(Qt::TabFocusReason);
@@ -806,11 +816,12 @@ private:
             : key != "length" || (*number >= 0.1 && *number <= 40.0);
         const QString value = number ? bitsOf(*number)
                                      : QString::number(boost::any_cast<int>(first.value));
+        m_baselines[key] = QStringList(edit->text());
         // The list was offered when the field got the focus.
         QTest::keyClick(edit, Qt::Key_F2);
         QTest::keyClick(edit, Qt::Key_Down);
         QTest::keyClick(edit, Qt::Key_Return);
-        const Typed typed{key, edit->text(), true, to(value)};
+        const Typed typed{key, edit->text(), isInRange, to(value)};
         if (!isInRange || !carryOut(typed))
             m_pending[key] = {typed, true};
     }
@@ -821,6 +832,7 @@ private:
         QLineEdit* edit = focus("load");
         if (!edit || m_pending.contains("load"))
             return;
+        m_baselines["load"] = textsOf("load") << edit->text();
         const Typed typed{"load", "", true, to(none)};
         QTest::keyClick(edit, Qt::Key_Delete, Qt::ControlModifier | Qt::ShiftModifier);
         if (!carryOut(typed))
