@@ -27,7 +27,7 @@ using namespace vrn::qt;
 using vrn::units::EntryState;
 namespace UnitId = vrn::units::UnitId;
 
-IValidator::pointer quantity(UnitId::UnitId kind)
+IValidator::pointer entryIn(UnitId::UnitId kind)
 {
     return boost::make_shared<UnitValidator>(vrn::units::get_active_input_context(), kind);
 }
@@ -58,15 +58,15 @@ EntryPage::EntryPage(QWidget* parent)
     span->set_minimum(0.1);
     span->set_maximum(40.0);
     addRow(tr("&Span, 0.1 to 40 m"), span, QStringLiteral("5'-6\""));
-    addRow(tr("Section h&eight"), quantity(UnitId::SECT_LENGTH), QStringLiteral("30 cm + 1/2 in"));
-    addRow(tr("Floor &area"), quantity(UnitId::GEO_AREA), QStringLiteral("1600 sq ft"));
-    addRow(tr("&Normal force"), quantity(UnitId::LOAD_POINT), QStringLiteral("12 k"));
-    addRow(tr("&Line load"), quantity(UnitId::LOAD_LINE), QStringLiteral("0.8 kips/ft"));
-    addRow(tr("Area loa&d"), quantity(UnitId::LOAD_AREA), QStringLiteral("1.5 * 2 kN/m²"));
-    addRow(tr("Bending &moment"), quantity(UnitId::LOAD_MOMENT), QStringLiteral("150 kN·m"));
-    addRow(tr("&Yield strength"), quantity(UnitId::MAT_STRESS), QStringLiteral("355 N/mm²"));
-    addRow(tr("Roof &pitch"), quantity(UnitId::ANGLE), QStringLiteral("22 1/2°"));
-    addRow(tr("Shrin&kage"), quantity(UnitId::STRAIN), QStringLiteral("0,3 ‰"));
+    addRow(tr("Section h&eight"), entryIn(UnitId::SECT_LENGTH), QStringLiteral("30 cm + 1/2 in"));
+    addRow(tr("Floor &area"), entryIn(UnitId::GEO_AREA), QStringLiteral("1600 sq ft"));
+    addRow(tr("&Normal force"), entryIn(UnitId::LOAD_POINT), QStringLiteral("12 k"));
+    addRow(tr("&Line load"), entryIn(UnitId::LOAD_LINE), QStringLiteral("0.8 kips/ft"));
+    addRow(tr("Area loa&d"), entryIn(UnitId::LOAD_AREA), QStringLiteral("1.5 * 2 kN/m²"));
+    addRow(tr("Bending &moment"), entryIn(UnitId::LOAD_MOMENT), QStringLiteral("150 kN·m"));
+    addRow(tr("&Yield strength"), entryIn(UnitId::MAT_STRESS), QStringLiteral("355 N/mm²"));
+    addRow(tr("Roof &pitch"), entryIn(UnitId::ANGLE), QStringLiteral("22 1/2°"));
+    addRow(tr("Shrin&kage"), entryIn(UnitId::STRAIN), QStringLiteral("0,3 ‰"));
     addRow(tr("Fac&tor, 0 to 10"), boost::make_shared<DoubleEditValidator>(0.0, 10.0),
         QStringLiteral("12.5"));
     addRow(tr("&Bolts, 1 to 100, not beyond"),

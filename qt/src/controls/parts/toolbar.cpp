@@ -21,7 +21,7 @@
 namespace vrn::qt {
 namespace {
 
-QBoxLayout* createLayout(QWidget* parent, ExpandDirection direction)
+QBoxLayout* createBarLayout(QWidget* parent, ExpandDirection direction)
 {
     if (direction == ExpandHorizontal)
         return new VRN_QT_HBoxLayout(parent, nullptr);
@@ -44,7 +44,7 @@ void warn(QWidget* parent, const QString& text)
 
 Toolbar::Toolbar(QWidget* parent, ExpandDirection direction)
     : QWidget(parent)
-    , m_layout(createLayout(this, direction))
+    , m_layout(createBarLayout(this, direction))
 {
     m_layout->setContentsMargins(0, 0, 0, 0);
     m_layout->setSpacing(0);
