@@ -422,7 +422,12 @@ void PropertySelection::carryOut(
     }
     if (edits.empty())
         return;
-    const QString objects = countedName(idsOf(edits));
+    QString objects;
+    try {
+        objects = countedName(idsOf(edits));
+    } catch (...) {
+        throw PropertyError::from(std::current_exception());
+    }
     auto command = std::make_unique<PropertyCommand>(m_model, std::move(edits), std::move(before),
         SelectionTexts::tr("%1 of %2").arg(name, objects), gesture);
 

@@ -6,6 +6,7 @@
 
 #include <QGuiApplication>
 #include <QItemSelection>
+#include <QPalette>
 
 #include <algorithm>
 #include <set>
@@ -339,12 +340,20 @@ QVariant PropertyTableModel::data(const QModelIndex& index, int role) const
             || field.shape() == Field::Shape::Number || field.shape() == Field::Shape::Integer;
         return int(Qt::AlignVCenter | (isNumber ? Qt::AlignRight : Qt::AlignLeft));
     }
-    if (role != EditRole && role != Qt::DisplayRole && role != Qt::ToolTipRole)
+    if (role != EditRole && role != Qt::DisplayRole && role != Qt::ToolTipRole
+        && role != Qt::ForegroundRole) {
         return QVariant();
+    }
 
     const Block& rows = block(row / rowsOfBlock);
     const PropertyValues& values = rows.columns[column];
     const std::size_t place = rows.places[row % rowsOfBlock];
+    // A disabled cell could not be copied.
+    if (role == Qt::ForegroundRole) {
+        return isEnabled(rows, place, column)
+            ? QVariant()
+            : QVariant(QGuiApplication::palette().brush(QPalette::Disabled, QPalette::Text));
+    }
     if (role == EditRole) {
         return values.hasObject(place) ? QVariant::fromValue<boost::any>(values[place])
                                        : QVariant();
@@ -354,22 +363,14 @@ QVariant PropertyTableModel::data(const QModelIndex& index, int role) const
     return inItsOwnDirection(field.text(values[place], m_model->units()));
 }
 
-Qt::ItemFlags PropertyTableModel::flags(const QModelIndex& index) const
+bool PropertyTableModel::isEnabled(const Block& rows, std::size_t place, std::size_t column) const
 {
-    const Qt::ItemFlags all = QAbstractTableModel::flags(index);
-    if (!m_model || !index.isValid())
-        return all;
-    const auto column = std::size_t(index.column());
     if (m_conditions[column] < 0)
-        return all;
-    const auto row = std::size_t(index.row());
-    const Block& rows = block(row / rowsOfBlock);
+        return true;
     const auto condition = std::size_t(m_conditions[column]);
     const PropertyValues& conditions = rows.columns[condition];
-    const std::size_t place = rows.places[row % rowsOfBlock];
-    const bool isEnabled = m_columns[column].field.isEnabledBy(conditions[place])
+    return m_columns[column].field.isEnabledBy(conditions[place])
         || (!conditions.hasObject(place) && rows.reasons[condition].isEmpty());
-    return isEnabled ? all : all & ~(Qt::ItemIsEnabled | Qt::ItemIsEditable);
 }
 
 QVariant PropertyTableModel::headerData(int section, Qt::Orientation orientation, int role) const

@@ -316,7 +316,7 @@ std::vector<EntryOffer> LineRowEditor::offersAtRest()
         if (auto history = this->history())
             history->get(entries);
     } catch (...) {
-        // A history that is out of order offers nothing.
+        // A history that fails offers nothing.
         entries.clear();
     }
     if (!self)

@@ -50,7 +50,7 @@ public:
 
     /// Takes what was read. It is shown at once, but for a pending text, which stays.
     void take(const PropertyState& state, const SharedUnits& units);
-    /// Shows what was read last in other units, and in the locale of now.
+    /// Shows what was read last in other units, and in the current locale.
     void showIn(const SharedUnits& units);
     /// Shows what was read last, and drops what is pending.
     void show();

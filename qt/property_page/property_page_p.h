@@ -49,7 +49,7 @@ public:
     void setStack(QUndoStack* stack);
     void setHistory(const boost::shared_ptr<vrn::IValueHistoryStorage>& history);
     void setReadOnly(bool readOnly);
-    /// In the language and the locale of now.
+    /// In the current language and locale.
     void showAgain();
     bool endAll(Rest rest);
     /// @}

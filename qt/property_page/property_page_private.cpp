@@ -268,11 +268,19 @@ void PropertyPage::Private::setReadOnly(bool readOnly)
 
 void PropertyPage::Private::showReadOnly()
 {
-    if (!endAll(Rest::IsDropped))
-        return;
-    const std::vector<Row> rows = m_form->rows();
-    for (const Row& row : rows)
-        row->setReadOnly(m_isReadOnly);
+    const Alive alive(&m_page);
+    const auto showRows = [&] {
+        const std::vector<Row> rows = alive ? m_form->rows() : std::vector<Row>();
+        for (const Row& row : rows)
+            row->setReadOnly(m_isReadOnly);
+    };
+    try {
+        endAll(Rest::IsDropped);
+    } catch (...) {
+        showRows();
+        throw;
+    }
+    showRows();
 }
 
 void PropertyPage::Private::watchWindow()
@@ -380,8 +388,14 @@ bool PropertyPage::Private::read(const std::vector<Row>& rows)
     for (std::size_t i = 0; isCurrent() && i < rows.size(); ++i) {
         // What was typed is written before its editor is disabled.
         if (!readings[i].isEnabled && rows[i]->isEnabled() && rows[i]->isPending()) {
-            end(rows[i], Rest::IsDropped, false);
             hasEnded = true;
+            try {
+                end(rows[i], Rest::IsDropped, false);
+            } catch (...) {
+                for (const Row& row : rows)
+                    row->isDue = true;
+                throw;
+            }
         }
     }
     if (hasEnded && isCurrent())
@@ -513,6 +527,11 @@ bool PropertyPage::Private::write(
             row->refuse(error.reason());
         return alive && applyPostponed() && readDue() && updatePending()
             && refuse(row->property().title, error.reason());
+    } catch (...) {
+        // A slot of the undo stack has thrown, and the edit is written.
+        if (alive)
+            row->drop();
+        throw;
     }
     if (!alive)
         return false;

@@ -95,7 +95,7 @@ private Q_SLOTS:
     void keepsRowsThatWereSet();
     void followsAnEdit();
     void followsTheUnits();
-    void disablesCellsByTheirCondition();
+    void greysCellsByTheirCondition();
     void readsInBlocks();
     void showsTheReasonOfAColumn();
     void keepsItsRowsIfTheObjectsCannotBeListed();
@@ -346,7 +346,7 @@ void TestPropertyTableModel::followsTheUnits()
     QCOMPARE(table.cell(1, "length").data().toString(), QString("9.84 ft"));
 }
 
-void TestPropertyTableModel::disablesCellsByTheirCondition()
+void TestPropertyTableModel::greysCellsByTheirCondition()
 {
     BeamModel model(3);
     PropertySet<Beam> beams("beam", &countedBeams);
@@ -359,11 +359,13 @@ void TestPropertyTableModel::disablesCellsByTheirCondition()
     const QAbstractItemModelTester tester(
         &rows, QAbstractItemModelTester::FailureReportingMode::QtTest);
     const auto isEnabled = [&](int row, int column) {
-        return rows.flags(rows.index(row, column)).testFlag(Qt::ItemIsEnabled);
+        return !rows.index(row, column).data(Qt::ForegroundRole).isValid()
+            && rows.flags(rows.index(row, column)).testFlag(Qt::ItemIsEnabled);
     };
     QVERIFY(isEnabled(0, 0));
     QVERIFY(!isEnabled(1, 0));
-    QVERIFY(!rows.flags(rows.index(1, 0)).testFlag(Qt::ItemIsEditable));
+    // A cell that is not enabled could not be selected and copied.
+    QVERIFY(rows.flags(rows.index(1, 0)).testFlag(Qt::ItemIsEnabled));
     QCOMPARE(rows.index(1, 0).data().toString(), QString("3.000"));
     QVERIFY(isEnabled(1, 1) && isEnabled(1, 2));
 

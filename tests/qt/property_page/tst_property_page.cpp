@@ -21,6 +21,7 @@
 #include <QTranslator>
 
 #include <functional>
+#include <stdexcept>
 
 using Steps = std::function<void(const vrn::test::PageFixture&)>;
 
@@ -102,6 +103,8 @@ private Q_SLOTS:
     void writesWhatIsTyped_data();
     void writesWhatIsTyped();
     void writesOnceAndUndoesInOneStep();
+    void writesOnceIfASlotOfTheStackThrows();
+    void isReadOnlyIfASlotThrows();
     void tellsWhatTheWriteRefuses();
     void tellsWhatCannotBeRead();
     void tellsWhatCannotBeUndone();
@@ -228,6 +231,31 @@ void TestPropertyPage::writesOnceAndUndoesInOneStep()
     f.page->flush();
     QVERIFY(haveSameBits(f.lengthOf(0), 10.0 / 3.0));
     QCOMPARE(f.page->row("length").state, PropertyState::Varies);
+}
+
+void TestPropertyPage::writesOnceIfASlotOfTheStackThrows()
+{
+    PageFixture fixture;
+    fixture.type("length", "+= 1 m");
+    const auto throwing = connect(fixture.stack.get(), &QUndoStack::indexChanged, this,
+        [] { throw std::runtime_error("the list of steps is broken"); });
+    QVERIFY_EXCEPTION_THROWN(fixture.page->finishEditing(), std::runtime_error);
+    disconnect(throwing);
+    QCOMPARE(fixture.lengthOf(0), 10.0 / 3.0 + 1.0);
+    QVERIFY(fixture.page->finishEditing());
+    QCOMPARE(fixture.lengthOf(0), 10.0 / 3.0 + 1.0);
+}
+
+void TestPropertyPage::isReadOnlyIfASlotThrows()
+{
+    PageFixture fixture;
+    fixture.type("length", "5");
+    connect(fixture.page, &PropertyPage::edited, this,
+        [] { throw std::runtime_error("the window is broken"); });
+    QVERIFY_EXCEPTION_THROWN(fixture.page->setReadOnly(true), std::runtime_error);
+    QCOMPARE(fixture.lengthOf(0), 5.0);
+    QVERIFY(fixture.page->row("length").isReadOnly);
+    QVERIFY(fixture.line("factor")->isReadOnly());
 }
 
 void TestPropertyPage::tellsWhatTheWriteRefuses()

@@ -118,7 +118,6 @@ private Q_SLOTS:
     void hasOneEnd_data();
     void hasOneEnd();
     void writesToThoseItWasTypedFor();
-    void showsTheModelOnceNothingIsPending();
     void readsInTheUnitsThatWereShown();
     void namesTheFirstRefused();
     void opensTheSectionOfTheRefused();
@@ -173,25 +172,6 @@ void TestPropertyPagePending::hasOneEnd()
         QCOMPARE(page->row("length").text, fresh.row("length").text);
         QCOMPARE(page->row("length").edit, EditState::Untouched);
     }
-}
-
-// What has changed meanwhile is not shown over a pending text.
-void TestPropertyPagePending::showsTheModelOnceNothingIsPending()
-{
-    PageFixture fixture;
-    const QString before = fixture.text("length");
-    fixture.type("length", "5");
-    for (auto& beam : fixture.model->beams)
-        beam.second.length = 7.0;
-    fixture.model->announce({"length"});
-    fixture.model->flush();
-    fixture.page->flush();
-    QCOMPARE(fixture.text("length"), QString("5"));
-    fixture.type("length", before);
-    QCOMPARE(fixture.edit("length"), EditState::Untouched);
-    fixture.leave();
-    QCOMPARE(fixture.text("length"), QString("7.000 m"));
-    QCOMPARE(fixture.lengthOf(0), 7.0);
 }
 
 void TestPropertyPagePending::writesToThoseItWasTypedFor()

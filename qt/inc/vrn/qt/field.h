@@ -148,8 +148,8 @@ private:
 
     /// For a field with a history that has no key yet.
     void setHistoryOf(const std::string& propertyKey);
-    /// Reports and drops a condition that no object can meet, because conditionKey() is unknown,
-    /// and `source` null, or because its values have another type.
+    /// Reports and drops a condition that no object can meet, because conditionKey() is unknown
+    /// (`source` is null) or its values have another type.
     void checkCondition(const Field* source);
     QString range(const vrn::units::Context& units) const;
 
@@ -251,8 +251,8 @@ public:
         return *this;
     }
     /// A page enables the property while all selected objects have `value` in the property
-    /// `key`, and a table shows the cells of the other objects disabled. That is for the user
-    /// only: an edit by the program, a file that is loaded, undo and redo do not ask. There is
+    /// `key`. A table shows its values of the other objects in grey. Only the user is held
+    /// back: an edit by the program, a file that is loaded, undo and redo do not ask. There is
     /// one condition; the last one counts.
     ///
     /// `value` has the type of the property `key`. An unknown key and a value of another type

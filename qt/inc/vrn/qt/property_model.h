@@ -88,7 +88,7 @@ public:
     ~PropertyModel() override;
 
     /// The description is copied. Returns the kind: 0, 1, 2 and so on. A condition that names
-    /// no property, or a value of another type, is reported and left out.
+    /// no property, or whose value has another type, is reported and left out.
     std::uint32_t addKind(const PropertyList& properties);
     std::uint32_t kindCount() const;
     /// An unknown kind is reported, and has no properties.

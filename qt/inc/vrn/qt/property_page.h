@@ -68,9 +68,10 @@ struct PropertyRow
 ///
 /// `delete` and `deleteLater` of the page, its parent or its window are safe in any slot of
 /// its signals and in any function of the model and of the history that it calls, also from a
-/// dialog there. There are two exceptions. An edit may end because a widget around the page is
-/// hidden: Qt goes on with what it hides. To hide the page itself is safe, and so is closing its
-/// window. And Qt goes on with an editor of the page after the signals of that editor.
+/// dialog there. There are two exceptions:
+/// - An edit may end because a widget around the page is hidden: Qt goes on with what it hides.
+///   To hide the page itself is safe, and so is closing its window.
+/// - Qt goes on with an editor of the page after the signals of that editor.
 class VRN_QT2_EXPORT PropertyPage : public QWidget
 {
     Q_OBJECT

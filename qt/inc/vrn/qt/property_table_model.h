@@ -29,7 +29,8 @@ namespace vrn::qt {
 ///
 /// A cell shows the text of its value. In an application whose layout runs from right to left,
 /// the text is in invisible marks (U+2068 and U+2069), so that it reads as in a field: "3 m" and
-/// not "m 3". The value itself, a `boost::any`, is in EditRole of
+/// not "m 3". It is grey where the object does not meet the condition of FieldOf::enabledIf(). The
+/// value itself, a `boost::any`, is in EditRole of
 /// cell_data.h, so that the typed copy of a CppDbTableViewBase works. setData() is false:
 /// edit with a PropertySelection of ids().
 ///
@@ -61,8 +62,6 @@ public:
     int rowCount(const QModelIndex& parent = QModelIndex()) const override;
     int columnCount(const QModelIndex& parent = QModelIndex()) const override;
     QVariant data(const QModelIndex& index, int role = Qt::DisplayRole) const override;
-    /// A cell is disabled if its object does not meet the condition of FieldOf::enabledIf().
-    Qt::ItemFlags flags(const QModelIndex& index) const override;
     QVariant headerData(
         int section, Qt::Orientation orientation, int role = Qt::DisplayRole) const override;
 
@@ -79,6 +78,7 @@ private:
     void reorder(const ObjectIds& ids);
     void take(const ObjectIds& ids);
     int columnOf(const std::string& key) const;
+    bool isEnabled(const Block& rows, std::size_t place, std::size_t column) const;
     const Block& block(std::size_t number) const;
 
     QPointer<PropertyModel> m_model;

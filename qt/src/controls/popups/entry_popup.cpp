@@ -52,7 +52,7 @@ void EntryPopup::setCompletions(const QStringList& labels, const std::vector<int
 {
     m_list->clear();
     m_list->addItems(labels);
-    // The colours of the list do not tell a disabled item.
+    // The colours of the list do not show that an item is disabled.
     QFont bold = m_list->font();
     bold.setBold(true);
     for (const int row : headings) {
