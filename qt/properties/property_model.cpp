@@ -7,6 +7,7 @@
 #include <QPointer>
 
 #include <algorithm>
+#include <exception>
 #include <utility>
 
 namespace vrn::qt {
@@ -177,6 +178,8 @@ void PropertyModel::flush()
         if (guarded)
             Q_EMIT failed(reason);
     }
+    if (guarded && !isWriting() && std::exchange(m_hasWritten, false))
+        Q_EMIT writingEnded();
 }
 
 const Field* PropertyModel::fieldOf(const std::string& key, const ObjectIds& ids) const
@@ -256,12 +259,19 @@ void PropertyModel::apply(const std::vector<PropertyEdit>& edits)
     if (isWriting())
         throw PropertyError(tr("Another edit is being written."));
     const QPointer<PropertyModel> guarded(this);
+    std::exception_ptr refusal;
     try {
         const Flag writing(m_isWriting);
         write(edits);
     } catch (...) {
-        throw PropertyError::from(std::current_exception());
+        refusal = std::current_exception();
     }
+    if (guarded) {
+        m_hasWritten = true;
+        schedule();
+    }
+    if (refusal)
+        throw PropertyError::from(refusal);
     if (!guarded)
         return;
     PropertyKeys keys;

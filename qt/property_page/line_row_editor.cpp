@@ -383,6 +383,7 @@ void LineRowEditor::decide(const RowEntry& made)
 
 void LineRowEditor::onEdited()
 {
+    m_isOfHistory = false;
     showStatus();
     Q_EMIT changed();
 }

@@ -197,7 +197,10 @@ void PageRow::drop()
     m_isShown = false;
     m_isWanted = true;
     isDue = true;
-    // The history is the application's.
+}
+
+void PageRow::remember()
+{
     if (m_editor)
         m_editor->remember();
 }

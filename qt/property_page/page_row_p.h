@@ -58,6 +58,8 @@ public:
     void setStale();
     /// What is pending has been written; what is read next is shown in its place.
     void drop();
+    /// Adds what is pending to the history.
+    void remember();
     void refuse(const QString& reason);
     /// Why the entry stays, for tool tips and screen readers.
     void explain(const QString& reason);

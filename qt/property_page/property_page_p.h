@@ -43,7 +43,8 @@ public:
     bool isReadOnly() const { return m_isReadOnly; }
     /// @}
 
-    /// What ends a pending text takes effect after a write that is going on.
+    /// What ends a pending text takes effect after a write that is going on, be it of the page
+    /// or of somebody else.
     /// @{
     void select(PropertyModel* model, ObjectIds ids);
     void setStack(QUndoStack* stack);
@@ -99,6 +100,11 @@ private:
     /// Whether it waits for the end of the write.
     bool postpone(std::function<void()> act);
     bool applyPostponed();
+    void applyPostponedLater();
+    /// No text can be written now.
+    bool isBusy() const { return m_isWriting || (m_model && m_model->isWriting()); }
+    /// What ends texts has to wait, or would drop one.
+    bool mustWait() const;
     bool updatePending();
     bool refuse(const QString& caption, const QString& reason);
     std::uint64_t gestureOf(const detail::PageRow& row, bool isInGesture);
@@ -116,8 +122,9 @@ private:
     bool m_isReadOnly = false;
     bool m_wasPending = false;
     int m_change = 0; ///< Counts the selections.
+    int m_wanted = 0; ///< Counts those that were asked for.
 
-    bool m_isWriting = false;
+    bool m_isWriting = false; ///< The page itself.
     std::string m_written; ///< The property that the user has edited.
     std::deque<std::function<void()>> m_postponed;
     bool m_isSelectionPostponed = false;

@@ -123,7 +123,11 @@ void PropertyPage::Private::select(PropertyModel* model, ObjectIds ids)
     const Alive alive(&m_page);
     std::sort(ids.begin(), ids.end());
     ids.erase(std::unique(ids.begin(), ids.end()), ids.end());
-    if (m_isWriting) {
+    const int wanted = ++m_wanted;
+    const bool waits = mustWait();
+    if (!alive)
+        return;
+    if (waits) {
         m_nextModel = model;
         m_nextIds = std::move(ids);
         if (!std::exchange(m_isSelectionPostponed, true)) {
@@ -137,7 +141,8 @@ void PropertyPage::Private::select(PropertyModel* model, ObjectIds ids)
     if (model == m_model && ids == m_ids)
         return;
     const QPointer<PropertyModel> nextModel(model);
-    if (!endAll(Rest::IsDropped))
+    // Code that the end of a text runs may select, too.
+    if (!endAll(Rest::IsDropped) || wanted != m_wanted)
         return;
 
     const bool isOtherModel = m_model != nextModel;
@@ -172,10 +177,13 @@ void PropertyPage::Private::setModel(PropertyModel* model)
     vrn_connect(model, &PropertyModel::unitsChanged, links, [this] { onUnitsChanged(); });
     vrn_connect(model, &PropertyModel::failed, links,
         [this](const QString& reason) { m_form->setReceipt(reason); });
+    vrn_connect(
+        model, &PropertyModel::writingEnded, links, [this] { applyPostponed() && readDue(); });
     vrn_connect(model, &QObject::destroyed, links, [this] {
         m_kinds.clear();
         ++m_change;
         m_selection = std::make_shared<PropertySelection>();
+        applyPostponedLater();
         build();
     });
 }
@@ -375,9 +383,9 @@ void PropertyPage::Private::arrange()
 bool PropertyPage::Private::read(const std::vector<Row>& rows)
 {
     // What is half written is not read; the end of the write reads.
-    if (rows.empty() || m_isWriting)
-        return true;
     const Alive alive(&m_page);
+    if (rows.empty() || mustWait())
+        return bool(alive);
     const int change = m_change;
     const auto isCurrent = [&] { return alive && change == m_change; };
     for (const Row& row : rows)
@@ -535,8 +543,11 @@ bool PropertyPage::Private::write(
     }
     if (!alive)
         return false;
-    row->drop(); // Its history is the application's.
-    return alive && afterWrite(receipt);
+    row->remember(); // The history is the application's.
+    if (!alive)
+        return false;
+    row->drop();
+    return afterWrite(receipt);
 }
 
 PropertyReceipt PropertyPage::Private::carryOut(const Act& act)
@@ -558,8 +569,7 @@ PropertyReceipt PropertyPage::Private::carryOut(const Act& act)
             page.m_isWriting = false;
             page.m_written.clear();
             // A slot that throws may keep the page from doing it at once.
-            if (!page.m_postponed.empty())
-                QTimer::singleShot(0, page.m_links.get(), [all = &page] { all->applyPostponed(); });
+            page.applyPostponedLater();
         }
         const Alive alive;
         Private& page;
@@ -580,22 +590,35 @@ bool PropertyPage::Private::afterWrite(const PropertyReceipt& receipt)
     return bool(alive);
 }
 
+bool PropertyPage::Private::mustWait() const
+{
+    return m_isWriting || (isBusy() && (!m_postponed.empty() || isPending()));
+}
+
 bool PropertyPage::Private::postpone(std::function<void()> act)
 {
-    if (m_isWriting)
+    const Alive alive(&m_page);
+    const bool waits = mustWait();
+    if (waits && alive)
         m_postponed.push_back(std::move(act));
-    return m_isWriting;
+    return waits;
 }
 
 bool PropertyPage::Private::applyPostponed()
 {
     const Alive alive(&m_page);
-    while (alive && !m_isWriting && !m_postponed.empty()) {
+    while (alive && !isBusy() && !m_postponed.empty()) {
         const std::function<void()> act = std::move(m_postponed.front());
         m_postponed.pop_front();
         act();
     }
     return bool(alive);
+}
+
+void PropertyPage::Private::applyPostponedLater()
+{
+    if (!m_postponed.empty())
+        QTimer::singleShot(0, m_links.get(), [this] { applyPostponed(); });
 }
 
 std::uint64_t PropertyPage::Private::gestureOf(const PageRow& row, bool isInGesture)
@@ -614,7 +637,7 @@ std::uint64_t PropertyPage::Private::gestureOf(const PageRow& row, bool isInGest
 
 bool PropertyPage::Private::finish()
 {
-    if (m_isWriting)
+    if (isBusy())
         return !isPending();
     const Alive alive(&m_page);
     const std::vector<Row> rows = m_form->rows();
@@ -667,7 +690,7 @@ PropertyReceipt PropertyPage::Private::setValue(const std::string& key, const bo
         receipt = carryOut(
             [&](PropertySelection& selection) { return selection.edit(key, value); });
     } catch (const PropertyError&) {
-        if (alive && !m_isWriting && applyPostponed())
+        if (alive && applyPostponed())
             readDue();
         throw;
     }
@@ -683,14 +706,14 @@ PropertyReceipt PropertyPage::Private::setValue(const std::string& key, const bo
 PropertyReceipt PropertyPage::Private::load(const QJsonObject& saved)
 {
     const Alive alive(&m_page);
-    if (!m_isWriting && !endAll(Rest::IsDropped))
+    if (!isBusy() && !endAll(Rest::IsDropped))
         return {};
     m_gestureKey.reset();
     PropertyReceipt receipt;
     try {
         receipt = carryOut([&](PropertySelection& selection) { return selection.load(saved); });
     } catch (const PropertyError&) {
-        if (alive && !m_isWriting && applyPostponed())
+        if (alive && applyPostponed())
             readDue();
         throw;
     }

@@ -169,6 +169,7 @@ private Q_SLOTS:
     void keepsTheHistoryApart_data();
     void keepsTheHistoryApart();
     void forgetsWhatWasRefused();
+    void remembersWhatReplacesARefusedEntry();
 
     void clears_data();
     void clears();
@@ -1135,6 +1136,30 @@ void TestLineRowEditor::forgetsWhatWasRefused()
     row.press(Qt::Key_Escape);
     row.press(Qt::Key_F2);
     QCOMPARE(row.list(), QStringList());
+}
+
+// What is typed after a refused entry of the history is new.
+void TestLineRowEditor::remembersWhatReplacesARefusedEntry()
+{
+    PropertySet<Beam> beams("beam", &countedBeams);
+    beams.add("length", "&Length", &Beam::length,
+        field::quantity(UnitId::GEO_LENGTH).between(0.1, 40.0).history());
+    LineRow row("length", std::vector<Beam>(1), beams);
+    row.questions.history = boost::make_shared<vrn::ValueHistoryMemoryStorage>();
+    vrn::ValueHistory(
+        QString::fromStdString(row.selection.row("length")->field.historyKey()).toStdWString(),
+        row.questions.history)
+        .add(L"50.000 m");
+    row.open();
+    tabInto(row);
+    row.press(Qt::Key_Down);
+    row.press(Qt::Key_Return);
+    QCOMPARE(row.written, 0);
+    row.type("5 m");
+    row.press(Qt::Key_Return);
+    QCOMPARE(row.written, 1);
+    tabInto(row);
+    QCOMPARE(row.list(), QStringList({"5.000 m", "50.000 m"}));
 }
 
 void TestLineRowEditor::clears_data()

@@ -400,6 +400,9 @@ void TestPropertyPage::remembersWhatFinishEditingHasWritten()
     f.page->setHistory(history);
     f.type("length", "5 m");
     QVERIFY(f.page->finishEditing());
+    // What a program sets takes the place of a text that is never written.
+    f.type("length", "6 m");
+    f.page->setValue("length", 7.0);
     std::deque<std::wstring> entries;
     history->get(vrn::ValueHistory(L"lengths", history), entries);
     QCOMPARE(entries, std::deque<std::wstring>({L"5.000 m"}));

@@ -4,6 +4,8 @@
 
 #include "page_fixture.h"
 
+#include <vrn/qt/property_error.h>
+
 #include <QMenu>
 #include <QTimer>
 #include <QToolButton>
@@ -23,6 +25,14 @@ enum End
     WrittenOrDropped,
     Dropped,
     None
+};
+
+/// What is going on meanwhile.
+enum Other
+{
+    Edit,
+    RefusedEdit,
+    Undo
 };
 
 struct Row
@@ -117,12 +127,15 @@ class TestPropertyPagePending : public TestObject
 private Q_SLOTS:
     void hasOneEnd_data();
     void hasOneEnd();
+    void waitsForTheWriteOfAnother_data();
+    void waitsForTheWriteOfAnother();
     void writesToThoseItWasTypedFor();
     void readsInTheUnitsThatWereShown();
     void namesTheFirstRefused();
     void opensTheSectionOfTheRefused();
     void showsTheModelOnEscape();
     void tellsWhetherAnythingIsPending();
+    void showsTheLastSelection();
 };
 
 void TestPropertyPagePending::hasOneEnd_data()
@@ -171,6 +184,64 @@ void TestPropertyPagePending::hasOneEnd()
         page->flush();
         QCOMPARE(page->row("length").text, fresh.row("length").text);
         QCOMPARE(page->row("length").edit, EditState::Untouched);
+    }
+}
+
+// A nested event loop in a write that the page has not begun.
+void TestPropertyPagePending::waitsForTheWriteOfAnother_data()
+{
+    columns<int, int>("act", "by");
+    const QStringList waiting{"Enter", "leaving", "folding", "filtering it away",
+        "another selection", "no selection", "another model", "units", "the locale", "read-only",
+        "hiding the page", "closing the window"};
+    for (std::size_t act = 0; act < acts().size(); ++act) {
+        if (!waiting.contains(acts()[act].name))
+            continue;
+        row(qPrintable(QString("%1 in an edit").arg(acts()[act].name)), int(act), int(Edit));
+        row(qPrintable(QString("%1 in a refused edit").arg(acts()[act].name)), int(act),
+            int(RefusedEdit));
+        row(qPrintable(QString("%1 in an undo").arg(acts()[act].name)), int(act), int(Undo));
+    }
+}
+
+void TestPropertyPagePending::waitsForTheWriteOfAnother()
+{
+    QFETCH(const int, act);
+    QFETCH(const int, by);
+    const PageFixture f;
+    f.page->setValue("factor", 2.0);
+    f.type("length", "2.5 m");
+    f.model->beforeWrite = [&] {
+        f.model->beforeWrite = nullptr;
+        acts()[std::size_t(act)].act(f);
+        QCoreApplication::processEvents();
+        if (by == RefusedEdit)
+            throw PropertyError("The project is locked.");
+    };
+    if (by == Undo) {
+        f.stack->undo();
+    } else {
+        PropertySelection others(f.model.get(), {1});
+        try {
+            others.edit("factor", 3.0);
+            QCOMPARE(by, int(Edit));
+        } catch (const PropertyError&) {
+            QCOMPARE(by, int(RefusedEdit));
+        }
+    }
+    QCOMPARE(f.model->writes.filter("length").size(), 0);
+    QCoreApplication::processEvents();
+    QCOMPARE(f.model->writes.filter("length"), QStringList("length of 0 1 2"));
+    QCOMPARE(f.lengthOf(2), 2.5);
+    QVERIFY(!f.page->isPending());
+    QCOMPARE(f.stack->text(f.stack->count() - 1), QString("Length of 3 beams"));
+    if (f.page->model() && !f.page->selection().empty()) {
+        PropertyPage fresh;
+        fresh.setModel(f.model.get());
+        fresh.setSelection(f.page->selection());
+        f.page->flush();
+        QCOMPARE(f.text("factor"), fresh.row("factor").text);
+        QCOMPARE(f.text("length"), fresh.row("length").text);
     }
 }
 
@@ -250,6 +321,16 @@ void TestPropertyPagePending::tellsWhetherAnythingIsPending()
     f.press(Qt::Key_Return);
     QCOMPARE(pending.count(), 2);
     QCOMPARE(pending[1][0].toBool(), false);
+}
+
+// Not the one whose text was ended first.
+void TestPropertyPagePending::showsTheLastSelection()
+{
+    const PageFixture f;
+    f.model->afterWrite = [&] { f.page->setSelection({2}); };
+    f.type("length", "2.5 m");
+    f.page->setSelection({1});
+    QCOMPARE(f.page->selection(), ObjectIds(1, ObjectId(2)));
 }
 
 VRN_TEST(TestPropertyPagePending)

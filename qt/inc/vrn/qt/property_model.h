@@ -135,6 +135,9 @@ Q_SIGNALS:
     /// An undo step could not be undone or done again, and has become obsolete. It comes in
     /// the next turn of the event loop.
     void failed(const QString& reason);
+    /// An edit was written or refused, and the next one is taken. It comes in the next turn of
+    /// the event loop.
+    void writingEnded();
 
 protected:
     /// Does all of `edits`, or throws and has done nothing. It is called once for an edit of
@@ -167,6 +170,7 @@ private:
     SharedIds m_changedIds; ///< Sorted, without duplicates.
     ObjectIds m_moreIds; ///< To be added to these.
     std::vector<QString> m_failures;
+    bool m_hasWritten = false;
 };
 
 } // namespace vrn::qt

@@ -60,8 +60,9 @@ struct PropertyRow
 ///
 /// The page holds model, stack and history weakly or shared; the model and the stack may go
 /// before it. Once flush() has run, it shows what a new page would show, but for a field with
-/// a pending text. While it writes it takes no other edit. What ends a pending text meanwhile,
-/// such as another selection or other units, takes effect after the write.
+/// a pending text. While it writes it takes no other edit. What ends a pending text during a
+/// write, its own or another one of the model, takes effect after it: another selection, for
+/// example, or other units.
 ///
 /// Names of the objects in it, for tests and style sheets: "length" for the editor of the
 /// property "length", "length.caption", "length.unit", "section.geometry", "filter", "receipt".
