@@ -1027,11 +1027,6 @@ private Q_SLOTS:
     {
         runRandomSequences(PageBeside::actions(), [] { return std::make_unique<PageBeside>(); });
     }
-    void cleanupTestCase()
-    {
-        // A button that clears a field fades. Its animation has no parent and deletes itself.
-        QTest::qWait(200);
-    }
 };
 
 VRN_TEST(TestPropertyPageSequence)
