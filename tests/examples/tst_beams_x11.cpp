@@ -247,7 +247,7 @@ void TestBeamsX11::undoAndRedo()
 {
     THEN(verifyEdited());
     THEN(tabTo(line("length")));
-    for (int done = steps.size(); done > 0; --done) {
+    for (int done = int(steps.size()); done > 0; --done) {
         QTRY_COMPARE(toUndo(), "Undo " + steps[done - 1]);
         x11::press({"ctrl+z"});
         QTRY_COMPARE(action("Redo")->text(), "Redo " + steps[done - 1]);
