@@ -167,6 +167,10 @@ void PropertyModel::flush()
 {
     const QPointer<PropertyModel> guarded(this);
     m_turn.stop();
+    if (!isWriting() && std::exchange(m_hasWritten, false))
+        Q_EMIT writingEnded();
+    if (!guarded)
+        return;
     const std::vector<QString> failures = std::exchange(m_failures, {});
     const bool isAnnounced = std::exchange(m_isAnnounced, false);
     const PropertyKeys keys = std::exchange(m_changedKeys, {});
@@ -178,8 +182,6 @@ void PropertyModel::flush()
         if (guarded)
             Q_EMIT failed(reason);
     }
-    if (guarded && !isWriting() && std::exchange(m_hasWritten, false))
-        Q_EMIT writingEnded();
 }
 
 const Field* PropertyModel::fieldOf(const std::string& key, const ObjectIds& ids) const

@@ -116,7 +116,7 @@ PropertyReceipt PropertyPage::setValue(const std::string& key, const boost::any&
 
 QJsonObject PropertyPage::save()
 {
-    if (!m_private->endAll(Private::Rest::Stays))
+    if (!m_private->applyPostponed() || !m_private->endAll(Private::Rest::Stays))
         return QJsonObject();
     // A copy, because saving runs functions of the model.
     const PropertySelection selection = m_private->selection();
@@ -209,7 +209,12 @@ bool PropertyPage::eventFilter(QObject* watched, QEvent* event)
     if (watched == m_private->window() && event->type() == QEvent::Close) {
         const Alive alive(this);
         const QPointer<QObject> window(watched);
-        m_private->endAll(Private::Rest::IsDropped);
+        if (m_private->closeLater()) {
+            event->ignore();
+            return true;
+        }
+        if (alive)
+            m_private->endAll(Private::Rest::IsDropped);
         // There may be nobody left to receive it.
         if (!window)
             return true;

@@ -36,10 +36,10 @@ public:
     Private& operator=(const Private&) = delete;
     ~Private();
 
-    /// What was set last, also while it is postponed.
+    /// What was set last, also if it is not shown yet.
     /// @{
-    const ObjectIds& ids() const { return m_isSelectionPostponed ? m_nextIds : m_ids; }
-    PropertyModel* model() const { return m_isSelectionPostponed ? m_nextModel : m_model; }
+    const ObjectIds& ids() const { return m_isSelecting ? m_nextIds : m_ids; }
+    PropertyModel* model() const { return m_isSelecting ? m_nextModel : m_model; }
     bool isReadOnly() const { return m_isReadOnly; }
     /// @}
 
@@ -58,6 +58,8 @@ public:
     bool isPending() const;
     bool finish();
     void cancelAll();
+    /// What has waited for a write that is over. It comes before anything else.
+    bool applyPostponed();
     void flush();
     /// What stands in the place of rows, if there are none.
     QString hint() const;
@@ -73,12 +75,16 @@ public:
     /// To see that it is asked to close.
     void watchWindow();
     QWidget* window() const { return m_window.data(); }
+    /// Whether the window has to close after a write. Else a text would be lost with it.
+    bool closeLater();
 
 private:
     using Row = detail::SharedRow;
     using Act = std::function<PropertyReceipt(PropertySelection&)>;
 
+    void showNextSelection();
     void setModel(PropertyModel* model);
+    void showHistory();
     void build();
     detail::RowQuestions questions(const std::string& key);
     std::string focusedKey() const;
@@ -97,13 +103,12 @@ private:
     /// Throws PropertyError.
     PropertyReceipt carryOut(const Act& act);
     bool afterWrite(const PropertyReceipt& receipt);
-    /// Whether it waits for the end of the write.
+    /// Whether it waits for the end of the write, or there is no page any more.
     bool postpone(std::function<void()> act);
-    bool applyPostponed();
     void applyPostponedLater();
-    /// No text can be written now.
+    /// Whether no text can be written now.
     bool isBusy() const { return m_isWriting || (m_model && m_model->isWriting()); }
-    /// What ends texts has to wait, or would drop one.
+    /// Whether an act that ends texts has to wait, because one of them would be lost.
     bool mustWait() const;
     bool updatePending();
     bool refuse(const QString& caption, const QString& reason);
@@ -122,12 +127,11 @@ private:
     bool m_isReadOnly = false;
     bool m_wasPending = false;
     int m_change = 0; ///< Counts the selections.
-    int m_wanted = 0; ///< Counts those that were asked for.
 
     bool m_isWriting = false; ///< The page itself.
     std::string m_written; ///< The property that the user has edited.
     std::deque<std::function<void()>> m_postponed;
-    bool m_isSelectionPostponed = false;
+    bool m_isSelecting = false; ///< The texts of the selection before have not all ended.
     QPointer<PropertyModel> m_nextModel;
     ObjectIds m_nextIds;
 

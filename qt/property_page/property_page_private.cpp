@@ -120,29 +120,34 @@ PropertyPage::Private::~Private()
 
 void PropertyPage::Private::select(PropertyModel* model, ObjectIds ids)
 {
-    const Alive alive(&m_page);
     std::sort(ids.begin(), ids.end());
     ids.erase(std::unique(ids.begin(), ids.end()), ids.end());
-    const int wanted = ++m_wanted;
-    const bool waits = mustWait();
-    if (!alive)
+    if (!m_isSelecting && model == m_model && ids == m_ids)
         return;
-    if (waits) {
-        m_nextModel = model;
-        m_nextIds = std::move(ids);
-        if (!std::exchange(m_isSelectionPostponed, true)) {
-            postpone([this] {
-                m_isSelectionPostponed = false;
-                select(m_nextModel, std::exchange(m_nextIds, {}));
-            });
-        }
-        return;
+    m_nextModel = model;
+    m_nextIds = std::move(ids);
+    // Code that runs when a text ends may select, too. What is asked for last is shown.
+    if (std::exchange(m_isSelecting, true))
+        applyPostponed();
+    else if (!postpone([this] { showNextSelection(); }))
+        showNextSelection();
+}
+
+void PropertyPage::Private::showNextSelection()
+{
+    const Alive alive(&m_page);
+    try {
+        if (!endAll(Rest::IsDropped))
+            return;
+    } catch (...) {
+        if (alive)
+            m_isSelecting = false;
+        throw;
     }
-    if (model == m_model && ids == m_ids)
-        return;
-    const QPointer<PropertyModel> nextModel(model);
-    // Code that the end of a text runs may select, too.
-    if (!endAll(Rest::IsDropped) || wanted != m_wanted)
+    m_isSelecting = false;
+    const QPointer<PropertyModel> nextModel = m_nextModel;
+    ObjectIds ids = std::exchange(m_nextIds, {});
+    if (nextModel == m_model && ids == m_ids)
         return;
 
     const bool isOtherModel = m_model != nextModel;
@@ -256,11 +261,17 @@ void PropertyPage::Private::setStack(QUndoStack* stack)
 
 void PropertyPage::Private::setHistory(const boost::shared_ptr<vrn::IValueHistoryStorage>& history)
 {
-    if (postpone([this, history] { setHistory(history); }))
-        return;
-    if (history == m_history || !endAll(Rest::IsDropped))
+    if (history == m_history)
         return;
     m_history = history;
+    if (!postpone([this] { showHistory(); }))
+        showHistory();
+}
+
+void PropertyPage::Private::showHistory()
+{
+    if (!endAll(Rest::IsDropped))
+        return;
     ++m_change;
     build();
 }
@@ -289,6 +300,17 @@ void PropertyPage::Private::showReadOnly()
         throw;
     }
     showRows();
+}
+
+bool PropertyPage::Private::closeLater()
+{
+    const Alive alive(&m_page);
+    const auto closeWindow = [this] {
+        if (m_window)
+            m_window->close();
+    };
+    return isBusy() && m_window->testAttribute(Qt::WA_DeleteOnClose) && isPending() && alive
+        && postpone(closeWindow);
 }
 
 void PropertyPage::Private::watchWindow()
@@ -382,9 +404,9 @@ void PropertyPage::Private::arrange()
 
 bool PropertyPage::Private::read(const std::vector<Row>& rows)
 {
-    // What is half written is not read; the end of the write reads.
     const Alive alive(&m_page);
-    if (rows.empty() || mustWait())
+    // What is half written is not read; the end of the write reads.
+    if (rows.empty() || mustWait() || !alive)
         return bool(alive);
     const int change = m_change;
     const auto isCurrent = [&] { return alive && change == m_change; };
@@ -504,9 +526,9 @@ bool PropertyPage::Private::end(const Row& row, Rest rest, bool isInGesture)
 
 bool PropertyPage::Private::endAll(Rest rest)
 {
-    if (postpone([this, rest] { endAll(rest); }))
-        return true;
     const Alive alive(&m_page);
+    if (postpone([this, rest] { endAll(rest); }))
+        return bool(alive);
     const std::vector<Row> rows = m_form->rows();
     for (const Row& row : rows) {
         if (row->isPending() && !end(row, rest, false))
@@ -537,17 +559,17 @@ bool PropertyPage::Private::write(
             && refuse(row->property().title, error.reason());
     } catch (...) {
         // A slot of the undo stack has thrown, and the edit is written.
-        if (alive)
+        if (alive) {
             row->drop();
+            row->remember();
+        }
         throw;
     }
     if (!alive)
         return false;
-    row->remember(); // The history is the application's.
-    if (!alive)
-        return false;
     row->drop();
-    return afterWrite(receipt);
+    row->remember(); // The history is the application's.
+    return alive && afterWrite(receipt);
 }
 
 PropertyReceipt PropertyPage::Private::carryOut(const Act& act)
@@ -601,7 +623,7 @@ bool PropertyPage::Private::postpone(std::function<void()> act)
     const bool waits = mustWait();
     if (waits && alive)
         m_postponed.push_back(std::move(act));
-    return waits;
+    return waits || !alive;
 }
 
 bool PropertyPage::Private::applyPostponed()
@@ -610,7 +632,13 @@ bool PropertyPage::Private::applyPostponed()
     while (alive && !isBusy() && !m_postponed.empty()) {
         const std::function<void()> act = std::move(m_postponed.front());
         m_postponed.pop_front();
-        act();
+        try {
+            act();
+        } catch (...) {
+            if (alive)
+                applyPostponedLater();
+            throw;
+        }
     }
     return bool(alive);
 }
@@ -640,6 +668,8 @@ bool PropertyPage::Private::finish()
     if (isBusy())
         return !isPending();
     const Alive alive(&m_page);
+    if (!applyPostponed())
+        return true;
     const std::vector<Row> rows = m_form->rows();
     std::vector<Row> tried;
     for (const Row& row : rows) {
@@ -684,6 +714,8 @@ void PropertyPage::Private::cancelAll()
 PropertyReceipt PropertyPage::Private::setValue(const std::string& key, const boost::any& value)
 {
     const Alive alive(&m_page);
+    if (!applyPostponed())
+        return {};
     m_gestureKey.reset();
     PropertyReceipt receipt;
     try {
@@ -706,7 +738,7 @@ PropertyReceipt PropertyPage::Private::setValue(const std::string& key, const bo
 PropertyReceipt PropertyPage::Private::load(const QJsonObject& saved)
 {
     const Alive alive(&m_page);
-    if (!isBusy() && !endAll(Rest::IsDropped))
+    if (!isBusy() && !(applyPostponed() && endAll(Rest::IsDropped)))
         return {};
     m_gestureKey.reset();
     PropertyReceipt receipt;

@@ -11,6 +11,7 @@
 #include <QToolButton>
 
 #include <functional>
+#include <utility>
 
 using namespace vrn::qt;
 using namespace vrn::test;
@@ -25,14 +26,6 @@ enum End
     WrittenOrDropped,
     Dropped,
     None
-};
-
-/// What is going on meanwhile.
-enum Other
-{
-    Edit,
-    RefusedEdit,
-    Undo
 };
 
 struct Row
@@ -63,6 +56,12 @@ const std::vector<Row>& acts()
             [](const PageFixture& f) { f.part<QLineEdit>("filter")->setText("name"); },
             WrittenOrDropped},
         {"another selection", [](const PageFixture& f) { f.page->setSelection({1}); },
+            WrittenOrDropped},
+        {"two selections",
+            [](const PageFixture& f) {
+                f.page->setSelection({1});
+                f.page->setSelection({2});
+            },
             WrittenOrDropped},
         {"no selection", [](const PageFixture& f) { f.page->setSelection({}); }, WrittenOrDropped},
         {"another model", [](const PageFixture& f) { f.page->setModel(nullptr); },
@@ -118,6 +117,66 @@ const std::vector<Row>& acts()
     return all;
 }
 
+/// That somebody else has begun.
+enum Write
+{
+    Edit,
+    RefusedEdit,
+    Undo
+};
+
+enum When
+{
+    InTheWrite,
+    AfterTheWrite
+};
+
+void write(const PageFixture& f, Write by)
+{
+    if (by == Undo) {
+        f.stack->undo();
+        return;
+    }
+    try {
+        PropertySelection(f.model.get(), {1}).edit("factor", 3.0);
+        QCOMPARE(by, Edit);
+    } catch (const PropertyError&) {
+        QCOMPARE(by, RefusedEdit);
+    }
+}
+
+/// What the page shows and has written once `act` has ended a pending text.
+QStringList shownAfterAWrite(Write by, const Act& act, When when)
+{
+    const PageFixture f;
+    f.page->setValue("factor", 2.0);
+    f.type("length", "2.5 m");
+    f.model->beforeWrite = [&] {
+        f.model->beforeWrite = nullptr;
+        if (when == InTheWrite) {
+            act(f);
+            QCoreApplication::processEvents();
+        }
+        if (by == RefusedEdit)
+            throw PropertyError("The project is locked.");
+    };
+    write(f, by);
+    if (when == AfterTheWrite)
+        act(f);
+    else
+        [&] { QVERIFY(f.model->writes.filter("length").isEmpty()); }();
+    QCoreApplication::processEvents();
+
+    const auto* editor = f.part<QWidget>("length");
+    QStringList shown{f.model->writes.join("; "), QString::number(f.lengthOf(2)),
+        f.stack->text(f.stack->count() - 1), QString::number(f.page->isPending()),
+        QString::number(editor && editor->isVisible()), QString::number(f.page->model() != nullptr),
+        QString::number(f.page->selection().size())};
+    for (const char* key : {"name", "length", "factor"})
+        shown << f.text(key) << QString::number(f.page->row(key).isReadOnly);
+    return shown;
+}
+
 } // namespace
 
 class TestPropertyPagePending : public TestObject
@@ -136,6 +195,10 @@ private Q_SLOTS:
     void showsTheModelOnEscape();
     void tellsWhetherAnythingIsPending();
     void showsTheLastSelection();
+    void showsTheLastSelectionOfAnUndo();
+    void selectsInAnotherModel();
+    void selectsAlthoughASlotAsksForIt();
+    void closesTheWindowAfterTheWrite();
 };
 
 void TestPropertyPagePending::hasOneEnd_data()
@@ -192,8 +255,8 @@ void TestPropertyPagePending::waitsForTheWriteOfAnother_data()
 {
     columns<int, int>("act", "by");
     const QStringList waiting{"Enter", "leaving", "folding", "filtering it away",
-        "another selection", "no selection", "another model", "units", "the locale", "read-only",
-        "hiding the page", "closing the window"};
+        "another selection", "two selections", "no selection", "another model", "units",
+        "the locale", "read-only", "hiding the page", "closing the window"};
     for (std::size_t act = 0; act < acts().size(); ++act) {
         if (!waiting.contains(acts()[act].name))
             continue;
@@ -208,41 +271,9 @@ void TestPropertyPagePending::waitsForTheWriteOfAnother()
 {
     QFETCH(const int, act);
     QFETCH(const int, by);
-    const PageFixture f;
-    f.page->setValue("factor", 2.0);
-    f.type("length", "2.5 m");
-    f.model->beforeWrite = [&] {
-        f.model->beforeWrite = nullptr;
-        acts()[std::size_t(act)].act(f);
-        QCoreApplication::processEvents();
-        if (by == RefusedEdit)
-            throw PropertyError("The project is locked.");
-    };
-    if (by == Undo) {
-        f.stack->undo();
-    } else {
-        PropertySelection others(f.model.get(), {1});
-        try {
-            others.edit("factor", 3.0);
-            QCOMPARE(by, int(Edit));
-        } catch (const PropertyError&) {
-            QCOMPARE(by, int(RefusedEdit));
-        }
-    }
-    QCOMPARE(f.model->writes.filter("length").size(), 0);
-    QCoreApplication::processEvents();
-    QCOMPARE(f.model->writes.filter("length"), QStringList("length of 0 1 2"));
-    QCOMPARE(f.lengthOf(2), 2.5);
-    QVERIFY(!f.page->isPending());
-    QCOMPARE(f.stack->text(f.stack->count() - 1), QString("Length of 3 beams"));
-    if (f.page->model() && !f.page->selection().empty()) {
-        PropertyPage fresh;
-        fresh.setModel(f.model.get());
-        fresh.setSelection(f.page->selection());
-        f.page->flush();
-        QCOMPARE(f.text("factor"), fresh.row("factor").text);
-        QCOMPARE(f.text("length"), fresh.row("length").text);
-    }
+    const Row& row = acts()[std::size_t(act)];
+    QCOMPARE(shownAfterAWrite(Write(by), row.act, InTheWrite),
+        shownAfterAWrite(Write(by), row.act, AfterTheWrite));
 }
 
 void TestPropertyPagePending::writesToThoseItWasTypedFor()
@@ -323,14 +354,79 @@ void TestPropertyPagePending::tellsWhetherAnythingIsPending()
     QCOMPARE(pending[1][0].toBool(), false);
 }
 
-// Not the one whose text was ended first.
+// Not the one that was asked for first and has ended the text.
 void TestPropertyPagePending::showsTheLastSelection()
 {
     const PageFixture f;
     f.model->afterWrite = [&] { f.page->setSelection({2}); };
     f.type("length", "2.5 m");
     f.page->setSelection({1});
+    QCOMPARE(f.text("name"), QString("B3"));
     QCOMPARE(f.page->selection(), ObjectIds(1, ObjectId(2)));
+}
+
+void TestPropertyPagePending::showsTheLastSelectionOfAnUndo()
+{
+    const PageFixture f;
+    f.page->setValue("factor", 2.0);
+    f.type("length", "2.5 m");
+    f.model->beforeWrite = [&] {
+        f.model->beforeWrite = nullptr;
+        f.page->setSelection({1});
+    };
+    bool isDone = false;
+    connect(f.stack.get(), &QUndoStack::indexChanged, f.page, [&] {
+        if (!std::exchange(isDone, true))
+            f.page->setSelection({2});
+    });
+    f.stack->undo();
+    QCOMPARE(f.text("name"), QString("B3"));
+    QCOMPARE(f.page->selection(), ObjectIds(1, ObjectId(2)));
+    QCOMPARE(f.model->writes.last(), QString("length of 0 1 2"));
+    QCoreApplication::processEvents();
+    QCOMPARE(f.text("name"), QString("B3"));
+}
+
+void TestPropertyPagePending::selectsInAnotherModel()
+{
+    const PageFixture f;
+    BeamModel other(3);
+    other.beams[2].name = "Other";
+    connect(f.page, &PropertyPage::edited, this, [&] { f.page->setSelection({2}); });
+    f.type("length", "2.5 m");
+    f.page->setModel(&other);
+    QCOMPARE(f.page->model(), &other);
+    QCOMPARE(f.text("name"), QString("Other"));
+    f.page->setModel(nullptr);
+}
+
+void TestPropertyPagePending::selectsAlthoughASlotAsksForIt()
+{
+    const PageFixture f;
+    connect(
+        f.page, &PropertyPage::edited, this, [&] { f.page->setSelection(f.page->selection()); });
+    f.type("length", "2.5 m");
+    f.page->setSelection({1});
+    QCOMPARE(f.text("name"), QString("B2"));
+}
+
+// Else the text would be lost with the window.
+void TestPropertyPagePending::closesTheWindowAfterTheWrite()
+{
+    PageFixture f;
+    const QPointer<QWidget> window(f.window.release());
+    window->setAttribute(Qt::WA_DeleteOnClose);
+    f.page->setValue("factor", 2.0);
+    f.type("length", "2.5 m");
+    f.model->beforeWrite = [&] {
+        f.model->beforeWrite = nullptr;
+        window->close();
+        QCoreApplication::processEvents();
+        QVERIFY(window);
+    };
+    f.stack->undo();
+    QTRY_VERIFY(!window);
+    QCOMPARE(f.lengthOf(0), 2.5);
 }
 
 VRN_TEST(TestPropertyPagePending)

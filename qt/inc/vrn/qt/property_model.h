@@ -135,8 +135,8 @@ Q_SIGNALS:
     /// An undo step could not be undone or done again, and has become obsolete. It comes in
     /// the next turn of the event loop.
     void failed(const QString& reason);
-    /// An edit was written or refused, and the next one is taken. It comes in the next turn of
-    /// the event loop.
+    /// write() has returned or thrown, and the model takes edits again. It comes once per turn
+    /// of the event loop, before changed().
     void writingEnded();
 
 protected:

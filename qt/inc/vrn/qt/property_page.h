@@ -60,9 +60,9 @@ struct PropertyRow
 ///
 /// The page holds model, stack and history weakly or shared; the model and the stack may go
 /// before it. Once flush() has run, it shows what a new page would show, but for a field with
-/// a pending text. While it writes it takes no other edit. What ends a pending text during a
-/// write, its own or another one of the model, takes effect after it: another selection, for
-/// example, or other units.
+/// a pending text. While the model writes, for this page or for anybody else, no other edit is
+/// taken: a pending text then ends after the write, and another selection, other units and the
+/// like are shown after that.
 ///
 /// Names of the objects in it, for tests and style sheets: "length" for the editor of the
 /// property "length", "length.caption", "length.unit", "section.geometry", "filter", "receipt".
@@ -108,7 +108,7 @@ public:
     bool isPending() const;
     /// Writes a complete text. False if a field has one that is not complete or was refused:
     /// the first in reading order gets the focus and shows its reason, and the application
-    /// stops what it was about to do.
+    /// stops what it was about to do. False, too, if a text is pending while the model writes.
     bool finishEditing();
     /// As Escape in each field.
     void cancelEditing();
