@@ -155,9 +155,10 @@ void TestPropertyTableModel::showsTextsInTheirOwnDirection()
     layout.beginLayout();
     const QTextLine line = layout.createLine();
     layout.endLayout();
+    // Before the second and the last character. Of the edges of a text, versions of Qt differ.
     const int first = int(shown.indexOf(text));
     const qreal end = line.cursorToX(first + int(text.size()) - 1);
-    QCOMPARE(line.cursorToX(first) < end, runsToTheRight);
+    QCOMPARE(line.cursorToX(first + 1) < end, runsToTheRight);
 }
 
 void TestPropertyTableModel::hasTypedValues()
