@@ -53,8 +53,11 @@ Editor2dPage::Editor2dPage(QWidget* parent)
     fillScene();
     for (View* view : {m_sameX, m_sameScale, m_partner})
         view->setScene(m_view->scene());
-    for (View* view : {m_view, m_sameX, m_sameScale, m_partner})
+    for (View* view : {m_view, m_sameX, m_sameScale, m_partner}) {
+        // Not as large as the whole scene.
+        view->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Ignored);
         view->setCenter(QPointF(100.0, 60.0), false);
+    }
     m_sameX->linkViewSettingsTo(m_view, View::CenterX | View::ScaleX);
     m_sameScale->linkViewSettingsTo(m_view, View::ScaleX | View::ScaleY);
     View::linkViewSettingsBidirectionally(
