@@ -167,10 +167,6 @@ void PropertyModel::flush()
 {
     const QPointer<PropertyModel> guarded(this);
     m_turn.stop();
-    if (!isWriting() && std::exchange(m_hasWritten, false))
-        Q_EMIT writingEnded();
-    if (!guarded)
-        return;
     const std::vector<QString> failures = std::exchange(m_failures, {});
     const bool isAnnounced = std::exchange(m_isAnnounced, false);
     const PropertyKeys keys = std::exchange(m_changedKeys, {});
@@ -178,6 +174,8 @@ void PropertyModel::flush()
     const SharedIds ids = std::exchange(m_changedIds, {});
     if (isAnnounced)
         Q_EMIT changed(keys, ids.get());
+    if (guarded && !isWriting() && std::exchange(m_hasWritten, false))
+        Q_EMIT writingEnded();
     for (const QString& reason : failures) {
         if (guarded)
             Q_EMIT failed(reason);

@@ -136,7 +136,7 @@ Q_SIGNALS:
     /// the next turn of the event loop.
     void failed(const QString& reason);
     /// write() has returned or thrown, and the model takes edits again. It comes once per turn
-    /// of the event loop, before changed().
+    /// of the event loop, after changed().
     void writingEnded();
 
 protected:
