@@ -58,7 +58,7 @@ public:
     bool isPending() const;
     bool finish();
     void cancelAll();
-    /// What has waited for a write that is over. It comes before anything else.
+    /// Carries out what has waited for a write, once that is over.
     bool applyPostponed();
     void flush();
     /// What stands in the place of rows, if there are none.
@@ -75,7 +75,7 @@ public:
     /// To see that it is asked to close.
     void watchWindow();
     QWidget* window() const { return m_window.data(); }
-    /// Whether the window has to close after a write. Else a text would be lost with it.
+    /// True if the window closes after the write, because a text would be lost with it now.
     bool closeLater();
 
 private:
@@ -103,12 +103,12 @@ private:
     /// Throws PropertyError.
     PropertyReceipt carryOut(const Act& act);
     bool afterWrite(const PropertyReceipt& receipt);
-    /// Whether it waits for the end of the write, or there is no page any more.
+    /// True if `act` waits for the end of the write, or if the page has been destroyed.
     bool postpone(std::function<void()> act);
     void applyPostponedLater();
     /// Whether no text can be written now.
     bool isBusy() const { return m_isWriting || (m_model && m_model->isWriting()); }
-    /// Whether an act that ends texts has to wait, because one of them would be lost.
+    /// Whether an act that ends texts has to wait, because a text would be lost now.
     bool mustWait() const;
     bool updatePending();
     bool refuse(const QString& caption, const QString& reason);
@@ -131,7 +131,7 @@ private:
     bool m_isWriting = false; ///< The page itself.
     std::string m_written; ///< The property that the user has edited.
     std::deque<std::function<void()>> m_postponed;
-    bool m_isSelecting = false; ///< The texts of the selection before have not all ended.
+    bool m_isSelecting = false; ///< The texts of the previous selection are being ended.
     QPointer<PropertyModel> m_nextModel;
     ObjectIds m_nextIds;
 

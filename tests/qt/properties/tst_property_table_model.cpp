@@ -155,7 +155,7 @@ void TestPropertyTableModel::showsTextsInTheirOwnDirection()
     layout.beginLayout();
     const QTextLine line = layout.createLine();
     layout.endLayout();
-    // Before the second and the last character. Of the edges of a text, versions of Qt differ.
+    // Inside the text, because versions of Qt place the cursor differently at its edges.
     const int first = int(shown.indexOf(text));
     const qreal end = line.cursorToX(first + int(text.size()) - 1);
     QCOMPARE(line.cursorToX(first + 1) < end, runsToTheRight);

@@ -475,7 +475,7 @@ void TestPropertyPageLifetime::survivesTheFocusOfTheRefused()
     std::optional<ThroughQt> throughQt;
     if (deeds()[std::size_t(deed)].first == QByteArray("throws"))
         throughQt.emplace();
-    bool isDone = false; // The focus goes at the end of the window, too.
+    bool isDone = false; // The focus also changes when the window is destroyed.
     PageFixture f(3, hookedBeams());
     f.type("length", "50 m");
     f.leave();

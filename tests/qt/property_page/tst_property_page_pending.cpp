@@ -117,7 +117,7 @@ const std::vector<Row>& acts()
     return all;
 }
 
-/// That somebody else has begun.
+/// A write that the page has not begun.
 enum Write
 {
     Edit,
@@ -354,7 +354,7 @@ void TestPropertyPagePending::tellsWhetherAnythingIsPending()
     QCOMPARE(pending[1][0].toBool(), false);
 }
 
-// Not the one that was asked for first and has ended the text.
+// The first one ends the text, and a function of the model asks for the second one then.
 void TestPropertyPagePending::showsTheLastSelection()
 {
     const PageFixture f;
@@ -410,7 +410,7 @@ void TestPropertyPagePending::selectsAlthoughASlotAsksForIt()
     QCOMPARE(f.text("name"), QString("B2"));
 }
 
-// Else the text would be lost with the window.
+// The text would be lost with the window otherwise.
 void TestPropertyPagePending::closesTheWindowAfterTheWrite()
 {
     PageFixture f;
