@@ -356,6 +356,7 @@ private Q_SLOTS:
     void leavesAnotherFieldAfterTheWrite_data();
     void leavesAnotherFieldAfterTheWrite();
     void selectsAfterTheWrite();
+    void tellsAnEditOnceIfTheHistorySelects();
     void takesNoOtherEditWhileItWrites();
     void outlivesModelAndStack();
 
@@ -588,6 +589,24 @@ void TestPropertyPageLifetime::selectsAfterTheWrite()
     f.page->setValue("length", 2.5);
     QCOMPARE(f.model->writes, QStringList("length of 0 1 2"));
     QCOMPARE(f.text("name"), QString("B3"));
+}
+
+void TestPropertyPageLifetime::tellsAnEditOnceIfTheHistorySelects()
+{
+    const PageFixture f(3, hookedBeams());
+    f.page->setHistory(boost::make_shared<HookedHistory>());
+    int selections = 0;
+    hooks.inHistory = [&] {
+        if (++selections == 1)
+            f.page->setSelection({1});
+    };
+    const QSignalSpy edited(f.page, &PropertyPage::edited);
+    f.type("length", "2.5 m");
+    f.press(Qt::Key_Return);
+    QCOMPARE(edited.count(), 1);
+    QCOMPARE(selections, 1);
+    QCOMPARE(f.lengthOf(0), 2.5);
+    QCOMPARE(f.text("name"), QString("B2"));
 }
 
 void TestPropertyPageLifetime::takesNoOtherEditWhileItWrites()

@@ -6,6 +6,7 @@
 
 #include <vrn/qt/property_error.h>
 
+#include <QEventLoop>
 #include <QMenu>
 #include <QTimer>
 #include <QToolButton>
@@ -61,6 +62,12 @@ const std::vector<Row>& acts()
             [](const PageFixture& f) {
                 f.page->setSelection({1});
                 f.page->setSelection({2});
+            },
+            WrittenOrDropped},
+        {"another selection and back",
+            [](const PageFixture& f) {
+                f.page->setSelection({1});
+                f.page->setSelection({0, 1, 2});
             },
             WrittenOrDropped},
         {"no selection", [](const PageFixture& f) { f.page->setSelection({}); }, WrittenOrDropped},
@@ -255,8 +262,9 @@ void TestPropertyPagePending::waitsForTheWriteOfAnother_data()
 {
     columns<int, int>("act", "by");
     const QStringList waiting{"Enter", "leaving", "folding", "filtering it away",
-        "another selection", "two selections", "no selection", "another model", "units",
-        "the locale", "read-only", "hiding the page", "closing the window"};
+        "another selection", "two selections", "another selection and back", "no selection",
+        "another model", "units", "the locale", "read-only", "hiding the page",
+        "closing the window"};
     for (std::size_t act = 0; act < acts().size(); ++act) {
         if (!waiting.contains(acts()[act].name))
             continue;
@@ -420,8 +428,11 @@ void TestPropertyPagePending::closesTheWindowAfterTheWrite()
     f.type("length", "2.5 m");
     f.model->beforeWrite = [&] {
         f.model->beforeWrite = nullptr;
-        window->close();
-        QCoreApplication::processEvents();
+        // Only a loop of its own destroys what is closed in it.
+        QEventLoop dialog;
+        QTimer::singleShot(0, window, &QWidget::close);
+        QTimer::singleShot(50, &dialog, &QEventLoop::quit);
+        dialog.exec();
         QVERIFY(window);
     };
     f.stack->undo();
