@@ -357,6 +357,7 @@ private Q_SLOTS:
     void leavesAnotherFieldAfterTheWrite();
     void selectsAfterTheWrite();
     void tellsAnEditOnceIfTheHistorySelects();
+    void remembersAnEditAlthoughASlotThrows();
     void takesNoOtherEditWhileItWrites();
     void outlivesModelAndStack();
 
@@ -607,6 +608,20 @@ void TestPropertyPageLifetime::tellsAnEditOnceIfTheHistorySelects()
     QCOMPARE(selections, 1);
     QCOMPARE(f.lengthOf(0), 2.5);
     QCOMPARE(f.text("name"), QString("B2"));
+}
+
+void TestPropertyPageLifetime::remembersAnEditAlthoughASlotThrows()
+{
+    const PageFixture f(3, hookedBeams());
+    f.page->setHistory(boost::make_shared<HookedHistory>());
+    int remembered = 0;
+    hooks.inHistory = [&] { ++remembered; };
+    f.type("length", "2.5 m");
+    const auto throwing = connect(f.stack.get(), &QUndoStack::indexChanged, this,
+        [] { throw std::runtime_error("The list of steps is broken."); });
+    QVERIFY_EXCEPTION_THROWN(f.page->finishEditing(), std::runtime_error);
+    disconnect(throwing);
+    QCOMPARE(remembered, 1);
 }
 
 void TestPropertyPageLifetime::takesNoOtherEditWhileItWrites()

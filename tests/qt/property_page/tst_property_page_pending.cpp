@@ -203,6 +203,7 @@ private Q_SLOTS:
     void tellsWhetherAnythingIsPending();
     void showsTheLastSelection();
     void showsTheLastSelectionOfAnUndo();
+    void tellsWhyAnUndoFailed();
     void selectsInAnotherModel();
     void selectsAlthoughASlotAsksForIt();
     void closesTheWindowAfterTheWrite();
@@ -393,6 +394,23 @@ void TestPropertyPagePending::showsTheLastSelectionOfAnUndo()
     QCOMPARE(f.model->writes.last(), QString("length of 0 1 2"));
     QCoreApplication::processEvents();
     QCOMPARE(f.text("name"), QString("B3"));
+}
+
+// The receipt of the text that has waited does not take its place.
+void TestPropertyPagePending::tellsWhyAnUndoFailed()
+{
+    const PageFixture f;
+    f.page->setValue("factor", 2.0);
+    f.type("length", "2.5 m");
+    f.model->beforeWrite = [&] {
+        f.model->beforeWrite = nullptr;
+        f.leave();
+        throw PropertyError("The project is locked.");
+    };
+    f.stack->undo();
+    QCoreApplication::processEvents();
+    QCOMPARE(f.lengthOf(0), 2.5);
+    QCOMPARE(f.part<QLabel>("receipt")->text(), QString("The project is locked."));
 }
 
 void TestPropertyPagePending::selectsInAnotherModel()
