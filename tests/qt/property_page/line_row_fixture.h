@@ -19,6 +19,7 @@
 #include <QWidget>
 
 #include <cstring>
+#include <functional>
 #include <utility>
 #include <vector>
 
@@ -164,4 +165,37 @@ private:
     QVBoxLayout m_layout;
 };
 
+/// What a user does, one after the other.
+using Steps = std::function<void(LineRow&)>;
+
+inline Steps pressing(Qt::Key key, Qt::KeyboardModifiers modifiers = {})
+{
+    return [=](LineRow& row) { row.press(key, modifiers); };
+}
+
+inline Steps inOrder(const std::vector<Steps>& all)
+{
+    return [=](LineRow& row) {
+        for (const Steps& each : all)
+            each(row);
+    };
+}
+
+inline void tabInto(LineRow& row)
+{
+    row.before->setFocus();
+    row.press(Qt::Key_Tab);
+    QVERIFY(!row.editor || row.edit()->hasFocus());
+}
+
+inline std::vector<Beam> beamsOfLengths(const std::vector<double>& lengths)
+{
+    std::vector<Beam> beams(lengths.size());
+    for (std::size_t i = 0; i < lengths.size(); ++i)
+        beams[i].length = lengths[i];
+    return beams;
+}
+
 } // namespace vrn::test
+
+Q_DECLARE_METATYPE(vrn::test::Steps)
